@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/Error.h"
+
+#include <string_view>
+
+namespace platform {
+
+/// Automation objects of other programs.
+class Automation {
+public:
+    virtual ~Automation() = default;
+    /// Creates an object of the class and releases it at once. error::CannotCreateObject when the class is not
+    /// registered or refuses, error::AutomationModuleNotFound when its module is missing.
+    virtual Result<> TryCreate(std::string_view progId) = 0;
+};
+
+} // namespace platform

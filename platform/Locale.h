@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/Clock.h"
+
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// The user's regional settings.
+class Locale {
+public:
+    virtual ~Locale() = default;
+
+    /// The user's short date format ("Short Date").
+    virtual std::string ShortDate(const LocalTime& time) = 0;
+    /// Hours of the 12-hour clock with two digits, minutes, the user's AM/PM text ("Medium Time": "05:07 PM").
+    virtual std::string MediumTime(const LocalTime& time) = 0;
+    /// The order in which the user's language sorts names, letter case ignored: negative, 0 or positive.
+    virtual int Compare(std::string_view a, std::string_view b) = 0;
+    /// One character.
+    virtual char DecimalSeparator() = 0;
+};
+
+} // namespace platform

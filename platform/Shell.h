@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/Error.h"
+
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// The window styles with which a program can be started (the numbers of the system's SW_ constants).
+enum class WindowStyle { Normal = 1, MinimizedFocus = 2 };
+
+/// Folders that the system knows by role.
+enum class KnownFolder { Personal /**< the user's documents */, ProgramFolder /**< where this program lies */ };
+
+/// Starting things: documents by their type's program, programs by command line.
+class Shell {
+public:
+    virtual ~Shell() = default;
+
+    /// Performs the verb "open" on a file or address with no parameters, no folder, a normal window. The result is the
+    /// shell's own: above 32 it worked; 2 and 3 file or path not found; 31 no program for this type.
+    virtual int Open(std::string_view target) = 0;
+
+    /// Starts `application` (a full path; never searched for) with the command line as given and does not wait.
+    virtual Result<> Run(std::string_view application, std::string_view commandLine, WindowStyle style) = 0;
+
+    /// A folder's path without a trailing separator.
+    virtual Result<std::string> FolderPath(KnownFolder folder) = 0;
+};
+
+} // namespace platform
