@@ -1,0 +1,138 @@
+#pragma once
+
+#include "ui/Control.h"
+#include "ui/Key.h"
+#include "ui/Layout.h"
+#include "ui/Menu.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ui {
+
+class Toolkit;
+
+/// The native window of one form.
+class FormPeer {
+public:
+    enum class Aspect { Caption, Icon, Placement, State, Menu, Enabled };
+
+    virtual ~FormPeer() = default;
+    virtual void Update(Aspect aspect) = 0;
+    virtual void Show() = 0;
+    virtual void Hide() = 0;
+    virtual Size ClientSize() const = 0;
+    /// Resizes the window so that its client area has this size, and centres it on its owner or the screen.
+    virtual void FitClient(Size client) = 0;
+    /// Opens a pop-up menu at a point of the client area and runs the chosen entry's Click.
+    virtual void ShowPopup(Menu& menu, Point at) = 0;
+    virtual void BringToFront() = 0;
+};
+
+/// A window: its controls are its members, its events `std::function`s. Forms that are shown modally live on their
+/// caller's stack.
+class Form {
+public:
+    enum class Style {
+        Sizable, ///< a main window: frame, menu bar, taskbar button
+        Dialog,  ///< fixed size, closed with Esc
+        Splash   ///< fixed size, no way to close it
+    };
+    enum class WindowState { Normal, Minimized, Maximized };
+
+    Form(Toolkit& toolkit, std::string name, Style style, ui::Tag tag = {});
+    Form(const Form&) = delete;
+    Form& operator=(const Form&) = delete;
+    virtual ~Form();
+
+    const std::string& Name() const { return name; }
+    Style GetStyle() const { return style; }
+    std::string TagText; ///< string number of the caption
+    const std::string& Caption() const { return caption; }
+    void SetCaption(std::string text);
+    /// An .ico file for the title bar; "" for the program's own.
+    const std::string& IconFile() const { return iconFile; }
+    void SetIconFile(std::string path);
+
+    const std::vector<Control*>& Controls() const { return controls; }
+    Menu MenuBar;
+    /// Pop-up menus, so that the caption loader finds them.
+    std::vector<Menu*> Popups;
+    /// Raised before a menu opens, to bring its entries' states up to date.
+    std::function<void()> MenuOpening;
+
+    /// Outer rectangle in the normal state, twips on the virtual desktop.
+    const Rect& Placement() const { return placement; }
+    void SetPlacement(const Rect& rect);
+    WindowState State() const { return state; }
+    void SetState(WindowState value);
+    Size ClientSize() const { return clientSize; }
+
+    /// A modeless window. Show creates the native window when there is none yet.
+    void Show();
+    void Hide();
+    /// Blocks until the form is closed; the owner is the active form and gets the focus back.
+    void ShowModal();
+    /// Creates the native window without showing it, so that sizes can be measured.
+    void Realize();
+    /// Asks Closing, then takes the window down and raises Closed. True when it is closed.
+    bool Close();
+    /// Takes the window down without asking.
+    void Unload();
+
+    bool IsOpen() const { return open; }
+    bool IsVisible() const { return visible; }
+
+    /// False keeps the form open.
+    std::function<bool()> Closing;
+    std::function<void()> Closed;
+    std::function<void()> Resize;
+    /// Keys that no control used up: true when this did.
+    std::function<bool(const Key&)> KeyDown;
+
+    void ShowPopup(Menu& menu, Point at);
+    void BringToFront();
+
+    Control* ActiveControl() const { return activeControl; }
+
+    /// Called by the peer (and by tests) for what the user or the system did.
+    void UserResizes(Size client);
+    void UserPlaces(const Rect& outer, WindowState newState);
+    void UserCloses();
+    /// A key that no native control used up; runs a menu shortcut or KeyDown. True when it was used.
+    bool UserPresses(const Key& key);
+
+    FormPeer* Peer() const { return peer.get(); }
+    Toolkit& GetToolkit() const { return toolkit; }
+
+protected:
+    /// The dialog's content; the window takes the size it needs (`width` bounds wrapping texts, twips).
+    void Layout(Cell content, int width = 0);
+
+private:
+    friend class Control;
+    Toolkit& toolkit;
+    std::string name;
+    Style style;
+    std::string caption;
+    std::string iconFile;
+    std::vector<Control*> controls;
+    std::unique_ptr<FormPeer> peer;
+    std::optional<Cell> layout;
+    int layoutWidth{};
+    Rect placement;
+    Size clientSize;
+    WindowState state{WindowState::Normal};
+    bool open{};
+    bool visible{};
+    bool closing{};
+    Control* activeControl{};
+
+    void PlaceControls();
+    void Update(FormPeer::Aspect aspect);
+};
+
+} // namespace ui

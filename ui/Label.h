@@ -1,0 +1,16 @@
+#pragma once
+
+#include "ui/Control.h"
+
+namespace ui {
+
+/// Text that wraps inside its bounds. Its mnemonic moves to the next control in tab order.
+class Label final : public Control {
+public:
+    explicit Label(Form& form, ui::Tag tag = {}) : Control{form, tag} {}
+    std::string_view TypeName() const override { return "Label"; }
+    /// Larger, for the one heading of a window.
+    bool Heading{};
+};
+
+} // namespace ui

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "ui/Geometry.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ui {
+
+class Form;
+class FormPeer;
+
+enum class Icon { None, Information, Question, Critical };
+enum class MessageButtons { Ok, YesNo };
+enum class Answer { Ok, Yes, No };
+
+struct MessageBox {
+    std::string text;
+    std::string title;
+    Icon icon{Icon::None};
+    MessageButtons buttons{};
+};
+
+/// Windows, message boxes and the message loop of one user-interface thread.
+class Toolkit {
+public:
+    virtual ~Toolkit() = default;
+
+    virtual std::unique_ptr<FormPeer> CreatePeer(Form& form) = 0;
+    /// Runs a nested message loop until the form is closed. Other windows of the program are disabled meanwhile.
+    virtual void RunModal(Form& form) = 0;
+    virtual Answer ShowMessage(const MessageBox& message) = 0;
+    /// The chosen folder's path; nothing when the user cancelled.
+    virtual std::optional<std::string> BrowseForFolder(const std::string& prompt, const std::string& initial) = 0;
+
+    /// Handles the messages that are waiting and returns.
+    virtual void DoEvents() = 0;
+    /// Runs `task` from the message loop, outside every handler that is active now.
+    virtual void Post(std::function<void()> task) = 0;
+
+    /// The usable areas of the monitors in twips, the primary one first.
+    virtual std::vector<Rect> WorkAreas() const = 0;
+    /// The hourglass pointer, or the arrow.
+    virtual void SetBusy(bool busy) = 0;
+};
+
+} // namespace ui

@@ -1,0 +1,98 @@
+#pragma once
+
+#include "ui/Control.h"
+#include "ui/ImageList.h"
+#include "ui/Key.h"
+
+#include <functional>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+namespace ui {
+
+/// A tree of nodes, each known by its key.
+class TreeView final : public Control {
+public:
+    struct Node {
+        std::string key;
+        std::string text;
+        std::string tag; ///< for the owner's use
+        int image{};
+        int selectedImage{};
+        bool bold{};
+        bool sorted{}; ///< children are kept in alphabetical order
+        bool expanded{};
+        Node* parent{};
+        std::vector<std::unique_ptr<Node>> children;
+    };
+
+    explicit TreeView(Form& form) : Control{form, {}} {}
+    std::string_view TypeName() const override { return "TreeView"; }
+    bool IsTabStop() const override { return true; }
+
+    ImageList Images;
+    /// Orders siblings below a sorted node; by bytes when not set.
+    std::function<int(const std::string& a, const std::string& b)> Compare;
+
+    const std::vector<std::unique_ptr<Node>>& Roots() const { return roots; }
+    std::size_t Count() const { return byKey.size(); }
+    void Clear();
+    /// Adds a node as the last child of `parent` (null: as a root), or in its place below a sorted parent. Null when
+    /// the key is taken.
+    Node* Add(Node* parent, std::string key, std::string text, int image, int selectedImage);
+    void SetBold(Node& node, bool value);
+    void SetImages(Node& node, int image, int selectedImage);
+    void SetSorted(Node& node, bool value);
+    Node* Find(std::string_view key) const;
+    /// Every node, parents before children, in the order shown. Stops when `visit` gives false.
+    void ForEach(const std::function<bool(Node&)>& visit) const;
+
+    Node* Selected() const { return selected; }
+    /// By code: no event. Null selects nothing.
+    void Select(Node* node);
+    /// Opens the ancestors and scrolls.
+    void EnsureVisible(Node& node);
+    void SetExpanded(Node& node, bool value);
+
+    /// Holds the native tree's drawing back between the two calls; they nest. For bulk changes.
+    void BeginUpdate();
+    void EndUpdate();
+    bool Updating() const { return updating > 0; }
+
+    std::function<void()> Click;
+    std::function<void(Node&)> Expand;
+    std::function<void(Node&)> Collapse;
+    std::function<void(Node&)> DblClick;
+    /// A pop-up menu is wanted here (client area of the form). The node under the pointer has been selected.
+    std::function<void(Point)> ContextMenu;
+    /// True when the key was used up.
+    std::function<bool(const Key&)> KeyDown;
+
+    void UserSelects(std::string_view key);
+    void UserExpands(std::string_view key);
+    void UserCollapses(std::string_view key);
+
+private:
+    std::vector<std::unique_ptr<Node>> roots;
+    std::unordered_map<std::string, Node*> byKey;
+    Node* selected{};
+    int updating{};
+    bool changedWhileUpdating{};
+
+    void ItemsChanged();
+};
+
+/// Keeps a tree's drawing held back for a scope.
+class TreeUpdate {
+public:
+    explicit TreeUpdate(TreeView& treeView) : tree{treeView} { tree.BeginUpdate(); }
+    TreeUpdate(const TreeUpdate&) = delete;
+    TreeUpdate& operator=(const TreeUpdate&) = delete;
+    ~TreeUpdate() { tree.EndUpdate(); }
+
+private:
+    TreeView& tree;
+};
+
+} // namespace ui
