@@ -22,13 +22,21 @@ for svg in icons/*.svg; do
     convert $pngs -type TrueColorAlpha "icons/$name.ico"
 done
 
+entry() {
+    printf '%s ICON "icons/%s.ico"\n' "$1" "$2"
+}
+
 {
-    # The shell shows the first icon as the program's own.
-    # Names are quoted because some (HELP, a hyphen) mean something to the resource compiler; it drops the quotes.
-    echo '1 ICON "icons/app.ico"'
+    # HELP is a keyword of the resource compiler, so it is quoted; and it comes first because the
+    # compiler would join a quoted name to the file name that ends the line before.
+    entry '"HELP"' help
+    # The shell takes a program's picture from the first icon in the resource directory, where names
+    # come before numbers: without a name that sorts before all others it would show ABOUT.
+    entry 1 app
+    entry AA-PROGRAM app
     for svg in icons/*.svg; do
         name=$(basename "$svg" .svg)
-        [ "$name" = app ] && continue
-        printf '"%s" ICON "icons/%s.ico"\n' "$(echo "$name" | tr '[:lower:]' '[:upper:]')" "$name"
+        case $name in app | help) continue ;; esac
+        entry "$(echo "$name" | tr '[:lower:]' '[:upper:]')" "$name"
     done
 } >icons.rc
