@@ -1,0 +1,182 @@
+#include "ui/Form.h"
+
+#include "ui/Toolkit.h"
+
+#include <utility>
+
+namespace ui {
+
+Form::Form(Toolkit& formToolkit, std::string formName, Style formStyle, ui::Tag tag)
+    : toolkit{formToolkit}, name{std::move(formName)}, style{formStyle}
+{
+    if (tag.id > 0)
+        TagText = std::to_string(tag.id);
+}
+
+Form::~Form() = default;
+
+void Form::SetCaption(std::string text)
+{
+    caption = std::move(text);
+    Update(FormPeer::Aspect::Caption);
+}
+
+void Form::SetIconFile(std::string path)
+{
+    iconFile = std::move(path);
+    Update(FormPeer::Aspect::Icon);
+}
+
+void Form::SetPlacement(const Rect& rect)
+{
+    if (rect == placement)
+        return;
+    placement = rect;
+    Update(FormPeer::Aspect::Placement);
+}
+
+void Form::SetState(WindowState value)
+{
+    if (value == state)
+        return;
+    state = value;
+    Update(FormPeer::Aspect::State);
+}
+
+void Form::Realize()
+{
+    if (peer)
+        return;
+    open = true;
+    peer = toolkit.CreatePeer(*this);
+    clientSize = peer->ClientSize();
+    if (layout) {
+        const int inner = layoutWidth > 0 ? layoutWidth - 2 * LayoutMargin : 0;
+        Size size = Measure(*layout, inner);
+        if (layoutWidth > 0)
+            size.width = inner;
+        peer->FitClient({size.width + 2 * LayoutMargin, size.height + 2 * LayoutMargin});
+        clientSize = peer->ClientSize();
+        PlaceControls();
+    }
+}
+
+void Form::Show()
+{
+    Realize();
+    visible = true;
+    peer->Show();
+}
+
+void Form::Hide()
+{
+    visible = false;
+    if (peer)
+        peer->Hide();
+}
+
+void Form::ShowModal()
+{
+    Realize();
+    visible = true;
+    toolkit.RunModal(*this);
+}
+
+bool Form::Close()
+{
+    if (!open)
+        return true;
+    // A handler of the closing that closes again must not run it twice.
+    if (std::exchange(closing, true))
+        return false;
+    const bool refused = Closing && !Closing();
+    closing = false;
+    if (refused)
+        return false;
+    Unload();
+    return true;
+}
+
+void Form::Unload()
+{
+    if (!std::exchange(open, false))
+        return;
+    Hide();
+    for (Control* control : controls)
+        control->SetPeer(nullptr);
+    peer.reset();
+    if (Closed)
+        Closed();
+}
+
+void Form::ShowPopup(Menu& menu, Point at)
+{
+    if (MenuOpening)
+        MenuOpening();
+    if (peer)
+        peer->ShowPopup(menu, at);
+}
+
+void Form::BringToFront()
+{
+    if (peer)
+        peer->BringToFront();
+}
+
+void Form::UserResizes(Size client)
+{
+    clientSize = client;
+    PlaceControls();
+    if (Resize)
+        Resize();
+}
+
+void Form::UserPlaces(const Rect& outer, WindowState newState)
+{
+    if (newState != WindowState::Minimized)
+        placement = outer;
+    state = newState;
+}
+
+void Form::UserCloses()
+{
+    if (style != Style::Splash)
+        Close();
+}
+
+bool Form::UserPresses(const Key& key)
+{
+    if (MenuOpening)
+        MenuOpening();
+    Menu* hit = nullptr;
+    MenuBar.ForEach([&](Menu& item) {
+        if (hit == nullptr && item.Shortcut == key && item.Click)
+            hit = &item;
+    });
+    if (hit != nullptr) {
+        hit->UserClicks();
+        return true;
+    }
+    return KeyDown && KeyDown(key);
+}
+
+void Form::Layout(Cell content, int width)
+{
+    layout = std::move(content);
+    layoutWidth = width;
+}
+
+void Form::PlaceControls()
+{
+    if (layout)
+        Place(*layout, {LayoutMargin, LayoutMargin, clientSize.width - 2 * LayoutMargin,
+                        clientSize.height - 2 * LayoutMargin});
+}
+
+void Form::Update(FormPeer::Aspect aspect)
+{
+    if (peer)
+        peer->Update(aspect);
+}
+
+} // namespace ui

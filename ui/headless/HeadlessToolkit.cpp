@@ -1,0 +1,155 @@
+#include "ui/headless/HeadlessToolkit.h"
+
+#include <algorithm>
+
+namespace ui {
+namespace {
+
+/// Sizes of a plausible font: 90 twips a character, 195 a line.
+class HeadlessControlPeer final : public ControlPeer {
+public:
+    explicit HeadlessControlPeer(const Control& peerControl) : control{peerControl} {}
+    void Update(Aspect) override {}
+    Size Preferred(int width) const override
+    {
+        const int text = static_cast<int>(control.Caption().size()) * 90;
+        const bool isLabel = control.TypeName() == "Label";
+        if (isLabel && width > 0 && text > width)
+            return {width, 195 * ((text + width - 1) / width)};
+        return isLabel ? Size{text, 195} : Size{std::max(text + 240, 1125), 345};
+    }
+
+private:
+    const Control& control;
+};
+
+} // namespace
+
+class HeadlessFormPeer final : public FormPeer {
+public:
+    HeadlessFormPeer(HeadlessToolkit& peerToolkit, Form& peerForm) : toolkit{peerToolkit}, form{peerForm}
+    {
+        toolkit.OpenForms.push_back(&form);
+        for (Control* control : form.Controls())
+            control->SetPeer(std::make_unique<HeadlessControlPeer>(*control));
+        client = {form.Placement().width - 240, form.Placement().height - 840};
+    }
+    ~HeadlessFormPeer() override { std::erase(toolkit.OpenForms, &form); }
+
+    void Update(Aspect aspect) override
+    {
+        if (aspect == Aspect::Placement) {
+            client = {form.Placement().width - 240, form.Placement().height - 840};
+            if (form.IsVisible())
+                form.UserResizes(client);
+        }
+    }
+    void Show() override
+    {
+        if (form.GetStyle() == Form::Style::Sizable)
+            form.UserResizes(client);
+    }
+    void Hide() override {}
+    Size ClientSize() const override { return client; }
+    void FitClient(Size size) override { client = size; }
+    void ShowPopup(Menu& menu, Point) override
+    {
+        if (auto act = std::exchange(toolkit.popup, nullptr))
+            act(menu);
+    }
+    void BringToFront() override {}
+
+private:
+    HeadlessToolkit& toolkit;
+    Form& form;
+    Size client;
+};
+
+std::unique_ptr<FormPeer> HeadlessToolkit::CreatePeer(Form& form)
+{
+    return std::make_unique<HeadlessFormPeer>(*this, form);
+}
+
+void HeadlessToolkit::RunModal(Form& form)
+{
+    const auto script = modals.find(form.Name());
+    if (script == modals.end()) {
+        Unexpected.push_back("modal form " + form.Name());
+        form.Unload();
+        return;
+    }
+    const auto act = std::move(script->second);
+    modals.erase(script);
+    act(form);
+    if (form.IsOpen()) {
+        Unexpected.push_back("modal form " + form.Name() + " was left open");
+        form.Unload();
+    }
+}
+
+Answer HeadlessToolkit::ShowMessage(const MessageBox& message)
+{
+    Messages.push_back(message);
+    if (OnMessage)
+        OnMessage(message);
+    const Answer otherwise = message.buttons == MessageButtons::YesNo ? Answer::No : Answer::Ok;
+    if (ThrowAwayMessages)
+        return otherwise;
+    if (expected.empty() || expected.front().text != message.text || expected.front().icon != message.icon) {
+        Unexpected.push_back("message " + message.text);
+        return otherwise;
+    }
+    const Answer answer = expected.front().answer;
+    expected.pop_front();
+    return answer;
+}
+
+std::optional<std::string> HeadlessToolkit::BrowseForFolder(const std::string& prompt, const std::string&)
+{
+    if (FolderChoices.empty()) {
+        Unexpected.push_back("folder chooser " + prompt);
+        return std::nullopt;
+    }
+    auto choice = std::move(FolderChoices.front());
+    FolderChoices.pop_front();
+    return choice;
+}
+
+void HeadlessToolkit::DoEvents()
+{
+    ++yields;
+    if (OnYield)
+        OnYield(yields);
+}
+
+void HeadlessToolkit::Post(std::function<void()> task)
+{
+    posted.push_back(std::move(task));
+}
+
+void HeadlessToolkit::ExpectMessage(std::string text, Icon icon, Answer answer)
+{
+    expected.push_back({std::move(text), icon, answer});
+}
+
+void HeadlessToolkit::OnModal(std::string formName, std::function<void(Form&)> act)
+{
+    modals.emplace(std::move(formName), std::move(act));
+}
+
+void HeadlessToolkit::RunPosted()
+{
+    while (!posted.empty()) {
+        const auto task = std::move(posted.front());
+        posted.pop_front();
+        task();
+    }
+}
+
+Form* HeadlessToolkit::Find(std::string_view formName) const
+{
+    const auto found = std::ranges::find_if(OpenForms, [&](const Form* form) { return form->Name() == formName; });
+    return found == OpenForms.end() ? nullptr : *found;
+}
+
+} // namespace ui

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "ui/Form.h"
+#include "ui/Toolkit.h"
+
+#include <deque>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace ui {
+
+/// A toolkit without windows: tests script what modal forms and message boxes are answered, and can act inside a
+/// yield. Whatever was not expected is written to Unexpected, which a test must find empty.
+class HeadlessToolkit final : public Toolkit {
+public:
+    std::unique_ptr<FormPeer> CreatePeer(Form& form) override;
+    void RunModal(Form& form) override;
+    Answer ShowMessage(const MessageBox& message) override;
+    std::optional<std::string> BrowseForFolder(const std::string& prompt, const std::string& initial) override;
+    void DoEvents() override;
+    void Post(std::function<void()> task) override;
+    std::vector<Rect> WorkAreas() const override { return Areas; }
+    void SetBusy(bool busy) override { Busy = busy; }
+
+    /// The next message box must have this text and icon; it is answered so.
+    void ExpectMessage(std::string text, Icon icon, Answer answer = Answer::Ok);
+    /// What to do when a modal form of this name opens; used up by one opening. It must close the form.
+    void OnModal(std::string formName, std::function<void(Form&)> act);
+    /// What the next pop-up menu is answered.
+    void OnPopup(std::function<void(Menu&)> act) { popup = std::move(act); }
+
+    /// Called by every DoEvents with its number (1, 2, ...): the user acts in the middle of a load.
+    std::function<void(int yield)> OnYield;
+    /// Called when a message box opens, before it is answered.
+    std::function<void(const MessageBox&)> OnMessage;
+    int Yields() const { return yields; }
+    /// Runs what was posted.
+    void RunPosted();
+
+    std::vector<Rect> Areas{{0, 0, 19200, 15000}};
+    std::deque<std::optional<std::string>> FolderChoices;
+    std::vector<MessageBox> Messages; ///< every box that was shown
+    std::vector<std::string> Unexpected;
+    std::vector<Form*> OpenForms;
+    bool Busy{};
+    bool ThrowAwayMessages{}; ///< any message is answered No or OK without being expected (for fault scenarios)
+
+    /// The open form of this name; null when there is none.
+    Form* Find(std::string_view formName) const;
+
+private:
+    struct Expected {
+        std::string text;
+        Icon icon;
+        Answer answer;
+    };
+    std::deque<Expected> expected;
+    std::multimap<std::string, std::function<void(Form&)>> modals;
+    std::function<void(Menu&)> popup;
+    std::deque<std::function<void()>> posted;
+    int yields{};
+
+    friend class HeadlessFormPeer;
+};
+
+} // namespace ui
