@@ -1,0 +1,33 @@
+#pragma once
+
+#include "app/base/StartUpState.h"
+#include "app/base/StringTable.h"
+#include "ui/Toolkit.h"
+
+#include <cstdint>
+#include <string>
+
+namespace app {
+
+/// Message boxes, titled with the product's caption.
+class Messages {
+public:
+    Messages(ui::Toolkit& toolkit, const StringTable& strings, const StartUpState& state)
+        : toolkit{toolkit}, strings{strings}, state{state} {}
+
+    void Inform(std::string text) { Show(std::move(text), ui::Icon::Information); }
+    void Inform(std::uint16_t id) { Inform(strings.LoadString(id)); }
+    void Stop(std::string text) { Show(std::move(text), ui::Icon::Critical); }
+    void Stop(std::uint16_t id) { Stop(strings.LoadString(id)); }
+    void Plain(std::string text) { Show(std::move(text), ui::Icon::None); }
+    void Plain(std::uint16_t id) { Plain(strings.LoadString(id)); }
+
+private:
+    ui::Toolkit& toolkit;
+    const StringTable& strings;
+    const StartUpState& state;
+
+    void Show(std::string text, ui::Icon icon);
+};
+
+} // namespace app

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "app/base/LoadProgress.h"
+#include "app/base/Messages.h"
+#include "app/base/RegistryAccess.h"
+#include "app/base/Settings.h"
+#include "app/base/StartUpState.h"
+#include "app/base/StringTable.h"
+#include "platform/Platform.h"
+#include "ui/Toolkit.h"
+
+namespace app {
+
+/// What exists once per process. Forms take it whole; classes that hold rules take only the parts they use.
+class Program {
+public:
+    Program(platform::Platform systemPlatform, ui::Toolkit& uiToolkit)
+        : platform{systemPlatform}, toolkit{uiToolkit}, strings{platform.resources}, messages{toolkit, strings, state},
+          settings{platform.registry, state}, registry{platform.registry, messages, toolkit}, progress{toolkit}
+    {
+    }
+
+    platform::Platform platform;
+    ui::Toolkit& toolkit;
+    StartUpState state;
+    StringTable strings;
+    Messages messages;
+    Settings settings;
+    RegistryAccess registry;
+    LoadProgress progress;
+
+    std::string Text(std::uint16_t id) const { return strings.LoadString(id); }
+};
+
+} // namespace app

@@ -1,0 +1,83 @@
+#include "app/base/Settings.h"
+
+#include "platform/Text.h"
+
+namespace app {
+namespace {
+
+using platform::Hive;
+using platform::RegistryValue;
+using platform::ValueType;
+
+std::string SectionKey(std::string_view app, std::string_view section)
+{
+    std::string key = "Software\\VB and VBA Program Settings\\";
+    key.append(app).append("\\").append(section);
+    return key;
+}
+
+} // namespace
+
+std::string Settings::GetSetting(std::string_view app, std::string_view section, std::string_view key,
+                                 std::string_view otherwise) const
+{
+    auto value = registry.Query(Hive::CurrentUser, SectionKey(app, section), key);
+    if (!value || (value->type != ValueType::String && value->type != ValueType::ExpandString))
+        return std::string{otherwise};
+    return std::move(value->data);
+}
+
+platform::Result<> Settings::SaveSetting(std::string_view app, std::string_view section, std::string_view key,
+                                         std::string_view value)
+{
+    const std::string subKey = SectionKey(app, section);
+    const RegistryValue data{ValueType::String, std::string{value}};
+    if (auto saved = registry.Set(Hive::CurrentUser, subKey, key, data);
+        saved || saved.error() != platform::error::FileNotFound)
+        return saved;
+    if (auto created = registry.CreateKey(Hive::CurrentUser, subKey); !created)
+        return created;
+    return registry.Set(Hive::CurrentUser, subKey, key, data);
+}
+
+platform::Result<> Settings::DeleteSetting(std::string_view app, std::string_view section, std::string_view key)
+{
+    return registry.DeleteValue(Hive::CurrentUser, SectionKey(app, section), key);
+}
+
+platform::Result<> Settings::DeleteSetting(std::string_view app, std::string_view section)
+{
+    return registry.DeleteKey(Hive::CurrentUser, SectionKey(app, section));
+}
+
+std::string Settings::Text(std::string_view section, std::string_view key, std::string_view otherwise) const
+{
+    return GetSetting(state.SettingsAppName, section, key, otherwise);
+}
+
+int Settings::Number(std::string_view section, std::string_view key, int otherwise, int low, int high) const
+{
+    return platform::text::ToInt(Text(section, key), otherwise, low, high);
+}
+
+bool Settings::Flag(std::string_view section, std::string_view key, bool otherwise) const
+{
+    return platform::text::ToBool(Text(section, key), otherwise);
+}
+
+platform::Result<> Settings::Save(std::string_view section, std::string_view key, std::string_view value)
+{
+    return SaveSetting(state.SettingsAppName, section, key, value);
+}
+
+platform::Result<> Settings::SaveNumber(std::string_view section, std::string_view key, int value)
+{
+    return Save(section, key, std::to_string(value));
+}
+
+platform::Result<> Settings::SaveFlag(std::string_view section, std::string_view key, bool value)
+{
+    return Save(section, key, value ? "True" : "False");
+}
+
+} // namespace app

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "app/base/StartUpState.h"
+#include "platform/Registry.h"
+
+#include <string>
+#include <string_view>
+
+namespace app {
+
+/// The per-user settings store: text values below
+/// HKEY_CURRENT_USER\Software\VB and VBA Program Settings\<application>\<section>.
+class Settings {
+public:
+    Settings(platform::Registry& registry, const StartUpState& state) : registry{registry}, state{state} {}
+
+    /// A value that is absent, or no text, gives `otherwise`.
+    std::string GetSetting(std::string_view app, std::string_view section, std::string_view key,
+                           std::string_view otherwise = {}) const;
+    /// Creates the section when it is missing.
+    platform::Result<> SaveSetting(std::string_view app, std::string_view section, std::string_view key,
+                                   std::string_view value);
+    platform::Result<> DeleteSetting(std::string_view app, std::string_view section, std::string_view key);
+    /// The whole section with its values.
+    platform::Result<> DeleteSetting(std::string_view app, std::string_view section);
+
+    // The same for the program's own application name.
+    std::string Text(std::string_view section, std::string_view key, std::string_view otherwise = {}) const;
+    /// Whole number clamped to [low, high]; what is no number gives `otherwise`.
+    int Number(std::string_view section, std::string_view key, int otherwise, int low, int high) const;
+    bool Flag(std::string_view section, std::string_view key, bool otherwise) const;
+    platform::Result<> Save(std::string_view section, std::string_view key, std::string_view value);
+    platform::Result<> SaveNumber(std::string_view section, std::string_view key, int value);
+    platform::Result<> SaveFlag(std::string_view section, std::string_view key, bool value);
+
+private:
+    platform::Registry& registry;
+    const StartUpState& state;
+};
+
+} // namespace app

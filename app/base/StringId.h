@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+
+/// Names for the string numbers that the code asks for. Captions stand as plain numbers where a control is declared.
+namespace app::str {
+
+inline constexpr std::uint16_t PreviousInstance = 140, TabWord = 156, TabExcel = 157, TabPowerPoint = 158, TabAll = 159,
+                               TabPhoto = 161, NoWordTemplates = 166, NoExcelTemplates = 167,
+                               NoPowerPointTemplates = 168, TemplateNotFound = 169, TemplatesAvailable = 170,
+                               SetValueFailed = 173, EnumerationFailed = 174, DeleteValueFailed = 182,
+                               TabWordAgain = 184, TabExcelAgain = 185, TabPowerPointAgain = 186, NoPreview = 256,
+                               DriveNotAccessible = 272, TemplatesPathInvalid = 273, UnableToRun = 274,
+                               TemplatesNotAccessible = 275, ResolutionTooLow = 277, NoTemplateFolders = 279,
+                               HelpFilesMissing = 280, CdPathPrompt = 340, TemplatesPathUnreadable = 336,
+                               CancelQuits = 337, SelectedPathUnreadable = 338, MyFavorites = 365, HelpUnavailable = 367,
+                               Office2K = 368, Office97 = 369, OfficeXp = 370, Office11 = 533,
+                               RecentDocumentsSearch = 377, CreateNew = 385, GetMoreTemplates = 388,
+                               ProductCaption = 360, SettingsAppName = 362, ProductName = 390,
+                               InitSettingsUnreadable = 512, InitSettingsReason = 513, InitSettingsAdvice = 514,
+                               PleaseWait = 491, BrowserLoads = 492, PercentDone = 493, Reinstall = 532, EBook = 534,
+                               ReportABug = 524, FavoritesKey = 364;
+
+} // namespace app::str
