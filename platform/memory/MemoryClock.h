@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/Clock.h"
+
+namespace platform::memory {
+
+/// A clock that stands still until it is set. Its time zone is UTC until an offset is set.
+class MemoryClock final : public Clock {
+public:
+    FileTime Now() override { return now; }
+    LocalTime ToLocal(FileTime time) override;
+
+    void Set(FileTime time) { now = time; }
+    void Advance(FileTime steps) { now += steps; }
+    /// Local time minus UTC; one offset the whole year round.
+    void SetOffsetMinutes(int minutes) { offsetMinutes = minutes; }
+
+    /// The moment that a wall clock in UTC shows so.
+    static FileTime At(const LocalTime& utc);
+
+private:
+    FileTime now{At({2004, 3, 17, 15, 4, 5})};
+    int offsetMinutes{};
+};
+
+} // namespace platform::memory

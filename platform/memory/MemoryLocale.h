@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/Locale.h"
+
+namespace platform::memory {
+
+/// The regional settings of the United States.
+class MemoryLocale final : public Locale {
+public:
+    std::string ShortDate(const LocalTime& time) override;  ///< "3/7/2004"
+    std::string MediumTime(const LocalTime& time) override; ///< "05:07 PM"
+    int Compare(std::string_view a, std::string_view b) override;
+    char DecimalSeparator() override { return decimalSeparator; }
+
+    void SetDecimalSeparator(char separator) { decimalSeparator = separator; }
+
+private:
+    char decimalSeparator{'.'};
+};
+
+} // namespace platform::memory

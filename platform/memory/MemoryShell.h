@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/Shell.h"
+#include "platform/memory/FaultPlan.h"
+#include "platform/memory/MemoryFileSystem.h"
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <vector>
+
+namespace platform::memory {
+
+/// Opens nothing; records what it was asked for. A target that is there, or a web address, opens (42); a missing one
+/// gives 2, a file whose ending was made unknown 31. A program starts when its file is there.
+class MemoryShell final : public Shell {
+public:
+    struct Started {
+        std::string application;
+        std::string commandLine;
+        WindowStyle style{};
+        friend bool operator==(const Started&, const Started&) = default;
+    };
+
+    MemoryShell(FaultPlan& plan, const MemoryFileSystem& fileSystem) : faults{plan}, files{fileSystem} {}
+
+    int Open(std::string_view target) override;
+    Result<> Run(std::string_view application, std::string_view commandLine, WindowStyle style) override;
+    Result<std::string> FolderPath(KnownFolder folder) override;
+
+    /// Every target and program asked for, refused ones too, in order.
+    const std::vector<std::string>& Opened() const { return opened; }
+    const std::vector<Started>& Runs() const { return runs; }
+    void Forget();
+
+    /// No program opens files with this ending (".pdf") any more.
+    void RemoveAssociation(std::string_view ending);
+    /// What Open answers to this target, or to every target.
+    void SetOpenResult(std::string_view target, int result);
+    void SetOpenResult(int result) { answerToAll = result; }
+    /// Stands in for the programs that are started: it does what they do and decides whether they start. Without one
+    /// they start and do nothing.
+    void OnRun(std::function<Result<>(const Started&)> program) { standIn = std::move(program); }
+    void SetFolderPath(KnownFolder folder, Result<std::string> path);
+
+private:
+    FaultPlan& faults;
+    const MemoryFileSystem& files;
+    std::vector<std::string> opened;
+    std::vector<Started> runs;
+    std::set<std::string> unknownEndings;
+    std::map<std::string, int> answers; // by folded target
+    std::optional<int> answerToAll;
+    std::function<Result<>(const Started&)> standIn;
+    std::map<KnownFolder, Result<std::string>> folders{
+        {KnownFolder::Personal, "C:\\Users\\User\\Documents"},
+        {KnownFolder::ProgramFolder, "C:\\Program Files\\Template Browser"},
+    };
+};
+
+} // namespace platform::memory
