@@ -76,7 +76,7 @@ std::string Normalized(std::string_view path)
     std::string result;
     result.reserve(start.size());
     if (start.size() > 2 && IsSeparator(start[0]) && IsSeparator(start[1]))
-        result = "\\"; // the second one of a share's two follows below
+        result += '\\'; // the second one of a share's two follows below
     const std::size_t shareLength = 2 * result.size();
     for (const char c : start) {
         if (!IsSeparator(c))

@@ -1,0 +1,58 @@
+#include "platform/win32/Native.h"
+
+#include "platform/Path.h"
+#include "platform/Utf.h"
+
+#include <algorithm>
+
+namespace platform::win32 {
+
+namespace {
+
+// A new folder's path must leave room for an 8.3 name below it, which makes 248 the shortest of the system's bounds;
+// List appends two characters.
+constexpr std::size_t shortPath = 245;
+
+} // namespace
+
+std::wstring ToUtf16(std::string_view text)
+{
+    return utf::ToUtf16<wchar_t>(text);
+}
+
+std::string ToUtf8(std::wstring_view text)
+{
+    return utf::ToUtf8<wchar_t>(text);
+}
+
+std::string CutToUtf8(std::wstring_view text)
+{
+    if (!text.empty() && IS_HIGH_SURROGATE(text.back()))
+        text.remove_suffix(1);
+    return ToUtf8(text);
+}
+
+Result<std::wstring> ToNativePath(std::string_view path)
+{
+    constexpr auto impossible = [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 || std::string_view{"<>:\"|?*"}.find(c) != std::string_view::npos;
+    };
+    if (!path::IsAbsolute(path) || std::ranges::any_of(path.substr(2), impossible))
+        return std::unexpected{error::InvalidName};
+
+    const std::wstring normalized = ToUtf16(path::Normalized(path));
+    std::wstring full(normalized.size() + 2, L'\0');
+    const DWORD length = GetFullPathNameW(normalized.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);
+    if (length == 0)
+        return LastError();
+    if (length >= full.size()) // only devices get longer
+        return std::unexpected{error::InvalidName};
+    full.resize(length);
+    if (full.starts_with(L"\\\\.\\"))
+        return std::unexpected{error::InvalidName};
+    if (full.size() < shortPath)
+        return full;
+    return full.starts_with(L"\\\\") ? L"\\\\?\\UNC" + full.substr(1) : L"\\\\?\\" + full;
+}
+
+} // namespace platform::win32

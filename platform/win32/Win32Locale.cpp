@@ -1,0 +1,65 @@
+#include "platform/win32/Win32Locale.h"
+
+#include "platform/win32/Native.h"
+
+#include <iterator>
+
+namespace platform::win32 {
+
+namespace {
+
+SYSTEMTIME ToSystemTime(const LocalTime& time)
+{
+    const auto word = [](int number) { return static_cast<WORD>(number); };
+    SYSTEMTIME result{};
+    result.wYear = word(time.year);
+    result.wMonth = word(time.month);
+    result.wDay = word(time.day);
+    result.wHour = word(time.hour);
+    result.wMinute = word(time.minute);
+    result.wSecond = word(time.second);
+    return result;
+}
+
+/// What a formatting function wrote, which counts its terminator; "" when it failed.
+std::string Formatted(const wchar_t* text, int lengthWithTerminator)
+{
+    return lengthWithTerminator > 0 ? ToUtf8({text, static_cast<std::size_t>(lengthWithTerminator) - 1})
+                                    : std::string{};
+}
+
+} // namespace
+
+std::string Win32Locale::ShortDate(const LocalTime& time)
+{
+    const SYSTEMTIME moment = ToSystemTime(time);
+    wchar_t text[128];
+    return Formatted(text, GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &moment, nullptr, text,
+                                          static_cast<int>(std::size(text))));
+}
+
+std::string Win32Locale::MediumTime(const LocalTime& time)
+{
+    const SYSTEMTIME moment = ToSystemTime(time);
+    wchar_t text[128];
+    return Formatted(
+        text, GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &moment, L"hh:mm tt", text, static_cast<int>(std::size(text))));
+}
+
+int Win32Locale::Compare(std::string_view a, std::string_view b)
+{
+    const std::wstring first = ToUtf16(a);
+    const std::wstring second = ToUtf16(b);
+    const int order = CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, first.data(), static_cast<int>(first.size()),
+                                     second.data(), static_cast<int>(second.size()));
+    return order == 0 ? first.compare(second) : order - CSTR_EQUAL;
+}
+
+char Win32Locale::DecimalSeparator()
+{
+    wchar_t text[8];
+    const int length = GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, text, static_cast<int>(std::size(text)));
+    return length > 1 && text[0] < 0x80 ? static_cast<char>(text[0]) : '.';
+}
+
+} // namespace platform::win32

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/Locale.h"
+
+namespace platform::win32 {
+
+class Win32Locale final : public Locale {
+public:
+    std::string ShortDate(const LocalTime& time) override;
+    std::string MediumTime(const LocalTime& time) override;
+    int Compare(std::string_view a, std::string_view b) override;
+    char DecimalSeparator() override;
+};
+
+} // namespace platform::win32

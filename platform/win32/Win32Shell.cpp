@@ -1,0 +1,84 @@
+#include "platform/win32/Win32Shell.h"
+
+#include "platform/Path.h"
+#include "platform/win32/Handle.h"
+#include "platform/win32/Native.h"
+
+namespace platform::win32 {
+
+namespace {
+
+constexpr int lastErrorResult = 32; // of the shell: results above it mean that it worked
+
+Result<std::string> DocumentsFolder()
+{
+    wchar_t path[MAX_PATH];
+    const HRESULT result = SHGetFolderPathW(nullptr, CSIDL_PERSONAL, nullptr, SHGFP_TYPE_CURRENT, path);
+    if (FAILED(result))
+        return std::unexpected{Error{static_cast<std::uint32_t>(HRESULT_CODE(result))}};
+    if (result != S_OK) // the role has no folder on this machine
+        return std::unexpected{error::PathNotFound};
+    return path::Normalized(ToUtf8(path));
+}
+
+Result<std::string> ProgramFolder()
+{
+    std::wstring path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+        if (length == 0)
+            return LastError();
+        if (length < path.size())
+            return path::Parent(ToUtf8({path.data(), length}));
+        path.resize(path.size() * 2);
+    }
+}
+
+} // namespace
+
+int Win32Shell::Open(std::string_view target)
+{
+    if (target.contains('\0')) // would be cut there and open something else
+        return SE_ERR_FNF;
+    const std::wstring file = ToUtf16(target);
+    SHELLEXECUTEINFOW request{};
+    request.cbSize = sizeof request;
+    request.fMask = SEE_MASK_FLAG_NO_UI; // the program says itself what went wrong
+    request.lpVerb = L"open";
+    request.lpFile = file.c_str();
+    request.nShow = SW_SHOWNORMAL;
+    const bool worked = ShellExecuteExW(&request) != FALSE;
+    const int result = static_cast<int>(reinterpret_cast<INT_PTR>(request.hInstApp));
+    if (worked || result <= lastErrorResult)
+        return result;
+    return SE_ERR_NOASSOC;
+}
+
+Result<> Win32Shell::Run(std::string_view application, std::string_view commandLine, WindowStyle style)
+{
+    const auto path = ToNativePath(application);
+    if (!path)
+        return std::unexpected{path.error()};
+    if (commandLine.contains('\0'))
+        return std::unexpected{error::InvalidParameter};
+    std::wstring line = ToUtf16(commandLine); // the system writes into it
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    start.dwFlags = STARTF_USESHOWWINDOW;
+    start.wShowWindow = static_cast<WORD>(style);
+    PROCESS_INFORMATION process{};
+    // The default error mode: programs that we start tell of missing disks in their own way.
+    if (!CreateProcessW(path->c_str(), line.data(), nullptr, nullptr, FALSE, CREATE_DEFAULT_ERROR_MODE, nullptr,
+                        nullptr, &start, &process))
+        return LastError();
+    const ObjectHandle processHandle{process.hProcess};
+    const ObjectHandle threadHandle{process.hThread};
+    return {};
+}
+
+Result<std::string> Win32Shell::FolderPath(KnownFolder folder)
+{
+    return folder == KnownFolder::Personal ? DocumentsFolder() : ProgramFolder();
+}
+
+} // namespace platform::win32
