@@ -2,7 +2,7 @@
 
 namespace app {
 
-void LoadProgress::Increment()
+bool LoadProgress::Increment()
 {
     if (ProgressCount < 100 && !ProgressStopped) {
         ++ProgressCount;
@@ -10,6 +10,7 @@ void LoadProgress::Increment()
             Show(ProgressCount);
     }
     toolkit.DoEvents();
+    return !Cancelled;
 }
 
 } // namespace app

@@ -5,7 +5,7 @@
 /// Names for the string numbers that the code asks for. Captions stand as plain numbers where a control is declared.
 namespace app::str {
 
-inline constexpr std::uint16_t PreviousInstance = 140, TabWord = 156, TabExcel = 157, TabPowerPoint = 158, TabAll = 159,
+inline constexpr std::uint16_t FileNotFound = 126, PreviousInstance = 140, TabWord = 156, TabExcel = 157, TabPowerPoint = 158, TabAll = 159,
                                TabPhoto = 161, NoWordTemplates = 166, NoExcelTemplates = 167,
                                NoPowerPointTemplates = 168, TemplateNotFound = 169, TemplatesAvailable = 170,
                                SetValueFailed = 173, EnumerationFailed = 174, DeleteValueFailed = 182,

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "app/base/Program.h"
+#include "ui/TabStrip.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace browser {
+
+/// The tabs above the list. "All" is always there; the others can be hidden and shown again.
+class FileTypeTabs {
+public:
+    /// One tab that can be hidden.
+    struct Type {
+        std::string_view key;
+        std::string_view setting; ///< key in section "Browser"
+        int caption;              ///< string number
+        int captionAgain;         ///< string number of the caption after it was hidden and shown
+        int toolTip;              ///< string number
+        std::string_view image;
+    };
+    static std::span<const Type> Types();
+
+    FileTypeTabs(app::Program& program, ui::TabStrip& strip);
+
+    /// All tabs, then without those that the settings hide; the stored tab is selected when it is there.
+    void Restore();
+    bool IsShown(std::string_view key) const { return strip.Has(key); }
+    /// Hides a tab or shows it again, and remembers it. A hidden tab that was selected gives way to "All"; one that is
+    /// shown again is selected.
+    void Toggle(std::string_view key);
+    /// Stores the selected tab as the one to come back to.
+    void RememberSelection();
+    /// The neighbour of the selected tab, round the end.
+    void SelectNext(bool backwards);
+
+    /// Whether files of this type (position among the template extensions) show under the tab.
+    static bool Shows(std::string_view tab, std::size_t type);
+
+private:
+    app::Program& program;
+    ui::TabStrip& strip;
+};
+
+} // namespace browser

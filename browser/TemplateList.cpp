@@ -1,0 +1,208 @@
+#include "browser/TemplateList.h"
+
+#include "app/base/StringId.h"
+#include "browser/FileTypeTabs.h"
+#include "library/CategoryPath.h"
+#include "library/TemplateFiles.h"
+#include "platform/Path.h"
+#include "platform/Text.h"
+
+#include <algorithm>
+
+namespace browser {
+namespace {
+
+using library::TemplateExtensions;
+using library::TemplateTypeOf;
+namespace path = platform::path;
+namespace text = platform::text;
+
+} // namespace
+
+TemplateList::TemplateList(app::Program& program, ui::ListView& view) : program{program}, view{view}
+{
+    static constexpr const char* typeImages[] = {"word", "excel", "ppt", "pdf", "photo"};
+    static_assert(std::size(typeImages) == TemplateExtensions.size());
+    for (int i = 0; i < static_cast<int>(std::size(typeImages)); ++i) {
+        view.LargeImages.SetNamed(i + 1, typeImages[i]);
+        view.SmallImages.SetNamed(i + 3, typeImages[i]);
+    }
+    // The small pictures of the types stand behind those of a folder.
+    view.SmallImages.SetNamed(1, "folder");
+    view.SmallImages.SetNamed(2, "folder-open");
+    view.SetModel(this);
+
+    std::size_t entry = 0;
+    for (std::string& name : text::Split(program.settings.Text("Options", "ExcludedTemplates"), '|'))
+        if (!name.empty() && entry < ExcludedNames.size())
+            ExcludedNames[entry++] = std::move(name);
+}
+
+void TemplateList::FillCategory(const std::string& category, std::string_view tab)
+{
+    Clear();
+    const unsigned thisFill = fill;
+    const std::string folder = library::DiskPath(program.state.TemplatesPath, category);
+    const auto listing = program.platform.files.List(folder);
+    const std::string shownTab{tab};
+    std::vector<Row> filled;
+    for (std::size_t type = 0; type < TemplateExtensions.size(); ++type) {
+        program.toolkit.DoEvents();
+        if (fill != thisFill)
+            return; // the user went on to another folder
+        if (!listing || !FileTypeTabs::Shows(shownTab, type))
+            continue;
+        for (const platform::FileEntry& entry : *listing) {
+            if (!library::IsPlainFile(entry) || TemplateTypeOf(entry.name) != type)
+                continue;
+            std::string baseName = text::Trimmed(path::WithoutLastFour(text::Trimmed(entry.name)));
+            if (!IsExcluded(baseName))
+                filled.push_back({std::move(baseName), entry.name, folder, category, type, true, entry.size, entry.modified});
+        }
+    }
+    rows = std::move(filled);
+    Finish(shownTab);
+}
+
+void TemplateList::FillFavorites(const std::vector<std::string>& favorites, const ui::TreeView& nodes,
+                                 std::string_view tab)
+{
+    Clear();
+    const std::string createNew = program.Text(app::str::CreateNew);
+    for (const std::string& favorite : favorites) {
+        const auto type = std::ranges::find(TemplateExtensions, path::LastFour(favorite));
+        if (type == TemplateExtensions.end())
+            continue;
+        Row row;
+        row.type = static_cast<std::size_t>(type - TemplateExtensions.begin());
+        if (!FileTypeTabs::Shows(tab, row.type))
+            continue;
+        const std::string folder = path::Parent(favorite);
+        row.file = path::Name(favorite);
+        row.text = path::WithoutLastFour(row.file);
+        row.folder = library::DiskPath(program.state.TemplatesPath, folder);
+        nodes.ForEach([&](ui::TreeView::Node& node) {
+            if (!library::FolderTree::IsCategory(node) ||
+                !text::EqualIgnoringCase(library::WithoutCreateNew(library::FolderTree::PathOf(node), createNew), folder))
+                return true;
+            row.inFolder = folder;
+            if (const auto entry = program.platform.files.Stat(FullPath(row))) {
+                row.hasDetails = true;
+                row.size = entry->size;
+                row.modified = entry->modified;
+            }
+            return false;
+        });
+        rows.push_back(std::move(row));
+    }
+    Finish(tab);
+}
+
+void TemplateList::Clear()
+{
+    ++fill;
+    rows.clear();
+    view.SetEmptyText({});
+    view.Refill();
+}
+
+void TemplateList::Finish(std::string_view tab)
+{
+    if (sortColumn >= 0)
+        Sort();
+    std::string emptyText;
+    if (rows.empty()) {
+        if (tab == "Word")
+            emptyText = program.Text(app::str::NoWordTemplates);
+        else if (tab == "Excel")
+            emptyText = program.Text(app::str::NoExcelTemplates);
+        else if (tab == "PPT")
+            emptyText = program.Text(app::str::NoPowerPointTemplates);
+        else
+            emptyText = "0 " + program.Text(app::str::TemplatesAvailable);
+    }
+    view.SetEmptyText(std::move(emptyText));
+    view.Refill();
+}
+
+void TemplateList::SortBy(int column)
+{
+    sortAscending = column == sortColumn ? !sortAscending : true;
+    sortColumn = column;
+    view.SetSort(sortColumn, sortAscending);
+    const Row* selected = Selected();
+    const std::string selectedPath = selected != nullptr ? FullPath(*selected) : std::string{};
+    Sort();
+    const auto now = std::ranges::find_if(rows, [&](const Row& row) { return FullPath(row) == selectedPath; });
+    view.Reordered(selectedPath.empty() || now == rows.end() ? -1 : static_cast<int>(now - rows.begin()));
+}
+
+void TemplateList::Sort()
+{
+    const auto order = [this](const Row& a, const Row& b) -> int {
+        const auto byNumber = [](auto x, auto y) { return x < y ? -1 : (y < x ? 1 : 0); };
+        switch (sortColumn) {
+        case FolderColumn:
+            return program.platform.locale.Compare(a.inFolder, b.inFolder);
+        case SizeColumn:
+            return byNumber(a.size, b.size);
+        case ModifiedColumn:
+            return byNumber(a.modified, b.modified);
+        default:
+            return program.platform.locale.Compare(a.text, b.text);
+        }
+    };
+    std::ranges::stable_sort(rows, [&](const Row& a, const Row& b) {
+        return sortAscending ? order(a, b) < 0 : order(b, a) < 0;
+    });
+}
+
+std::string TemplateList::Text(int row, int column) const
+{
+    const Row& item = At(row);
+    switch (column) {
+    case FolderColumn:
+        return item.inFolder;
+    case SizeColumn:
+        return item.hasDetails ? SizeText(item.size) : std::string{};
+    case ModifiedColumn:
+        return item.hasDetails ? ModifiedText(item.modified) : std::string{};
+    default:
+        return item.text;
+    }
+}
+
+const TemplateList::Row* TemplateList::Selected() const
+{
+    const int row = view.Selected();
+    return row >= 0 && row < Rows() ? &At(row) : nullptr;
+}
+
+std::string TemplateList::FullPath(const Row& row)
+{
+    return path::Join(row.folder, row.file);
+}
+
+std::string TemplateList::SizeText(std::uint64_t bytes)
+{
+    return std::to_string(bytes / 1024) + "KB";
+}
+
+std::string TemplateList::ModifiedText(platform::FileTime time) const
+{
+    const platform::LocalTime local = program.platform.clock.ToLocal(time);
+    return program.platform.locale.ShortDate(local) + " " + program.platform.locale.MediumTime(local);
+}
+
+bool TemplateList::IsExcluded(const std::string& baseName) const
+{
+    for (const std::string& excluded : ExcludedNames) {
+        if (excluded.empty())
+            return false;
+        if (excluded == baseName)
+            return true;
+    }
+    return false;
+}
+
+} // namespace browser

@@ -1,0 +1,17 @@
+#include "library/FolderListings.h"
+
+namespace library {
+
+const FolderListings::Listing& FolderListings::Of(const std::string& folder)
+{
+    const auto [entry, isNew] = listings.try_emplace(folder);
+    if (isNew) {
+        entry->second = files.List(folder);
+        if (!entry->second && (entry->second.error() == platform::error::FileNotFound ||
+                               entry->second.error() == platform::error::PathNotFound))
+            entry->second.emplace();
+    }
+    return entry->second;
+}
+
+} // namespace library

@@ -1,0 +1,112 @@
+#include "library/FolderTable.h"
+
+#include "library/CategoryPath.h"
+#include "library/TemplateFiles.h"
+#include "platform/Text.h"
+
+#include <algorithm>
+#include <deque>
+
+namespace library {
+namespace {
+
+constexpr std::string_view True = "True";
+constexpr std::string_view False = "False";
+
+} // namespace
+
+void FolderTable::ClearFolderTable()
+{
+    for (auto& row : cells)
+        row.fill({});
+    firstRow.clear();
+}
+
+void FolderTable::BuildFolderTable(const FolderWalk& walk, FolderListings& listings, app::LoadProgress& progress,
+                                   const std::string& templatesPath)
+{
+    ClearFolderTable();
+    // Level by level: a parent's row stands before its children's.
+    std::deque<std::size_t> waiting(walk.Roots().begin(), walk.Roots().end());
+    for (std::size_t row = 1; !waiting.empty() && row < Rows; ++row) {
+        const FolderWalk::Node& node = walk.Nodes()[waiting.front()];
+        waiting.pop_front();
+        AddRow(row, walk, node);
+        if (!progress.Increment() || !TestFolderForTemplates(row, node, listings, templatesPath))
+            return;
+        std::ranges::copy(node.children, std::back_inserter(waiting));
+    }
+}
+
+void FolderTable::AddRow(std::size_t row, const FolderWalk& walk, const FolderWalk::Node& node)
+{
+    auto& cell = cells[row];
+    cell[Name] = node.name;
+    if (node.parent >= 0) {
+        const FolderWalk::Node& parent = walk.Nodes()[static_cast<std::size_t>(node.parent)];
+        cell[Path] = node.path;
+        cell[ParentRow] = std::to_string(FindFolderRow(parent.parent < 0 ? std::string_view{} : parent.path, parent.name));
+    }
+    firstRow.try_emplace({cell[Path], cell[Name]}, row);
+    cells[0][Name] = std::to_string(row);
+}
+
+bool FolderTable::TestFolderForTemplates(std::size_t row, const FolderWalk::Node& node, FolderListings& listings,
+                                         const std::string& templatesPath)
+{
+    const std::string folder = DiskPath(templatesPath, node.path);
+    const auto& listing = listings.Of(folder);
+    if (!listing) {
+        cells[row][HasTemplates] = False;
+        return false;
+    }
+    std::array<bool, TemplateExtensions.size()> found{};
+    for (const platform::FileEntry& entry : *listing)
+        if (IsPlainFile(entry))
+            if (const auto type = TemplateTypeOf(entry.name))
+                found[*type] = true;
+
+    for (const bool isThere : found) {
+        if (isThere) {
+            MarkWithAncestors(row);
+            ++TemplateTypeCount;
+        } else if (cells[row][HasTemplates] != True) {
+            cells[row][HasTemplates] = False;
+        }
+    }
+    // An empty category is litter. Only the call that the system refuses for a folder with anything in it is used,
+    // what lies behind a link belongs to somebody else, and a refusal changes nothing.
+    if (listing->empty() && !node.behindLink)
+        (void)files.RemoveFolder(folder);
+    return true;
+}
+
+void FolderTable::MarkWithAncestors(std::size_t row)
+{
+    while (row > 0 && row < Rows) {
+        cells[row][HasTemplates] = True;
+        const std::string& parent = cells[row][ParentRow];
+        if (parent.empty())
+            return;
+        row = static_cast<std::size_t>(platform::text::ToInt(parent, 0, 0, static_cast<int>(Rows) - 1));
+    }
+}
+
+std::size_t FolderTable::FindFolderRow(std::string_view path, std::string_view name) const
+{
+    const auto found = firstRow.find(std::pair<std::string, std::string>{path, name});
+    return found == firstRow.end() ? 0 : found->second;
+}
+
+std::size_t FolderTable::Count() const
+{
+    return static_cast<std::size_t>(platform::text::ToInt(cells[0][Name], 0, 0, static_cast<int>(Rows) - 1));
+}
+
+const std::string& FolderTable::PathOf(std::size_t row) const
+{
+    const auto& cell = cells.at(row);
+    return cell[Path].empty() ? cell[Name] : cell[Path];
+}
+
+} // namespace library

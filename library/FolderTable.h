@@ -1,0 +1,59 @@
+#pragma once
+
+#include "app/base/LoadProgress.h"
+#include "library/FolderListings.h"
+#include "library/FolderWalk.h"
+
+#include <array>
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace library {
+
+/// The library's folders as a table of texts: 501 rows (0 to 500) by 7 columns. Row 0 holds the count of rows in use
+/// in column 0; the other rows hold one folder each.
+class FolderTable {
+public:
+    static constexpr std::size_t Rows = 501;
+    static constexpr std::size_t Columns = 7;
+    enum Column : std::size_t {
+        Name = 0,         ///< last path component
+        HasTemplates = 1, ///< "True" when the folder or one below it holds a template, else "False"
+        Path = 5,         ///< relative path; "" for a top-level folder, whose path is its name
+        ParentRow = 6     ///< decimal; "" for a top-level folder
+    };
+
+    explicit FolderTable(platform::FileSystem& files) : files{files} {}
+
+    void ClearFolderTable();
+    /// Records the walked folders, marks those with templates and their ancestors, and removes from the disk the
+    /// folders that are entirely empty. A 501st folder, or one that cannot be read, ends the pass with what was
+    /// recorded so far.
+    void BuildFolderTable(const FolderWalk& walk, FolderListings& listings, app::LoadProgress& progress,
+                          const std::string& templatesPath);
+    /// The first row with this path (column Path) and name, letter case counting; 0 when there is none.
+    std::size_t FindFolderRow(std::string_view path, std::string_view name) const;
+
+    const std::string& Cell(std::size_t row, std::size_t column) const { return cells.at(row).at(column); }
+    /// Rows in use, as row 0 says.
+    std::size_t Count() const;
+    /// The folder's path relative to the templates path.
+    const std::string& PathOf(std::size_t row) const;
+
+    /// Counts every (folder, ending) pair for which a template was found, over all passes.
+    int TemplateTypeCount{};
+
+private:
+    platform::FileSystem& files;
+    std::array<std::array<std::string, Columns>, Rows> cells;
+    /// Speeds FindFolderRow up: (path, name) to the first such row.
+    std::map<std::pair<std::string, std::string>, std::size_t, std::less<>> firstRow;
+
+    void AddRow(std::size_t row, const FolderWalk& walk, const FolderWalk::Node& node);
+    bool TestFolderForTemplates(std::size_t row, const FolderWalk::Node& node, FolderListings& listings,
+                                const std::string& templatesPath);
+    void MarkWithAncestors(std::size_t row);
+};
+
+} // namespace library

@@ -1,0 +1,123 @@
+#include "library/FolderWalk.h"
+
+#include "app/base/StringId.h"
+#include "library/CategoryPath.h"
+#include "platform/Path.h"
+#include "platform/Text.h"
+
+namespace library {
+namespace {
+
+constexpr std::string_view Previews = "Previews";
+
+/// Sub-folder names that one folder of the second level can hold; one more ends the walk there.
+constexpr std::size_t ThirdLevelNames = 101;
+
+} // namespace
+
+FolderWalk::FolderWalk(const app::StringTable& strings, app::LoadProgress& progress, FolderListings& listings,
+                       std::string templatesPath)
+    : strings{strings}, progress{progress}, listings{listings}, templatesPath{std::move(templatesPath)}
+{
+}
+
+void FolderWalk::Run()
+{
+    if (!WalkTopLevel())
+        return;
+    for (std::size_t i = 0; i < roots.size(); ++i)
+        if (!ScanForSubfolders(roots[i]))
+            return;
+    for (std::size_t i = 0; i < roots.size(); ++i)
+        for (std::size_t c = 0; c < nodes[roots[i]].children.size(); ++c)
+            if (!WalkThirdLevel(nodes[roots[i]].children[c]))
+                return;
+}
+
+bool FolderWalk::WalkTopLevel()
+{
+    const auto& listing = listings.Of(DiskPath(templatesPath, ""));
+    if (!listing)
+        return false;
+    const std::string recentSearch = strings.LoadString(app::str::RecentDocumentsSearch);
+    for (const platform::FileEntry& entry : *listing) {
+        if (!IsCategory(entry))
+            continue;
+        if (platform::text::IsNumeric(entry.name)) {
+            // A key that is a number would be taken for a position.
+            AddNode(-1, entry.name + "_TS", entry, entry.name);
+        } else if (entry.name != recentSearch) {
+            if (AddNode(-1, entry.name, entry, entry.name))
+                folderNames.push_back(entry.name);
+        }
+        if (!progress.Increment())
+            return false;
+    }
+    return true;
+}
+
+bool FolderWalk::ScanForSubfolders(std::size_t parent)
+{
+    const auto& listing = listings.Of(DiskPath(templatesPath, nodes[parent].path));
+    if (!listing)
+        return false;
+    for (const platform::FileEntry& entry : *listing) {
+        // The scan stops at the first picture or at "Previews": what the system lists after that is missed, and
+        // libraries are laid out so that nothing stands there.
+        if (platform::path::LastFour(entry.name) == ".jpg" || entry.name == Previews)
+            break;
+        if (IsCategory(entry))
+            AddChild(parent, entry);
+    }
+    return progress.Increment();
+}
+
+bool FolderWalk::WalkThirdLevel(std::size_t child)
+{
+    const auto& listing = listings.Of(DiskPath(templatesPath, nodes[child].path));
+    if (!listing)
+        return false;
+    std::vector<const platform::FileEntry*> names;
+    for (const platform::FileEntry& entry : *listing) {
+        if (!IsCategory(entry))
+            continue;
+        if (names.size() == ThirdLevelNames)
+            return false;
+        names.push_back(&entry);
+    }
+    for (const platform::FileEntry* entry : names) {
+        if (!AddChild(child, *entry))
+            continue;
+        if (!ScanForSubfolders(nodes.size() - 1))
+            return false;
+    }
+    return true;
+}
+
+bool FolderWalk::AddChild(std::size_t parent, const platform::FileEntry& entry)
+{
+    std::string key = nodes[parent].key + "\\" + entry.name;
+    std::string path = nodes[parent].path + "\\" + entry.name;
+    if (!AddNode(static_cast<int>(parent), std::move(key), entry, path))
+        return false;
+    folderNames.push_back(std::move(path));
+    return true;
+}
+
+bool FolderWalk::AddNode(int parent, std::string key, const platform::FileEntry& entry, std::string path)
+{
+    if (!keys.insert(key).second)
+        return false;
+    const std::size_t index = nodes.size();
+    const bool behindLink = entry.IsLink() || (parent >= 0 && nodes[static_cast<std::size_t>(parent)].behindLink);
+    nodes.push_back({std::move(key), entry.name, std::move(path), behindLink, parent, {}});
+    (parent < 0 ? roots : nodes[static_cast<std::size_t>(parent)].children).push_back(index);
+    return true;
+}
+
+bool FolderWalk::IsCategory(const platform::FileEntry& entry)
+{
+    return entry.IsFolder() && entry.name != Previews;
+}
+
+} // namespace library

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "app/base/LoadProgress.h"
+#include "app/base/StringTable.h"
+#include "library/FolderListings.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+namespace library {
+
+/// The first pass over the library: every category folder, four levels deep, as a plain tree.
+class FolderWalk {
+public:
+    struct Node {
+        std::string key;
+        std::string name; ///< last path component
+        std::string path; ///< relative to the templates path
+        bool behindLink{}; ///< a junction or symbolic link, or below one: shown, but nothing is removed there
+        int parent{-1}; ///< index into Nodes; -1 for a top-level folder
+        std::vector<std::size_t> children;
+    };
+
+    FolderWalk(const app::StringTable& strings, app::LoadProgress& progress, FolderListings& listings,
+               std::string templatesPath);
+
+    /// Walks until the end, a bound or a folder that cannot be read; what was found until then stays.
+    void Run();
+
+    const std::vector<Node>& Nodes() const { return nodes; }
+    const std::vector<std::size_t>& Roots() const { return roots; }
+    /// The relative paths in the order found; numeric top-level names are not among them.
+    const std::vector<std::string>& FolderNames() const { return folderNames; }
+
+private:
+    const app::StringTable& strings;
+    app::LoadProgress& progress;
+    FolderListings& listings;
+    std::string templatesPath;
+    std::vector<Node> nodes;
+    std::vector<std::size_t> roots;
+    std::vector<std::string> folderNames;
+    std::unordered_set<std::string> keys;
+
+    bool WalkTopLevel();
+    bool ScanForSubfolders(std::size_t parent);
+    bool WalkThirdLevel(std::size_t child);
+    /// False when the key is taken.
+    bool AddNode(int parent, std::string key, const platform::FileEntry& entry, std::string path);
+    bool AddChild(std::size_t parent, const platform::FileEntry& entry);
+    static bool IsCategory(const platform::FileEntry& entry);
+};
+
+} // namespace library

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+
+#include <array>
+#include <optional>
+#include <string_view>
+
+namespace library {
+
+/// The endings that make a file a template. The position chooses icons and launch rules.
+inline constexpr std::array<std::string_view, 5> TemplateExtensions{".swt", ".ccw", ".prt", ".pdf", ".mst"};
+
+enum TemplateType : std::size_t { WordTemplate, SpreadsheetTemplate, PresentationTemplate, PdfTemplate, PhotoTemplate };
+
+/// Position of the name's ending among the template extensions, letter case ignored. The real last four characters
+/// count, so that a short name on the disk never lets "x.swtx" through.
+std::optional<std::size_t> TemplateTypeOf(std::string_view name);
+
+/// Neither a folder nor hidden nor a system file: what a plain directory listing shows.
+bool IsPlainFile(const platform::FileEntry& entry);
+
+} // namespace library

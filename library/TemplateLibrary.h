@@ -1,0 +1,58 @@
+#pragma once
+
+#include "app/base/Program.h"
+#include "library/FolderTable.h"
+#include "library/FolderTree.h"
+#include "ui/TreeView.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace library {
+
+/// The library as the main window shows it: reads the folders from the disk into the folder table and the tree view.
+class TemplateLibrary {
+public:
+    TemplateLibrary(app::Program& program, ui::TreeView& tree);
+
+    /// Set before a load that must read the disk; a load clears it.
+    bool FullLoad{true};
+    /// The last load found no category folder.
+    bool NoFoldersFound{};
+    /// Called when a load found no category folder, to empty the views that show one.
+    std::function<void()> ClearViews;
+
+    /// With FullLoad set: folder walk, folder table pass, tree pass; otherwise the tree pass alone. True when at least
+    /// one category folder was found, or when a load is under way already (the second one is refused).
+    bool LoadTreeView();
+    /// Remembers the selected folder and runs the tree pass.
+    void RebuildTree();
+    /// Stores the selected node as the one to come back to.
+    void RememberSelection();
+
+    bool Loading() const { return loading; }
+    FolderTree& Tree() { return folderTree; }
+    const FolderTable& Table() const { return table; }
+
+    /// The hidden combo of all folders, in walk order; its text is the folder to come back to.
+    struct FolderCombo {
+        std::vector<std::string> items;
+        int selected{-1};
+        std::string text;
+    };
+    const FolderCombo& TemplateFoldersCombo() const { return combo; }
+
+private:
+    app::Program& program;
+    ui::TreeView& tree;
+    FolderTable table;
+    FolderTree folderTree;
+    FolderCombo combo;
+    bool loading{};
+
+    bool ReadFolders(FolderListings& listings);
+    void RestoreCombo();
+};
+
+} // namespace library
