@@ -1,0 +1,250 @@
+#include "automation/Registration.h"
+
+#include "automation/TypeLibrary.h"
+#include "automation/WindowsHeader.h"
+
+#include <iterator>
+#include <optional>
+#include <ranges>
+#include <string>
+#include <vector>
+
+namespace automation {
+namespace {
+
+constexpr wchar_t Classes[] = L"Software\\Classes";
+constexpr wchar_t ProgId[] = L"TSBrowser.clsBrowser";
+constexpr wchar_t VersionedProgId[] = L"TSBrowser.clsBrowser.1";
+constexpr wchar_t ClassName[] = L"Tessaly Desk template browser";
+constexpr WORD LibraryMajor = 2;
+constexpr WORD LibraryMinor = 2;
+#ifdef _WIN64
+constexpr SYSKIND LibraryKind = SYS_WIN64;
+#else
+constexpr SYSKIND LibraryKind = SYS_WIN32;
+#endif
+
+/// A key below Software\Classes and its unnamed value.
+struct Entry {
+    std::wstring key;
+    std::wstring value;
+};
+
+/// An open registry key.
+class Key {
+public:
+    Key(HKEY parent, const std::wstring& name, REGSAM access)
+    {
+        status = RegOpenKeyExW(parent, name.c_str(), 0, access, &handle);
+    }
+    ~Key()
+    {
+        if (handle)
+            RegCloseKey(handle);
+    }
+    Key(const Key&) = delete;
+    Key& operator=(const Key&) = delete;
+
+    LSTATUS status{};
+    HKEY handle{};
+};
+
+HKEY RootOf(Scope scope)
+{
+    return scope == Scope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+}
+
+std::wstring Path(const std::wstring& key)
+{
+    return std::wstring{Classes} + L'\\' + key;
+}
+
+std::wstring Braced(const GUID& id)
+{
+    wchar_t text[39];
+    StringFromGUID2(id, text, static_cast<int>(std::size(text)));
+    return text;
+}
+
+std::wstring ServerKey()
+{
+    return L"CLSID\\" + Braced(CLSID_clsBrowser) + L"\\LocalServer32";
+}
+
+/// Quoted, so that a path with a blank never starts a program of a shorter name.
+std::wstring ServerCommand()
+{
+    return L'"' + ProgramPath() + L'"';
+}
+
+/// Everything beside the type library, parents before children. The server's command comes last: from then on the
+/// class can be created.
+std::vector<Entry> Entries()
+{
+    const std::wstring classId = Braced(CLSID_clsBrowser);
+    const std::wstring classKey = L"CLSID\\" + classId;
+    return {
+        {ProgId, ClassName},
+        {std::wstring{ProgId} + L"\\CLSID", classId},
+        {std::wstring{ProgId} + L"\\CurVer", VersionedProgId},
+        {VersionedProgId, ClassName},
+        {std::wstring{VersionedProgId} + L"\\CLSID", classId},
+        {classKey, ClassName},
+        {classKey + L"\\ProgID", VersionedProgId},
+        {classKey + L"\\VersionIndependentProgID", ProgId},
+        {classKey + L"\\TypeLib", Braced(LIBID_TSBrowser)},
+        {classKey + L"\\Version", L"2.2"},
+        {classKey + L"\\Programmable", L""},
+        {ServerKey(), ServerCommand()},
+    };
+}
+
+LSTATUS Write(Scope scope, const Entry& entry)
+{
+    HKEY key = nullptr;
+    LSTATUS status = RegCreateKeyExW(RootOf(scope), Path(entry.key).c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr,
+                                     &key, nullptr);
+    if (status != ERROR_SUCCESS)
+        return status;
+    status = RegSetValueExW(key, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(entry.value.c_str()),
+                            static_cast<DWORD>((entry.value.size() + 1) * sizeof(wchar_t)));
+    RegCloseKey(key);
+    return status;
+}
+
+std::optional<std::wstring> Read(Scope scope, const std::wstring& name)
+{
+    const Key key{RootOf(scope), Path(name), KEY_QUERY_VALUE};
+    DWORD bytes = 0;
+    if (key.status != ERROR_SUCCESS ||
+        RegGetValueW(key.handle, nullptr, nullptr, RRF_RT_REG_SZ, nullptr, nullptr, &bytes) != ERROR_SUCCESS)
+        return std::nullopt;
+    std::wstring value(bytes / sizeof(wchar_t), L'\0');
+    if (RegGetValueW(key.handle, nullptr, nullptr, RRF_RT_REG_SZ, nullptr, value.data(), &bytes) != ERROR_SUCCESS)
+        return std::nullopt;
+    value.resize(wcslen(value.c_str()));
+    return value;
+}
+
+bool IsMissing(LSTATUS status)
+{
+    return status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND;
+}
+
+/// Removes the key when nothing is left in it, and then the same for its parents below Software\Classes.
+LSTATUS RemoveEmptyKeys(Scope scope, std::wstring name)
+{
+    for (;;) {
+        DWORD keys = 0;
+        DWORD values = 0;
+        {
+            const Key key{RootOf(scope), Path(name), KEY_QUERY_VALUE};
+            if (key.status != ERROR_SUCCESS)
+                return IsMissing(key.status) ? ERROR_SUCCESS : key.status;
+            const LSTATUS status = RegQueryInfoKeyW(key.handle, nullptr, nullptr, nullptr, &keys, nullptr, nullptr,
+                                                    &values, nullptr, nullptr, nullptr, nullptr);
+            if (status != ERROR_SUCCESS)
+                return status;
+        }
+        if (keys != 0 || values != 0)
+            return ERROR_SUCCESS;
+
+        const std::size_t cut = name.rfind(L'\\');
+        const Key parent{RootOf(scope), cut == std::wstring::npos ? Classes : Path(name.substr(0, cut)), KEY_READ};
+        if (parent.status != ERROR_SUCCESS)
+            return parent.status;
+        const std::wstring last = cut == std::wstring::npos ? name : name.substr(cut + 1);
+        const LSTATUS status = RegDeleteKeyW(parent.handle, last.c_str());
+        if (status != ERROR_SUCCESS && !IsMissing(status))
+            return status;
+        if (cut == std::wstring::npos)
+            return ERROR_SUCCESS;
+        name.resize(cut);
+    }
+}
+
+LSTATUS Remove(Scope scope, const Entry& entry)
+{
+    if (Read(scope, entry.key) == entry.value) {
+        const Key key{RootOf(scope), Path(entry.key), KEY_SET_VALUE};
+        const LSTATUS status = key.status == ERROR_SUCCESS ? RegDeleteValueW(key.handle, nullptr) : key.status;
+        if (status != ERROR_SUCCESS)
+            return status;
+    }
+    return RemoveEmptyKeys(scope, entry.key);
+}
+
+/// A function of oleaut32 that its import library here does not have.
+template <class Function>
+Function* FromOleAut32(const char* name)
+{
+    return reinterpret_cast<Function*>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"oleaut32.dll"), name)));
+}
+
+HRESULT RegisterLibrary(Scope scope)
+{
+    ITypeLib* library = nullptr;
+    HRESULT outcome = LoadOwnTypeLibrary(&library);
+    if (FAILED(outcome))
+        return outcome;
+    std::wstring path = ProgramPath();
+    if (scope == Scope::Machine) {
+        outcome = RegisterTypeLib(library, path.data(), nullptr);
+    } else {
+        const auto registerForUser = FromOleAut32<decltype(RegisterTypeLib)>("RegisterTypeLibForUser");
+        outcome = registerForUser ? registerForUser(library, path.data(), nullptr) : E_NOTIMPL;
+    }
+    library->Release();
+    return outcome;
+}
+
+HRESULT UnregisterLibrary(Scope scope)
+{
+    HRESULT outcome = E_NOTIMPL;
+    if (scope == Scope::Machine) {
+        outcome = UnRegisterTypeLib(LIBID_TSBrowser, LibraryMajor, LibraryMinor, LOCALE_NEUTRAL, LibraryKind);
+    } else {
+        const auto unregisterForUser = FromOleAut32<decltype(UnRegisterTypeLib)>("UnRegisterTypeLibForUser");
+        if (unregisterForUser)
+            outcome = unregisterForUser(LIBID_TSBrowser, LibraryMajor, LibraryMinor, LOCALE_NEUTRAL, LibraryKind);
+    }
+    // This is how the system says that the library is not registered.
+    return outcome == TYPE_E_REGISTRYACCESS || outcome == TYPE_E_LIBNOTREGISTERED ? S_OK : outcome;
+}
+
+} // namespace
+
+std::uint32_t RegisterServer(Scope scope)
+{
+    const HRESULT library = RegisterLibrary(scope);
+    if (FAILED(library))
+        return static_cast<std::uint32_t>(library);
+    for (const Entry& entry : Entries()) {
+        const LSTATUS status = Write(scope, entry);
+        if (status != ERROR_SUCCESS)
+            return static_cast<std::uint32_t>(status);
+    }
+    return 0;
+}
+
+std::uint32_t UnregisterServer(Scope scope)
+{
+    const std::optional<std::wstring> registered = Read(scope, ServerKey());
+    if (registered && CompareStringOrdinal(registered->c_str(), -1, ServerCommand().c_str(), -1, TRUE) != CSTR_EQUAL)
+        return 0;
+
+    // Every step is tried, and the first failure is reported: the more is gone, the better.
+    std::uint32_t failure = 0;
+    for (const Entry& entry : Entries() | std::views::reverse) {
+        const LSTATUS status = Remove(scope, entry);
+        if (status != ERROR_SUCCESS && failure == 0)
+            failure = static_cast<std::uint32_t>(status);
+    }
+    const HRESULT library = UnregisterLibrary(scope);
+    if (FAILED(library) && failure == 0)
+        failure = static_cast<std::uint32_t>(library);
+    return failure;
+}
+
+} // namespace automation

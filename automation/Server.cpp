@@ -1,0 +1,183 @@
+#include "automation/Server.h"
+
+#include "automation/Boundary.h"
+#include "automation/ClassFactory.h"
+#include "automation/MessageFilter.h"
+#include "automation/Registration.h"
+#include "automation/Session.h"
+#include "automation/WindowsHeader.h"
+#include "platform/Utf.h"
+
+#include <commctrl.h>
+#include <shellapi.h>
+
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace automation {
+namespace {
+
+constexpr std::string_view StandAloneHostKind = "EXE";
+
+/// Nothing that lies in the current folder or on the path can pass for a library of ours, and a disk that is not ready
+/// is an error for the program instead of a box for the user.
+void SecureProcess()
+{
+    HeapSetInformation(nullptr, HeapEnableTerminationOnCorruption, nullptr, 0);
+    SetErrorMode(GetErrorMode() | SEM_FAILCRITICALERRORS);
+    SetDllDirectoryW(L"");
+    wchar_t folder[MAX_PATH];
+    const UINT length = GetSystemDirectoryW(folder, MAX_PATH);
+    if (length > 0 && length < MAX_PATH)
+        SetCurrentDirectoryW(folder);
+}
+
+std::vector<std::string> ArgumentsOf(const std::wstring& commandLine)
+{
+    int count = 0;
+    LPWSTR* const arguments = CommandLineToArgvW(commandLine.c_str(), &count);
+    if (!arguments)
+        throw std::bad_alloc{};
+    std::vector<std::string> result;
+    for (int i = 1; i < count; ++i) // the first is the program
+        result.push_back(platform::utf::ToUtf8(std::wstring_view{arguments[i]}));
+    LocalFree(arguments);
+    return result;
+}
+
+/// COM on the user-interface thread.
+class ComApartment {
+public:
+    ComApartment() : status{CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)} {}
+    ~ComApartment()
+    {
+        if (SUCCEEDED(status))
+            CoUninitialize();
+    }
+    ComApartment(const ComApartment&) = delete;
+    ComApartment& operator=(const ComApartment&) = delete;
+
+    HRESULT status;
+};
+
+/// The class as the system's list of running servers shows it: entered on construction, offered from `Resume` on.
+class ClassObject {
+public:
+    explicit ClassObject(ClassFactory& factory)
+        : status{CoRegisterClassObject(CLSID_clsBrowser, &factory, CLSCTX_LOCAL_SERVER,
+                                       REGCLS_MULTIPLEUSE | REGCLS_SUSPENDED, &cookie)}
+    {
+    }
+    ~ClassObject()
+    {
+        if (SUCCEEDED(status))
+            CoRevokeClassObject(cookie);
+    }
+    ClassObject(const ClassObject&) = delete;
+    ClassObject& operator=(const ClassObject&) = delete;
+
+    HRESULT Resume() { return SUCCEEDED(status) ? CoResumeClassObjects() : status; }
+
+private:
+    DWORD cookie{};
+    HRESULT status;
+};
+
+/// Installs the filter of incoming calls for its lifetime.
+class FilterInPlace {
+public:
+    explicit FilterInPlace(MessageFilter& filter) { CoRegisterMessageFilter(&filter, nullptr); }
+    ~FilterInPlace() { CoRegisterMessageFilter(nullptr, nullptr); }
+    FilterInPlace(const FilterInPlace&) = delete;
+    FilterInPlace& operator=(const FilterInPlace&) = delete;
+};
+
+/// Ends a server to which no host came: the host died while the server started, or a user started it by hand.
+class PatienceTimer {
+public:
+    PatienceTimer(Lifetime& lifetime, std::chrono::milliseconds patience)
+    {
+        waiting = &lifetime;
+        timer = SetTimer(nullptr, 0, static_cast<UINT>(patience.count()), Elapsed);
+    }
+    ~PatienceTimer()
+    {
+        KillTimer(nullptr, timer);
+        waiting = nullptr;
+    }
+    PatienceTimer(const PatienceTimer&) = delete;
+    PatienceTimer& operator=(const PatienceTimer&) = delete;
+
+private:
+    static void CALLBACK Elapsed(HWND, UINT, UINT_PTR id, DWORD) noexcept
+    {
+        KillTimer(nullptr, id);
+        if (waiting)
+            waiting->EndIfNeverHeld();
+    }
+
+    static inline Lifetime* waiting{}; // a thread timer carries no data
+    UINT_PTR timer{};
+};
+
+int Serve(Application& application, const ServerOptions& options)
+{
+    Session session{application};
+    ClassFactory factory{session};
+    MessageFilter filter{application};
+    const FilterInPlace filtering{filter};
+    ClassObject classObject{factory};
+    const HRESULT offered = classObject.Resume();
+    if (FAILED(offered))
+        return static_cast<int>(offered);
+    const PatienceTimer timer{session.lifetime, options.patience};
+    application.Run();
+    return 0;
+}
+
+int RunAlone(Application& application)
+{
+    Session session{application};
+    session.Start(std::string{StandAloneHostKind}, {}, {}, {}, {});
+    if (!session.lifetime.Ending())
+        application.Run();
+    return 0;
+}
+
+int RunTask(const std::wstring& commandLine, const MakeApplication& make, const ServerOptions& options)
+{
+    const std::optional<CommandLine> parsed = ParseCommandLine(ArgumentsOf(commandLine));
+    if (!parsed)
+        return ERROR_INVALID_PARAMETER;
+    const ComApartment apartment;
+    if (FAILED(apartment.status))
+        return static_cast<int>(apartment.status);
+
+    using Task = CommandLine::Task;
+    if (parsed->task == Task::Register)
+        return static_cast<int>(RegisterServer(parsed->scope));
+    if (parsed->task == Task::Unregister)
+        return static_cast<int>(UnregisterServer(parsed->scope));
+
+    const INITCOMMONCONTROLSEX controls{sizeof(INITCOMMONCONTROLSEX), ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
+    InitCommonControlsEx(&controls);
+    const std::unique_ptr<Application> application = make();
+    return parsed->task == Task::Serve ? Serve(*application, options) : RunAlone(*application);
+}
+
+} // namespace
+
+int RunProcess(const std::wstring& commandLine, const MakeApplication& make, const ServerOptions& options) noexcept
+{
+    int exitCode = 0;
+    const HRESULT outcome = Guarded([&] {
+        SecureProcess();
+        exitCode = RunTask(commandLine, make, options);
+        return S_OK;
+    });
+    return FAILED(outcome) ? static_cast<int>(outcome) : exitCode;
+}
+
+} // namespace automation

@@ -1,0 +1,17 @@
+#pragma once
+
+// The one place where automation/ takes in the system's headers (ui/ and platform/ have one of their own). The macros
+// undone here would rename declarations of the portable headers in the files that see both.
+#include <windows.h>
+
+#include <ole2.h>
+#include <oleauto.h>
+
+#include "TSBrowser.h" // made from TSBrowser.idl
+
+#undef CreateWindow
+#undef DeleteFile
+#undef GetMessage
+#undef GetObject
+#undef LoadString
+#undef MessageBox

@@ -1,0 +1,150 @@
+#include "tests/automation/Harness.h"
+
+#include <tlhelp32.h>
+
+#include <atomic>
+#include <cwchar>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace harness {
+namespace {
+
+using Tree = std::map<std::wstring, std::wstring>;
+
+void ReadKey(HKEY key, const std::wstring& path, REGSAM view, Tree& tree)
+{
+    tree[path] = L"";
+    wchar_t name[256];
+    for (DWORD i = 0;; ++i) {
+        DWORD length = 256;
+        DWORD type = 0;
+        DWORD bytes = 0;
+        if (RegEnumValueW(key, i, name, &length, nullptr, &type, nullptr, &bytes) != ERROR_SUCCESS)
+            break;
+        std::wstring data(bytes / sizeof(wchar_t) + 1, L'\0');
+        RegQueryValueExW(key, name, nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &bytes);
+        tree[path + L"\\=" + name] = std::to_wstring(type) + L":" + data.c_str();
+    }
+    for (DWORD i = 0; RegEnumKeyW(key, i, name, 256) == ERROR_SUCCESS; ++i) {
+        HKEY child = nullptr;
+        if (RegOpenKeyExW(key, name, 0, KEY_READ | view, &child) == ERROR_SUCCESS) {
+            ReadKey(child, path + L'\\' + name, view, tree);
+            RegCloseKey(child);
+        }
+    }
+}
+
+} // namespace
+
+bool WaitFor(const std::function<bool()>& condition, std::chrono::milliseconds limit)
+{
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageW(&message);
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
+    }
+    return true;
+}
+
+std::wstring OwnFolder()
+{
+    wchar_t path[MAX_PATH];
+    const std::wstring own{path, GetModuleFileNameW(nullptr, path, MAX_PATH)};
+    return own.substr(0, own.rfind(L'\\') + 1);
+}
+
+Child::Child(const std::wstring& program, const std::wstring& arguments)
+{
+    static std::atomic<int> number{};
+    wchar_t folder[MAX_PATH];
+    GetTempPathW(MAX_PATH, folder);
+    outputFile = folder + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++number) + L".txt";
+
+    SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
+    const HANDLE output = CreateFileW(outputFile.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit, CREATE_ALWAYS,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdOutput = startup.hStdError = output;
+    std::wstring commandLine = L"\"" + program + L"\" " + arguments;
+    const BOOL started = CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW,
+                                        nullptr, nullptr, &startup, &process);
+    CloseHandle(output);
+    if (!started)
+        throw std::runtime_error{"cannot start the program under test: " + std::to_string(GetLastError())};
+}
+
+Child::~Child()
+{
+    Kill();
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    DeleteFileW(outputFile.c_str());
+}
+
+bool Child::HasEnded() const
+{
+    return WaitForSingleObject(process.hProcess, 0) == WAIT_OBJECT_0;
+}
+
+void Child::Kill()
+{
+    if (!HasEnded()) {
+        TerminateProcess(process.hProcess, 1);
+        WaitForSingleObject(process.hProcess, 5000);
+    }
+}
+
+DWORD Child::ExitCode()
+{
+    DWORD code = 0xDEAD;
+    if (WaitFor([this] { return HasEnded(); }))
+        GetExitCodeProcess(process.hProcess, &code);
+    return code;
+}
+
+std::string Child::Output() const
+{
+    std::ifstream file{outputFile.c_str()};
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+int CountProcesses(const std::wstring& exeName)
+{
+    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    int count = 0;
+    for (BOOL more = Process32FirstW(snapshot, &entry); more; more = Process32NextW(snapshot, &entry))
+        count += _wcsicmp(entry.szExeFile, exeName.c_str()) == 0;
+    CloseHandle(snapshot);
+    return count;
+}
+
+Tree RegistrationTree(HKEY root)
+{
+    Tree tree;
+    const wchar_t* const places[] = {L"CLSID", L"Interface", L"TypeLib", L"TSBrowser.clsBrowser",
+                                     L"TSBrowser.clsBrowser.1"};
+    for (const REGSAM view : {KEY_WOW64_32KEY, KEY_WOW64_64KEY})
+        for (const std::wstring place : places) {
+            HKEY key = nullptr;
+            if (RegOpenKeyExW(root, (L"Software\\Classes\\" + place).c_str(), 0, KEY_READ | view, &key) !=
+                ERROR_SUCCESS)
+                continue;
+            ReadKey(key, (view == KEY_WOW64_32KEY ? L"32:" : L"64:") + place, view, tree);
+            RegCloseKey(key);
+        }
+    return tree;
+}
+
+} // namespace harness

@@ -1,0 +1,286 @@
+#include "tests/automation/Harness.h"
+#include "tests/automation/StandIn.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace {
+
+using harness::Child;
+using harness::CountProcesses;
+using harness::WaitFor;
+
+std::wstring Server()
+{
+    return harness::OwnFolder() + stand_in::ExeName;
+}
+
+/// A text as automation passes it.
+class Text {
+public:
+    explicit Text(const wchar_t* value) : text{SysAllocString(value)} {}
+    ~Text() { SysFreeString(text); }
+    Text(const Text&) = delete;
+    Text& operator=(const Text&) = delete;
+
+    operator BSTR() const { return text; }
+    BSTR* operator&() { return &text; }
+
+private:
+    BSTR text;
+};
+
+/// An early-bound host.
+class Host {
+public:
+    Host()
+    {
+        created = CoCreateInstance(CLSID_clsBrowser, nullptr, CLSCTX_LOCAL_SERVER, IID__clsBrowser,
+                                   reinterpret_cast<void**>(&object));
+    }
+    ~Host() { Release(); }
+    Host(const Host&) = delete;
+    Host& operator=(const Host&) = delete;
+
+    void Release()
+    {
+        if (object)
+            object->Release();
+        object = nullptr;
+    }
+
+    HRESULT Start(const wchar_t* hostKind, std::wstring* answer = nullptr)
+    {
+        Text kind{hostKind};
+        const Text second{L"2"};
+        Text third{L"\u00FC\u65E5"};
+        Text fourth{nullptr};
+        Text caption{L" c "};
+        BSTR result = nullptr;
+        const HRESULT outcome = object->Start(&kind, second, &third, &fourth, &caption, &result);
+        if (answer)
+            answer->assign(result ? result : L"", SysStringLen(result));
+        SysFreeString(result);
+        EXPECT_STREQ(caption, L" c ");
+        return outcome;
+    }
+
+    _clsBrowser* object{};
+    HRESULT created{};
+};
+
+class HostTest : public testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        ASSERT_EQ((Child{Server(), L"/RegServer"}.ExitCode()), 0u);
+    }
+    static void TearDownTestSuite()
+    {
+        EXPECT_EQ((Child{Server(), L"/UnregServer"}.ExitCode()), 0u);
+        CoUninitialize();
+    }
+    ~HostTest() override
+    {
+        CloseWindows();
+        EXPECT_TRUE(WaitFor([] { return CountProcesses(stand_in::ExeName) == 0; })) << "the server stays";
+    }
+
+    static HWND Window() { return FindWindowW(stand_in::WindowClass, nullptr); }
+    static void CloseWindows()
+    {
+        while (const HWND window = Window()) {
+            PostMessageW(window, WM_CLOSE, 0, 0);
+            if (!WaitFor([window] { return !IsWindow(window); }))
+                return;
+        }
+    }
+};
+
+TEST_F(HostTest, CarriesTextsOfAnEarlyBoundHostBothWays)
+{
+    Host host;
+    ASSERT_EQ(host.created, S_OK);
+    std::wstring answer;
+    EXPECT_EQ(host.Start(L"host", &answer), S_OK);
+    EXPECT_EQ(answer, L"host|2|\u00FC\u65E5|| c ");
+}
+
+TEST_F(HostTest, TurnsAnExceptionIntoAnErrorCodeAndLives)
+{
+    Host host;
+    ASSERT_EQ(host.created, S_OK);
+    EXPECT_EQ(host.Start(L"THROWS"), E_FAIL);
+    EXPECT_EQ(host.Start(L"OUT OF MEMORY"), E_OUTOFMEMORY);
+    EXPECT_EQ(host.Start(L"FAILS"), S_OK);
+}
+
+TEST_F(HostTest, LivesWhileTheWindowIsOpenOrAHostHoldsTheObject)
+{
+    Host first;
+    ASSERT_EQ(first.created, S_OK);
+    EXPECT_EQ(first.Start(L"first"), S_OK);
+    first.Release();
+
+    // The window keeps the process, which offers the object to the next host.
+    Host second;
+    ASSERT_EQ(second.created, S_OK);
+    EXPECT_EQ(CountProcesses(stand_in::ExeName), 1);
+    std::wstring answer;
+    EXPECT_EQ(second.Start(L"second", &answer), S_OK);
+    EXPECT_EQ(answer, L"refused");
+
+    // The object keeps the process when the window is closed, and opens the next one.
+    CloseWindows();
+    EXPECT_EQ(second.Start(L"again", &answer), S_OK);
+    EXPECT_TRUE(answer.starts_with(L"again|"));
+    CloseWindows();
+    EXPECT_EQ(CountProcesses(stand_in::ExeName), 1);
+    second.Release();
+    EXPECT_TRUE(WaitFor([] { return CountProcesses(stand_in::ExeName) == 0; }));
+
+    // A host that comes as the process ends is served, by that process or by the next one.
+    for (int i = 0; i < 5; ++i) {
+        Host late;
+        ASSERT_EQ(late.created, S_OK) << i;
+        EXPECT_EQ(late.Start(L"CLOSES AT ONCE"), S_OK);
+    }
+}
+
+TEST_F(HostTest, PutsCallsOffWhileADialogIsOpen)
+{
+    Host host;
+    ASSERT_EQ(host.created, S_OK);
+    EXPECT_EQ(host.Start(L"with a dialog"), S_OK);
+    SendMessageW(Window(), stand_in::DialogMessage, 1, 0);
+    for (int i = 0; i < 20; ++i)
+        EXPECT_EQ(host.Start(L"in a loop"), RPC_E_SERVERCALL_RETRYLATER);
+
+    // References and new objects are not the dialog's business.
+    IDispatch* dispatch = nullptr;
+    EXPECT_EQ(host.object->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(&dispatch)), S_OK);
+    dispatch->Release();
+    Host other;
+    EXPECT_EQ(other.created, S_OK);
+
+    SendMessageW(Window(), stand_in::DialogMessage, 0, 0);
+    std::wstring answer;
+    EXPECT_EQ(host.Start(L"in a loop", &answer), S_OK);
+    EXPECT_EQ(answer, L"refused");
+}
+
+TEST_F(HostTest, EndsWhenNoHostComes)
+{
+    SetEnvironmentVariableW(stand_in::PatienceVariable, L"200");
+    Child server{Server(), L"-Embedding"};
+    SetEnvironmentVariableW(stand_in::PatienceVariable, nullptr);
+    EXPECT_EQ(server.ExitCode(), 0u);
+}
+
+TEST_F(HostTest, RunsAloneUntilItsWindowIsClosed)
+{
+    Child alone{Server(), L""};
+    ASSERT_TRUE(WaitFor([] { return Window() != nullptr; }));
+    wchar_t title[16];
+    GetWindowTextW(Window(), title, 16);
+    EXPECT_STREQ(title, L"EXE");
+    EXPECT_FALSE(alone.HasEnded());
+    CloseWindows();
+    EXPECT_EQ(alone.ExitCode(), 0u);
+}
+
+/// A script run by the script host of the given folder; a script that fails ends before it prints its last line.
+class ScriptTest : public HostTest {
+protected:
+    static std::wstring ScriptHost(const wchar_t* folder)
+    {
+        wchar_t windows[MAX_PATH];
+        GetWindowsDirectoryW(windows, MAX_PATH);
+        return std::wstring{windows} + L"\\" + folder + L"\\cscript.exe";
+    }
+
+    static std::wstring Save(const std::string& script)
+    {
+        const std::wstring file = harness::OwnFolder() + L"host.vbs";
+        std::ofstream{file.c_str()} << script;
+        return file;
+    }
+
+    static std::string Output(const std::string& script, const wchar_t* folder = L"system32")
+    {
+        const std::wstring file = Save(script);
+        Child host{ScriptHost(folder), L"//nologo \"" + file + L"\""};
+        host.ExitCode();
+        DeleteFileW(file.c_str());
+        return host.Output();
+    }
+};
+
+TEST_F(ScriptTest, TakesWhateverAScriptPasses)
+{
+    const struct {
+        const char* call;
+        const char* printed;
+    } rows[] = {
+        {R"(r = b.Start("FAILS", "2", "3", "4", "5"))", "FAILS|2|3|4|5"},
+        {R"(k = "FAILS" : a = "2" : c = "3" : d = "4" : e = "5" : r = b.Start(k, a, c, d, e))", "FAILS|2|3|4|5"},
+        {R"(c = "x" : r = b.Start("FAI" & "LS", c & "y", Trim(" z "), (c), UCase(c)))", "FAILS|xy|z|x|X"},
+        {R"(n = 7 : r = b.Start("FAILS", 2, n, -1, 1.5))", "FAILS|2|7|-1|1.5"},
+        {R"(Dim never : r = b.Start("FAILS", never, never, Empty, ""))", "FAILS||||"},
+        {R"(Dim l(1) : l(0) = "in a list" : r = b.Start("FAILS", l(0), l(0), l(1), ""))", "FAILS|in a list|in a list||"},
+        {R"(b.Start "FAILS", "2", "3", "4", "5" : r = "no result wanted")", "no result wanted"},
+        {R"(On Error Resume Next : r = b.Start("FAILS") : r = Err.Number)", "450"},
+        {R"(On Error Resume Next : r = b.Start("FAILS", "", Null, "", "") : r = Err.Number)", "13"},
+        {R"(On Error Resume Next : r = b.Stop() : r = Err.Number)", "438"},
+        {R"(k = "FAILS" : c = " c " : r = b.Start(k, "", "", "", c) : r = k & c)", "FAILS c "},
+    };
+    std::string script = "On Error GoTo 0\r\n";
+    std::string expected;
+    int number = 0;
+    for (const auto& row : rows) {
+        const std::string name = "Row" + std::to_string(++number);
+        script += "Sub " + name + "()\r\nDim b, r\r\nSet b = CreateObject(\"TSBrowser.clsBrowser\")\r\n" + row.call +
+                  "\r\nWScript.Echo r\r\nEnd Sub\r\n" + name + "\r\n";
+        expected += std::string{row.printed} + "\n";
+    }
+    EXPECT_EQ(Output(script), expected);
+}
+
+TEST_F(ScriptTest, ServesScriptHostsOfBothBitnesses)
+{
+    for (const wchar_t* const folder : {L"sysnative", L"system32", L"syswow64"}) {
+        if (GetFileAttributesW(ScriptHost(folder).c_str()) == INVALID_FILE_ATTRIBUTES)
+            continue;
+        EXPECT_EQ(Output("Set b = CreateObject(\"TSBrowser.clsBrowser.1\")\r\n"
+                         "WScript.Echo b.Start(\"FAILS\", \"\", \"\", \"\", \"\")\r\n",
+                         folder),
+                  "FAILS||||\n")
+            << std::wstring_view{folder}.size();
+    }
+}
+
+TEST_F(ScriptTest, OutlivesAHostThatIsKilled)
+{
+    const std::wstring file = Save("Set b = CreateObject(\"TSBrowser.clsBrowser\")\r\n"
+                                   "b.Start \"killed\", \"\", \"\", \"\", \"\"\r\n"
+                                   "WScript.Sleep 600000\r\n");
+    {
+        Child doomed{ScriptHost(L"system32"), L"//nologo \"" + file + L"\""};
+        ASSERT_TRUE(WaitFor([] { return Window() != nullptr; }));
+        doomed.Kill();
+    }
+    DeleteFileW(file.c_str());
+
+    Host next;
+    ASSERT_EQ(next.created, S_OK);
+    std::wstring answer;
+    EXPECT_EQ(next.Start(L"next", &answer), S_OK);
+    EXPECT_EQ(answer, L"refused");
+    CloseWindows();
+    EXPECT_EQ(next.Start(L"next", &answer), S_OK);
+    EXPECT_TRUE(answer.starts_with(L"next|"));
+}
+
+} // namespace
