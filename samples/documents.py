@@ -7,7 +7,7 @@ import zlib
 
 from canvas import Canvas, rgb
 from fonts import Helvetica
-from layout import is_right_to_left, set_pages
+from layout import column_shares, has_head, is_right_to_left, set_pages, with_tables
 from source import SourceError
 
 
@@ -35,22 +35,21 @@ def rtf(template):
            f"{{\\info{{\\title {rtf_text(template.stem)}}}}}",
            "\\paperw12240\\paperh15840\\margl1440\\margr1440\\margt1200\\margb1200\\f0\\fs22"]
 
-    previous = ""
-
     def paragraph(text, layout="", style="", space=120):
         out.append(f"\\pard{direction}{layout or start}\\sa{space}{{{style} {rtf_text(text)}}}\\par")
 
-    for kind, content in template.blocks:
-        if kind == "row":
-            width = 9360 // len(content)
-            out.append("\\trowd\\trgaph90" + "".join(
-                "".join(f"\\clbrdr{side}\\brdrs\\brdrw10" for side in "tlbr") + f"\\cellx{width * (i + 1)}"
-                for i in range(len(content))))
-            # The first row is the head; tables of two columns are a label and its value and have none.
-            head = previous != "row" and len(content) > 2
-            bold = ["\\b" if head or (len(content) == 2 and not i) else "" for i in range(len(content))]
-            out.append("".join(f"\\pard\\intbl{{{weight} {rtf_text(cell)}}}\\cell"
-                               for weight, cell in zip(bold, content)) + "\\row")
+    for kind, content in with_tables(template.blocks):
+        if kind == "table":
+            edges = [round(9360 * sum(column_shares(content)[:i + 1])) for i in range(len(content[0]))]
+            for rowNumber, cells in enumerate(content):
+                out.append("\\trowd\\trgaph90" + "".join(
+                    "".join(f"\\clbrdr{side}\\brdrs\\brdrw10" for side in "tlbr") + f"\\cellx{edge}" for edge in edges))
+                for i, cell in enumerate(cells):
+                    bold = (rowNumber == 0) if has_head(content) else (i == 0)
+                    weight = "\\b" if bold else ""
+                    out.append(f"\\pard\\intbl{{{weight} {rtf_text(cell)}}}\\cell")
+                out.append("\\row")
+            out.append("\\pard\\sa0\\par")
         elif kind == "title":
             paragraph(content, style="\\b\\fs40\\cf1", space=240)
         elif kind == "company":
@@ -75,7 +74,6 @@ def rtf(template):
             out.append("\\pard\\sa0\\par")
         else:
             paragraph(content)
-        previous = kind
     return ("\r\n".join(out) + "}\r\n").encode("ascii")
 
 
@@ -87,10 +85,15 @@ def sheet_rows(template):
 
 
 def sheet(template):
-    """Comma separated values with formulas; the mark at the start tells readers that it is UTF-8."""
+    """Comma separated values with formulas. The first row is the title, the second is empty or holds
+    parameters, the third is the table's head. The mark at the start tells readers that it is UTF-8."""
     text = io.StringIO()
     csv.writer(text, lineterminator="\r\n").writerows(sheet_rows(template))
     return text.getvalue().encode("utf-8-sig")
+
+
+def is_number(text):
+    return re.fullmatch(r"-?[0-9]+(\.[0-9]+)?", text) is not None
 
 
 class SheetValues:
@@ -103,15 +106,15 @@ class SheetValues:
         text = self.rows[row][column] if row < len(self.rows) and column < len(self.rows[row]) else ""
         if text.startswith("="):
             return self._formula(text[1:])
-        try:
-            return float(text)
-        except ValueError:
-            return 0.0
+        return float(text) if is_number(text) else 0.0
 
     def shown(self, text):
-        if not text.startswith("="):
+        if text.startswith("="):
+            value = self._formula(text[1:])
+        elif is_number(text):
+            value = float(text)
+        else:
             return text
-        value = self._formula(text[1:])
         return f"{value:,.0f}" if value == round(value) else f"{value:,.2f}"
 
     def _cell(self, name):

@@ -30,6 +30,31 @@ def visual(text):
                     for word in reversed(text.split(" ")))
 
 
+def column_shares(rows):
+    """The part of a table's width that each column gets, by its longest cell."""
+    longest = [max(len(row[i]) if i < len(row) else 0 for row in rows) for i in range(max(map(len, rows)))]
+    weights = [min(max(length, 7), 28) for length in longest]
+    return [weight / sum(weights) for weight in weights]
+
+
+def with_tables(blocks):
+    """The blocks with each run of rows as one block ("table", rows)."""
+    result = []
+    for kind, content in blocks:
+        if kind != "row":
+            result.append((kind, content))
+        elif result and result[-1][0] == "table":
+            result[-1][1].append(content)
+        else:
+            result.append(("table", [content]))
+    return result
+
+
+def has_head(rows):
+    """Tables of two columns are labels and values and have no head."""
+    return len(rows[0]) > 2
+
+
 class Setter:
     """Puts one block after the other on pages of one size. Lengths are points."""
 
@@ -39,7 +64,6 @@ class Setter:
         self.left, self.right, self.bottom = margin, width - margin, height - margin
         self.chapters, self.rightToLeft = chapters, rightToLeft
         self.pages = []
-        self.headerRow = True
         self.break_page()
 
     def break_page(self):
@@ -61,35 +85,39 @@ class Setter:
                  "end": self.right - (indent if self.rightToLeft else 0)}[anchor]
             self.page.text(x, self.y - size * 0.3, size, visual(line), colour, bold, anchor)
 
-    def row(self, cells):
-        columns = len(cells)
-        # Tables of two columns are a label and its value and have no head.
-        head = self.headerRow and columns > 2
-        width = (self.right - self.left) / columns
+    def table(self, rows):
         size, pad = self.body * 0.9, self.body * 0.35
-        wrapped = [wrap(cell, width - 2 * pad, lambda t: self.metrics.width(t, size, True)) for cell in cells]
-        height = max(len(lines) for lines in wrapped) * size * 1.3 + 2 * pad
-        self.need(height)
-        if head:
-            self.page.rect(self.left, self.y, self.right - self.left, height, self.colour)
-        for column, lines in enumerate(wrapped):
-            x = self.left + column * width
-            self.page.frame(x, self.y, width, height, tint(self.colour, 0.5))
-            for i, line in enumerate(lines):
-                self.page.text(x + pad, self.y + pad + size * (1.3 * i + 1), size, line,
-                               "#ffffff" if head else INK, head or (columns == 2 and column == 0))
-        self.y += height
+        shares = column_shares(rows)
+        widths = [(self.right - self.left) * share for share in shares]
+        for rowNumber, cells in enumerate(rows):
+            head = rowNumber == 0 and has_head(rows)
+            wrapped = [wrap(cell, width - 2 * pad, lambda t: self.metrics.width(t, size, True))
+                       for cell, width in zip(cells, widths)]
+            height = max(len(lines) for lines in wrapped) * size * 1.3 + 2 * pad
+            self.need(height)
+            x = self.left
+            for column, (lines, width) in enumerate(zip(wrapped, widths)):
+                if head:
+                    self.page.rect(x, self.y, width, height, self.colour)
+                self.page.frame(x, self.y, width, height, tint(self.colour, 0.5))
+                bold = head or (column == 0 and not has_head(rows))
+                for i, line in enumerate(lines):
+                    self.page.text(x + pad, self.y + pad + size * (1.3 * i + 1), size, line,
+                                   "#ffffff" if head else INK, bold)
+                x += width
+            self.y += height
+        self.y += self.body * 0.5
 
     def add(self, kind, content):
         body = self.body
-        if kind == "row":
-            self.row(content)
-            self.headerRow = False
-            return
-        self.headerRow = True
-        if kind == "title":
-            if self.chapters and self.y > self.margin:
-                self.break_page()
+        if kind == "table":
+            self.table(content)
+        elif kind == "title":
+            if self.y > self.margin:
+                if self.chapters:
+                    self.break_page()
+                else:
+                    self.y += body * 0.8
             self.lines(content, body * 2, self.colour, bold=True)
             self.page.rect(self.left, self.y + body * 0.1, self.right - self.left, body * 0.15, self.colour)
             self.y += body
@@ -120,11 +148,12 @@ class Setter:
             self.lines(content, body, indent=body * 1.5)
             self.y += body * 0.2
         elif kind == "blank":
-            self.need(body * 2)
-            self.y += body * 2
+            self.need(body * 2.5)
+            self.y += body * 1.9
             self.page.text(self.left, self.y - body * 0.3, body, content)
             start = self.left + self.metrics.width(content, body) + body * 0.5
             self.page.rect(start, self.y - body * 0.3, max(self.right - start, body), 0.6, SOFT)
+            self.y += body * 0.3
         elif kind == "rule":
             self.y += body * 0.4
             self.page.rect(self.left, self.y, self.right - self.left, 0.8, tint(self.colour, 0.4))
@@ -143,6 +172,6 @@ def is_right_to_left(blocks):
 def set_pages(blocks, metrics, width, height, margin, colour, body=10, chapters=False):
     """The finished pages. With chapters every title begins a page."""
     setter = Setter(metrics, width, height, margin, colour, body, chapters, is_right_to_left(blocks))
-    for kind, content in blocks:
+    for kind, content in with_tables(blocks):
         setter.add(kind, content)
     return setter.pages

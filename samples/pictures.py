@@ -3,7 +3,7 @@ import subprocess
 from concurrent.futures import ThreadPoolExecutor
 
 from canvas import Canvas, tint
-from documents import SheetValues, book_cover, drawing, sheet_rows, slides
+from documents import SheetValues, book_cover, drawing, is_number, sheet_rows, slides
 from layout import INK, SOFT, set_pages
 
 BATCH = 6
@@ -60,7 +60,7 @@ def sheet_preview(template, fonts):
         page.rect(0, head + i * rowHeight, 360, 0.6, "#cfd7df")
     for edge in edges:
         page.rect(edge, 0, 0.6, 280, "#cfd7df")
-    tableHead = next((i for i, row in enumerate(rows) if sum(bool(cell) for cell in row) > 1 and i), 0)
+    tableHead = 2
     for i, row in enumerate(rows):
         y = head + i * rowHeight
         if i == tableHead:
@@ -71,11 +71,12 @@ def sheet_preview(template, fonts):
         for column, cell in enumerate(row[:len(edges) - 1]):
             text, bold = values.shown(cell), i in (0, tableHead) or total
             colour = "#ffffff" if i == tableHead else template.colour if i == 0 else INK
-            isNumber = column and text and all(c in "0123456789.,-%" for c in text)
+            below = rows[i + 1][column] if i == tableHead and column < len(rows[i + 1]) else cell
+            toTheRight = column and (below.startswith("=") or is_number(below))
             room = edges[column + 1] - edges[column] - 6 if len(row) > column + 1 or column else 330
             while len(text) > 1 and fonts.width(text, 7.5, bold) > room:
                 text = text[:-1]
-            if isNumber:
+            if toTheRight:
                 page.text(edges[column + 1] - 4, y + 10.5, 7.5, text, colour, bold, "end")
             else:
                 page.text(edges[column] + 4, y + 10.5, 9 if i == 0 and len(row) == 1 else 7.5, text, colour, bold)
@@ -90,10 +91,10 @@ def slide_preview(template, fonts):
     deck = slides(template)
     title, lines = deck[0]
     page.rect(10, 10, 340, 208, template.colour)
-    page.circle(330, 40, 60, tint(template.colour, 0.15))
-    page.circle(300, 200, 26, tint(template.colour, 0.25))
+    page.circle(306, 54, 36, tint(template.colour, 0.15))
+    page.circle(326, 96, 14, tint(template.colour, 0.25))
     page.rect(10, 218, 340, 6, INK)
-    cover = set_pages([("paragraph", title)], fonts, 300, 120, 0, "#ffffff", 21)[0]
+    cover = set_pages([("paragraph", title)], fonts, 270, 120, 0, "#ffffff", 21)[0]
     for _, x, y, size, text, *_ in cover.shapes:
         page.text(30 + x, 62 + y, size, text, "#ffffff", True)
     below = 62 + max(shape[2] for shape in cover.shapes)
@@ -170,7 +171,7 @@ def tessellation(page, x, y, side, columns, rows, colours):
             up = (row + column) % 2 == 0
             points = [(left, top + side * 0.866), (left + side, top + side * 0.866), (left + side / 2, top)] if up else [
                 (left, top), (left + side, top), (left + side / 2, top + side * 0.866)]
-            page.polygon(points, colours[(column * 5 + row * 3 + column * row) % len(colours)])
+            page.polygon(points, colours[(column * 7 + row * 3 + column // 3) % len(colours)])
 
 
 def banner():
@@ -229,11 +230,10 @@ def icon_to_file(canvas, fonts, path):
 def draw_all(jobs):
     """Runs the given ImageMagick arguments, several pictures a process, two processes at a time."""
     def run(batch):
-        # One thread for each process: small pictures gain nothing from more, and two processes fill the machine.
-        command = ["convert", "-limit", "thread", "1"] + [part for job in batch for part in job] + ["null:"]
-        # "null:" needs a picture to swallow; the drawn ones are gone by then.
-        command[-1:] = ["xc:none", "null:"]
-        subprocess.run(command, check=True)
+        # Small pictures gain nothing from more threads, and two processes fill the machine.
+        command = ["convert", "-limit", "thread", "1"] + [part for job in batch for part in job]
+        # The pictures are written and gone by now, but the program insists on an output and on one for it.
+        subprocess.run(command + ["xc:none", "null:"], check=True)
 
     batches = [jobs[i:i + BATCH] for i in range(0, len(jobs), BATCH)]
     with ThreadPoolExecutor(2) as pool:
