@@ -166,7 +166,7 @@ std::string TemplateList::Text(int row, int column) const
     case SizeColumn:
         return item.hasDetails ? SizeText(item.size) : std::string{};
     case ModifiedColumn:
-        return item.hasDetails ? ModifiedText(item.modified) : std::string{};
+        return item.hasDetails ? ModifiedText(program, item.modified) : std::string{};
     default:
         return item.text;
     }
@@ -188,7 +188,7 @@ std::string TemplateList::SizeText(std::uint64_t bytes)
     return std::to_string(bytes / 1024) + "KB";
 }
 
-std::string TemplateList::ModifiedText(platform::FileTime time) const
+std::string TemplateList::ModifiedText(const app::Program& program, platform::FileTime time)
 {
     const platform::LocalTime local = program.platform.clock.ToLocal(time);
     return program.platform.locale.ShortDate(local) + " " + program.platform.locale.MediumTime(local);

@@ -55,7 +55,7 @@ public:
     /// Bytes in whole kilobytes, cut: 5,000 bytes are "4KB".
     static std::string SizeText(std::uint64_t bytes);
     /// Short date, a blank, medium time, on the user's clock.
-    std::string ModifiedText(platform::FileTime time) const;
+    static std::string ModifiedText(const app::Program& program, platform::FileTime time);
 
 private:
     app::Program& program;

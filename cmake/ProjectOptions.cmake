@@ -8,7 +8,7 @@ endif()
 add_library(project_options INTERFACE)
 target_include_directories(project_options INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(project_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow=local -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+  -Wall -Wextra -Wno-missing-field-initializers -Wpedantic -Wshadow=local -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 
 if(TS_SANITIZE)
   target_compile_options(project_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)

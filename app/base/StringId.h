@@ -13,7 +13,7 @@ inline constexpr std::uint16_t FileNotFound = 126, PreviousInstance = 140, TabWo
                                DriveNotAccessible = 272, TemplatesPathInvalid = 273, UnableToRun = 274,
                                TemplatesNotAccessible = 275, ResolutionTooLow = 277, NoTemplateFolders = 279,
                                HelpFilesMissing = 280, CdPathPrompt = 340, TemplatesPathUnreadable = 336,
-                               CancelQuits = 337, SelectedPathUnreadable = 338, MyFavorites = 365, HelpUnavailable = 367,
+                               CancelQuits = 337, SelectedPathUnreadable = 338, MyFavorites = 365, HelpUnavailable = 367, TemplatesPath = 321, HddPathPrompt = 319, PathFileAccessError = 223,
                                Office2K = 368, Office97 = 369, OfficeXp = 370, Office11 = 533,
                                RecentDocumentsSearch = 377, CreateNew = 385, GetMoreTemplates = 388,
                                ProductCaption = 360, SettingsAppName = 362, ProductName = 390,

@@ -1,0 +1,102 @@
+#include "app/shell/CommandTable.h"
+
+#include "platform/Text.h"
+
+#include <algorithm>
+
+namespace app {
+namespace {
+
+constexpr std::string_view Separator = "-";
+
+std::unique_ptr<ui::Menu> MakeSeparator()
+{
+    auto item = std::make_unique<ui::Menu>();
+    item->Separator = true;
+    return item;
+}
+
+} // namespace
+
+const Command* CommandTable::Find(std::string_view name) const
+{
+    const auto found = std::ranges::find(commands, name, &Command::name);
+    return found == commands.end() ? nullptr : &*found;
+}
+
+void CommandTable::Fill(ui::Menu& menu, const std::vector<std::string>& entries,
+                        const std::vector<MenuLayout>& subMenus) const
+{
+    for (const std::string& entry : entries) {
+        if (entry == Separator) {
+            menu.Add(MakeSeparator());
+            continue;
+        }
+        if (entry.ends_with('>')) {
+            const auto sub = std::ranges::find(subMenus, entry.substr(0, entry.size() - 1), &MenuLayout::name);
+            if (sub != subMenus.end())
+                Fill(menu.Add(std::make_unique<ui::Menu>(sub->name, ui::Tag{sub->caption})), sub->entries, subMenus);
+            continue;
+        }
+        const Command* command = Find(entry);
+        if (command == nullptr)
+            continue;
+        ui::Menu& item = menu.Add(std::make_unique<ui::Menu>(command->name, ui::Tag{command->caption}));
+        item.Caption = command->text;
+        item.Shortcut = command->key;
+        item.Click = [this, name = command->name] { Run(name); };
+    }
+}
+
+void CommandTable::FillToolBar(ui::ToolBar& bar, const std::vector<std::string>& entries)
+{
+    std::vector<ui::ToolBar::Button> buttons;
+    for (const std::string& entry : entries) {
+        ui::ToolBar::Button button;
+        if (entry == Separator) {
+            button.style = ui::ToolBar::Button::Style::Separator;
+        } else if (const Command* command = Find(entry)) {
+            button.key = command->name;
+            button.image = command->image;
+            button.toolTip = platform::text::Replaced(command->text, "&", "");
+            if (command->toolTip > 0)
+                button.toolTipText = std::to_string(command->toolTip);
+            if (command->checked)
+                button.style = ui::ToolBar::Button::Style::Check;
+        } else {
+            continue;
+        }
+        buttons.push_back(std::move(button));
+    }
+    bar.SetButtons(std::move(buttons));
+    bar.ButtonClick = [this](const std::string& key) { Run(key); };
+}
+
+void CommandTable::Refresh(ui::Menu& menu) const
+{
+    menu.ForEach([this](ui::Menu& item) {
+        const Command* command = Find(item.Name);
+        if (command == nullptr)
+            return;
+        item.Enabled = IsEnabled(*command);
+        item.Visible = IsVisible(*command);
+        item.Checked = command->checked && command->checked();
+    });
+}
+
+void CommandTable::Refresh(ui::ToolBar& bar) const
+{
+    for (const Command& command : commands)
+        bar.SetState(command.name, IsEnabled(command), command.checked && command.checked(), IsVisible(command));
+}
+
+bool CommandTable::Run(std::string_view name) const
+{
+    const Command* command = Find(name);
+    if (command == nullptr || !IsEnabled(*command) || !IsVisible(*command))
+        return false;
+    command->run();
+    return true;
+}
+
+} // namespace app

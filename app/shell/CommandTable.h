@@ -1,0 +1,58 @@
+#pragma once
+
+#include "ui/Form.h"
+#include "ui/ToolBar.h"
+
+#include <functional>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace app {
+
+/// One thing the user can ask for. Menu entries, toolbar buttons, pop-up entries and keys are all made from it.
+struct Command {
+    std::string name;       ///< also the name of its menu entry
+    int caption{};          ///< string number; 0: `text` stands as it is
+    std::string text;       ///< design-time caption
+    int toolTip{};          ///< string number; 0: none
+    std::string image;      ///< one of the program's pictures; "" for none
+    ui::Key key;
+    std::function<void()> run; ///< none: nothing in the program does this yet, and it shows disabled
+    std::function<bool()> enabled; ///< none: always
+    std::function<bool()> checked; ///< none: not a switch
+    std::function<bool()> visible; ///< none: always
+};
+
+/// The commands of a window, and the menus and toolbar that are made from them.
+class CommandTable {
+public:
+    void Add(Command command) { commands.push_back(std::move(command)); }
+    /// Null when there is none of that name.
+    const Command* Find(std::string_view name) const;
+
+    /// One menu: its entries by command name, "-" for a separator.
+    struct MenuLayout {
+        std::string name;
+        int caption{};
+        std::vector<std::string> entries;
+    };
+    /// Adds the entries to `menu`. An entry "name>" opens a sub-menu of that name from `subMenus`.
+    void Fill(ui::Menu& menu, const std::vector<std::string>& entries, const std::vector<MenuLayout>& subMenus = {}) const;
+    void FillToolBar(ui::ToolBar& bar, const std::vector<std::string>& entries);
+
+    /// Brings the states of everything made from the commands up to date.
+    void Refresh(ui::Menu& menu) const;
+    void Refresh(ui::ToolBar& bar) const;
+    /// Runs a command that is there, visible and enabled; false otherwise.
+    bool Run(std::string_view name) const;
+
+    static bool IsEnabled(const Command& command) { return command.run && (!command.enabled || command.enabled()); }
+    static bool IsVisible(const Command& command) { return !command.visible || command.visible(); }
+
+private:
+    std::vector<Command> commands;
+};
+
+} // namespace app

@@ -1,0 +1,46 @@
+#include "app/shell/WindowPlacement.h"
+
+#include <algorithm>
+
+namespace app {
+namespace {
+
+/// How much of the title bar must be inside a work area to be caught with the mouse: 80 by 20 pixels at 96 dpi.
+constexpr ui::Size Reachable{1200, 300};
+
+int Overlap(int start, int length, int otherStart, int otherLength)
+{
+    return std::min(start + length, otherStart + otherLength) - std::max(start, otherStart);
+}
+
+bool CanBeReached(const ui::Rect& window, const ui::Rect& area)
+{
+    return window.top >= area.top && Overlap(window.left, window.width, area.left, area.width) >= Reachable.width &&
+           Overlap(window.top, Reachable.height, area.top, area.height) >= Reachable.height;
+}
+
+/// Squared distance between the middles.
+double Distance(const ui::Rect& a, const ui::Rect& b)
+{
+    const double x = (a.left + a.width / 2.0) - (b.left + b.width / 2.0);
+    const double y = (a.top + a.height / 2.0) - (b.top + b.height / 2.0);
+    return x * x + y * y;
+}
+
+} // namespace
+
+ui::Rect PlacementWithin(const ui::Rect& stored, const std::vector<ui::Rect>& workAreas)
+{
+    if (workAreas.empty() ||
+        std::ranges::any_of(workAreas, [&](const ui::Rect& area) { return CanBeReached(stored, area); }))
+        return stored;
+    const ui::Rect& area = *std::ranges::min_element(workAreas, {}, [&](const ui::Rect& a) { return Distance(stored, a); });
+    ui::Rect window = stored;
+    window.width = std::min(window.width, area.width);
+    window.height = std::min(window.height, area.height);
+    window.left = std::clamp(window.left, area.left, area.Right() - window.width);
+    window.top = std::clamp(window.top, area.top, area.Bottom() - window.height);
+    return window;
+}
+
+} // namespace app

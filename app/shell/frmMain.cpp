@@ -1,0 +1,491 @@
+#include "app/shell/frmMain.h"
+
+#include "app/base/Captions.h"
+#include "app/base/StringId.h"
+#include "app/base/SupportFiles.h"
+#include "app/shell/WindowPlacement.h"
+#include "app/shell/frmTemplatesPath.h"
+#include "platform/Path.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace app {
+namespace {
+
+constexpr std::string_view Section = "Browser";
+
+// All lengths in twips.
+constexpr int MinimumWidth = 9700;
+constexpr ui::Rect DefaultPlacement{1000, 1000, 8750, 7200};
+constexpr int DefaultHorzSplitterTop = 5250;
+constexpr int DefaultVertSplitterLeft = 1965;
+constexpr int SplitterWidth = 75;
+constexpr int VertSplitterMargin = 300;       ///< never further left
+constexpr int VertSplitterRightMargin = 3000; ///< never closer to the window's right edge
+constexpr int HorzSplitterMargin = 900;       ///< least height of the tree
+constexpr int LeastPreviewHeight = 1500;
+constexpr int PaneMargin = 60;
+constexpr int FactsHeight = 840;   ///< four lines of text
+constexpr int PlacementLimit = 200'000; ///< a stored coordinate beyond this is damage
+
+struct StoredColumn {
+    std::string_view setting;
+    int heading; ///< string number
+    int width;   ///< default
+    bool rightAligned;
+};
+constexpr StoredColumn columns[] = {
+    {"ListViewFileColumnSize", 218, 3300, false},
+    {"ListViewFolderColumnSize", 219, 1950, false},
+    {"ListViewFileSizeColumnSize", 220, 900, true},
+    {"ListViewFileModifiedColumnSize", 221, 2100, false},
+};
+
+} // namespace
+
+/// Marks a routine that yields. A close that comes while one is on the stack waits until the last of them is done,
+/// because it would take the window away under their feet.
+class frmMain::Busy {
+public:
+    explicit Busy(frmMain& mainForm) : form{mainForm} { ++form.busy; }
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+    ~Busy()
+    {
+        if (--form.busy == 0 && form.closeWhenIdle) {
+            form.program.progress.Cancelled = false;
+            form.Close();
+        }
+    }
+
+private:
+    frmMain& form;
+};
+
+frmMain::frmMain(Program& program)
+    : Form{program.toolkit, "frmMain", Style::Sizable}, program{program}, templateLibrary{program, tvTreeView},
+      favorites{program}, tabs{program, fileTypeTabStrip}, templates{program, lvListView},
+      preview{program, imgPreview, lblPreview},
+      launcher{program.platform.shell, program.platform.files, program.registry,
+               program.messages,       program.toolkit,        program.strings},
+      spreadsheets{program.platform.files, program.platform.shell, program.registry},
+      opener{launcher, spreadsheets, program.messages}, help{program, launcher}
+{
+    SetCaption(program.state.ProductCaption);
+    std::vector<ui::ListView::Column> listColumns;
+    for (const StoredColumn& column : columns)
+        listColumns.push_back({std::to_string(column.heading), {}, column.width, column.rightAligned});
+    lvListView.SetColumns(std::move(listColumns));
+    lvListView.SetView(ui::ListView::View::Details);
+    AddCommands();
+    BuildMenus();
+    WireEvents();
+}
+
+bool frmMain::Load()
+{
+    LoadCaptions(*this, program.strings);
+    SetIconFile(SupportFile(program, "Icon_16x16"));
+    program.progress.Increment();
+    RestorePlacement();
+    program.progress.Increment();
+    tbToolBar.SetButtonCaption("mnuGetNewDesigns", program.Text(str::GetMoreTemplates));
+    Realize();
+    if (!frmTemplatesPath::EnsureReadable(program)) {
+        Unload();
+        return false;
+    }
+    return true;
+}
+
+void frmMain::RestorePlacement()
+{
+    const Settings& settings = program.settings;
+    const bool maximized = settings.Flag(Section, "TSMaximized", false);
+    const auto number = [&](std::string_view key, int otherwise) {
+        return settings.Number(Section, key, otherwise, -PlacementLimit, PlacementLimit);
+    };
+    ui::Rect stored{number("MainLeft", DefaultPlacement.left), number("MainTop", DefaultPlacement.top),
+                    number("MainWidth", DefaultPlacement.width), number("MainHeight", DefaultPlacement.height)};
+    stored.width = std::max(stored.width, 1);
+    stored.height = std::max(stored.height, DefaultPlacement.height / 4);
+    SetPlacement(PlacementWithin(stored, program.toolkit.WorkAreas()));
+    SetState(maximized ? WindowState::Maximized : WindowState::Normal);
+}
+
+bool frmMain::LoadTemplateBrowser()
+{
+    {
+        const Busy guard{*this};
+        horzSplitterTop = program.settings.Number(Section, "HorzSplitterTop", DefaultHorzSplitterTop, 0, PlacementLimit);
+        vertSplitterLeft = program.settings.Number(Section, "VertSplitterLeft", DefaultVertSplitterLeft, 0, PlacementLimit);
+        GetQuenbyFileOption();
+        PreviousRunSettings();
+        favorites.GetFavoritesFromRegistry();
+        templateLibrary.FullLoad = true;
+        if (LoadTreeView())
+            FillList();
+        SizeControls();
+        RefreshCommands();
+    }
+    return IsOpen();
+}
+
+void frmMain::PostLoad()
+{
+    (tvTreeView.Selected() != nullptr ? static_cast<ui::Control&>(tvTreeView) : lvListView).SetFocus();
+    ShowStatus();
+}
+
+void frmMain::PreviousRunSettings()
+{
+    const Settings& settings = program.settings;
+    folderListOn = settings.Flag(Section, "FolderListOn", true);
+    previewPaneOn = settings.Flag(Section, "PreviewPaneOn", true);
+    lvListView.SetView(static_cast<ui::ListView::View>(
+        settings.Number(Section, "ListViewType", static_cast<int>(ui::ListView::View::LargeIcons), 0, 3)));
+    auto listColumns = lvListView.Columns();
+    for (std::size_t i = 0; i < std::size(columns); ++i)
+        listColumns[i].width = settings.Number(Section, columns[i].setting, columns[i].width, 300, 30'000);
+    lvListView.SetColumns(std::move(listColumns));
+    tabs.Restore();
+}
+
+void frmMain::GetQuenbyFileOption()
+{
+    spreadsheets.GetQuenbyFileOption("\\HKEY_CURRENT_USER\\Software\\Quenby\\Calcora\\12\\Properties\\File Options",
+                                     "Working Dir");
+}
+
+void frmMain::LockTreeViewAccess(bool lock)
+{
+    tvTreeView.SetEnabled(!lock);
+}
+
+bool frmMain::LoadTreeView()
+{
+    const Busy guard{*this};
+    LockTreeViewAccess(true);
+    const bool found = templateLibrary.LoadTreeView();
+    LockTreeViewAccess(false);
+    return found;
+}
+
+void frmMain::RefreshLibrary()
+{
+    if (templateLibrary.Loading())
+        return;
+    const Busy guard{*this};
+    templateLibrary.RememberSelection();
+    // The user asks for what is on the disk now: new folders show, vanished ones go.
+    templateLibrary.FullLoad = true;
+    if (LoadTreeView())
+        FillList();
+    ShowStatus();
+}
+
+void frmMain::ClearViewState()
+{
+    templates.Clear();
+    preview.LoadThePreviewPane(nullptr);
+    RefreshCommands();
+}
+
+void frmMain::WireEvents()
+{
+    Closing = [this] { return OnClosing(); };
+    Resize = [this] { OnResize(); };
+    KeyDown = [this](const ui::Key& key) { return OnKey(key); };
+    MenuOpening = [this] { RefreshCommands(); };
+
+    tvTreeView.Click = [this] { tvTreeView_Click(); };
+    tvTreeView.Expand = [this](ui::TreeView::Node& node) { tvTreeView_Expand(node); };
+    tvTreeView.Collapse = [this](ui::TreeView::Node& node) { tvTreeView_Expand(node); };
+    tvTreeView.KeyDown = [this](const ui::Key& key) { return OnTreeKey(key); };
+    tvTreeView.ContextMenu = [this](ui::Point at) { ShowPopup(mnuTreePopup, at); };
+    lvListView.Click = [this] { lvListView_Click(); };
+    lvListView.DblClick = [this] { lvListView_DblClick(); };
+    lvListView.ColumnClick = [this](int column) { templates.SortBy(column); };
+    lvListView.KeyDown = [this](const ui::Key& key) { return OnListKey(key); };
+    lvListView.ContextMenu = [this](ui::Point at) { ShowPopup(mnuListPopup, at); };
+    fileTypeTabStrip.Click = [this] { fileTypeTabStrip_Click(); };
+
+    imgVertSplitter.Clamp = [this](int position) { return ClampVertical(position); };
+    imgVertSplitter.Moved = [this](int position) {
+        vertSplitterLeft = position;
+        SizeControls();
+    };
+    imgHorzSplitter.Clamp = [this](int position) { return ClampHorizontal(position); };
+    imgHorzSplitter.Moved = [this](int position) {
+        horzSplitterTop = position;
+        SizeControls();
+    };
+    templateLibrary.ClearViews = [this] { ClearViewState(); };
+}
+
+void frmMain::tvTreeView_Click()
+{
+    if (tvTreeView.Selected() == nullptr)
+        return;
+    templateLibrary.RememberSelection();
+    FillList();
+}
+
+void frmMain::tvTreeView_Expand(ui::TreeView::Node& node)
+{
+    // A category without an icon of its own always shows the standard one, open or closed.
+    const bool isTopLevel = node.parent == nullptr && library::FolderTree::IsCategory(node);
+    if (isTopLevel && node.image <= library::treeimage::EBook)
+        tvTreeView.SetImages(node, library::treeimage::Category, library::treeimage::Category);
+    if (tvTreeView.Selected() == &node)
+        return;
+    SelectNode(&node);
+}
+
+void frmMain::SelectNode(ui::TreeView::Node* node)
+{
+    if (node == nullptr)
+        return;
+    tvTreeView.Select(node);
+    tvTreeView.EnsureVisible(*node);
+    tvTreeView_Click();
+}
+
+void frmMain::SelectParent()
+{
+    if (const auto* node = tvTreeView.Selected(); node != nullptr)
+        SelectNode(node->parent);
+}
+
+void frmMain::FillList()
+{
+    const Busy guard{*this};
+    const auto* node = tvTreeView.Selected();
+    preview.LoadThePreviewPane(nullptr);
+    const std::string tab = fileTypeTabStrip.Selected();
+    if (node == nullptr)
+        templates.Clear();
+    else if (library::FolderTree::IsCategory(*node))
+        templates.FillCategory(std::string{library::FolderTree::PathOf(*node)}, tab);
+    else if (templateLibrary.Tree().IsFavorites(*node))
+        templates.FillFavorites(favorites.List(), tvTreeView, tab);
+    else
+        templates.Clear();
+    ShowStatus();
+    EnableItemCommands();
+}
+
+void frmMain::lvListView_Click()
+{
+    LoadThePreviewPane();
+    ShowStatus();
+    RefreshCommands();
+}
+
+void frmMain::LoadThePreviewPane()
+{
+    preview.LoadThePreviewPane(previewPaneOn ? templates.Selected() : nullptr);
+}
+
+void frmMain::lvListView_DblClick()
+{
+    if (const std::string path = SelectedPath(); !path.empty())
+        opener.Open(path);
+}
+
+void frmMain::fileTypeTabStrip_Click()
+{
+    tabs.RememberSelection();
+    FillList();
+}
+
+void frmMain::mnuViewPreviewPane_Click()
+{
+    previewPaneOn = !previewPaneOn;
+    LoadThePreviewPane();
+    SizeControls();
+}
+
+void frmMain::EnableItemCommands()
+{
+    RefreshCommands();
+}
+
+void frmMain::SetListView(ui::ListView::View view)
+{
+    lvListView.SetView(view);
+    RefreshCommands();
+}
+
+std::string frmMain::SelectedPath() const
+{
+    const auto* row = templates.Selected();
+    return row != nullptr ? browser::TemplateList::FullPath(*row) : std::string{};
+}
+
+void frmMain::ShowStatus()
+{
+    std::string shown;
+    if (const auto* node = tvTreeView.Selected(); node != nullptr && !templateLibrary.Tree().IsGetMore(*node))
+        shown = std::to_string(templates.Rows()) + " " + program.Text(str::TemplatesAvailable);
+    sbStatusBar.SetPanel(0, std::move(shown));
+    std::string selected;
+    if (const auto* row = templates.Selected()) {
+        selected = row->text;
+        if (row->hasDetails)
+            selected += "   " + browser::TemplateList::SizeText(row->size) + "   " +
+                        browser::TemplateList::ModifiedText(program, row->modified);
+    }
+    sbStatusBar.SetPanel(1, std::move(selected));
+}
+
+void frmMain::RefreshCommands()
+{
+    commands.Refresh(MenuBar);
+    for (ui::Menu* popup : Popups)
+        commands.Refresh(*popup);
+    commands.Refresh(tbToolBar);
+}
+
+bool frmMain::OnKey(const ui::Key& key)
+{
+    if (key.code == ui::KeyCode::F6 && !key.ctrl && !key.alt) {
+        MoveFocus();
+        return true;
+    }
+    if (key.code == ui::KeyCode::Tab && key.ctrl && !key.alt) {
+        tabs.SelectNext(key.shift);
+        return true;
+    }
+    return false;
+}
+
+bool frmMain::OnTreeKey(const ui::Key& key)
+{
+    if (key != ui::Plain(ui::KeyCode::Backspace))
+        return false;
+    SelectParent();
+    return true;
+}
+
+bool frmMain::OnListKey(const ui::Key& key)
+{
+    return OnTreeKey(key);
+}
+
+void frmMain::MoveFocus()
+{
+    if (lvListView.HasFocus() && folderListOn) {
+        tvTreeView.SetFocus();
+        return;
+    }
+    lvListView.SetFocus();
+    if (lvListView.Selected() < 0 && lvListView.Rows() > 0) {
+        lvListView.Select(0);
+        lvListView_Click();
+    }
+}
+
+int frmMain::ClampVertical(int position) const
+{
+    return std::max(std::min(position, Placement().width - VertSplitterRightMargin), VertSplitterMargin);
+}
+
+int frmMain::ClampHorizontal(int position) const
+{
+    const int top = tvTreeView.Bounds().top;
+    const int bottom = sbStatusBar.Bounds().top;
+    return std::max(std::min(position, bottom - LeastPreviewHeight), top + HorzSplitterMargin);
+}
+
+void frmMain::OnResize()
+{
+    program.progress.Increment();
+    if (State() == WindowState::Normal && Placement().width < MinimumWidth) {
+        ui::Rect wider = Placement();
+        wider.width = MinimumWidth;
+        SetPlacement(wider);
+        return; // the new size comes back here
+    }
+    SizeControls();
+}
+
+void frmMain::SizeControls()
+{
+    const ui::Size client = ClientSize();
+    const int barHeight = tbToolBar.PreferredSize(client.width).height;
+    const int statusHeight = sbStatusBar.PreferredSize(client.width).height;
+    tbToolBar.SetBounds({0, 0, client.width, barHeight});
+    sbStatusBar.SetBounds({0, client.height - statusHeight, client.width, statusHeight});
+
+    const int top = barHeight + PaneMargin;
+    const int bottom = client.height - statusHeight;
+    const bool leftShown = folderListOn || previewPaneOn;
+    const int leftWidth = leftShown ? std::min(ClampVertical(vertSplitterLeft), client.width - VertSplitterMargin) : 0;
+    int treeBottom = bottom;
+    if (folderListOn && previewPaneOn) {
+        tvTreeView.SetBounds({0, top, leftWidth, bottom - top});
+        treeBottom = ClampHorizontal(horzSplitterTop);
+    }
+    tvTreeView.SetVisible(folderListOn);
+    tvTreeView.SetBounds({0, top, leftWidth, treeBottom - top});
+    imgHorzSplitter.SetVisible(folderListOn && previewPaneOn);
+    imgHorzSplitter.SetBounds({0, treeBottom, leftWidth, SplitterWidth});
+
+    const int previewTop = folderListOn ? treeBottom + SplitterWidth : top;
+    const int factsHeight = std::min(FactsHeight, (bottom - previewTop) / 2);
+    imgPreview.SetVisible(previewPaneOn);
+    lblPreview.SetVisible(previewPaneOn);
+    imgPreview.SetBounds({PaneMargin, previewTop + PaneMargin, leftWidth - 2 * PaneMargin,
+                          bottom - previewTop - factsHeight - 3 * PaneMargin});
+    lblPreview.SetBounds({PaneMargin, bottom - factsHeight - PaneMargin, leftWidth - 2 * PaneMargin, factsHeight});
+
+    imgVertSplitter.SetVisible(leftShown);
+    imgVertSplitter.SetBounds({leftWidth, top, SplitterWidth, bottom - top});
+    const int right = leftShown ? leftWidth + SplitterWidth : 0;
+    const int tabHeight = fileTypeTabStrip.PreferredSize(client.width - right).height;
+    fileTypeTabStrip.SetBounds({right, top, client.width - right, tabHeight});
+    lvListView.SetBounds({right, top + tabHeight, client.width - right, bottom - top - tabHeight});
+}
+
+bool frmMain::OnClosing()
+{
+    if (busy > 0) {
+        closeWhenIdle = true;
+        program.progress.Cancelled = true;
+        return false;
+    }
+    // A window that never got as far as being filled has nothing worth keeping.
+    if (program.state.MainLoaded)
+        SaveState();
+    return true;
+}
+
+void frmMain::SaveState()
+{
+    Settings& settings = program.settings;
+    bool saved = settings.SaveFlag(Section, "TSMaximized", State() == WindowState::Maximized).has_value();
+    const auto number = [&](std::string_view key, int value) {
+        saved = settings.SaveNumber(Section, key, value).has_value() && saved;
+    };
+    number("HorzSplitterTop", horzSplitterTop);
+    if (State() != WindowState::Maximized) {
+        number("MainLeft", Placement().left);
+        number("MainTop", Placement().top);
+        number("MainWidth", Placement().width);
+        number("MainHeight", Placement().height);
+    }
+    number("VertSplitterLeft", vertSplitterLeft);
+    number("ListViewType", static_cast<int>(lvListView.GetView()));
+    for (std::size_t i = 0; i < std::size(columns); ++i)
+        number(columns[i].setting, lvListView.Columns()[i].width);
+    saved = settings.SaveFlag(Section, "FolderListOn", folderListOn).has_value() && saved;
+    saved = settings.SaveFlag(Section, "PreviewPaneOn", previewPaneOn).has_value() && saved;
+    templateLibrary.RememberSelection();
+    tabs.RememberSelection();
+    if (!saved)
+        program.messages.Stop(str::SetValueFailed);
+}
+
+} // namespace app

@@ -1,0 +1,118 @@
+#pragma once
+
+#include "app/base/Program.h"
+#include "app/shell/CommandTable.h"
+#include "app/shell/HelpDocuments.h"
+#include "browser/FileTypeTabs.h"
+#include "browser/Launcher.h"
+#include "browser/PreviewPane.h"
+#include "browser/SpreadsheetFolder.h"
+#include "browser/TemplateList.h"
+#include "browser/TemplateOpener.h"
+#include "library/Favorites.h"
+#include "library/TemplateLibrary.h"
+#include "ui/Form.h"
+#include "ui/Image.h"
+#include "ui/Label.h"
+#include "ui/ListView.h"
+#include "ui/Splitter.h"
+#include "ui/StatusBar.h"
+#include "ui/TabStrip.h"
+#include "ui/ToolBar.h"
+#include "ui/TreeView.h"
+
+namespace app {
+
+/// The browser's main window: it owns the controls, lays them out, routes the commands, and leaves the work to its
+/// collaborators.
+class frmMain final : public ui::Form {
+public:
+    explicit frmMain(Program& program);
+
+    /// Captions, icon, placement, options. False when the templates path cannot be used and the user quits: the window
+    /// has then unloaded itself.
+    bool Load();
+    /// Restores the splitters and fills the tree and the list. False when the window was closed meanwhile.
+    bool LoadTemplateBrowser();
+    /// What is left to do once the browser is ready and seen.
+    void PostLoad();
+
+    void SizeControls();
+    void PreviousRunSettings();
+    void LockTreeViewAccess(bool lock);
+    bool LoadTreeView();
+    void RefreshLibrary();
+    void ClearViewState();
+    void GetQuenbyFileOption();
+    void LoadThePreviewPane();
+    /// "Open", "Preview" and "View Thumbnail" follow whether the list holds any items.
+    void EnableItemCommands();
+
+    void tvTreeView_Click();
+    void tvTreeView_Expand(ui::TreeView::Node& node);
+    void lvListView_Click();
+    void lvListView_DblClick();
+    void fileTypeTabStrip_Click();
+    void mnuViewPreviewPane_Click();
+
+    ui::ToolBar tbToolBar{*this};
+    ui::TreeView tvTreeView{*this};
+    ui::Splitter imgHorzSplitter{*this, ui::Splitter::Direction::UpDown};
+    ui::Image imgPreview{*this};
+    ui::Label lblPreview{*this};
+    ui::Splitter imgVertSplitter{*this, ui::Splitter::Direction::LeftRight};
+    ui::TabStrip fileTypeTabStrip{*this};
+    ui::ListView lvListView{*this};
+    ui::StatusBar sbStatusBar{*this};
+    ui::Menu mnuTreePopup;
+    ui::Menu mnuListPopup;
+
+    library::TemplateLibrary& Library() { return templateLibrary; }
+    const browser::TemplateList& Templates() const { return templates; }
+    const CommandTable& Commands() const { return commands; }
+
+private:
+    Program& program;
+    library::TemplateLibrary templateLibrary;
+    library::Favorites favorites;
+    browser::FileTypeTabs tabs;
+    browser::TemplateList templates;
+    browser::PreviewPane preview;
+    browser::Launcher launcher;
+    browser::SpreadsheetFolder spreadsheets;
+    browser::TemplateOpener opener;
+    HelpDocuments help;
+    CommandTable commands;
+
+    int horzSplitterTop{};
+    int vertSplitterLeft{};
+    bool folderListOn{true};
+    bool previewPaneOn{true};
+    int busy{};          ///< routines on the stack that yield
+    bool closeWhenIdle{}; ///< the window was closed in the middle of one of them
+
+    class Busy;
+
+    void AddCommands();
+    void BuildMenus();
+    void WireEvents();
+    void RestorePlacement();
+    void SaveState();
+    bool OnClosing();
+    void OnResize();
+    bool OnKey(const ui::Key& key);
+    bool OnTreeKey(const ui::Key& key);
+    bool OnListKey(const ui::Key& key);
+    void FillList();
+    void SelectNode(ui::TreeView::Node* node);
+    void SelectParent();
+    void MoveFocus();
+    void SetListView(ui::ListView::View view);
+    void ShowStatus();
+    void RefreshCommands();
+    std::string SelectedPath() const;
+    int ClampVertical(int position) const;
+    int ClampHorizontal(int position) const;
+};
+
+} // namespace app

@@ -1,0 +1,169 @@
+// The main window's commands and the menus made from them.
+#include "app/shell/frmMain.h"
+
+#include "app/base/StringId.h"
+
+namespace app {
+namespace {
+
+using View = ui::ListView::View;
+
+struct ViewCommand {
+    const char* name;
+    int caption;
+    int toolTip;
+    const char* image;
+    View view;
+};
+constexpr ViewCommand viewCommands[] = {
+    {"mnuViewLargeIcons", 114, 142, "view-large", View::LargeIcons},
+    {"mnuViewSmallIcons", 115, 143, "view-small", View::SmallIcons},
+    {"mnuViewList", 116, 144, "view-list", View::List},
+    {"mnuViewDetails", 117, 145, "view-details", View::Details},
+};
+
+struct TabCommand {
+    const char* name;
+    int caption;
+    int toolTip;
+    const char* image;
+    const char* tab;
+};
+constexpr TabCommand tabCommands[] = {
+    {"mnuSettingsWord", 122, 149, "word", "Word"},
+    {"mnuSettingsPPT", 123, 151, "ppt", "PPT"},
+    {"mnuSettingsXL", 124, 150, "excel", "Excel"},
+    {"mnuSettingsPhoto", 125, 152, "photo", "Photo"},
+};
+
+/// Commands whose work the program does not do yet.
+struct LaterCommand {
+    const char* name;
+    int caption;
+    int toolTip;
+    const char* image;
+    ui::Key key;
+    const char* text{""};
+};
+const LaterCommand laterCommands[] = {
+    {"mnuFilePreview", 103, 0, "preview", {}, "Preview"},
+    {"mnuFileProperties", 133, 175, "properties", {ui::KeyCode::Enter, false, false, true}},
+    {"mnuEditFind", 109, 165, "find", ui::Ctrl('F')},
+    {"mnuAddToFavorites", 355, 355, "add-favorite", ui::Ctrl('D')},
+    {"mnuRemoveFromFavorites", 354, 354, "remove-favorite", {}},
+    {"mnupopRenamefolder", 526, 526, "rename", ui::Plain(ui::KeyCode::F2)},
+    {"mnupopDeletefolder", 525, 525, "delete", {}},
+    {"mnuViewThumbnails", 118, 146, "view-thumbnails", {}},
+    {"mnuProfileEdit", 374, 417, "profiles", {}},
+    {"mnuProfileManage", 375, 375, "profiles", {}},
+    {"mnuProfileImportExport", 376, 482, "", {}},
+    {"mnuHistory", 379, 479, "recent", {}},
+    {"mnuInstallNewTemplates", 393, 467, "packs", {}},
+    {"mnuSolutionPackManager", 396, 449, "packs", {}},
+    {"mnuGetNewDesigns", 394, 388, "more", {}},
+    {"mnuHelpAbout", 130, 443, "about", {}},
+};
+
+} // namespace
+
+void frmMain::AddCommands()
+{
+    const auto hasItems = [this] { return templates.Rows() > 0; };
+    const auto hasSelection = [this] { return templates.Selected() != nullptr; };
+
+    commands.Add({.name = "mnuFileNew", .caption = 102, .toolTip = 141, .image = "new", .key = ui::Ctrl('N'),
+                  .run = [this] { opener.CreateDocument(SelectedPath()); }, .enabled = hasSelection});
+    commands.Add({.name = "mnuFileNewDocument", .caption = 226, .run = [this] { opener.CreateDocument(SelectedPath()); },
+                  .enabled = hasSelection});
+    commands.Add({.name = "mnuFileNewTemplate", .caption = 227, .run = [this] { lvListView_DblClick(); },
+                  .enabled = hasSelection});
+    commands.Add({.name = "mnuFileOpen", .text = "&Open", .image = "open", .key = ui::Ctrl('O'),
+                  .run = [this] { lvListView_DblClick(); }, .enabled = hasItems});
+    commands.Add({.name = "mnuFileExit", .caption = 104, .image = "exit",
+                  .key = {ui::KeyCode::F4, false, false, true}, .run = [this] { Close(); }});
+    commands.Add({.name = "mnuRefreshTV", .caption = 105, .toolTip = 105, .image = "refresh",
+                  .key = ui::Plain(ui::KeyCode::F5), .run = [this] { RefreshLibrary(); },
+                  .enabled = [this] { return !templateLibrary.Loading(); }});
+    for (const ViewCommand& view : viewCommands)
+        commands.Add({.name = view.name, .caption = view.caption, .toolTip = view.toolTip, .image = view.image,
+                      .run = [this, mode = view.view] { SetListView(mode); },
+                      .checked = [this, mode = view.view] { return lvListView.GetView() == mode; }});
+    commands.Add({.name = "mnuViewFolderList", .caption = 119, .toolTip = 147, .image = "folder-list",
+                  .run = [this] {
+                      folderListOn = !folderListOn;
+                      if (!folderListOn && tvTreeView.HasFocus())
+                          lvListView.SetFocus();
+                      SizeControls();
+                      RefreshCommands();
+                  },
+                  .checked = [this] { return folderListOn; }});
+    commands.Add({.name = "mnuViewPreviewPane", .caption = 120, .toolTip = 148, .image = "preview-pane",
+                  .run = [this] {
+                      mnuViewPreviewPane_Click();
+                      RefreshCommands();
+                  },
+                  .checked = [this] { return previewPaneOn; }});
+    for (const TabCommand& tab : tabCommands)
+        commands.Add({.name = tab.name, .caption = tab.caption, .toolTip = tab.toolTip, .image = tab.image,
+                      .run = [this, key = tab.tab] {
+                          tabs.Toggle(key);
+                          fileTypeTabStrip_Click();
+                          RefreshCommands();
+                      },
+                      .checked = [this, key = tab.tab] { return tabs.IsShown(key); }});
+    commands.Add({.name = "mnuHelpContents", .caption = 128, .toolTip = 342, .image = "help",
+                  .key = ui::Plain(ui::KeyCode::F1), .run = [this] { help.Open("General HTML"); }});
+    commands.Add({.name = "mnuHelpSearch", .caption = 129, .run = [this] { help.Open("Using Find HTML"); }});
+    commands.Add({.name = "mnuReportABug", .caption = 524, .toolTip = 524, .image = "bug",
+                  .visible = [this] { return program.settings.Text("Options", "ReportABug") == "1"; }});
+    for (const LaterCommand& later : laterCommands)
+        commands.Add({.name = later.name, .caption = later.caption, .text = later.text, .toolTip = later.toolTip,
+                      .image = later.image, .key = later.key});
+    for (const std::string& link : help.WebLinks())
+        commands.Add({.name = "mnuWebLink " + link, .text = link, .run = [this, link] { help.OpenLink(link); }});
+}
+
+void frmMain::BuildMenus()
+{
+    std::vector<std::string> helpEntries{"mnuHelpContents", "mnuHelpSearch", "-"};
+    const std::vector<std::string> links = help.WebLinks();
+    for (const std::string& link : links)
+        helpEntries.push_back("mnuWebLink " + link);
+    if (!links.empty())
+        helpEntries.emplace_back("-");
+    helpEntries.insert(helpEntries.end(), {"mnuReportABug", "mnuHelpAbout"});
+
+    const std::vector<CommandTable::MenuLayout> menus{
+        {"mnuFile", 101,
+         {"mnuNew>", "mnuFileOpen", "mnuFilePreview", "mnuFileProperties", "-", "mnuFileExit"}},
+        {"mnuEdit", 108,
+         {"mnuEditFind", "-", "mnuAddToFavorites", "mnuRemoveFromFavorites", "-", "mnupopRenamefolder",
+          "mnupopDeletefolder"}},
+        {"mnuView", 113,
+         {"mnuViewLargeIcons", "mnuViewSmallIcons", "mnuViewList", "mnuViewDetails", "mnuViewThumbnails", "-",
+          "mnuViewFolderList", "mnuViewPreviewPane", "-", "mnuRefreshTV"}},
+        {"mnuOptions", 121, {"mnuSettingsWord", "mnuSettingsPPT", "mnuSettingsXL", "mnuSettingsPhoto"}},
+        {"mnuProfiles", 373, {"mnuProfileEdit", "mnuProfileManage", "mnuProfileImportExport"}},
+        {"mnuTools", 392,
+         {"mnuHistory", "-", "mnuInstallNewTemplates", "mnuSolutionPackManager", "mnuGetNewDesigns"}},
+        {"mnuHelp", 127, helpEntries},
+    };
+    const std::vector<CommandTable::MenuLayout> subMenus{
+        {"mnuNew", 102, {"mnuFileNewDocument", "mnuFileNewTemplate"}},
+    };
+    for (const CommandTable::MenuLayout& menu : menus)
+        commands.Fill(MenuBar.Add(std::make_unique<ui::Menu>(menu.name, ui::Tag{menu.caption})), menu.entries, subMenus);
+
+    commands.Fill(mnuTreePopup, {"mnuRefreshTV", "-", "mnupopRenamefolder", "mnupopDeletefolder"});
+    commands.Fill(mnuListPopup, {"mnuFileOpen", "mnuFileNew", "mnuFilePreview", "-", "mnuAddToFavorites",
+                                 "mnuRemoveFromFavorites", "-", "mnuFileProperties"});
+    Popups = {&mnuTreePopup, &mnuListPopup};
+
+    commands.FillToolBar(tbToolBar,
+                         {"mnuFileNew", "mnuFileOpen", "mnuFilePreview", "-", "mnuEditFind", "-", "mnuViewLargeIcons",
+                          "mnuViewSmallIcons", "mnuViewList", "mnuViewDetails", "mnuViewThumbnails", "-",
+                          "mnuViewFolderList", "mnuViewPreviewPane", "-", "mnuRefreshTV", "-", "mnuGetNewDesigns",
+                          "mnuReportABug"});
+}
+
+} // namespace app

@@ -1,0 +1,91 @@
+#include "app/shell/frmTemplatesPath.h"
+
+#include "app/base/Captions.h"
+#include "app/base/StringId.h"
+#include "platform/Path.h"
+
+namespace app {
+namespace {
+
+constexpr int Width = 7200; ///< twips
+
+bool CanRead(Program& program, const std::string& folder)
+{
+    return platform::path::IsAbsolute(folder) &&
+           program.platform.files.List(platform::path::WithoutTrailingSeparator(folder)).has_value();
+}
+
+} // namespace
+
+frmTemplatesPath::frmTemplatesPath(Program& program)
+    : Form{program.toolkit, "frmTemplatesPath", Style::Dialog, ui::Tag{339}}, program{program}
+{
+    LoadCaptions(*this, program.strings);
+    ShowReason();
+    Layout(Column(lblReason, lblPath, lblQuit, Buttons(cmdRetry, cmdNew, cmdCancel)), Width);
+    cmdRetry.Click = [this] { cmdRetry_Click(); };
+    cmdNew.Click = [this] { cmdNew_Click(); };
+    cmdCancel.Click = [this] { Close(); };
+}
+
+bool frmTemplatesPath::EnsureReadable(Program& program)
+{
+    if (CanRead(program, program.state.TemplatesPath))
+        return true;
+    program.state.TemplatesPathError = true;
+    frmTemplatesPath form{program};
+    form.ShowModal();
+    program.state.TemplatesPathError = !form.IsReadable();
+    return form.IsReadable();
+}
+
+void frmTemplatesPath::ShowReason()
+{
+    const StartUpState& state = program.state;
+    const std::string stored = state.AccessHddTemplates ? state.HddTemplatesPath : state.CdromTemplatesPath;
+    std::string reason;
+    if (stored.empty())
+        reason = program.Text(str::InitSettingsUnreadable) + " " + program.Text(str::InitSettingsReason) + " " +
+                 program.Text(str::InitSettingsAdvice);
+    else if (!platform::path::IsAbsolute(stored))
+        reason = program.Text(str::TemplatesPathInvalid);
+    else if (state.AccessHddTemplates)
+        reason = program.Text(str::DriveNotAccessible);
+    else
+        reason = program.Text(str::TemplatesPathUnreadable);
+    lblReason.SetCaption(std::move(reason));
+    lblPath.SetCaption(stored.empty() ? std::string{} : program.Text(str::TemplatesPath) + ": " + stored);
+    lblPath.SetVisible(!stored.empty());
+}
+
+void frmTemplatesPath::cmdRetry_Click()
+{
+    readable = CanRead(program, program.state.TemplatesPath);
+    if (readable)
+        Close();
+    else
+        cmdRetry.SetFocus();
+}
+
+void frmTemplatesPath::cmdNew_Click()
+{
+    StartUpState& state = program.state;
+    const auto chosen = program.toolkit.BrowseForFolder(
+        program.Text(state.AccessHddTemplates ? str::HddPathPrompt : str::CdPathPrompt), state.TemplatesPath);
+    if (!chosen)
+        return;
+    if (!CanRead(program, *chosen)) {
+        program.messages.Inform(str::SelectedPathUnreadable);
+        cmdNew.SetFocus();
+        return;
+    }
+    (state.AccessHddTemplates ? state.HddTemplatesPath : state.CdromTemplatesPath) = *chosen;
+    state.TemplatesPath = *chosen + "\\";
+    if (!program.settings.Save("Browser", state.AccessHddTemplates ? "HDD Templates Path" : "CDROM Templates Path",
+                               *chosen))
+        program.messages.Stop(str::SetValueFailed);
+    readable = true;
+    Close();
+}
+
+} // namespace app

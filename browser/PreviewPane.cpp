@@ -1,0 +1,37 @@
+#include "browser/PreviewPane.h"
+
+#include "library/CategoryPath.h"
+#include "platform/Path.h"
+#include "platform/Text.h"
+
+namespace browser {
+
+using platform::path::Join;
+
+void PreviewPane::LoadThePreviewPane(const TemplateList::Row* row)
+{
+    if (row == nullptr) {
+        picture.SetFile({});
+        facts.SetCaption({});
+        return;
+    }
+    picture.SetFile(PictureOf(*row));
+    std::string text = row->text;
+    if (!row->inFolder.empty())
+        text += "\r\n" + row->inFolder;
+    if (row->hasDetails)
+        text += "\r\n" + TemplateList::SizeText(row->size) + "\r\n" + TemplateList::ModifiedText(program, row->modified);
+    facts.SetCaption(std::move(text));
+}
+
+std::string PreviewPane::PictureOf(const TemplateList::Row& row) const
+{
+    const std::string name = platform::text::Trimmed(row.text) + ".jpg";
+    std::string file = Join(Join(row.folder, "Previews"), name);
+    const auto entry = program.platform.files.Stat(file);
+    if (entry && !entry->IsFolder() && platform::text::EqualIgnoringCase(entry->name, name))
+        return file;
+    return library::DiskPath(program.state.TemplatesPath, "NF.jpg");
+}
+
+} // namespace browser

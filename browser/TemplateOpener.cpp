@@ -1,0 +1,42 @@
+#include "browser/TemplateOpener.h"
+
+#include "app/base/StringId.h"
+#include "platform/Path.h"
+
+namespace browser {
+
+namespace path = platform::path;
+
+void TemplateOpener::Open(const std::string& file)
+{
+    if (!file.empty() && Launch(file) && Opened)
+        Opened(file);
+}
+
+void TemplateOpener::CreateDocument(const std::string& file)
+{
+    const auto copy = spreadsheets.SaveFile(path::Name(file), path::Parent(file));
+    if (!copy) {
+        const bool isGone = copy.error() == platform::error::FileNotFound || copy.error() == platform::error::PathNotFound;
+        messages.Inform(isGone ? app::str::FileNotFound : app::str::PathFileAccessError);
+        return;
+    }
+    if (copy->empty())
+        Open(file);
+    else if (Launch(*copy) && Opened)
+        Opened(file);
+}
+
+bool TemplateOpener::Launch(const std::string& file)
+{
+    const auto outcome = launcher.Launch(file);
+    if (outcome.raised) {
+        messages.Inform("Unable to launch '" + std::string{path::Name(file)} +
+                        "'. Please check if the associated application to launch the file is installed on the machine "
+                        "and try again");
+        return false;
+    }
+    return outcome.result == 0;
+}
+
+} // namespace browser

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "app/base/Messages.h"
+#include "browser/Launcher.h"
+#include "browser/SpreadsheetFolder.h"
+
+#include <functional>
+#include <string>
+
+namespace browser {
+
+/// Opens templates for the user: the template itself, or a new document from it.
+class TemplateOpener {
+public:
+    TemplateOpener(Launcher& launcher, SpreadsheetFolder& spreadsheets, app::Messages& messages)
+        : launcher{launcher}, spreadsheets{spreadsheets}, messages{messages} {}
+
+    /// Called with the path of every template that was opened without a failure message.
+    std::function<void(const std::string& path)> Opened;
+
+    void Open(const std::string& path);
+    /// A spreadsheet is copied into the working directory first, so that the user works on the copy; other templates
+    /// make a new document by themselves when they are opened.
+    void CreateDocument(const std::string& path);
+
+private:
+    Launcher& launcher;
+    SpreadsheetFolder& spreadsheets;
+    app::Messages& messages;
+
+    bool Launch(const std::string& path);
+};
+
+} // namespace browser
