@@ -1,0 +1,538 @@
+#include "ui/win32/FormWindow.h"
+
+#include "ui/Button.h"
+#include "ui/win32/Guarded.h"
+#include "ui/win32/KeyTranslation.h"
+#include "ui/win32/NativeText.h"
+#include "ui/win32/PeerBase.h"
+#include "ui/win32/PeerFactory.h"
+#include "ui/win32/Win32Toolkit.h"
+
+#include <algorithm>
+#include <cwchar>
+#include <utility>
+
+namespace ui::win32 {
+namespace {
+
+/// The program's own icon in its resources.
+constexpr WORD ProgramIcon = 1;
+constexpr int WidestToolTip = 6000; ///< twips
+constexpr Size FirstSize{15000, 10500};
+
+struct WindowStyle {
+    DWORD style;
+    DWORD extended;
+};
+
+WindowStyle StyleOf(Form::Style style, bool isOwned)
+{
+    switch (style) {
+    case Form::Style::Sizable:
+        return {WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT};
+    case Form::Style::Dialog:
+        // Without an owner it would have no taskbar button to find it by.
+        return {WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN,
+                WS_EX_CONTROLPARENT | WS_EX_DLGMODALFRAME | (isOwned ? 0u : static_cast<DWORD>(WS_EX_APPWINDOW))};
+    case Form::Style::Splash:
+        break;
+    }
+    return {WS_POPUP | WS_CAPTION | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT};
+}
+
+/// Moves `outer` to the middle of `around`, inside the work area of its monitor.
+RECT Centred(SIZE outer, const RECT& around)
+{
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof(monitor);
+    GetMonitorInfoW(MonitorFromRect(&around, MONITOR_DEFAULTTONEAREST), &monitor);
+    const RECT& work = monitor.rcWork;
+    const LONG left = std::max(std::min((around.left + around.right - outer.cx) / 2, work.right - outer.cx), work.left);
+    const LONG top = std::max(std::min((around.top + around.bottom - outer.cy) / 2, work.bottom - outer.cy), work.top);
+    return {left, top, left + outer.cx, top + outer.cy};
+}
+
+RECT WorkAreaOf(HWND window)
+{
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof(monitor);
+    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
+    return monitor.rcWork;
+}
+
+bool IsEdit(HWND window)
+{
+    wchar_t name[16]{};
+    GetClassNameW(window, name, 16);
+    return _wcsicmp(name, L"Edit") == 0;
+}
+
+} // namespace
+
+FormWindow::FormWindow(Win32Toolkit& windowToolkit, ui::Form& windowForm, HWND owner)
+    : toolkit{windowToolkit}, form{windowForm}, frame{std::make_shared<NativeFrame>()}, dpi{SystemDpi()}, fonts{dpi}
+{
+    const WindowStyle style = StyleOf(form.GetStyle(), owner != nullptr);
+    frame->window = CreateWindowExW(style.extended, WindowClass(), ToNative(form.Caption()).c_str(), style.style,
+                                    CW_USEDEFAULT, CW_USEDEFAULT, ToPixels(FirstSize.width, dpi),
+                                    ToPixels(FirstSize.height, dpi), owner, nullptr, GetModuleHandleW(nullptr), nullptr);
+    SetWindowLongPtrW(Handle(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    toolkit.Attach(*this);
+    if (const int own = DpiOf(Handle()); own != dpi) {
+        dpi = own;
+        fonts = Fonts{dpi};
+    }
+    ApplyIcon();
+    ApplyMenu();
+    if (form.Placement().width > 0)
+        ApplyPlacement();
+    CreatePeers();
+    ready = true;
+}
+
+FormWindow::~FormWindow()
+{
+    toolkit.EndModal(*this);
+    for (Control* control : form.Controls())
+        control->SetPeer(nullptr);
+    SetWindowLongPtrW(Handle(), GWLP_USERDATA, 0);
+    // A visible window costs two seconds to destroy where there is no window manager.
+    ShowWindow(Handle(), SW_HIDE);
+    toolkit.Detach(*this);
+    toolkit.Bury(frame);
+}
+
+const wchar_t* FormWindow::WindowClass()
+{
+    static const wchar_t* const name = L"TSBrowserForm";
+    static const ATOM registered = [] {
+        WNDCLASSEXW windowClass{};
+        windowClass.cbSize = sizeof(windowClass);
+        windowClass.lpfnWndProc = &FormWindow::Procedure;
+        windowClass.hInstance = GetModuleHandleW(nullptr);
+        windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+        windowClass.hbrBackground = GetSysColorBrush(COLOR_3DFACE);
+        windowClass.lpszClassName = name;
+        return RegisterClassExW(&windowClass);
+    }();
+    return registered != 0 ? name : L"";
+}
+
+void FormWindow::CreatePeers()
+{
+    int id = 100;
+    for (Control* control : form.Controls())
+        control->SetPeer(CreateControlPeer(*control, *this, id++));
+}
+
+const ImageLoader& FormWindow::Images() const
+{
+    return toolkit.Images();
+}
+
+void FormWindow::Update(Aspect aspect)
+{
+    switch (aspect) {
+    case Aspect::Caption:
+        SetWindowTextW(Handle(), ToNative(form.Caption()).c_str());
+        break;
+    case Aspect::Icon:
+        ApplyIcon();
+        break;
+    case Aspect::Placement:
+        ApplyPlacement();
+        break;
+    case Aspect::State:
+        if (form.IsVisible())
+            Show();
+        break;
+    case Aspect::Menu:
+        if (!menus.IsCurrent(form.MenuBar))
+            ApplyMenu();
+        break;
+    case Aspect::Enabled:
+        break;
+    }
+}
+
+void FormWindow::ApplyPlacement()
+{
+    const RECT place = ToPixels(form.Placement(), SystemDpi());
+    ++byCode;
+    if (IsIconic(Handle()) || IsZoomed(Handle())) {
+        WINDOWPLACEMENT placement{};
+        placement.length = sizeof(placement);
+        GetWindowPlacement(Handle(), &placement);
+        placement.rcNormalPosition = place;
+        SetWindowPlacement(Handle(), &placement);
+    } else {
+        SetWindowPos(Handle(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    --byCode;
+}
+
+void FormWindow::ApplyIcon()
+{
+    if (form.GetStyle() == Form::Style::Dialog)
+        return;
+    const auto load = [&](int metric) {
+        const int size = SystemMetric(metric, dpi);
+        IconHandle icon = form.IconFile().empty() ? nullptr : Images().FromFile(form.IconFile(), size);
+        return icon ? std::move(icon) : Images().FromResource(MAKEINTRESOURCEW(ProgramIcon), size);
+    };
+    IconHandle large = load(SM_CXICON);
+    IconHandle small = load(SM_CXSMICON);
+    SendMessageW(Handle(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large.get()));
+    SendMessageW(Handle(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small.get()));
+    largeIcon = std::move(large);
+    smallIcon = std::move(small);
+}
+
+void FormWindow::ApplyMenu()
+{
+    if (form.GetStyle() != Form::Style::Sizable)
+        return;
+    HMENU before = GetMenu(Handle());
+    // The window owns its bar from here on.
+    SetMenu(Handle(), menus.BuildBar(form.MenuBar).release());
+    if (before != nullptr)
+        DestroyMenu(before);
+}
+
+void FormWindow::Show()
+{
+    if (!menus.IsCurrent(form.MenuBar))
+        ApplyMenu();
+    ++byCode;
+    int how = SW_SHOWNORMAL;
+    if (form.State() == Form::WindowState::Maximized)
+        how = SW_SHOWMAXIMIZED;
+    else if (form.State() == Form::WindowState::Minimized)
+        how = SW_SHOWMINIMIZED;
+    const auto kept = frame;
+    if (!resized && how == SW_SHOWNORMAL)
+        form.UserResizes(ClientSize());
+    ShowWindow(kept->window, how);
+    if (GetWindowLongPtrW(kept->window, GWLP_USERDATA) != reinterpret_cast<LONG_PTR>(this))
+        return;
+    --byCode;
+    FocusActiveControl();
+}
+
+void FormWindow::Hide()
+{
+    if (!IsWindowVisible(Handle()))
+        return;
+    // The others must be able to take the activation before this window gives it up.
+    const HWND focus = toolkit.EndModal(*this);
+    ++byCode;
+    ShowWindow(Handle(), SW_HIDE);
+    --byCode;
+    if (focus != nullptr && IsWindow(focus))
+        SetFocus(focus);
+}
+
+Size FormWindow::ClientSize() const
+{
+    RECT client{};
+    GetClientRect(Handle(), &client);
+    return {ToTwips(client.right, dpi), ToTwips(client.bottom, dpi)};
+}
+
+void FormWindow::FitClient(Size client)
+{
+    const SIZE pixels{ToPixels(client.width + 14, dpi), ToPixels(client.height + 14, dpi)};
+    const auto style = static_cast<DWORD>(GetWindowLongPtrW(Handle(), GWL_STYLE));
+    const auto extended = static_cast<DWORD>(GetWindowLongPtrW(Handle(), GWL_EXSTYLE));
+    const SIZE outer = OuterSize(pixels, style, extended, GetMenu(Handle()) != nullptr, dpi);
+    RECT around{};
+    const HWND owner = GetWindow(Handle(), GW_OWNER);
+    if (owner == nullptr || !IsWindowVisible(owner) || IsIconic(owner) || !GetWindowRect(owner, &around))
+        around = WorkAreaOf(Handle());
+    const RECT place = Centred(outer, around);
+    ++byCode;
+    SetWindowPos(Handle(), nullptr, place.left, place.top, outer.cx, outer.cy, SWP_NOZORDER | SWP_NOACTIVATE);
+    --byCode;
+}
+
+void FormWindow::ShowPopup(Menu& menu, Point at)
+{
+    POINT point{ToPixels(at.x, dpi), ToPixels(at.y, dpi)};
+    ClientToScreen(Handle(), &point);
+    const auto kept = frame;
+    const NativeFrame::Busy busy{*kept};
+    const MenuHandle popup = menus.BuildPopup(menu);
+    int command = 0;
+    {
+        const Win32Toolkit::NativeModal modal{toolkit};
+        const UINT flags = TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON |
+                           (GetSystemMetrics(SM_MENUDROPALIGNMENT) != 0 ? TPM_RIGHTALIGN : TPM_LEFTALIGN);
+        command = TrackPopupMenuEx(popup.get(), flags, point.x, point.y, kept->window, nullptr);
+    }
+    if (GetWindowLongPtrW(kept->window, GWLP_USERDATA) != reinterpret_cast<LONG_PTR>(this))
+        return;
+    Menu* chosen = menus.Find(menu, command);
+    menus.Restart();
+    if (chosen != nullptr)
+        chosen->UserClicks();
+}
+
+void FormWindow::BringToFront()
+{
+    if (IsIconic(Handle()))
+        ShowWindow(Handle(), SW_RESTORE);
+    SetForegroundWindow(Handle());
+}
+
+void FormWindow::FocusActiveControl()
+{
+    // Taking the focus would activate a window that waits behind another.
+    if (GetActiveWindow() != Handle())
+        return;
+    const auto takesFocus = [](const Control* control) {
+        return control->Peer() != nullptr && control->Visible() && control->Enabled();
+    };
+    Control* target = form.ActiveControl();
+    if (target == nullptr || !takesFocus(target)) {
+        const auto& controls = form.Controls();
+        const auto first = std::ranges::find_if(
+            controls, [&](const Control* control) { return control->IsTabStop() && takesFocus(control); });
+        target = first == controls.end() ? nullptr : *first;
+    }
+    if (target != nullptr)
+        SetFocus(static_cast<PeerBase*>(target->Peer())->Handle());
+}
+
+void FormWindow::SetToolTip(HWND control, const std::string& text)
+{
+    if (toolTips == nullptr) {
+        if (text.empty())
+            return;
+        toolTips = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, 0,
+                                   0, 0, 0, Handle(), nullptr, GetModuleHandleW(nullptr), nullptr);
+        SendMessageW(toolTips, TTM_SETMAXTIPWIDTH, 0, ToPixels(WidestToolTip, dpi));
+    }
+    std::wstring native = ToNative(text);
+    TTTOOLINFOW tool{};
+    tool.cbSize = sizeof(tool);
+    tool.uFlags = TTF_SUBCLASS | TTF_IDISHWND;
+    tool.hwnd = Handle();
+    tool.uId = reinterpret_cast<UINT_PTR>(control);
+    tool.lpszText = native.data();
+    SendMessageW(toolTips, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    if (!text.empty())
+        SendMessageW(toolTips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+void FormWindow::Release(HWND control)
+{
+    // While a message of the window is being handled the control may be under its own procedure: it goes with the
+    // whole window later.
+    if (frame->handling == 0)
+        DestroyWindow(control);
+    else
+        ShowWindow(control, SW_HIDE);
+}
+
+bool FormWindow::Translate(MSG& message)
+{
+    const auto kept = frame;
+    const NativeFrame::Busy busy{*kept};
+    const bool isKeyDown = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
+    const auto used = Guarded([&] {
+        return (isKeyDown && TranslateKey(message)) || (message.message == WM_SYSCHAR && TranslateMnemonic(message));
+    });
+    if (used || GetWindowLongPtrW(kept->window, GWLP_USERDATA) != reinterpret_cast<LONG_PTR>(this))
+        return true;
+    return IsDialogMessageW(kept->window, &message) != 0;
+}
+
+bool FormWindow::TranslateKey(const MSG& message)
+{
+    const Key key = KeyOf(message.wParam);
+    if (!key)
+        return false;
+    if (PeerBase* captured = PeerBase::Of(GetCapture()); captured != nullptr && captured->UsesKey(key))
+        return true;
+
+    // A text being edited needs its own keys; the function keys stay commands.
+    if (IsEdit(message.hwnd) && (key.code < KeyCode::F1 || key.code > KeyCode::F10))
+        return false;
+
+    const auto kept = frame;
+    PeerBase* focused = PeerBase::Of(message.hwnd);
+    if (focused != nullptr && focused->UsesKey(key))
+        return true;
+    if (GetWindowLongPtrW(kept->window, GWLP_USERDATA) != reinterpret_cast<LONG_PTR>(this))
+        return true;
+    const bool pressesButton =
+        key == Plain(KeyCode::Enter) && focused != nullptr && dynamic_cast<const Button*>(&focused->Model()) != nullptr;
+    return !pressesButton && form.UserPresses(key);
+}
+
+bool FormWindow::TranslateMnemonic(const MSG& message)
+{
+    wchar_t letter = static_cast<wchar_t>(message.wParam);
+    CharUpperBuffW(&letter, 1);
+    if (menus.HasMnemonic(form.MenuBar, letter))
+        return false;
+    return std::ranges::any_of(form.Controls(), [&](const Control* control) {
+        auto* peer = static_cast<PeerBase*>(control->Peer());
+        return peer != nullptr && control->Visible() && control->Enabled() && peer->UsesMnemonic(letter);
+    });
+}
+
+PeerBase* FormWindow::FindButton(bool isDefault) const
+{
+    const Role role = isDefault ? Role::Default : Role::Cancel;
+    for (Control* control : form.Controls())
+        if (const auto* button = dynamic_cast<const Button*>(control);
+            button != nullptr && button->GetRole() == role && button->Peer() != nullptr)
+            return static_cast<PeerBase*>(button->Peer());
+    return nullptr;
+}
+
+LRESULT FormWindow::OnCommand(WPARAM wParam, LPARAM lParam)
+{
+    const int id = LOWORD(wParam);
+    const int code = HIWORD(wParam);
+    PeerBase* peer = PeerBase::Of(reinterpret_cast<HWND>(lParam));
+    if (peer == nullptr && id == IDOK)
+        peer = FindButton(true);
+    if (peer == nullptr && id == IDCANCEL) {
+        peer = FindButton(false);
+        if (peer == nullptr && form.GetStyle() == Form::Style::Dialog) {
+            form.UserCloses();
+            return 0;
+        }
+    }
+    if (peer != nullptr)
+        peer->OnCommand(code, id);
+    else if (Menu* chosen = menus.Find(form.MenuBar, id))
+        chosen->UserClicks();
+    return 0;
+}
+
+std::optional<LRESULT> FormWindow::OnNotify(NMHDR& header)
+{
+    if (PeerBase* peer = PeerBase::Of(header.hwndFrom))
+        return peer->OnNotify(header);
+    if (header.code == TTN_GETDISPINFOW)
+        for (Control* control : form.Controls())
+            if (auto* peer = static_cast<PeerBase*>(control->Peer()); peer && peer->OwnsToolTips(header.hwndFrom))
+                return peer->OnNotify(header);
+    return std::nullopt;
+}
+
+void FormWindow::OnPlaced()
+{
+    WINDOWPLACEMENT placement{};
+    placement.length = sizeof(placement);
+    if (!GetWindowPlacement(Handle(), &placement))
+        return;
+    RECT outer = placement.rcNormalPosition;
+    auto state = Form::WindowState::Normal;
+    if (IsIconic(Handle()))
+        state = Form::WindowState::Minimized;
+    else if (IsZoomed(Handle()))
+        state = Form::WindowState::Maximized;
+    if (state == Form::WindowState::Normal) {
+        GetWindowRect(Handle(), &outer);
+    } else {
+        // The normal place of a window is kept relative to the work area, not to the monitor.
+        MONITORINFO monitor{};
+        monitor.cbSize = sizeof(monitor);
+        GetMonitorInfoW(MonitorFromRect(&outer, MONITOR_DEFAULTTONEAREST), &monitor);
+        OffsetRect(&outer, monitor.rcWork.left - monitor.rcMonitor.left, monitor.rcWork.top - monitor.rcMonitor.top);
+    }
+    form.UserPlaces(ToTwips(outer, SystemDpi()), state);
+}
+
+void FormWindow::OnDpiChanged(int newDpi, const RECT& suggested)
+{
+    dpi = newDpi;
+    Fonts before = std::exchange(fonts, Fonts{dpi});
+    ApplyIcon();
+    for (Control* control : form.Controls())
+        if (auto* peer = static_cast<PeerBase*>(control->Peer()))
+            peer->DpiChanged();
+    SetWindowPos(Handle(), nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
+                 suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    form.UserResizes(ClientSize());
+}
+
+std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    constexpr UINT dpiChanged = 0x02E0; // WM_DPICHANGED, newer than the oldest system's headers
+    switch (message) {
+    case WM_COMMAND:
+        return OnCommand(wParam, lParam);
+    case WM_NOTIFY:
+        return OnNotify(*reinterpret_cast<NMHDR*>(lParam));
+    case WM_WINDOWPOSCHANGED:
+        if (ready && byCode == 0 && IsWindowVisible(Handle()))
+            OnPlaced();
+        break;
+    case WM_SIZE:
+        if (ready && wParam != SIZE_MINIMIZED) {
+            resized = true;
+            form.UserResizes(ClientSize());
+        }
+        return 0;
+    case WM_SETFOCUS:
+        FocusActiveControl();
+        return 0;
+    case WM_INITMENU:
+        menus.Restart();
+        break;
+    case WM_INITMENUPOPUP:
+        if (HIWORD(lParam) == 0) {
+            if (form.MenuOpening)
+                form.MenuOpening();
+            menus.FillBarPopup(form.MenuBar, reinterpret_cast<HMENU>(wParam), LOWORD(lParam));
+            return 0;
+        }
+        break;
+    case WM_EXITMENULOOP:
+        if (!wParam && !menus.IsCurrent(form.MenuBar))
+            ApplyMenu();
+        break;
+    case WM_SETCURSOR:
+        if (toolkit.IsBusy()) {
+            SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+            return TRUE;
+        }
+        break;
+    case DM_GETDEFID:
+        return FindButton(true) != nullptr ? MAKELRESULT(IDOK, DC_HASDEFID) : 0;
+    case dpiChanged:
+        OnDpiChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+        return 0;
+    case WM_CLOSE:
+        form.UserCloses();
+        return 0;
+    case WM_QUERYENDSESSION:
+        return TRUE;
+    case WM_ENDSESSION:
+        if (wParam && form.GetStyle() == Form::Style::Sizable)
+            form.UserCloses();
+        return 0;
+    default:
+        break;
+    }
+    return std::nullopt;
+}
+
+LRESULT CALLBACK FormWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept
+{
+    auto* self = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (self == nullptr)
+        return DefWindowProcW(window, message, wParam, lParam);
+    const auto kept = self->frame;
+    const NativeFrame::Busy busy{*kept};
+    const auto answer = Guarded([&] { return self->OnMessage(message, wParam, lParam); });
+    return answer ? *answer : DefWindowProcW(window, message, wParam, lParam);
+}
+
+} // namespace ui::win32

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "ui/Form.h"
+#include "ui/win32/Dpi.h"
+#include "ui/win32/ImageLoader.h"
+#include "ui/win32/MenuTable.h"
+#include "ui/win32/NativeFrame.h"
+
+#include <memory>
+#include <optional>
+
+namespace ui::win32 {
+
+class PeerBase;
+class Win32Toolkit;
+
+/// The native window of one form, with the peers of its controls.
+class FormWindow final : public FormPeer {
+public:
+    /// `owner` is the window that this one stays above; may be null.
+    FormWindow(Win32Toolkit& windowToolkit, ui::Form& windowForm, HWND owner);
+    FormWindow(const FormWindow&) = delete;
+    FormWindow& operator=(const FormWindow&) = delete;
+    ~FormWindow() override;
+
+    void Update(Aspect aspect) override;
+    void Show() override;
+    void Hide() override;
+    Size ClientSize() const override;
+    void FitClient(Size client) override;
+    void ShowPopup(Menu& menu, Point at) override;
+    void BringToFront() override;
+
+    ui::Form& Model() const { return form; }
+    HWND Handle() const { return frame->window; }
+    std::shared_ptr<NativeFrame> Frame() const { return frame; }
+    int Dpi() const { return dpi; }
+    const Fonts& WindowFonts() const { return fonts; }
+    const ImageLoader& Images() const;
+
+    /// A message of the loop that belongs to this window or a child: keys that commands use, Tab, Enter, Esc and
+    /// mnemonics. True when it was used up.
+    bool Translate(MSG& message);
+    /// Gives the keyboard to the form's active control, or to the first that Tab reaches.
+    void FocusActiveControl();
+    void SetToolTip(HWND control, const std::string& text);
+    /// A control's peer is going: its window with it, unless the whole window is.
+    void Release(HWND control);
+
+private:
+    Win32Toolkit& toolkit;
+    ui::Form& form;
+    std::shared_ptr<NativeFrame> frame;
+    int dpi;
+    Fonts fonts;
+    MenuTable menus;
+    IconHandle largeIcon;
+    IconHandle smallIcon;
+    HWND toolTips{};
+    int byCode{};
+    bool ready{};
+    bool resized{};
+
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT OnCommand(WPARAM wParam, LPARAM lParam);
+    std::optional<LRESULT> OnNotify(NMHDR& header);
+    void OnPlaced();
+    void OnDpiChanged(int newDpi, const RECT& suggested);
+    void CreatePeers();
+    void ApplyPlacement();
+    void ApplyIcon();
+    void ApplyMenu();
+    bool TranslateKey(const MSG& message);
+    bool TranslateMnemonic(const MSG& message);
+    PeerBase* FindButton(bool isDefault) const;
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    static const wchar_t* WindowClass();
+};
+
+} // namespace ui::win32

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "ui/ImageList.h"
+#include "ui/win32/NativeHandle.h"
+
+#include <string>
+#include <string_view>
+
+namespace ui::win32 {
+
+/// Loads icons: the program's own by name from its resources, others from icon files. Every one comes at the size
+/// asked for (pixels), made from the nearest picture that is not smaller where there is one.
+class ImageLoader {
+public:
+    explicit ImageLoader(HINSTANCE resourceModule) : module{resourceModule} {}
+
+    IconHandle FromResource(const wchar_t* name, int size) const;
+    /// Null for a name that the program has no picture of.
+    IconHandle Named(std::string_view name, int size) const;
+    /// Null for a file that is missing, too large or no icon.
+    IconHandle FromFile(const std::string& path, int size) const;
+    /// A picture that cannot be loaded is replaced by the one of an ordinary category.
+    IconHandle Load(const ui::ImageList::Picture& picture, int size) const;
+    /// Indexed by the keys of `pictures`; gaps are blank.
+    ImageListHandle Build(const ui::ImageList& pictures, int size) const;
+
+    /// The same picture without colour and half transparent, for what is disabled.
+    static IconHandle Disabled(HICON icon, int size);
+    static void Append(HIMAGELIST list, HICON icon);
+
+private:
+    HINSTANCE module;
+};
+
+} // namespace ui::win32

@@ -1,0 +1,64 @@
+#include "ui/win32/ImagePeer.h"
+
+#include "ui/win32/Canvas.h"
+#include "ui/win32/PictureLoader.h"
+
+namespace ui::win32 {
+
+ImagePeer::ImagePeer(Image& peerImage, FormWindow& form, int id) : PeerBase{peerImage, form}, image{peerImage}
+{
+    Create(CanvasClass(), 0, 0, id);
+}
+
+Size ImagePeer::Preferred(int) const
+{
+    const SIZE size = PictureLoader::NaturalSize(image.File());
+    return {Twips(size.cx), Twips(size.cy)};
+}
+
+void ImagePeer::Sync(Aspect aspect)
+{
+    if (aspect != Aspect::Picture)
+        return;
+    decoded = false;
+    InvalidateRect(Handle(), nullptr, TRUE);
+}
+
+std::optional<LRESULT> ImagePeer::OnMessage(UINT message, WPARAM, LPARAM)
+{
+    if (message == WM_PAINT) {
+        Paint();
+        return 0;
+    }
+    if (message == WM_SYSCOLORCHANGE)
+        decoded = false;
+    return std::nullopt;
+}
+
+void ImagePeer::Paint()
+{
+    RECT client{};
+    GetClientRect(Handle(), &client);
+    const SIZE room{client.right, client.bottom};
+    // Decoded here, so that pictures nobody sees cost nothing and a drag of the frame decodes once a size.
+    if (!decoded || room.cx != decodedFor.cx || room.cy != decodedFor.cy) {
+        PixelBuffer pixels = PictureLoader::Load(image.File(), room);
+        pixels.Flatten(GetSysColor(COLOR_3DFACE));
+        bitmap = pixels.ToBitmap();
+        shown = {pixels.Width(), pixels.Height()};
+        decodedFor = room;
+        decoded = true;
+    }
+    PAINTSTRUCT paint{};
+    HDC context = BeginPaint(Handle(), &paint);
+    if (bitmap) {
+        HDC memory = CreateCompatibleDC(context);
+        const HGDIOBJ before = SelectObject(memory, bitmap.get());
+        BitBlt(context, (room.cx - shown.cx) / 2, (room.cy - shown.cy) / 2, shown.cx, shown.cy, memory, 0, 0, SRCCOPY);
+        SelectObject(memory, before);
+        DeleteDC(memory);
+    }
+    EndPaint(Handle(), &paint);
+}
+
+} // namespace ui::win32

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "ui/Image.h"
+#include "ui/win32/PeerBase.h"
+
+namespace ui::win32 {
+
+class ImagePeer final : public PeerBase {
+public:
+    ImagePeer(Image& peerImage, FormWindow& form, int id);
+    Size Preferred(int width) const override;
+
+protected:
+    void Sync(Aspect aspect) override;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    Image& image;
+    BitmapHandle bitmap;
+    SIZE shown{};         ///< of the bitmap
+    SIZE decodedFor{};    ///< room that it was made for
+    bool decoded{};
+
+    void Paint();
+};
+
+} // namespace ui::win32

@@ -1,0 +1,359 @@
+#include "ui/win32/ListViewPeer.h"
+
+#include "ui/win32/FormWindow.h"
+#include "ui/win32/NativeText.h"
+
+#include <algorithm>
+
+namespace ui::win32 {
+namespace {
+
+constexpr int LargeSide = 480; ///< twips: 32 pixels at 96 dpi
+constexpr int SmallSide = 240;
+constexpr Size LargeSpacing{1500, 1275}; ///< twips from one large icon to the next
+constexpr int EmptyTextMargin = 300;
+/// Rows whose texts set the width of the columns of the plain list; enough for any folder that is read, not counted.
+constexpr int MeasuredRows = 300;
+
+/// LVFI_SUBSTRING, which the compiler's headers lack: the typed letters of type-ahead.
+constexpr UINT SubstringFlag = 0x0004;
+
+DWORD NativeView(ListView::View view)
+{
+    switch (view) {
+    case ListView::View::LargeIcons: return LV_VIEW_ICON;
+    case ListView::View::SmallIcons: return LV_VIEW_SMALLICON;
+    case ListView::View::List: return LV_VIEW_LIST;
+    case ListView::View::Details: break;
+    }
+    return LV_VIEW_DETAILS;
+}
+
+bool StartsWith(const std::wstring& text, const std::wstring& start)
+{
+    return text.size() >= start.size() &&
+           CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE | NORM_IGNOREWIDTH, text.c_str(),
+                          static_cast<int>(start.size()), start.c_str(), static_cast<int>(start.size())) == CSTR_EQUAL;
+}
+
+} // namespace
+
+ListViewPeer::ListViewPeer(ListView& peerList, FormWindow& form, int id) : PeerBase{peerList, form}, list{peerList}
+{
+    Create(WC_LISTVIEWW, LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | LVS_AUTOARRANGE,
+           WS_EX_CLIENTEDGE, id);
+    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
+         LVS_EX_DOUBLEBUFFER | LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP | LVS_EX_INFOTIP);
+    SetWindowTheme(Handle(), L"Explorer", nullptr);
+}
+
+Size ListViewPeer::Preferred(int) const
+{
+    return {4500, 3000};
+}
+
+void ListViewPeer::DpiChanged()
+{
+    PeerBase::DpiChanged();
+    const ByCode guard{*this};
+    SyncImages(true);
+    Send(LVM_SETICONSPACING, 0, MAKELPARAM(Pixels(LargeSpacing.width), Pixels(LargeSpacing.height)));
+    SyncColumns();
+    SyncView();
+    SyncRows();
+}
+
+void ListViewPeer::Sync(Aspect aspect)
+{
+    switch (aspect) {
+    case Aspect::Items:
+        SyncRows();
+        break;
+    case Aspect::Selection:
+        SyncSelection();
+        break;
+    case Aspect::View:
+        SyncView();
+        SyncSelection();
+        break;
+    case Aspect::Columns:
+        SyncColumns();
+        break;
+    case Aspect::Caption:
+        InvalidateRect(Handle(), nullptr, TRUE);
+        break;
+    default:
+        break;
+    }
+}
+
+void ListViewPeer::SyncImages(bool always)
+{
+    const auto replace = [&](const ui::ImageList& model, std::map<int, ui::ImageList::Picture>& shown,
+                             ImageListHandle& images, int side, WPARAM which) {
+        if (!always && model.Pictures() == shown)
+            return;
+        shown = model.Pictures();
+        ImageListHandle fresh = Window().Images().Build(model, Pixels(side));
+        Send(LVM_SETIMAGELIST, which, reinterpret_cast<LPARAM>(fresh.get()));
+        images = std::move(fresh);
+    };
+    replace(list.LargeImages, shownLarge, largeImages, LargeSide, LVSIL_NORMAL);
+    replace(list.SmallImages, shownSmall, smallImages, SmallSide, LVSIL_SMALL);
+}
+
+void ListViewPeer::SyncRows()
+{
+    SyncImages(false);
+    Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list.Rows()), 0);
+    SyncView();
+    if (list.Selected() < 0 && list.Rows() > 0)
+        Send(LVM_ENSUREVISIBLE, 0, FALSE);
+    SyncSelection();
+    InvalidateRect(Handle(), nullptr, TRUE);
+}
+
+void ListViewPeer::SyncSelection()
+{
+    LVITEMW item{};
+    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    const int before = NativeSelection();
+    if (before != list.Selected())
+        Send(LVM_SETITEMSTATE, static_cast<WPARAM>(-1), &item);
+    if (list.Selected() < 0)
+        return;
+    item.state = LVIS_SELECTED | LVIS_FOCUSED;
+    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(list.Selected()), &item);
+    Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(list.Selected()), FALSE);
+}
+
+void ListViewPeer::SyncView()
+{
+    const DWORD view = NativeView(list.GetView());
+    if (static_cast<DWORD>(Send(LVM_GETVIEW)) != view)
+        Send(LVM_SETVIEW, view);
+    if (list.GetView() != ListView::View::List && list.GetView() != ListView::View::SmallIcons)
+        return;
+    int widest = Pixels(LargeSpacing.width);
+    for (int row = 0; row < std::min(list.Rows(), MeasuredRows); ++row)
+        widest = std::max<int>(widest, Measure(list.Model()->Text(row, 0), NormalFont()).cx);
+    if (list.GetView() == ListView::View::List)
+        Send(LVM_SETCOLUMNWIDTH, 0, widest + Pixels(SmallSide) + Pixels(240));
+}
+
+void ListViewPeer::SyncColumns()
+{
+    const auto& columns = list.Columns();
+    for (; shownColumns > columns.size(); --shownColumns)
+        Send(LVM_DELETECOLUMN, shownColumns - 1);
+    const HWND header = reinterpret_cast<HWND>(Send(LVM_GETHEADER));
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        std::wstring text = ToNative(columns[i].text);
+        LVCOLUMNW column{};
+        column.mask = LVCF_TEXT | LVCF_FMT | LVCF_SUBITEM;
+        // A width set while another view shows would become that view's own.
+        if (i >= shownColumns || list.GetView() == ListView::View::Details) {
+            column.mask |= LVCF_WIDTH;
+            column.cx = Pixels(columns[i].width);
+        }
+        column.pszText = text.data();
+        column.iSubItem = static_cast<int>(i);
+        column.fmt = columns[i].rightAligned ? LVCFMT_RIGHT : LVCFMT_LEFT;
+        if (i < shownColumns) {
+            Send(LVM_SETCOLUMNW, i, &column);
+        } else {
+            Send(LVM_INSERTCOLUMNW, i, &column);
+            ++shownColumns;
+        }
+        HDITEMW item{};
+        item.mask = HDI_FORMAT;
+        if (SendMessageW(header, HDM_GETITEMW, i, reinterpret_cast<LPARAM>(&item)) == 0)
+            continue;
+        item.fmt &= ~(HDF_SORTUP | HDF_SORTDOWN);
+        if (static_cast<int>(i) == list.SortColumn())
+            item.fmt |= list.SortAscending() ? HDF_SORTUP : HDF_SORTDOWN;
+        SendMessageW(header, HDM_SETITEMW, i, reinterpret_cast<LPARAM>(&item));
+    }
+}
+
+int ListViewPeer::NativeSelection() const
+{
+    return static_cast<int>(Send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+}
+
+std::optional<LRESULT> ListViewPeer::OnNotify(NMHDR& header)
+{
+    switch (header.code) {
+    case LVN_GETDISPINFOW:
+        FillIn(reinterpret_cast<NMLVDISPINFOW&>(header));
+        return 0;
+    case LVN_ODFINDITEMW:
+        return FindRow(reinterpret_cast<const NMLVFINDITEMW&>(header));
+    case LVN_ITEMCHANGED: {
+        const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
+        const bool selects = (change.uNewState & LVIS_SELECTED) != 0 && (change.uOldState & LVIS_SELECTED) == 0;
+        if (!IsByCode() && selects && change.iItem >= 0)
+            list.UserSelects(change.iItem);
+        return 0;
+    }
+    case LVN_COLUMNCLICK:
+        list.UserClicksColumn(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem);
+        return 0;
+    case NM_DBLCLK: {
+        const int row = reinterpret_cast<const NMITEMACTIVATE&>(header).iItem;
+        if (row >= 0)
+            list.UserActivates(row);
+        return 0;
+    }
+    default:
+        return std::nullopt;
+    }
+}
+
+void ListViewPeer::FillIn(NMLVDISPINFOW& info) const
+{
+    LVITEMW& item = info.item;
+    const bool exists = item.iItem >= 0 && item.iItem < list.Rows();
+    if ((item.mask & LVIF_TEXT) != 0 && item.cchTextMax > 0) {
+        const std::wstring text = exists ? ToNative(list.Model()->Text(item.iItem, item.iSubItem)) : std::wstring{};
+        lstrcpynW(item.pszText, text.c_str(), item.cchTextMax);
+    }
+    if ((item.mask & LVIF_IMAGE) != 0 && item.iSubItem == 0) {
+        const bool isLarge = list.GetView() == ListView::View::LargeIcons;
+        item.iImage = exists ? isLarge ? list.Model()->Icon(item.iItem) : list.Model()->SmallIcon(item.iItem) : -1;
+    }
+}
+
+int ListViewPeer::FindRow(const NMLVFINDITEMW& search) const
+{
+    const int rows = list.Rows();
+    if ((search.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL | SubstringFlag)) == 0 || search.lvfi.psz == nullptr)
+        return -1;
+    const std::wstring wanted = search.lvfi.psz;
+    const bool isPartial = (search.lvfi.flags & (LVFI_PARTIAL | SubstringFlag)) != 0;
+    const int first = std::clamp(search.iStart, 0, std::max(rows - 1, 0));
+    for (int i = 0; i < rows; ++i) {
+        const int row = (first + i) % rows;
+        if (row < first && (search.lvfi.flags & LVFI_WRAP) == 0)
+            break;
+        const std::wstring text = ToNative(list.Model()->Text(row, 0));
+        if (StartsWith(text, wanted) && (isPartial || text.size() == wanted.size()))
+            return row;
+    }
+    return -1;
+}
+
+bool ListViewPeer::UsesKey(const Key& key)
+{
+    const Watch watch{*this};
+    if (list.KeyDown && list.KeyDown(key))
+        return true;
+    if (watch.Gone() || key != Plain(KeyCode::Enter) || list.Selected() < 0)
+        return watch.Gone();
+    list.UserActivates(list.Selected());
+    return true;
+}
+
+std::optional<LRESULT> ListViewPeer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_NOTIFY: {
+        const Watch watch{*this};
+        const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+        const UINT code = header.code;
+        const auto change = code == HDN_ITEMCHANGEDW ? reinterpret_cast<const NMHEADERW&>(header) : NMHEADERW{};
+        const LRESULT result = Default(message, wParam, lParam);
+        if (!watch.Gone() && code == HDN_ITEMCHANGEDW && !IsByCode() && change.pitem != nullptr &&
+            (change.pitem->mask & HDI_WIDTH) != 0 && list.GetView() == ListView::View::Details)
+            list.UserSizesColumn(static_cast<std::size_t>(change.iItem), ToTwips(change.pitem->cxy, Dpi()));
+        return result;
+    }
+    case WM_LBUTTONDOWN:
+    case WM_KEYDOWN:
+    case WM_CHAR: {
+        const Watch watch{*this};
+        const LRESULT result = Default(message, wParam, lParam);
+        if (!watch.Gone())
+            FoldSelection();
+        return result;
+    }
+    case WM_RBUTTONDOWN:
+        OnRightButton({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+        return 0;
+    case WM_RBUTTONUP:
+        if (list.ContextMenu)
+            list.ContextMenu(InForm({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}));
+        return 0;
+    case WM_CONTEXTMENU:
+        OpenMenuAtSelection();
+        return 0;
+    case WM_PAINT: {
+        const LRESULT result = Default(message, wParam, lParam);
+        if (list.Rows() == 0 && !list.EmptyText().empty())
+            PaintEmptyText();
+        return result;
+    }
+    case WM_SIZE:
+        // The text for an empty list stands in the middle: all of it is drawn anew.
+        if (list.Rows() == 0)
+            InvalidateRect(Handle(), nullptr, TRUE);
+        return std::nullopt;
+    default:
+        return std::nullopt;
+    }
+}
+
+void ListViewPeer::FoldSelection()
+{
+    if (!IsByCode() && NativeSelection() < 0)
+        list.UserSelects(-1);
+}
+
+void ListViewPeer::OnRightButton(POINT point)
+{
+    const Watch watch{*this};
+    SetFocus(Handle());
+    if (watch.Gone())
+        return;
+    LVHITTESTINFO hit{};
+    hit.pt = point;
+    const int row = static_cast<int>(Send(LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+    LVITEMW item{};
+    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    item.state = row >= 0 ? item.stateMask : 0;
+    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), &item);
+    if (!watch.Gone())
+        FoldSelection();
+}
+
+void ListViewPeer::OpenMenuAtSelection()
+{
+    RECT place{};
+    if (list.Selected() >= 0) {
+        place.left = LVIR_LABEL;
+        Send(LVM_GETITEMRECT, static_cast<WPARAM>(list.Selected()), reinterpret_cast<LPARAM>(&place));
+    }
+    if (list.ContextMenu)
+        list.ContextMenu(InForm({place.left, place.bottom}));
+}
+
+void ListViewPeer::PaintEmptyText()
+{
+    RECT room{};
+    GetClientRect(Handle(), &room);
+    const HWND header = reinterpret_cast<HWND>(Send(LVM_GETHEADER));
+    if (RECT top{}; list.GetView() == ListView::View::Details && header != nullptr && GetWindowRect(header, &top))
+        room.top += top.bottom - top.top;
+    InflateRect(&room, -Pixels(EmptyTextMargin), -Pixels(EmptyTextMargin));
+
+    const std::wstring text = ToNative(list.EmptyText());
+    HDC context = GetDC(Handle());
+    const HGDIOBJ before = SelectObject(context, NormalFont());
+    SetBkMode(context, TRANSPARENT);
+    SetTextColor(context, GetSysColor(COLOR_GRAYTEXT));
+    DrawTextW(context, text.c_str(), static_cast<int>(text.size()), &room, DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);
+    SelectObject(context, before);
+    ReleaseDC(Handle(), context);
+}
+
+} // namespace ui::win32

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "ui/ListView.h"
+#include "ui/win32/PeerBase.h"
+
+#include <map>
+
+namespace ui::win32 {
+
+/// A virtual list: the native control asks for the rows that it shows.
+class ListViewPeer final : public PeerBase {
+public:
+    ListViewPeer(ListView& peerList, FormWindow& form, int id);
+    Size Preferred(int width) const override;
+    void DpiChanged() override;
+    std::optional<LRESULT> OnNotify(NMHDR& header) override;
+    bool UsesKey(const Key& key) override;
+
+protected:
+    void Sync(Aspect aspect) override;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    ListView& list;
+    ImageListHandle largeImages;
+    ImageListHandle smallImages;
+    std::map<int, ui::ImageList::Picture> shownLarge;
+    std::map<int, ui::ImageList::Picture> shownSmall;
+    std::size_t shownColumns{};
+
+    int NativeSelection() const;
+    void SyncRows();
+    void SyncSelection();
+    void SyncView();
+    void SyncColumns();
+    void SyncImages(bool always);
+    void FillIn(NMLVDISPINFOW& info) const;
+    int FindRow(const NMLVFINDITEMW& search) const;
+    void OnRightButton(POINT point);
+    void OpenMenuAtSelection();
+    void PaintEmptyText();
+    /// Selecting nothing is told once the native control has finished, since selecting another row starts with it.
+    void FoldSelection();
+};
+
+} // namespace ui::win32

@@ -1,0 +1,187 @@
+#include "ui/win32/PeerBase.h"
+
+#include "ui/Form.h"
+#include "ui/win32/FormWindow.h"
+#include "ui/win32/Guarded.h"
+#include "ui/win32/NativeText.h"
+
+namespace ui::win32 {
+namespace {
+
+constexpr UINT_PTR SubclassId = 1;
+
+} // namespace
+
+PeerBase::PeerBase(Control& peerControl, FormWindow& peerForm) : control{peerControl}, form{peerForm} {}
+
+PeerBase::~PeerBase()
+{
+    life->gone = true;
+    if (window == nullptr)
+        return;
+    RemoveWindowSubclass(window, &PeerBase::Procedure, SubclassId);
+    form.Release(window);
+}
+
+void PeerBase::Create(const wchar_t* windowClass, DWORD style, DWORD extendedStyle, int id)
+{
+    DWORD full = style | WS_CHILD | WS_CLIPSIBLINGS;
+    if (control.Visible())
+        full |= WS_VISIBLE;
+    if (!control.Enabled())
+        full |= WS_DISABLED;
+    if (control.IsTabStop())
+        full |= WS_TABSTOP;
+    const ByCode guard{*this};
+    window = CreateWindowExW(extendedStyle, windowClass, ToNative(control.Caption()).c_str(), full, 0, 0, 0, 0,
+                             form.Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                             GetModuleHandleW(nullptr), nullptr);
+    if (window == nullptr)
+        return;
+    SetWindowSubclass(window, &PeerBase::Procedure, SubclassId, reinterpret_cast<DWORD_PTR>(this));
+    form.SetToolTip(window, control.ToolTipText);
+}
+
+PeerBase* PeerBase::Of(HWND window)
+{
+    DWORD_PTR peer = 0;
+    if (window == nullptr || !GetWindowSubclass(window, &PeerBase::Procedure, SubclassId, &peer))
+        return nullptr;
+    return reinterpret_cast<PeerBase*>(peer);
+}
+
+void PeerBase::Update(Aspect aspect)
+{
+    const ByCode guard{*this};
+    switch (aspect) {
+    case Aspect::Bounds:
+        Place();
+        break;
+    case Aspect::Visible:
+        // Windows leaves the focus in a hidden control, where keys would go nowhere.
+        if (!control.Visible() && GetFocus() == window)
+            SetFocus(form.Handle());
+        ShowWindow(window, control.Visible() ? SW_SHOWNA : SW_HIDE);
+        break;
+    case Aspect::Enabled:
+        EnableWindow(window, control.Enabled());
+        break;
+    case Aspect::Focus:
+        form.FocusActiveControl();
+        break;
+    case Aspect::ToolTip:
+        form.SetToolTip(window, control.ToolTipText);
+        Sync(aspect);
+        break;
+    default:
+        Sync(aspect);
+        break;
+    }
+}
+
+void PeerBase::Sync(Aspect aspect)
+{
+    if (aspect == Aspect::Caption)
+        SetWindowTextW(window, ToNative(control.Caption()).c_str());
+}
+
+void PeerBase::Place()
+{
+    const RECT place = ToPixels(control.Bounds(), Dpi());
+    SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void PeerBase::DpiChanged()
+{
+    const ByCode guard{*this};
+    Send(WM_SETFONT, reinterpret_cast<WPARAM>(NormalFont()), TRUE);
+    Place();
+}
+
+void PeerBase::OnCommand(int, int) {}
+
+std::optional<LRESULT> PeerBase::OnNotify(NMHDR&)
+{
+    return std::nullopt;
+}
+
+bool PeerBase::UsesKey(const Key&)
+{
+    return false;
+}
+
+bool PeerBase::UsesMnemonic(wchar_t)
+{
+    return false;
+}
+
+bool PeerBase::OwnsToolTips(HWND) const
+{
+    return false;
+}
+
+std::optional<LRESULT> PeerBase::OnMessage(UINT, WPARAM, LPARAM)
+{
+    return std::nullopt;
+}
+
+LRESULT PeerBase::Default(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+LRESULT PeerBase::Send(UINT message, WPARAM wParam, LPARAM lParam) const
+{
+    return SendMessageW(window, message, wParam, lParam);
+}
+
+int PeerBase::Dpi() const
+{
+    return form.Dpi();
+}
+
+HFONT PeerBase::NormalFont() const
+{
+    return form.WindowFonts().normal.get();
+}
+
+Point PeerBase::InForm(POINT point) const
+{
+    MapWindowPoints(window, form.Handle(), &point, 1);
+    return {ToTwips(point.x, Dpi()), ToTwips(point.y, Dpi())};
+}
+
+SIZE PeerBase::Measure(const std::string& text, HFONT font, int width) const
+{
+    const std::wstring native = ToNative(text);
+    HDC context = GetDC(window);
+    const HGDIOBJ before = SelectObject(context, font);
+    RECT rect{0, 0, width > 0 ? width : 0x7FFF, 0};
+    DrawTextW(context, native.c_str(), static_cast<int>(native.size()), &rect,
+              DT_CALCRECT | DT_EXPANDTABS | (width > 0 ? DT_WORDBREAK : 0u));
+    if (native.empty()) {
+        TEXTMETRICW metrics{};
+        GetTextMetricsW(context, &metrics);
+        rect = {0, 0, 0, metrics.tmHeight};
+    }
+    SelectObject(context, before);
+    ReleaseDC(window, context);
+    return {rect.right - rect.left, rect.bottom - rect.top};
+}
+
+LRESULT CALLBACK PeerBase::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                     DWORD_PTR peer) noexcept
+{
+    auto* self = reinterpret_cast<PeerBase*>(peer);
+    const auto frame = self->form.Frame();
+    const NativeFrame::Busy busy{*frame};
+    const auto answer = Guarded([&]() -> std::optional<LRESULT> {
+        if (message == WM_SETFOCUS)
+            self->control.UserFocuses();
+        return self->OnMessage(message, wParam, lParam);
+    });
+    return answer ? *answer : DefSubclassProc(window, message, wParam, lParam);
+}
+
+} // namespace ui::win32

@@ -1,0 +1,119 @@
+#pragma once
+
+#include "ui/Control.h"
+#include "ui/Key.h"
+#include "ui/win32/Dpi.h"
+
+#include <memory>
+#include <optional>
+
+namespace ui::win32 {
+
+class FormWindow;
+
+/// What every native control shares: its window as a child of the form's, its font, place and state, and the guard
+/// that keeps a code assignment from coming back as a user act.
+///
+/// A handler of the program may take the form down while the control's own message is being handled, so nothing of a
+/// peer is touched after a `User...` call unless a `Watch` says that it is still there.
+class PeerBase : public ControlPeer {
+public:
+    PeerBase(const PeerBase&) = delete;
+    PeerBase& operator=(const PeerBase&) = delete;
+    ~PeerBase() override;
+
+    void Update(Aspect aspect) override;
+
+    HWND Handle() const { return window; }
+    Control& Model() const { return control; }
+
+    /// The control's WM_COMMAND: what happened, and the command number for controls that have several.
+    virtual void OnCommand(int code, int id);
+    /// The control's WM_NOTIFY; a value answers it.
+    virtual std::optional<LRESULT> OnNotify(NMHDR& header);
+    /// A key before the native control sees it. True when it was used up.
+    virtual bool UsesKey(const Key& key);
+    /// Alt and a letter. True when the control has it as a mnemonic and followed it.
+    virtual bool UsesMnemonic(wchar_t letter);
+    /// Whether this is the control's tool-tip window.
+    virtual bool OwnsToolTips(HWND toolTips) const;
+    /// The window moved to a monitor of another dpi, or is new: set fonts, sizes and pictures.
+    virtual void DpiChanged();
+
+    /// The peer that a window is the native control of; null for other windows.
+    static PeerBase* Of(HWND window);
+
+protected:
+    PeerBase(Control& peerControl, FormWindow& peerForm);
+
+    /// Creates the native window in the control's state. `style` gets the child styles added.
+    void Create(const wchar_t* windowClass, DWORD style, DWORD extendedStyle = 0, int id = 0);
+
+    /// The state that only this kind of control has.
+    virtual void Sync(Aspect aspect);
+    /// A message before the native control sees it; a value answers it.
+    virtual std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam);
+
+    LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+    template <class Struct>
+    LRESULT Send(UINT message, WPARAM wParam, const Struct* argument) const
+    {
+        return Send(message, wParam, reinterpret_cast<LPARAM>(argument));
+    }
+
+    FormWindow& Window() const { return form; }
+    int Dpi() const;
+    int Pixels(int twips) const { return ToPixels(twips, Dpi()); }
+    int Twips(int pixels) const { return ToTwipsUp(pixels, Dpi()); }
+    /// A point of this control as a point of the form's client area, in twips.
+    Point InForm(POINT point) const;
+    /// The size of a text in a font, wrapped at `width` pixels (0: one line a paragraph).
+    SIZE Measure(const std::string& text, HFONT font, int width = 0) const;
+    HFONT NormalFont() const;
+
+    struct Life {
+        int byCode{};
+        int notifying{};
+        bool gone{};
+    };
+
+    /// Code is changing the native control: its notifications are no user act.
+    class ByCode {
+    public:
+        explicit ByCode(const PeerBase& peer) : life{peer.life} { ++life->byCode; }
+        ByCode(const ByCode&) = delete;
+        ByCode& operator=(const ByCode&) = delete;
+        ~ByCode() { --life->byCode; }
+
+    private:
+        std::shared_ptr<Life> life;
+    };
+    bool IsByCode() const { return life->byCode > 0; }
+
+    /// Tells whether a peer is still there after the program's handlers ran.
+    class Watch {
+    public:
+        explicit Watch(const PeerBase& peer) : life{peer.life} { ++life->notifying; }
+        Watch(const Watch&) = delete;
+        Watch& operator=(const Watch&) = delete;
+        ~Watch() { --life->notifying; }
+        bool Gone() const { return life->gone; }
+
+    private:
+        std::shared_ptr<Life> life;
+    };
+    bool IsNotifying() const { return life->notifying > 0; }
+
+private:
+    Control& control;
+    FormWindow& form;
+    HWND window{};
+    std::shared_ptr<Life> life{std::make_shared<Life>()};
+
+    void Place();
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                      DWORD_PTR peer) noexcept;
+};
+
+} // namespace ui::win32

@@ -1,0 +1,178 @@
+#include "ui/win32/ToolBarPeer.h"
+
+#include "ui/win32/FormWindow.h"
+#include "ui/win32/NativeText.h"
+
+#include <algorithm>
+
+namespace ui::win32 {
+namespace {
+
+constexpr int ImageSide = 360; ///< twips: 24 pixels at 96 dpi
+constexpr int FirstCommand = 0x8000;
+
+int CommandOf(std::size_t index)
+{
+    return FirstCommand + static_cast<int>(index);
+}
+
+BYTE StyleOf(const ToolBar::Button& button)
+{
+    if (button.style == ToolBar::Button::Style::Separator)
+        return BTNS_SEP;
+    const int style = (button.style == ToolBar::Button::Style::Check ? BTNS_CHECK : BTNS_BUTTON) | BTNS_AUTOSIZE |
+                      (button.caption.empty() ? 0 : BTNS_SHOWTEXT);
+    return static_cast<BYTE>(style);
+}
+
+} // namespace
+
+ToolBarPeer::ToolBarPeer(ToolBar& peerBar, FormWindow& form, int id) : PeerBase{peerBar, form}, bar{peerBar}
+{
+    Create(TOOLBARCLASSNAMEW,
+           TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS | TBSTYLE_WRAPABLE | CCS_NOPARENTALIGN | CCS_NORESIZE |
+               CCS_NODIVIDER,
+           0, id);
+    Send(TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON));
+    Send(TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
+}
+
+Size ToolBarPeer::Preferred(int width) const
+{
+    RECT before{};
+    GetClientRect(Handle(), &before);
+    const ByCode guard{*this};
+    const int wanted = width > 0 ? Pixels(width) : 0x3FFF;
+    SetWindowPos(Handle(), nullptr, 0, 0, wanted, before.bottom, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+    Send(TB_AUTOSIZE);
+    SIZE needed{};
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        RECT place{};
+        if (shown[i].visible && Send(TB_GETITEMRECT, i, &place) != 0) {
+            needed.cx = std::max(needed.cx, place.right);
+            needed.cy = std::max(needed.cy, place.bottom);
+        }
+    }
+    SetWindowPos(Handle(), nullptr, 0, 0, before.right, before.bottom,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+    Send(TB_AUTOSIZE);
+    return {Twips(needed.cx), Twips(needed.cy + 2)};
+}
+
+void ToolBarPeer::DpiChanged()
+{
+    PeerBase::DpiChanged();
+    const ByCode guard{*this};
+    shown.clear();
+    SyncButtons();
+}
+
+void ToolBarPeer::Sync(Aspect aspect)
+{
+    if (aspect == Aspect::Items)
+        SyncButtons();
+    else if (aspect == Aspect::Value)
+        SyncStates();
+}
+
+std::optional<LRESULT> ToolBarPeer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message != WM_SIZE)
+        return std::nullopt;
+    const LRESULT result = Default(message, wParam, lParam);
+    Send(TB_AUTOSIZE);
+    return result;
+}
+
+bool ToolBarPeer::SameLook() const
+{
+    return std::ranges::equal(bar.Buttons(), shown, [](const ToolBar::Button& a, const ToolBar::Button& b) {
+        return a.key == b.key && a.image == b.image && a.caption == b.caption && a.style == b.style;
+    });
+}
+
+void ToolBarPeer::BuildImages()
+{
+    const int size = Pixels(ImageSide);
+    const auto& buttons = bar.Buttons();
+    const int count = static_cast<int>(buttons.size());
+    ImageListHandle normal{ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, count, 4)};
+    ImageListHandle disabled{ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, count, 4)};
+    for (const ToolBar::Button& button : buttons) {
+        const IconHandle icon = Window().Images().Load({button.image, {}}, size);
+        const IconHandle faded = ImageLoader::Disabled(icon.get(), size);
+        ImageLoader::Append(normal.get(), icon.get());
+        ImageLoader::Append(disabled.get(), faded ? faded.get() : icon.get());
+    }
+    Send(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(normal.get()));
+    Send(TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(disabled.get()));
+    images = std::move(normal);
+    disabledImages = std::move(disabled);
+}
+
+void ToolBarPeer::SyncButtons()
+{
+    if (!SameLook()) {
+        Send(WM_SETREDRAW, FALSE);
+        while (Send(TB_DELETEBUTTON, 0) != 0) {
+        }
+        BuildImages();
+        const auto& buttons = bar.Buttons();
+        for (std::size_t i = 0; i < buttons.size(); ++i) {
+            std::wstring caption = ToNative(buttons[i].caption);
+            TBBUTTON native{};
+            native.iBitmap = buttons[i].style == ToolBar::Button::Style::Separator ? 0 : static_cast<int>(i);
+            native.idCommand = CommandOf(i);
+            native.fsStyle = StyleOf(buttons[i]);
+            native.fsState = TBSTATE_ENABLED;
+            native.iString = caption.empty() ? 0 : reinterpret_cast<INT_PTR>(caption.data());
+            Send(TB_ADDBUTTONSW, 1, &native);
+        }
+        shown = buttons;
+        Send(WM_SETREDRAW, TRUE);
+    }
+    SyncStates();
+    Send(TB_AUTOSIZE);
+    InvalidateRect(Handle(), nullptr, TRUE);
+}
+
+void ToolBarPeer::SyncStates()
+{
+    const auto& buttons = bar.Buttons();
+    for (std::size_t i = 0; i < buttons.size() && i < shown.size(); ++i) {
+        const ToolBar::Button& button = buttons[i];
+        int state = button.enabled ? TBSTATE_ENABLED : 0;
+        state |= button.pressed ? TBSTATE_CHECKED : 0;
+        state |= button.visible ? 0 : TBSTATE_HIDDEN;
+        const auto command = static_cast<WPARAM>(CommandOf(i));
+        // Where the bar breaks into rows is kept in the same bits.
+        state |= static_cast<int>(Send(TB_GETSTATE, command)) & TBSTATE_WRAP;
+        Send(TB_SETSTATE, command, state);
+        shown[i].visible = button.visible;
+    }
+}
+
+void ToolBarPeer::OnCommand(int, int id)
+{
+    const auto index = static_cast<std::size_t>(id - FirstCommand);
+    if (index >= shown.size() || IsByCode())
+        return;
+    const Watch watch{*this};
+    bar.UserClicks(std::string{shown[index].key});
+    // A check button has changed by itself; what it shows is the program's to say.
+    if (!watch.Gone())
+        SyncStates();
+}
+
+std::optional<LRESULT> ToolBarPeer::OnNotify(NMHDR& header)
+{
+    if (header.code != TBN_GETINFOTIPW)
+        return std::nullopt;
+    auto& info = reinterpret_cast<NMTBGETINFOTIPW&>(header);
+    const auto index = static_cast<std::size_t>(info.iItem - FirstCommand);
+    if (index < bar.Buttons().size() && info.cchTextMax > 0)
+        lstrcpynW(info.pszText, ToNative(bar.Buttons()[index].toolTip).c_str(), info.cchTextMax);
+    return 0;
+}
+
+} // namespace ui::win32

@@ -1,0 +1,328 @@
+#include "ui/win32/TreeViewPeer.h"
+
+#include "ui/win32/FormWindow.h"
+#include "ui/win32/NativeText.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace ui::win32 {
+namespace {
+
+constexpr int ImageSide = 240; ///< twips: 16 pixels at 96 dpi
+/// Sent to itself when a notification has ended during which the model changed.
+constexpr UINT CatchUp = WM_APP + 1;
+
+UINT StateOf(bool bold, bool expanded)
+{
+    return (bold ? TVIS_BOLD : 0u) | (expanded ? TVIS_EXPANDED : 0u);
+}
+
+} // namespace
+
+TreeViewPeer::TreeViewPeer(TreeView& peerTree, FormWindow& form, int id) : PeerBase{peerTree, form}, tree{peerTree}
+{
+    // The system's own theme marks branches without lines; lines stand in where there is no theme.
+    const DWORD lines = IsAppThemed() ? 0u : static_cast<DWORD>(TVS_HASLINES);
+    Create(WC_TREEVIEWW, TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | lines, WS_EX_CLIENTEDGE, id);
+    SetWindowTheme(Handle(), L"Explorer", nullptr);
+}
+
+Size TreeViewPeer::Preferred(int) const
+{
+    return {3000, 3000};
+}
+
+void TreeViewPeer::DpiChanged()
+{
+    PeerBase::DpiChanged();
+    const ByCode guard{*this};
+    SyncImages(true);
+    // Room above and below the picture, as the font alone would set them too tight.
+    const int height = std::max<int>(Measure("", NormalFont()).cy, Pixels(ImageSide)) + Pixels(60);
+    Send(TVM_SETITEMHEIGHT, static_cast<WPARAM>(height + height % 2));
+    SyncItems();
+}
+
+void TreeViewPeer::Sync(Aspect aspect)
+{
+    if (aspect == Aspect::Items) {
+        SyncItems();
+    } else if (aspect == Aspect::Selection) {
+        SyncSelection();
+    } else if (aspect == Aspect::Scroll) {
+        SyncItems();
+        if (tree.Selected() != nullptr)
+            if (const HTREEITEM item = ItemOf(tree.Selected()->key))
+                Send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
+    }
+}
+
+void TreeViewPeer::SyncImages(bool always)
+{
+    if (!always && tree.Images.Pictures() == shownPictures)
+        return;
+    shownPictures = tree.Images.Pictures();
+    ImageListHandle fresh = Window().Images().Build(tree.Images, Pixels(ImageSide));
+    Send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(fresh.get()));
+    images = std::move(fresh);
+}
+
+std::vector<TreeViewPeer::Row> TreeViewPeer::Wanted() const
+{
+    std::vector<Row> wanted;
+    wanted.reserve(tree.Count());
+    std::unordered_map<const TreeView::Node*, int> places;
+    tree.ForEach([&](TreeView::Node& node) {
+        places[&node] = static_cast<int>(wanted.size());
+        wanted.push_back({node.key, node.text, node.image, node.selectedImage, node.bold, node.expanded,
+                          node.parent != nullptr ? places.at(node.parent) : -1, nullptr});
+        return true;
+    });
+    return wanted;
+}
+
+void TreeViewPeer::SyncItems()
+{
+    if (tree.Updating())
+        return;
+    // The native tree must not lose its items while it is still telling about them.
+    if (IsNotifying()) {
+        behind = true;
+        return;
+    }
+    behind = false;
+    const ByCode guard{*this};
+    SyncImages(false);
+    std::vector<Row> wanted = Wanted();
+    const auto samePlace = [](const Row& a, const Row& b) { return a.key == b.key && a.parent == b.parent; };
+    if (std::ranges::equal(wanted, rows, samePlace))
+        Adjust(std::move(wanted));
+    else
+        Rebuild(std::move(wanted));
+    SyncSelection();
+}
+
+void TreeViewPeer::Rebuild(std::vector<Row> wanted)
+{
+    const auto top = reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE));
+    const Row* topRow = RowOf(top);
+    const std::string topKey = topRow != nullptr ? topRow->key : std::string{};
+
+    Send(WM_SETREDRAW, FALSE);
+    Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
+    rows = std::move(wanted);
+    byKey.clear();
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        Row& row = rows[i];
+        std::wstring text = ToNative(row.text);
+        TVINSERTSTRUCTW insert{};
+        insert.hParent = row.parent < 0 ? TVI_ROOT : rows[static_cast<std::size_t>(row.parent)].item;
+        insert.hInsertAfter = TVI_LAST;
+        insert.item.mask = TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_STATE | TVIF_PARAM;
+        insert.item.pszText = text.data();
+        insert.item.iImage = row.image;
+        insert.item.iSelectedImage = row.selectedImage;
+        insert.item.stateMask = TVIS_BOLD | TVIS_EXPANDED;
+        insert.item.state = StateOf(row.bold, row.expanded);
+        insert.item.lParam = static_cast<LPARAM>(i);
+        row.item = reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, &insert));
+        byKey.emplace(row.key, i);
+    }
+    if (const HTREEITEM item = ItemOf(topKey))
+        Send(TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(item));
+    Send(WM_SETREDRAW, TRUE);
+    InvalidateRect(Handle(), nullptr, TRUE);
+}
+
+void TreeViewPeer::Adjust(std::vector<Row> wanted)
+{
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        Row& row = rows[i];
+        Row& goal = wanted[i];
+        goal.item = row.item;
+        TVITEMW item{};
+        std::wstring text;
+        item.hItem = row.item;
+        if (row.text != goal.text) {
+            text = ToNative(goal.text);
+            item.mask |= TVIF_TEXT;
+            item.pszText = text.data();
+        }
+        if (row.image != goal.image || row.selectedImage != goal.selectedImage) {
+            item.mask |= TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+            item.iImage = goal.image;
+            item.iSelectedImage = goal.selectedImage;
+        }
+        if (row.bold != goal.bold) {
+            item.mask |= TVIF_STATE;
+            item.stateMask = TVIS_BOLD;
+            item.state = StateOf(goal.bold, false);
+        }
+        if (item.mask != 0) {
+            item.mask |= TVIF_HANDLE;
+            Send(TVM_SETITEMW, 0, &item);
+        }
+        if (row.expanded != goal.expanded)
+            Send(TVM_EXPAND, goal.expanded ? TVE_EXPAND : TVE_COLLAPSE, reinterpret_cast<LPARAM>(row.item));
+    }
+    rows = std::move(wanted);
+}
+
+void TreeViewPeer::SyncSelection()
+{
+    if (behind || tree.Updating())
+        return;
+    const ByCode guard{*this};
+    const HTREEITEM item = tree.Selected() != nullptr ? ItemOf(tree.Selected()->key) : nullptr;
+    if (reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET)) != item)
+        Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item));
+    if (item == nullptr)
+        return;
+    Send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
+    // Showing a node opens its ancestors in the native tree.
+    for (int parent = rows[byKey.at(tree.Selected()->key)].parent; parent >= 0;) {
+        Row& row = rows[static_cast<std::size_t>(parent)];
+        row.expanded = true;
+        parent = row.parent;
+    }
+}
+
+HTREEITEM TreeViewPeer::ItemOf(const std::string& key) const
+{
+    const auto found = byKey.find(key);
+    return found == byKey.end() ? nullptr : rows[found->second].item;
+}
+
+TreeViewPeer::Row* TreeViewPeer::RowOf(HTREEITEM item)
+{
+    TVITEMW native{};
+    native.mask = TVIF_HANDLE | TVIF_PARAM;
+    native.hItem = item;
+    if (item == nullptr || Send(TVM_GETITEMW, 0, &native) == 0)
+        return nullptr;
+    const auto index = static_cast<std::size_t>(native.lParam);
+    return index < rows.size() ? &rows[index] : nullptr;
+}
+
+std::optional<LRESULT> TreeViewPeer::OnNotify(NMHDR& header)
+{
+    if (IsByCode())
+        return std::nullopt;
+    switch (header.code) {
+    case TVN_SELCHANGEDW:
+        if (!expanding)
+            OnSelected(reinterpret_cast<const NMTREEVIEWW&>(header));
+        return 0;
+    case TVN_ITEMEXPANDINGW:
+        expanding = true;
+        return 0;
+    case TVN_ITEMEXPANDEDW:
+        expanding = false;
+        OnExpanded(reinterpret_cast<const NMTREEVIEWW&>(header));
+        return 0;
+    case NM_DBLCLK:
+        if (TreeView::Node* node = tree.Selected(); node != nullptr && tree.DblClick)
+            tree.DblClick(*node);
+        return 0;
+    default:
+        return std::nullopt;
+    }
+}
+
+void TreeViewPeer::OnSelected(const NMTREEVIEWW& change)
+{
+    const Row* row = RowOf(change.itemNew.hItem);
+    if (row == nullptr)
+        return;
+    const std::string key = row->key;
+    const Watch watch{*this};
+    tree.UserSelects(key);
+    AfterNotification(watch);
+}
+
+void TreeViewPeer::OnExpanded(const NMTREEVIEWW& change)
+{
+    Row* row = RowOf(change.itemNew.hItem);
+    if (row == nullptr)
+        return;
+    const std::string key = row->key;
+    row->expanded = change.action == TVE_EXPAND;
+    const Watch watch{*this};
+    if (row->expanded)
+        tree.UserExpands(key);
+    else
+        tree.UserCollapses(key);
+    if (watch.Gone())
+        return;
+    // A branch that closes over the selection takes it to its own node.
+    const Row* current = RowOf(reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET)));
+    if (!behind && current != nullptr && (tree.Selected() == nullptr || tree.Selected()->key != current->key))
+        tree.UserSelects(std::string{current->key});
+    AfterNotification(watch);
+}
+
+void TreeViewPeer::AfterNotification(const Watch& watch)
+{
+    if (!watch.Gone() && behind)
+        PostMessageW(Handle(), CatchUp, 0, 0);
+}
+
+bool TreeViewPeer::UsesKey(const Key& key)
+{
+    return tree.KeyDown && tree.KeyDown(key);
+}
+
+std::optional<LRESULT> TreeViewPeer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case CatchUp:
+        if (behind)
+            SyncItems();
+        return 0;
+    case WM_SETFOCUS: {
+        // The native tree selects its first item by itself when it has none; the user did not.
+        const ByCode guard{*this};
+        const LRESULT result = Default(message, wParam, lParam);
+        SyncSelection();
+        return result;
+    }
+    case WM_RBUTTONDOWN:
+        OnRightButton({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+        return 0;
+    case WM_RBUTTONUP:
+        if (tree.ContextMenu)
+            tree.ContextMenu(InForm({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}));
+        return 0;
+    case WM_CONTEXTMENU: {
+        // The mouse's way is answered above; this is the keyboard's.
+        RECT place{};
+        const auto item = reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET));
+        if (item != nullptr) {
+            // The message takes the item in the place of the rectangle that it gives.
+            std::memcpy(&place, &item, sizeof(item));
+            Send(TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&place));
+        }
+        if (tree.ContextMenu)
+            tree.ContextMenu(InForm({place.left, place.bottom}));
+        return 0;
+    }
+    default:
+        return std::nullopt;
+    }
+}
+
+void TreeViewPeer::OnRightButton(POINT point)
+{
+    const Watch watch{*this};
+    SetFocus(Handle());
+    TVHITTESTINFO hit{};
+    hit.pt = point;
+    Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    if (!watch.Gone() && hit.hItem != nullptr && (hit.flags & TVHT_ONITEM) != 0)
+        Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(hit.hItem));
+    AfterNotification(watch);
+}
+
+} // namespace ui::win32

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "ui/TreeView.h"
+#include "ui/win32/PeerBase.h"
+
+#include <map>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace ui::win32 {
+
+/// Keeps the native tree like the model's. The native items know their nodes by key only, so they may lag behind a
+/// model that changes while a notification of theirs is being handled.
+class TreeViewPeer final : public PeerBase {
+public:
+    TreeViewPeer(TreeView& peerTree, FormWindow& form, int id);
+    Size Preferred(int width) const override;
+    void DpiChanged() override;
+    std::optional<LRESULT> OnNotify(NMHDR& header) override;
+    bool UsesKey(const Key& key) override;
+
+protected:
+    void Sync(Aspect aspect) override;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+private:
+    /// One node as the native tree shows it; `parent` is an index, -1 for roots.
+    struct Row {
+        std::string key;
+        std::string text;
+        int image{};
+        int selectedImage{};
+        bool bold{};
+        bool expanded{};
+        int parent{-1};
+        HTREEITEM item{};
+    };
+
+    TreeView& tree;
+    ImageListHandle images;
+    std::map<int, ui::ImageList::Picture> shownPictures;
+    std::vector<Row> rows;
+    std::unordered_map<std::string, std::size_t> byKey;
+    bool expanding{};   ///< the selection that moves with a collapsing branch is part of that act
+    bool behind{};      ///< the model changed inside a notification
+
+    void SyncItems();
+    void SyncSelection();
+    void SyncImages(bool always);
+    void Rebuild(std::vector<Row> wanted);
+    void Adjust(std::vector<Row> wanted);
+    std::vector<Row> Wanted() const;
+    Row* RowOf(HTREEITEM item);
+    HTREEITEM ItemOf(const std::string& key) const;
+    void AfterNotification(const Watch& watch);
+    void OnSelected(const NMTREEVIEWW& change);
+    void OnExpanded(const NMTREEVIEWW& change);
+    void OnRightButton(POINT point);
+};
+
+} // namespace ui::win32

@@ -1,0 +1,254 @@
+#include "ui/win32/Win32Toolkit.h"
+
+#include "ui/win32/Dpi.h"
+#include "ui/win32/FolderBrowser.h"
+#include "ui/win32/FormWindow.h"
+#include "ui/win32/Guarded.h"
+#include "ui/win32/NativeText.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace ui::win32 {
+namespace {
+
+/// Counts a loop in for as long as it runs.
+class Deeper {
+public:
+    explicit Deeper(int& loopLevel) : level{loopLevel} { ++level; }
+    Deeper(const Deeper&) = delete;
+    Deeper& operator=(const Deeper&) = delete;
+    ~Deeper() { --level; }
+
+private:
+    int& level;
+};
+
+struct Areas {
+    std::vector<Rect> found;
+};
+
+BOOL CALLBACK CollectArea(HMONITOR monitor, HDC, LPRECT, LPARAM areas) noexcept
+{
+    MONITORINFO info{};
+    info.cbSize = sizeof(info);
+    if (!GetMonitorInfoW(monitor, &info))
+        return TRUE;
+    auto& found = reinterpret_cast<Areas*>(areas)->found;
+    const Rect area = ToTwips(info.rcWork, SystemDpi());
+    found.insert((info.dwFlags & MONITORINFOF_PRIMARY) != 0 ? found.begin() : found.end(), area);
+    return TRUE;
+}
+
+UINT StyleOf(const MessageBox& message)
+{
+    UINT style = message.buttons == MessageButtons::YesNo ? MB_YESNO : MB_OK;
+    switch (message.icon) {
+    case Icon::None: break;
+    case Icon::Information: style |= MB_ICONINFORMATION; break;
+    case Icon::Question: style |= MB_ICONQUESTION; break;
+    case Icon::Critical: style |= MB_ICONERROR; break;
+    }
+    return style;
+}
+
+} // namespace
+
+Win32Toolkit::Win32Toolkit(HINSTANCE resources) : images{resources}
+{
+    ownsCom = SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE));
+    INITCOMMONCONTROLSEX controls{};
+    controls.dwSize = sizeof(controls);
+    controls.dwICC = ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES;
+    InitCommonControlsEx(&controls);
+}
+
+Win32Toolkit::~Win32Toolkit()
+{
+    Sweep();
+    if (ownsCom)
+        CoUninitialize();
+}
+
+std::unique_ptr<FormPeer> Win32Toolkit::CreatePeer(Form& form)
+{
+    const HWND owner = form.GetStyle() == Form::Style::Dialog ? ActiveOwner() : nullptr;
+    return std::make_unique<FormWindow>(*this, form, owner);
+}
+
+HWND Win32Toolkit::ActiveOwner() const
+{
+    const HWND active = GetActiveWindow();
+    HWND last = nullptr;
+    for (const FormWindow* window : windows) {
+        if (!IsWindowVisible(window->Handle()))
+            continue;
+        if (window->Handle() == active)
+            return active;
+        if (IsWindowEnabled(window->Handle()))
+            last = window->Handle();
+    }
+    return last;
+}
+
+void Win32Toolkit::RunModal(Form& form)
+{
+    auto* window = static_cast<FormWindow*>(form.Peer());
+    Modal modal{window, {}, GetFocus(), false};
+    for (const FormWindow* other : windows) {
+        if (other == window || !IsWindowVisible(other->Handle()) || !IsWindowEnabled(other->Handle()))
+            continue;
+        modal.disabled.push_back(other->Handle());
+        EnableWindow(other->Handle(), FALSE);
+    }
+    modals.push_back(&modal);
+    const Deeper deeper{level};
+    window->Show();
+    while (!modal.ended && Step()) {
+    }
+    if (!modal.ended)
+        EndModal(*window);
+    Sweep();
+}
+
+HWND Win32Toolkit::EndModal(const FormWindow& window)
+{
+    const auto found = std::ranges::find(modals, &window, &Modal::window);
+    if (found == modals.end())
+        return nullptr;
+    Modal& modal = **found;
+    modals.erase(found);
+    modal.ended = true;
+    for (const HWND other : modal.disabled)
+        EnableWindow(other, TRUE);
+    return modal.focus;
+}
+
+Answer Win32Toolkit::ShowMessage(const MessageBox& message)
+{
+    const HWND owner = ActiveOwner();
+    const UINT style = StyleOf(message) | (owner == nullptr ? MB_TASKMODAL | MB_SETFOREGROUND : 0u);
+    const NativeModal modal{*this};
+    switch (MessageBoxW(owner, ToNative(message.text).c_str(), ToNative(message.title).c_str(), style)) {
+    case IDYES: return Answer::Yes;
+    case IDNO: return Answer::No;
+    default: return message.buttons == MessageButtons::YesNo ? Answer::No : Answer::Ok;
+    }
+}
+
+std::optional<std::string> Win32Toolkit::BrowseForFolder(const std::string& prompt, const std::string& initial)
+{
+    const NativeModal modal{*this};
+    return ChooseFolder(ActiveOwner(), prompt, initial);
+}
+
+void Win32Toolkit::Run()
+{
+    while (Step()) {
+    }
+}
+
+void Win32Toolkit::Quit()
+{
+    PostQuitMessage(0);
+}
+
+bool Win32Toolkit::Step()
+{
+    // One at a time: a task may close the form that a modal loop runs for, which must look before it waits.
+    if (RunTask())
+        return true;
+    MSG message{};
+    if (GetMessageW(&message, nullptr, 0, 0) <= 0) {
+        // The loops around this one must end as well.
+        if (level > 0)
+            PostQuitMessage(static_cast<int>(message.wParam));
+        return false;
+    }
+    Dispatch(message);
+    return true;
+}
+
+void Win32Toolkit::DoEvents()
+{
+    const Deeper deeper{level};
+    MSG message{};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT) {
+            PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        Dispatch(message);
+    }
+}
+
+void Win32Toolkit::Dispatch(MSG& message)
+{
+    const HWND top = message.hwnd != nullptr ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;
+    const auto window = std::ranges::find(windows, top, &FormWindow::Handle);
+    if (window == windows.end() || !(*window)->Translate(message)) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    Sweep();
+}
+
+void Win32Toolkit::Post(std::function<void()> task)
+{
+    tasks.push_back({level, std::move(task)});
+}
+
+bool Win32Toolkit::RunTask()
+{
+    const auto next = std::ranges::find_if(tasks, [&](const Task& task) { return task.level >= level; });
+    if (next == tasks.end())
+        return false;
+    const auto run = std::move(next->run);
+    tasks.erase(next);
+    Guarded([&] { run(); });
+    return true;
+}
+
+void Win32Toolkit::Bury(std::shared_ptr<NativeFrame> frame)
+{
+    graves.push_back(std::move(frame));
+    Sweep();
+}
+
+void Win32Toolkit::Sweep()
+{
+    // Destroying a window sends messages, which may bring new graves.
+    for (;;) {
+        const auto next = std::ranges::find(graves, 0, &NativeFrame::handling);
+        if (next == graves.end())
+            return;
+        const HWND window = (*next)->window;
+        graves.erase(next);
+        DestroyWindow(window);
+    }
+}
+
+std::vector<Rect> Win32Toolkit::WorkAreas() const
+{
+    Areas areas;
+    EnumDisplayMonitors(nullptr, nullptr, &CollectArea, reinterpret_cast<LPARAM>(&areas));
+    return std::move(areas.found);
+}
+
+void Win32Toolkit::SetBusy(bool isBusy)
+{
+    busy = isBusy;
+    SetCursor(LoadCursorW(nullptr, busy ? IDC_WAIT : IDC_ARROW));
+}
+
+void Win32Toolkit::Attach(FormWindow& window)
+{
+    windows.push_back(&window);
+}
+
+void Win32Toolkit::Detach(FormWindow& window)
+{
+    std::erase(windows, &window);
+}
+
+} // namespace ui::win32

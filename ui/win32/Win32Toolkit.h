@@ -1,0 +1,94 @@
+#pragma once
+
+#include "ui/Toolkit.h"
+#include "ui/win32/ImageLoader.h"
+#include "ui/win32/NativeFrame.h"
+
+#include <deque>
+#include <memory>
+#include <vector>
+
+namespace ui::win32 {
+
+class FormWindow;
+
+/// The real windows of the thread that makes it. Everything is called on that thread.
+class Win32Toolkit final : public Toolkit {
+public:
+    /// `resources` holds the program's pictures.
+    explicit Win32Toolkit(HINSTANCE resources = GetModuleHandleW(nullptr));
+    Win32Toolkit(const Win32Toolkit&) = delete;
+    Win32Toolkit& operator=(const Win32Toolkit&) = delete;
+    ~Win32Toolkit() override;
+
+    std::unique_ptr<FormPeer> CreatePeer(Form& form) override;
+    void RunModal(Form& form) override;
+    Answer ShowMessage(const MessageBox& message) override;
+    std::optional<std::string> BrowseForFolder(const std::string& prompt, const std::string& initial) override;
+    void DoEvents() override;
+    void Post(std::function<void()> task) override;
+    std::vector<Rect> WorkAreas() const override;
+    void SetBusy(bool busy) override;
+
+    /// Handles messages until `Quit`.
+    void Run();
+    /// Ends `Run` once the handlers that are active now have returned.
+    void Quit();
+    /// Whether a modal form, a message box, a dialog of the system or a pop-up menu waits for the user.
+    bool ModalActive() const { return nativeModals > 0 || !modals.empty(); }
+    /// Whether the pointer is to show that the user must wait; a modal form wants the user.
+    bool IsBusy() const { return busy && modals.empty(); }
+    const ImageLoader& Images() const { return images; }
+
+    /// Holds while a loop of the system waits for the user.
+    class NativeModal {
+    public:
+        explicit NativeModal(Win32Toolkit& modalToolkit) : toolkit{modalToolkit} { ++toolkit.nativeModals; }
+        NativeModal(const NativeModal&) = delete;
+        NativeModal& operator=(const NativeModal&) = delete;
+        ~NativeModal() { --toolkit.nativeModals; }
+
+    private:
+        Win32Toolkit& toolkit;
+    };
+
+    // For the windows of the forms.
+    void Attach(FormWindow& window);
+    void Detach(FormWindow& window);
+    /// Lets the other windows live again when `window` was modal. The control that gets the focus back; may be null.
+    HWND EndModal(const FormWindow& window);
+    /// Destroys a window as soon as none of its messages is being handled.
+    void Bury(std::shared_ptr<NativeFrame> frame);
+
+private:
+    struct Modal {
+        const FormWindow* window;
+        std::vector<HWND> disabled;
+        HWND focus;
+        bool ended;
+    };
+    struct Task {
+        int level; ///< loops that were running when it was posted: a deeper one must not run it
+        std::function<void()> run;
+    };
+
+    ImageLoader images;
+    std::vector<FormWindow*> windows;
+    std::vector<Modal*> modals;
+    std::vector<std::shared_ptr<NativeFrame>> graves;
+    std::deque<Task> tasks;
+    int level{};
+    int nativeModals{};
+    bool busy{};
+    bool ownsCom{};
+
+    /// Runs what was posted, or waits for a message and handles it. False when the program is to end.
+    bool Step();
+    void Dispatch(MSG& message);
+    bool RunTask();
+    void Sweep();
+    /// The window of ours that the user works in; null when none is visible.
+    HWND ActiveOwner() const;
+};
+
+} // namespace ui::win32

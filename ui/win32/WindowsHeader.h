@@ -1,0 +1,27 @@
+#pragma once
+
+// The system's headers for the windows, without the macros that clash with names of ours.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <objbase.h>
+#include <shlobj.h>
+#include <uxtheme.h>
+#include <wincodec.h>
+#include <windowsx.h>
+
+#undef DrawText
+#undef FindText
+#undef GetClassName
+#undef GetMessage
+#undef GetObject
+#undef LoadIcon
+#undef LoadImage
+#undef LoadString
+#undef MessageBox
+#undef SubclassWindow
+#undef Yield
+#undef far
+#undef interface
+#undef near
+#undef small
