@@ -25,6 +25,11 @@ def rtf_text(text):
     return "".join(out)
 
 
+def rtf_run(style, text):
+    # The blank ends a control word; without one before it, it would be text.
+    return "{" + (style + " " if style else "") + rtf_text(text) + "}"
+
+
 def rtf(template):
     """A word-processor document. Sizes are half points, distances twips."""
     red, green, blue = (round(255 * part) for part in rgb(template.colour))
@@ -36,18 +41,18 @@ def rtf(template):
            "\\paperw12240\\paperh15840\\margl1440\\margr1440\\margt1200\\margb1200\\f0\\fs22"]
 
     def paragraph(text, layout="", style="", space=120):
-        out.append(f"\\pard{direction}{layout or start}\\sa{space}{{{style} {rtf_text(text)}}}\\par")
+        out.append(f"\\pard{direction}{layout or start}\\sa{space}{rtf_run(style, text)}\\par")
 
     for kind, content in with_tables(template.blocks):
         if kind == "table":
             edges = [round(9360 * sum(column_shares(content)[:i + 1])) for i in range(len(content[0]))]
             for rowNumber, cells in enumerate(content):
-                out.append("\\trowd\\trgaph90" + "".join(
+                # Some readers give the row the distances of the paragraph before it, unless they are reset.
+                out.append("\\pard\\sa0\\trowd\\trgaph90" + "".join(
                     "".join(f"\\clbrdr{side}\\brdrs\\brdrw10" for side in "tlbr") + f"\\cellx{edge}" for edge in edges))
                 for i, cell in enumerate(cells):
                     bold = (rowNumber == 0) if has_head(content) else (i == 0)
-                    weight = "\\b" if bold else ""
-                    out.append(f"\\pard\\intbl{{{weight} {rtf_text(cell)}}}\\cell")
+                    out.append("\\pard\\intbl" + rtf_run("\\b" if bold else "", cell) + "\\cell")
                 out.append("\\row")
             out.append("\\pard\\sa0\\par")
         elif kind == "title":
