@@ -49,6 +49,11 @@ public:
     HKEY handle{};
 };
 
+bool EqualPaths(const wchar_t* a, const wchar_t* b)
+{
+    return CompareStringOrdinal(a, -1, b, -1, TRUE) == CSTR_EQUAL;
+}
+
 HKEY RootOf(Scope scope)
 {
     return scope == Scope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
@@ -199,18 +204,27 @@ HRESULT RegisterLibrary(Scope scope)
     return outcome;
 }
 
+/// Whether the library that a host would load is the one in this program.
+bool IsOwnLibraryRegistered()
+{
+    BSTR registered = nullptr;
+    if (FAILED(QueryPathOfRegTypeLib(LIBID_TSBrowser, LibraryMajor, LibraryMinor, LOCALE_NEUTRAL, &registered)))
+        return false;
+    const bool own = EqualPaths(registered, ProgramPath().c_str());
+    SysFreeString(registered);
+    return own;
+}
+
 HRESULT UnregisterLibrary(Scope scope)
 {
-    HRESULT outcome = E_NOTIMPL;
-    if (scope == Scope::Machine) {
-        outcome = UnRegisterTypeLib(LIBID_TSBrowser, LibraryMajor, LibraryMinor, LOCALE_NEUTRAL, LibraryKind);
-    } else {
-        const auto unregisterForUser = FromOleAut32<decltype(UnRegisterTypeLib)>("UnRegisterTypeLibForUser");
-        if (unregisterForUser)
-            outcome = unregisterForUser(LIBID_TSBrowser, LibraryMajor, LibraryMinor, LOCALE_NEUTRAL, LibraryKind);
-    }
-    // This is how the system says that the library is not registered.
-    return outcome == TYPE_E_REGISTRYACCESS || outcome == TYPE_E_LIBNOTREGISTERED ? S_OK : outcome;
+    if (!IsOwnLibraryRegistered())
+        return S_OK;
+    if (scope == Scope::Machine)
+        return UnRegisterTypeLib(LIBID_TSBrowser, LibraryMajor, LibraryMinor, LOCALE_NEUTRAL, LibraryKind);
+    const auto unregisterForUser = FromOleAut32<decltype(UnRegisterTypeLib)>("UnRegisterTypeLibForUser");
+    return unregisterForUser
+               ? unregisterForUser(LIBID_TSBrowser, LibraryMajor, LibraryMinor, LOCALE_NEUTRAL, LibraryKind)
+               : E_NOTIMPL;
 }
 
 } // namespace
@@ -231,7 +245,7 @@ std::uint32_t RegisterServer(Scope scope)
 std::uint32_t UnregisterServer(Scope scope)
 {
     const std::optional<std::wstring> registered = Read(scope, ServerKey());
-    if (registered && CompareStringOrdinal(registered->c_str(), -1, ServerCommand().c_str(), -1, TRUE) != CSTR_EQUAL)
+    if (registered && !EqualPaths(registered->c_str(), ServerCommand().c_str()))
         return 0;
 
     // Every step is tried, and the first failure is reported: the more is gone, the better.

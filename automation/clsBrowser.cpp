@@ -6,6 +6,8 @@
 
 #include <array>
 #include <optional>
+#include <string_view>
+#include <utility>
 
 namespace automation {
 namespace {
@@ -143,14 +145,15 @@ HRESULT clsBrowser::Invoke(DISPID member, REFIID reserved, LCID locale, WORD fla
                 return read;
             }
         }
-        const std::string answer = session.Start(text[0], text[1], text[2], text[3], text[4]);
-        if (!result)
-            return S_OK;
-        VariantInit(result);
-        const HRESULT outcome = ToBstr(answer, V_BSTR(result));
-        if (SUCCEEDED(outcome))
-            V_VT(result) = VT_BSTR;
-        return outcome;
+        BSTR answer = nullptr;
+        const HRESULT outcome = Open(text[0], text[1], text[2], text[3], text[4], answer);
+        if (FAILED(outcome) || !result) {
+            SysFreeString(answer);
+            return outcome;
+        }
+        V_VT(result) = VT_BSTR;
+        V_BSTR(result) = answer;
+        return S_OK;
     });
 }
 
@@ -160,9 +163,19 @@ HRESULT clsBrowser::Start(BSTR* hostKind, BSTR arg2, BSTR* arg3, BSTR* arg4, BST
         return E_POINTER;
     *result = nullptr;
     return Guarded([&] {
-        return ToBstr(session.Start(TextOf(*hostKind), TextOf(arg2), TextOf(*arg3), TextOf(*arg4), TextOf(*caption)),
-                      *result);
+        return Open(TextOf(*hostKind), TextOf(arg2), TextOf(*arg3), TextOf(*arg4), TextOf(*caption), *result);
     });
+}
+
+HRESULT clsBrowser::Open(std::string hostKind, std::string arg2, std::string arg3, std::string arg4,
+                         std::string caption, BSTR& answer)
+{
+    // The message filter says so before, where the system asks it; a call from inside this process passes it by.
+    if (session.application.ModalActive())
+        return RPC_E_SERVERCALL_RETRYLATER;
+    return ToBstr(session.Start(std::move(hostKind), std::move(arg2), std::move(arg3), std::move(arg4),
+                                std::move(caption)),
+                  answer);
 }
 
 } // namespace automation

@@ -3,6 +3,8 @@
 #include "automation/Session.h"
 #include "automation/WindowsHeader.h"
 
+#include <string>
+
 namespace automation {
 
 /// The object that a host creates. Early-bound hosts call `Start` directly; script hosts come through `Invoke`, which
@@ -29,6 +31,9 @@ public:
 
 private:
     ~clsBrowser() = default;
+
+    HRESULT Open(std::string hostKind, std::string arg2, std::string arg3, std::string arg4, std::string caption,
+                 BSTR& answer);
 
     Session& session;
     Lifetime::Holder holder;

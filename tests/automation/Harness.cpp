@@ -132,18 +132,35 @@ int CountProcesses(const std::wstring& exeName)
 
 Tree RegistrationTree(HKEY root)
 {
+    const auto braced = [](const GUID& id) {
+        wchar_t text[39];
+        StringFromGUID2(id, text, 39);
+        return std::wstring{text};
+    };
+    const std::wstring own[] = {
+        L"CLSID\\" + braced(CLSID_clsBrowser), L"Interface\\" + braced(IID__clsBrowser),
+        L"TypeLib\\" + braced(LIBID_TSBrowser), L"TSBrowser.clsBrowser", L"TSBrowser.clsBrowser.1"};
     Tree tree;
-    const wchar_t* const places[] = {L"CLSID", L"Interface", L"TypeLib", L"TSBrowser.clsBrowser",
-                                     L"TSBrowser.clsBrowser.1"};
-    for (const REGSAM view : {KEY_WOW64_32KEY, KEY_WOW64_64KEY})
-        for (const std::wstring place : places) {
+    for (const REGSAM view : {KEY_WOW64_32KEY, KEY_WOW64_64KEY}) {
+        const std::wstring prefix = view == KEY_WOW64_32KEY ? L"32:" : L"64:";
+        const auto visit = [&](const std::wstring& place, auto&& look) {
             HKEY key = nullptr;
-            if (RegOpenKeyExW(root, (L"Software\\Classes\\" + place).c_str(), 0, KEY_READ | view, &key) !=
-                ERROR_SUCCESS)
-                continue;
-            ReadKey(key, (view == KEY_WOW64_32KEY ? L"32:" : L"64:") + place, view, tree);
+            const std::wstring path = place.empty() ? L"Software\\Classes" : L"Software\\Classes\\" + place;
+            if (RegOpenKeyExW(root, path.c_str(), 0, KEY_READ | view, &key) != ERROR_SUCCESS)
+                return;
+            look(key, prefix + place);
             RegCloseKey(key);
-        }
+        };
+        for (const std::wstring& place : own)
+            visit(place, [&](HKEY key, const std::wstring& path) { ReadKey(key, path, view, tree); });
+        for (const std::wstring place : {L"", L"CLSID", L"Interface", L"TypeLib"})
+            visit(place, [&](HKEY key, const std::wstring& path) {
+                DWORD children = 0;
+                RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &children, nullptr, nullptr, nullptr, nullptr,
+                                 nullptr, nullptr, nullptr);
+                tree[path + L" children"] = std::to_wstring(children);
+            });
+    }
     return tree;
 }
 

@@ -42,8 +42,8 @@ private:
 /// Processes whose program file has this name.
 int CountProcesses(const std::wstring& exeName);
 
-/// Everything below the places of `Software\Classes` to which a registration writes, in the views of both bitnesses:
-/// "key\name" and the data. Large keys that a registration only adds children to are read as a whole.
+/// The keys and values of our class, interface, type library and names below `Software\Classes`, in the views of both
+/// bitnesses, and how many keys stand beside them.
 std::map<std::wstring, std::wstring> RegistrationTree(HKEY root);
 
 } // namespace harness

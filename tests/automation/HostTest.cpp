@@ -34,15 +34,16 @@ private:
 /// An early-bound host.
 class Host {
 public:
-    Host()
-    {
-        created = CoCreateInstance(CLSID_clsBrowser, nullptr, CLSCTX_LOCAL_SERVER, IID__clsBrowser,
-                                   reinterpret_cast<void**>(&object));
-    }
+    Host() { Create(); }
     ~Host() { Release(); }
     Host(const Host&) = delete;
     Host& operator=(const Host&) = delete;
 
+    void Create()
+    {
+        created = CoCreateInstance(CLSID_clsBrowser, nullptr, CLSCTX_LOCAL_SERVER, IID__clsBrowser,
+                                   reinterpret_cast<void**>(&object));
+    }
     void Release()
     {
         if (object)
@@ -140,10 +141,15 @@ TEST_F(HostTest, LivesWhileTheWindowIsOpenOrAHostHoldsTheObject)
     EXPECT_EQ(CountProcesses(stand_in::ExeName), 1);
     second.Release();
     EXPECT_TRUE(WaitFor([] { return CountProcesses(stand_in::ExeName) == 0; }));
+}
 
-    // A host that comes as the process ends is served, by that process or by the next one.
+TEST_F(HostTest, ServesAHostThatComesAsTheProcessEnds)
+{
     for (int i = 0; i < 5; ++i) {
         Host late;
+        // Where the system cannot suspend a class, the call breaks with the process, and the host asks again.
+        for (int again = 0; again < 5 && FAILED(late.created); ++again)
+            late.Create();
         ASSERT_EQ(late.created, S_OK) << i;
         EXPECT_EQ(late.Start(L"CLOSES AT ONCE"), S_OK);
     }
@@ -236,7 +242,7 @@ TEST_F(ScriptTest, TakesWhateverAScriptPasses)
         {R"(On Error Resume Next : r = b.Stop() : r = Err.Number)", "438"},
         {R"(k = "FAILS" : c = " c " : r = b.Start(k, "", "", "", c) : r = k & c)", "FAILS c "},
     };
-    std::string script = "On Error GoTo 0\r\n";
+    std::string script = "Set keeper = CreateObject(\"TSBrowser.clsBrowser\")\r\n";
     std::string expected;
     int number = 0;
     for (const auto& row : rows) {
