@@ -45,10 +45,11 @@ def rtf(template):
 
     for kind, content in with_tables(template.blocks):
         if kind == "table":
+            # Some readers give every row the distances of the paragraph before the table.
+            out.append("{\\pard\\sa0\\fs8\\par}")
             edges = [round(9360 * sum(column_shares(content)[:i + 1])) for i in range(len(content[0]))]
             for rowNumber, cells in enumerate(content):
-                # Some readers give the row the distances of the paragraph before it, unless they are reset.
-                out.append("\\pard\\sa0\\trowd\\trgaph90" + "".join(
+                out.append("\\trowd\\trgaph90" + "".join(
                     "".join(f"\\clbrdr{side}\\brdrs\\brdrw10" for side in "tlbr") + f"\\cellx{edge}" for edge in edges))
                 for i, cell in enumerate(cells):
                     bold = (rowNumber == 0) if has_head(content) else (i == 0)
