@@ -499,7 +499,8 @@ void MemoryFileSystem::RemoveDrive(std::string_view drive)
 
 void MemoryFileSystem::SetDriveReady(std::string_view drive, bool ready)
 {
-    AddFolder(path::Join(drive, ""));
+    if (!DriveOf(drive))
+        AddFolder(path::Join(drive, ""));
     DriveOf(drive)->ready = ready;
 }
 

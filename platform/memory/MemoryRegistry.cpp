@@ -90,6 +90,8 @@ Result<MemoryRegistry::Key*> MemoryRegistry::Open(std::string_view call, Hive hi
     subject.append(1, '\\').append(path).append(": ").append(name);
     if (const auto fault = faults.Enter(call, subject))
         return Fail(*fault);
+    if (path.contains('\0') || name.contains('\0'))
+        return Fail(error::InvalidParameter);
     Key* key = Find(hive, path);
     if (!key)
         return Fail(error::FileNotFound);

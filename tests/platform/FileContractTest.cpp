@@ -1,0 +1,268 @@
+#include "PlatformUnderTest.h"
+
+#include "platform/Path.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace platform;
+using testing::ElementsAre;
+using testing::UnorderedElementsAre;
+
+namespace {
+
+class FileContract : public testing::Test {
+protected:
+    std::unique_ptr<PlatformUnderTest> under{PlatformUnderTest::Make()};
+    FileSystem& files{under->Get().files};
+    const std::string folder{under->Folder()};
+
+    std::string At(std::string_view name) const { return path::Join(folder, name); }
+    void Write(std::string_view name, std::string_view contents = "text") { under->WriteFile(At(name), contents); }
+    void Create(std::string_view name) { ASSERT_EQ(files.CreateFolder(At(name)), Result<>{}) << name; }
+
+    std::vector<std::string> Names(std::string_view name = "")
+    {
+        std::vector<std::string> names;
+        const auto entries = files.List(At(name)).value();
+        for (const FileEntry& entry : entries)
+            names.push_back(entry.name);
+        return names;
+    }
+    std::string Contents(std::string_view name) { return files.Read(At(name), 1000).value_or("(unreadable)"); }
+};
+
+Result<> Failed(Error error)
+{
+    return std::unexpected{error};
+}
+
+/// A short name of what a call answered, for tables over calls with different results.
+template <class T>
+std::uint32_t CodeOf(const Result<T>& result)
+{
+    return result ? 0 : result.error().code;
+}
+
+TEST_F(FileContract, ListsEveryEntryWithItsKindAndSize)
+{
+    Create("Folder");
+    Write("Übersicht 中文 😀.swt", "12345");
+    Write("empty.swt", "");
+    for (int i = 0; i < 1500; ++i) // more than one portion of the system's answers
+        Write("many" + std::to_string(i));
+
+    const auto entries = files.List(folder);
+    ASSERT_TRUE(entries);
+    EXPECT_EQ(entries->size(), 1503u);
+    int seen = 0;
+    for (const FileEntry& entry : *entries) {
+        if (entry.name == "Folder") {
+            EXPECT_TRUE(entry.IsFolder() && !entry.IsLink()) << ++seen;
+        } else if (entry.name == "Übersicht 中文 😀.swt") {
+            EXPECT_TRUE(!entry.IsFolder() && entry.size == 5 && entry.modified > 0) << ++seen;
+        } else if (entry.name == "empty.swt") {
+            EXPECT_TRUE(!entry.IsFolder() && entry.size == 0) << ++seen;
+        } else {
+            EXPECT_TRUE(entry.name.starts_with("many")) << entry.name;
+            continue;
+        }
+        ++seen;
+    }
+    EXPECT_EQ(seen, 3);
+}
+
+TEST_F(FileContract, TellsAnEmptyFolderFromOneThatCannotBeListed)
+{
+    Create("empty");
+    Write("file.swt");
+    EXPECT_EQ(Names("empty"), std::vector<std::string>{});
+    const struct {
+        std::string folder;
+        Error error;
+    } rows[] = {
+        {At("missing"), error::PathNotFound},
+        {At("missing\\below"), error::PathNotFound},
+        {At("file.swt"), error::InvalidFolder},
+        {At("*"), error::InvalidName},
+        {At("em?ty"), error::InvalidName},
+        {At("em<"), error::InvalidName},
+        {"", error::InvalidName},
+        {"empty", error::InvalidName},
+        {"\\\\?\\" + folder, error::InvalidName},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(CodeOf(files.List(row.folder)), row.error.code) << row.folder;
+}
+
+TEST_F(FileContract, StatGivesTheNameAsItStandsOnTheDisk)
+{
+    Create("Letters");
+    Write("Letters\\Formal.swt", "abc");
+    EXPECT_EQ(files.Stat(At("LETTERS\\\\formal.SWT")).value().name, "Formal.swt");
+    EXPECT_EQ(files.Stat(At("letters\\")).value().name, "Letters");
+    EXPECT_TRUE(files.Stat("C:\\").value().IsFolder());
+
+    EXPECT_EQ(CodeOf(files.Stat(At("missing"))), error::FileNotFound.code);
+    EXPECT_EQ(CodeOf(files.Stat(At("missing\\below"))), error::PathNotFound.code);
+    EXPECT_EQ(CodeOf(files.Stat(At("*.swt"))), error::InvalidName.code);
+}
+
+TEST_F(FileContract, OnePlaceHasManySpellings)
+{
+    Create("Letters");
+    Write("Letters\\a.swt", "here");
+    for (const char* name : {"Letters\\\\a.swt", "LETTERS\\A.SWT", "Letters/a.swt", "Letters\\.\\a.swt",
+                             "Letters\\..\\Letters\\a.swt", "Letters\\a.swt. ", "\\Letters\\a.swt"})
+        EXPECT_EQ(Contents(name), "here") << name;
+}
+
+TEST_F(FileContract, CopiesWithoutEverReplacing)
+{
+    Create("Folder");
+    Write("from", "new");
+    Write("taken", "old");
+    const struct {
+        const char *from, *to;
+        Result<> expected;
+    } rows[] = {
+        {"from", "Folder\\copy", {}},
+        {"from", "taken", Failed(error::FileExists)},
+        {"from", "FROM", Failed(error::FileExists)},
+        {"missing", "copy", Failed(error::FileNotFound)},
+        {"missing\\file", "copy", Failed(error::PathNotFound)},
+        {"from", "missing\\copy", Failed(error::PathNotFound)},
+        {"Folder", "copy", Failed(error::AccessDenied)},
+        {"from", "a:stream", Failed(error::InvalidName)},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(CodeOf(files.CopyFile(At(row.from), At(row.to))), CodeOf(row.expected)) << row.from << " " << row.to;
+    EXPECT_EQ(Contents("Folder\\copy"), "new");
+    EXPECT_EQ(Contents("taken"), "old");
+    EXPECT_EQ(files.Stat(At("Folder\\copy")).value().modified, files.Stat(At("from")).value().modified);
+    EXPECT_THAT(Names(), UnorderedElementsAre("Folder", "from", "taken"));
+}
+
+TEST_F(FileContract, MovesInOneRenameAndNeverReplaces)
+{
+    Create("Old");
+    Create("Other");
+    Write("Old\\a.swt", "a");
+    Write("file", "f");
+    Write("taken", "t");
+    const struct {
+        const char *from, *to;
+        Result<> expected;
+    } rows[] = {
+        {"Old", "OLD", {}},
+        {"OLD", "Other\\New", {}},
+        {"file", "taken", Failed(error::AlreadyExists)},
+        {"file", "Other", Failed(error::AlreadyExists)},
+        {"Other", "taken", Failed(error::AlreadyExists)},
+        {"missing", "new", Failed(error::FileNotFound)},
+        {"file", "missing\\new", Failed(error::PathNotFound)},
+        {"file", "new*", Failed(error::InvalidName)},
+        {"file", "Other\\renamed", {}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(CodeOf(files.Move(At(row.from), At(row.to))), CodeOf(row.expected)) << row.from << " " << row.to;
+    EXPECT_FALSE(files.Move(At("Other"), At("Other\\New\\below"))) << "into itself";
+
+    EXPECT_THAT(Names(), UnorderedElementsAre("Other", "taken"));
+    EXPECT_EQ(Contents("Other\\New\\a.swt"), "a");
+    EXPECT_EQ(Contents("Other\\renamed"), "f");
+    EXPECT_EQ(Contents("taken"), "t");
+}
+
+TEST_F(FileContract, RenamesWhenOnlyTheLetterCaseChanges)
+{
+    Create("letters");
+    Write("letters\\a.swt");
+    ASSERT_TRUE(files.Move(At("letters"), At("Letters")));
+    ASSERT_TRUE(files.Move(At("Letters\\a.swt"), At("Letters\\A.swt")));
+    EXPECT_THAT(Names(), ElementsAre("Letters"));
+    EXPECT_THAT(Names("Letters"), ElementsAre("A.swt"));
+}
+
+TEST_F(FileContract, RemovesOnlyWhatMayGo)
+{
+    Create("full");
+    Write("full\\kept", "k");
+    Create("empty");
+    Write("file");
+    Write("protected", "p");
+    under->SetReadOnly(At("protected"), true);
+
+    const auto deleteFile = &FileSystem::DeleteFile;
+    const auto removeFolder = &FileSystem::RemoveFolder;
+    const struct {
+        Result<> (FileSystem::*remove)(std::string_view);
+        const char* name;
+        Result<> expected;
+    } rows[] = {
+        {deleteFile, "protected", Failed(error::AccessDenied)},
+        {deleteFile, "empty", Failed(error::AccessDenied)},
+        {deleteFile, "missing", Failed(error::FileNotFound)},
+        {deleteFile, "missing\\file", Failed(error::PathNotFound)},
+        {deleteFile, "f*", Failed(error::InvalidName)},
+        {deleteFile, "file", {}},
+        {removeFolder, "full", Failed(error::DirectoryNotEmpty)},
+        {removeFolder, "protected", Failed(error::InvalidFolder)},
+        {removeFolder, "missing", Failed(error::FileNotFound)},
+        {removeFolder, "empty", {}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(CodeOf((files.*row.remove)(At(row.name))), CodeOf(row.expected)) << row.name;
+    EXPECT_THAT(Names(), UnorderedElementsAre("full", "protected"));
+    EXPECT_EQ(Contents("full\\kept"), "k");
+}
+
+TEST_F(FileContract, CreatesOneFolderWithAPossibleName)
+{
+    Create("there");
+    Write("file");
+    for (const char* taken : {"there", "THERE", "file"})
+        EXPECT_EQ(files.CreateFolder(At(taken)), Failed(error::AlreadyExists)) << taken;
+    EXPECT_EQ(files.CreateFolder(At("a\\b")), Failed(error::PathNotFound));
+    for (const char* impossible : {"a*b", "a?b", "a<b", "a>b", "a|b", "a\"b", "a:b", "a\tb"})
+        EXPECT_EQ(files.CreateFolder(At(impossible)), Failed(error::InvalidName)) << impossible;
+    EXPECT_THAT(Names(), UnorderedElementsAre("there", "file"));
+}
+
+TEST_F(FileContract, ReadsWholeFilesUpToTheLimit)
+{
+    const std::string bytes{"a\0b\r\n\x1A\xFF", 7};
+    Write("file", bytes);
+    Write("empty", "");
+    EXPECT_EQ(files.Read(At("file"), 7).value(), bytes);
+    EXPECT_EQ(files.Read(At("empty"), 0).value(), "");
+    EXPECT_EQ(CodeOf(files.Read(At("file"), 6)), error::FileTooLarge.code);
+    EXPECT_EQ(CodeOf(files.Read(At("missing"), 9)), error::FileNotFound.code);
+    EXPECT_EQ(CodeOf(files.Read(folder, 9)), error::AccessDenied.code);
+    const std::string large(300'000, 'x');
+    Write("large", large);
+    EXPECT_EQ(files.Read(At("large"), large.size()).value(), large);
+}
+
+TEST_F(FileContract, PathsCanBeLongerThanTheClassicBound)
+{
+    std::string deep;
+    for (int i = 0; i < 20; ++i) {
+        deep = path::Join(deep, "a folder with a long name " + std::to_string(i));
+        Create(deep);
+    }
+    const std::string file = path::Join(deep, "file.swt");
+    Write(file, "deep");
+    ASSERT_GT(At(file).size(), 500u);
+
+    EXPECT_THAT(Names(deep), ElementsAre("file.swt"));
+    EXPECT_EQ(files.Stat(At(file)).value().size, 4u);
+    EXPECT_TRUE(files.CopyFile(At(file), At(file + "2")));
+    EXPECT_TRUE(files.Move(At(file + "2"), At(file + "3")));
+    EXPECT_EQ(Contents(file + "3"), "deep");
+    EXPECT_TRUE(files.DeleteFile(At(file)));
+    EXPECT_TRUE(files.DeleteFile(At(file + "3")));
+    EXPECT_TRUE(files.RemoveFolder(At(deep)));
+}
+
+} // namespace

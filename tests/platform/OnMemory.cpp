@@ -1,0 +1,37 @@
+#include "PlatformUnderTest.h"
+
+#include "platform/memory/System.h"
+
+namespace {
+
+class OnMemory final : public PlatformUnderTest {
+public:
+    OnMemory()
+    {
+        system.files.AddFolder(Folder());
+        system.shell.RemoveAssociation(".unknownending");
+        system.resources.Add(ResourceLibraryPath(), {{101, "One"}, {102, "Größe €"}, {103, std::string(600, 'x')}});
+        system.automation.Register(GoodClass());
+    }
+
+    platform::Platform Get() override { return system.AsPlatform(); }
+    std::string Folder() const override { return "C:\\Temp\\Contract"; }
+    void WriteFile(std::string_view path, std::string_view contents) override { system.files.AddFile(path, contents); }
+    void SetReadOnly(std::string_view path, bool readOnly) override
+    {
+        using namespace platform::attribute;
+        system.files.SetAttributes(path, readOnly ? Archive | ReadOnly : Archive);
+    }
+    std::string ResourceLibraryPath() const override { return "C:\\Temp\\strings.dll"; }
+    std::string GoodClass() override { return "Scripting.FileSystemObject"; }
+
+private:
+    platform::memory::System system;
+};
+
+} // namespace
+
+std::unique_ptr<PlatformUnderTest> PlatformUnderTest::Make()
+{
+    return std::make_unique<OnMemory>();
+}

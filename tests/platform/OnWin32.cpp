@@ -1,0 +1,81 @@
+#include "PlatformUnderTest.h"
+
+#include "platform/Path.h"
+#include "platform/win32/Native.h"
+#include "platform/win32/System.h"
+
+#include <stdexcept>
+
+namespace {
+
+using namespace platform;
+
+/// Removes what an earlier test left, links themselves and not what they point at.
+void Empty(FileSystem& files, const std::string& folder)
+{
+    for (const FileEntry& entry : files.List(folder).value_or(std::vector<FileEntry>{})) {
+        const std::string path = path::Join(folder, entry.name);
+        if (entry.IsFolder() && !entry.IsLink())
+            Empty(files, path);
+        SetFileAttributesW(win32::ToNativePath(path)->c_str(), FILE_ATTRIBUTE_NORMAL);
+        (void)(entry.IsFolder() ? files.RemoveFolder(path) : files.DeleteFile(path));
+    }
+}
+
+class OnWin32 final : public PlatformUnderTest {
+public:
+    OnWin32()
+    {
+        (void)CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        wchar_t buffer[MAX_PATH];
+        GetTempPathW(MAX_PATH, buffer);
+        folder = path::Join(win32::ToUtf8(buffer), "TSBrowserContract");
+        (void)Get().files.CreateFolder(folder);
+        Empty(Get().files, folder);
+    }
+    ~OnWin32() override
+    {
+        Empty(Get().files, folder);
+        (void)Get().files.RemoveFolder(folder);
+        CoUninitialize();
+    }
+
+    Platform Get() override { return system.AsPlatform(); }
+    std::string Folder() const override { return folder; }
+    void WriteFile(std::string_view path, std::string_view contents) override
+    {
+        const win32::FileHandle file{CreateFileW(win32::ToNativePath(path)->c_str(), GENERIC_WRITE, 0, nullptr,
+                                                 CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr)};
+        DWORD written{};
+        if (!file || !WriteFileAll(file.Get(), contents, written))
+            throw std::runtime_error{"cannot write " + std::string{path}};
+    }
+    void SetReadOnly(std::string_view path, bool readOnly) override
+    {
+        SetFileAttributesW(win32::ToNativePath(path)->c_str(),
+                           readOnly ? FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE : FILE_ATTRIBUTE_ARCHIVE);
+    }
+    std::string ResourceLibraryPath() const override
+    {
+        win32::Win32Shell shell;
+        return path::Join(shell.FolderPath(KnownFolder::ProgramFolder).value(), "platform_test_strings.dll");
+    }
+    std::string GoodClass() override { return "Scripting.FileSystemObject"; }
+
+private:
+    static bool WriteFileAll(HANDLE file, std::string_view contents, DWORD& written)
+    {
+        return ::WriteFile(file, contents.data(), static_cast<DWORD>(contents.size()), &written, nullptr) &&
+               written == contents.size();
+    }
+
+    win32::System system;
+    std::string folder;
+};
+
+} // namespace
+
+std::unique_ptr<PlatformUnderTest> PlatformUnderTest::Make()
+{
+    return std::make_unique<OnWin32>();
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/Platform.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+/// The system that the contract tests run against, with the means to set its scene. Each executable links one.
+class PlatformUnderTest {
+public:
+    virtual ~PlatformUnderTest() = default;
+
+    virtual platform::Platform Get() = 0;
+    /// A folder of the test's own, empty at its start.
+    virtual std::string Folder() const = 0;
+    virtual void WriteFile(std::string_view path, std::string_view contents) = 0;
+    virtual void SetReadOnly(std::string_view path, bool readOnly) = 0;
+    /// A library with the strings 101 "One", 102 "Größe €" and 103: "x" 600 times.
+    virtual std::string ResourceLibraryPath() const = 0;
+    /// The name of an automation class that can be created.
+    virtual std::string GoodClass() = 0;
+
+    static std::unique_ptr<PlatformUnderTest> Make();
+};

@@ -1,0 +1,115 @@
+#include "PlatformUnderTest.h"
+
+#include "platform/Path.h"
+#include "platform/win32/Native.h"
+#include "platform/win32/System.h"
+
+#include <gtest/gtest.h>
+
+// What only the real system can show; the shared contract is in the other files.
+
+using namespace platform;
+
+namespace {
+
+class Win32Test : public testing::Test {
+protected:
+    std::unique_ptr<PlatformUnderTest> under{PlatformUnderTest::Make()};
+    Platform system{under->Get()};
+
+    std::string At(std::string_view name) const { return path::Join(under->Folder(), name); }
+
+    static std::string SystemFolder()
+    {
+        wchar_t path[MAX_PATH];
+        return win32::ToUtf8({path, GetSystemDirectoryW(path, MAX_PATH)});
+    }
+    /// Waits for a started program to have written all of a file.
+    std::string Awaited(const std::string& file, std::size_t atLeast)
+    {
+        for (int tries = 0; tries < 400; ++tries, Sleep(50)) {
+            const auto contents = system.files.Read(file, 10'000);
+            if (contents && contents->size() >= atLeast)
+                return *contents;
+        }
+        return "(nothing)";
+    }
+};
+
+TEST_F(Win32Test, StartsAProgramByItsFullPathWithTheCommandLineAsGiven)
+{
+    under->WriteFile(At("a b.txt"), "contents");
+    const std::string line = "cmd.exe /c copy /b \"" + At("a b.txt") + "\" \"" + At("copied ü") + "\"";
+    ASSERT_TRUE(system.shell.Run(path::Join(SystemFolder(), "cmd.exe"), line, WindowStyle::MinimizedFocus));
+    EXPECT_EQ(Awaited(At("copied ü"), 8), "contents");
+}
+
+TEST_F(Win32Test, ReadsStringsThatWereStoredBadly)
+{
+    const std::wstring key = L"Software\\TSBrowserTests";
+    ASSERT_TRUE(system.registry.CreateKey(Hive::CurrentUser, win32::ToUtf8(key)));
+    win32::KeyHandle opened;
+    ASSERT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, key.c_str(), 0, KEY_SET_VALUE, opened.Receive()), ERROR_SUCCESS);
+    const struct {
+        std::wstring stored;
+        DWORD bytes;
+        const char* expected;
+    } rows[] = {
+        {L"", 0, ""},
+        {L"abc", 6, "abc"},                                              // no terminator
+        {L"abc", 5, "ab"},                                               // half a character at the end
+        {std::wstring{L"abc\0\0\0", 6}, 12, "abc"},                      // a fixed buffer stored whole
+        {std::wstring(256, L'x'), 512, nullptr},                         // as long as the first buffer
+        {std::wstring{static_cast<wchar_t>(0xD800)}, 2, "\xED\xA0\x80"}, // half a pair
+    };
+    for (const auto& row : rows) {
+        RegSetValueExW(opened.Get(), L"v", 0, REG_SZ, reinterpret_cast<const BYTE*>(row.stored.data()), row.bytes);
+        const auto value = system.registry.Query(Hive::CurrentUser, win32::ToUtf8(key), "v");
+        ASSERT_TRUE(value);
+        EXPECT_EQ(value->data, row.expected ? std::string{row.expected} : win32::ToUtf8(row.stored));
+    }
+    EXPECT_TRUE(system.registry.DeleteKey(Hive::CurrentUser, win32::ToUtf8(key)));
+}
+
+TEST_F(Win32Test, NativePathsAreResolvedAndPrefixedWhenLong)
+{
+    const std::wstring name(100, L'n');
+    const std::wstring deep = L"C:\\" + name + L"\\" + name + L"\\" + name;
+    const struct {
+        std::string path;
+        std::wstring expected;
+    } rows[] = {
+        {"C:\\a\\\\b\\", L"C:\\a\\b"},
+        {"C:/a/../b", L"C:\\b"},
+        {"C:\\", L"C:\\"},
+        {win32::ToUtf8(deep), L"\\\\?\\" + deep},
+        {"\\\\server\\share\\" + win32::ToUtf8(deep.substr(3)), L"\\\\?\\UNC\\server\\share\\" + deep.substr(3)},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(win32::ToNativePath(row.path), row.expected) << row.path;
+    for (const char* refused :
+         {"a", "C:a", "C:\\a*", "C:\\a:b", "\\\\.\\COM1", "\\\\?\\C:\\a", "C:\\CON", "C:\\a\\nul"})
+        EXPECT_EQ(win32::ToNativePath(refused), Result<std::wstring>{std::unexpected{error::InvalidName}}) << refused;
+}
+
+TEST_F(Win32Test, TheMarkIsSeenByAnotherOwner)
+{
+    win32::Win32Process other;
+    ASSERT_TRUE(other.ClaimSingleInstance());
+    EXPECT_FALSE(system.process.ClaimSingleInstance());
+    other.ReleaseSingleInstance();
+    EXPECT_TRUE(system.process.ClaimSingleInstance());
+}
+
+TEST_F(Win32Test, FilesHeldOpenByOthersAreNeitherDeletedNorMoved)
+{
+    under->WriteFile(At("open"), "x");
+    const win32::FileHandle held{CreateFileW(win32::ToNativePath(At("open"))->c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                             nullptr, OPEN_EXISTING, 0, nullptr)};
+    ASSERT_TRUE(held);
+    EXPECT_EQ(system.files.DeleteFile(At("open")).error(), error::SharingViolation);
+    EXPECT_EQ(system.files.Move(At("open"), At("moved")).error(), error::SharingViolation);
+    EXPECT_EQ(system.files.Read(At("open"), 9).value(), "x");
+}
+
+} // namespace
