@@ -90,7 +90,9 @@ Result<MemoryRegistry::Key*> MemoryRegistry::Open(std::string_view call, Hive hi
     subject.append(1, '\\').append(path).append(": ").append(name);
     if (const auto fault = faults.Enter(call, subject))
         return Fail(*fault);
-    if (path.contains('\0') || name.contains('\0'))
+    const bool tooLong =
+        std::ranges::any_of(Names(path), [](const auto& part) { return text::Length(part) > longestKeyName; });
+    if (tooLong || path.contains('\0') || name.contains('\0'))
         return Fail(error::InvalidParameter);
     Key* key = Find(hive, path);
     if (!key)
@@ -127,8 +129,6 @@ Result<> MemoryRegistry::CreateKey(Hive hive, std::string_view key)
         return {};
     if (opened.error() != error::FileNotFound || Find(hive, key))
         return Fail(opened.error());
-    if (std::ranges::any_of(Names(key), [](const auto& name) { return text::Length(name) > longestKeyName; }))
-        return Fail(error::InvalidParameter);
     Make(hive, key);
     return {};
 }

@@ -56,7 +56,9 @@ FindHandle FindFirst(const std::wstring& pattern, WIN32_FIND_DATAW& found)
 /// Why there is nothing to list: the system tells a missing folder from a file and from an empty drive only roughly.
 Result<std::vector<FileEntry>> NothingListed(const std::wstring& folder, DWORD code)
 {
-    if (code != ERROR_FILE_NOT_FOUND && code != ERROR_PATH_NOT_FOUND && code != ERROR_DIRECTORY)
+    // A file below which something is looked for has the wrong name to some systems; the path itself was checked.
+    if (code != ERROR_FILE_NOT_FOUND && code != ERROR_PATH_NOT_FOUND && code != ERROR_DIRECTORY &&
+        code != ERROR_INVALID_NAME)
         return std::unexpected{Error{code}};
     const DWORD attributes = GetFileAttributesW(folder.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES)

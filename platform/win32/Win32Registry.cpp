@@ -48,11 +48,15 @@ Result<std::wstring> ToName(std::string_view name)
     return ToUtf16(name);
 }
 
+constexpr std::size_t longestKeyName = 255; // UTF-16 units, of the system's registry
+
 /// The key's path with its separators folded.
 Result<std::wstring> ToKeyPath(std::string_view key)
 {
     std::string path;
     for (const std::string& name : text::Split(key, '\\')) {
+        if (text::Length(name) > longestKeyName)
+            return std::unexpected{error::InvalidParameter};
         if (!name.empty())
             path.append(path.empty() ? "" : "\\").append(name);
     }

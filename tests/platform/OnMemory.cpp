@@ -24,6 +24,7 @@ public:
     }
     std::string ResourceLibraryPath() const override { return "C:\\Temp\\strings.dll"; }
     std::string GoodClass() override { return "Scripting.FileSystemObject"; }
+    bool CanChangeLetterCase() const override { return true; }
 
 private:
     platform::memory::System system;

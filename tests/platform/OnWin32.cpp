@@ -61,6 +61,10 @@ public:
         return path::Join(shell.FolderPath(KnownFolder::ProgramFolder).value(), "platform_test_strings.dll");
     }
     std::string GoodClass() override { return "Scripting.FileSystemObject"; }
+    bool CanChangeLetterCase() const override
+    {
+        return !GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version");
+    }
 
 private:
     static bool WriteFileAll(HANDLE file, std::string_view contents, DWORD& written)

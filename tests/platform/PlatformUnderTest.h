@@ -20,6 +20,8 @@ public:
     virtual std::string ResourceLibraryPath() const = 0;
     /// The name of an automation class that can be created.
     virtual std::string GoodClass() = 0;
+    /// Wine answers that a rename which changes the letter case alone has worked, and leaves the name.
+    virtual bool CanChangeLetterCase() const = 0;
 
     static std::unique_ptr<PlatformUnderTest> Make();
 };
