@@ -480,6 +480,15 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
             form.UserResizes(ClientSize());
         }
         return 0;
+    case WM_ERASEBKGND:
+        // A theme with transparent parts asks a control's parent for what lies behind them.
+        if (auto* context = reinterpret_cast<HDC>(wParam); const PeerBase* peer = PeerBase::Of(WindowFromDC(context))) {
+            RECT all{};
+            GetClipBox(context, &all);
+            FillRect(context, &all, GetSysColorBrush(peer->BackgroundColour()));
+            return TRUE;
+        }
+        break;
     case WM_SETFOCUS:
         FocusActiveControl();
         return 0;

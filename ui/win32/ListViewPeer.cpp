@@ -12,6 +12,7 @@ constexpr int LargeSide = 480; ///< twips: 32 pixels at 96 dpi
 constexpr int SmallSide = 240;
 constexpr Size LargeSpacing{1500, 1275}; ///< twips from one large icon to the next
 constexpr int EmptyTextMargin = 300;
+constexpr int LeastHeight = 600; ///< twips; no row can be shown in less
 /// Rows whose texts set the width of the columns of the plain list; enough for any folder that is read, not counted.
 constexpr int MeasuredRows = 300;
 
@@ -107,8 +108,10 @@ void ListViewPeer::SyncRows()
     SyncImages(false);
     Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list.Rows()), 0);
     SyncView();
-    if (list.Selected() < 0 && list.Rows() > 0)
-        Send(LVM_ENSUREVISIBLE, 0, FALSE);
+    if (list.Selected() < 0) {
+        Send(WM_VSCROLL, SB_TOP);
+        Send(WM_HSCROLL, SB_LEFT);
+    }
     SyncSelection();
     InvalidateRect(Handle(), nullptr, TRUE);
 }
@@ -124,7 +127,17 @@ void ListViewPeer::SyncSelection()
         return;
     item.state = LVIS_SELECTED | LVIS_FOCUSED;
     Send(LVM_SETITEMSTATE, static_cast<WPARAM>(list.Selected()), &item);
-    Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(list.Selected()), FALSE);
+    ShowSelection();
+}
+
+void ListViewPeer::ShowSelection()
+{
+    // A list without room would scroll as far as it can.
+    RECT client{};
+    GetClientRect(Handle(), &client);
+    scrollLater = client.bottom < Pixels(LeastHeight);
+    if (!scrollLater && list.Selected() >= 0)
+        Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(list.Selected()), FALSE);
 }
 
 void ListViewPeer::SyncView()
@@ -297,6 +310,11 @@ std::optional<LRESULT> ListViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
         // The text for an empty list stands in the middle: all of it is drawn anew.
         if (list.Rows() == 0)
             InvalidateRect(Handle(), nullptr, TRUE);
+        if (scrollLater) {
+            const LRESULT result = Default(message, wParam, lParam);
+            ShowSelection();
+            return result;
+        }
         return std::nullopt;
     default:
         return std::nullopt;

@@ -27,10 +27,12 @@ private:
     std::map<int, ui::ImageList::Picture> shownLarge;
     std::map<int, ui::ImageList::Picture> shownSmall;
     std::size_t shownColumns{};
+    bool scrollLater{};
 
     int NativeSelection() const;
     void SyncRows();
     void SyncSelection();
+    void ShowSelection();
     void SyncView();
     void SyncColumns();
     void SyncImages(bool always);

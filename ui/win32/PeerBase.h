@@ -35,6 +35,8 @@ public:
     virtual bool UsesKey(const Key& key);
     /// Alt and a letter. True when the control has it as a mnemonic and followed it.
     virtual bool UsesMnemonic(wchar_t letter);
+    /// What lies behind the parts that the control leaves out when it draws (COLOR_...).
+    virtual int BackgroundColour() const { return COLOR_3DFACE; }
     /// Whether this is the control's tool-tip window.
     virtual bool OwnsToolTips(HWND toolTips) const;
     /// The window moved to a monitor of another dpi, or is new: set fonts, sizes and pictures.

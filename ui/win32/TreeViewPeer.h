@@ -19,6 +19,7 @@ public:
     void DpiChanged() override;
     std::optional<LRESULT> OnNotify(NMHDR& header) override;
     bool UsesKey(const Key& key) override;
+    int BackgroundColour() const override { return COLOR_WINDOW; }
 
 protected:
     void Sync(Aspect aspect) override;
