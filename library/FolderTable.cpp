@@ -2,6 +2,7 @@
 
 #include "library/CategoryPath.h"
 #include "library/TemplateFiles.h"
+#include "platform/Path.h"
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -76,8 +77,19 @@ bool FolderTable::TestFolderForTemplates(std::size_t row, const FolderWalk::Node
     }
     // An empty category is litter. Only the call that the system refuses for a folder with anything in it is used,
     // what lies behind a link belongs to somebody else, and a refusal changes nothing.
-    if (listing->empty() && !node.behindLink)
+    if (listing->empty() && !node.behindLink && LeadsThroughNoLink(templatesPath, node.path))
         (void)files.RemoveFolder(folder);
+    return true;
+}
+
+bool FolderTable::LeadsThroughNoLink(const std::string& templatesPath, std::string path)
+{
+    // The walk saw what was there then; a folder may have been replaced by a link since.
+    for (; !path.empty(); path = platform::path::Parent(path)) {
+        const auto entry = files.Stat(DiskPath(templatesPath, path));
+        if (!entry || !entry->IsFolder() || entry->IsLink())
+            return false;
+    }
     return true;
 }
 

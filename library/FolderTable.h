@@ -53,6 +53,7 @@ private:
     void AddRow(std::size_t row, const FolderWalk& walk, const FolderWalk::Node& node);
     bool TestFolderForTemplates(std::size_t row, const FolderWalk::Node& node, FolderListings& listings,
                                 const std::string& templatesPath);
+    bool LeadsThroughNoLink(const std::string& templatesPath, std::string path);
     void MarkWithAncestors(std::size_t row);
 };
 

@@ -2,6 +2,7 @@
 
 #include "ui/Toolkit.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace ui {
@@ -53,8 +54,8 @@ void Form::Realize()
     if (layout) {
         const int inner = layoutWidth > 0 ? layoutWidth - 2 * LayoutMargin : 0;
         Size size = Measure(*layout, inner);
-        if (layoutWidth > 0)
-            size.width = inner;
+        // Texts wrap at the wanted width; a row of long captions makes the window wider.
+        size.width = std::max(size.width, inner);
         peer->FitClient({size.width + 2 * LayoutMargin, size.height + 2 * LayoutMargin});
         clientSize = peer->ClientSize();
         PlaceControls();

@@ -56,7 +56,7 @@ Size MeasureRow(const Cell& row, int width)
     for (const Cell& child : row.cells)
         if (!Hidden(child))
             height = std::max(height, Measure(child, child.fill ? (width - fixed + LayoutGap) / filling : 0).height);
-    return {width, height};
+    return {std::max(width, fixed - LayoutGap), height};
 }
 
 } // namespace

@@ -27,6 +27,7 @@ constexpr int HorzSplitterMargin = 900;       ///< least height of the tree
 constexpr int LeastPreviewHeight = 1500;
 constexpr int PaneMargin = 60;
 constexpr int FactsHeight = 840;   ///< four lines of text
+constexpr int LeastStoredHeight = 4500; ///< a window that is hardly more than its title bar is damage, too
 constexpr int PlacementLimit = 200'000; ///< a stored coordinate beyond this is damage
 
 struct StoredColumn {
@@ -109,7 +110,7 @@ void frmMain::RestorePlacement()
     ui::Rect stored{number("MainLeft", DefaultPlacement.left), number("MainTop", DefaultPlacement.top),
                     number("MainWidth", DefaultPlacement.width), number("MainHeight", DefaultPlacement.height)};
     stored.width = std::max(stored.width, 1);
-    stored.height = std::max(stored.height, DefaultPlacement.height / 4);
+    stored.height = std::max(stored.height, LeastStoredHeight);
     SetPlacement(PlacementWithin(stored, program.toolkit.WorkAreas()));
     SetState(maximized ? WindowState::Maximized : WindowState::Normal);
 }

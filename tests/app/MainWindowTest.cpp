@@ -1,0 +1,309 @@
+#include "tests/support/TestMachine.h"
+
+#include <set>
+
+namespace tests {
+namespace {
+
+using ui::Icon;
+using ui::Key;
+using ui::KeyCode;
+using State = ui::Form::WindowState;
+using Texts = std::vector<std::string>;
+
+class MainWindowTest : public BrowserTest {
+protected:
+    void Restart()
+    {
+        Main().Close();
+        toolkit.RunPosted();
+        Start();
+    }
+    ui::Menu& Item(std::string_view name)
+    {
+        Main().MenuOpening();
+        return *Main().MenuBar.Find(name);
+    }
+};
+
+// Placement and splitters.
+
+TEST_F(MainWindowTest, TakesItsPlaceFromTheSettingsAndIsNeverTooNarrow)
+{
+    Start();
+    EXPECT_EQ(Main().Placement(), (ui::Rect{1000, 1000, 9700, 7200}));
+    EXPECT_EQ(Main().State(), State::Normal);
+    EXPECT_EQ(Main().imgVertSplitter.Bounds().left, 1965);
+
+    const std::pair<const char*, const char*> settings[] = {
+        {"MainLeft", "300"}, {"MainTop", "400"}, {"MainWidth", "5000"}, {"MainHeight", "9000"},
+        {"VertSplitterLeft", "3000"}, {"HorzSplitterTop", "4000"}};
+    Main().Close();
+    toolkit.RunPosted();
+    for (const auto& [key, value] : settings)
+        PutSetting("Browser", key, value);
+    Start();
+    EXPECT_EQ(Main().Placement(), (ui::Rect{300, 400, 9700, 9000}));
+    EXPECT_EQ(Main().imgVertSplitter.Bounds().left, 3000);
+    EXPECT_EQ(Main().imgHorzSplitter.Bounds().top, 4000);
+}
+
+TEST_F(MainWindowTest, StartsOnASpoiledRegistryWithinTheScreen)
+{
+    for (const char* key : {"MainLeft", "MainTop", "MainWidth", "MainHeight", "VertSplitterLeft", "HorzSplitterTop",
+                            "ListViewType", "ListViewFileColumnSize", "LastFolderBrowsed", "LastTabSelected"})
+        PutSetting("Browser", key, "-99999999999 garbage");
+    Start();
+    const ui::Rect place = Main().Placement();
+    EXPECT_GE(place.left, 0);
+    EXPECT_GE(place.width, 9700);
+    EXPECT_GE(Main().imgVertSplitter.Bounds().left, 300);
+    EXPECT_GT(Main().lvListView.Bounds().height, 1000);
+    EXPECT_GE(Main().lvListView.Columns()[0].width, 300);
+}
+
+TEST_F(MainWindowTest, TheSplittersStayWithinTheirLimits)
+{
+    Start();
+    auto& vertical = Main().imgVertSplitter;
+    const std::pair<int, int> positions[] = {{100, 300}, {3000, 3000}, {6700, 6700}, {6701, 6700}, {99999, 6700}, {-5, 300}};
+    for (const auto& [wanted, allowed] : positions) {
+        vertical.UserDrags(wanted);
+        EXPECT_EQ(vertical.Bounds().left, allowed) << wanted;
+        EXPECT_EQ(Main().lvListView.Bounds().left, allowed + vertical.Bounds().width);
+        EXPECT_EQ(Main().tvTreeView.Bounds().width, allowed);
+    }
+    auto& horizontal = Main().imgHorzSplitter;
+    for (const int wanted : {-5, 3000, 99999}) {
+        horizontal.UserDrags(wanted);
+        EXPECT_GE(Main().tvTreeView.Bounds().height, 900) << wanted;
+        EXPECT_EQ(Main().tvTreeView.Bounds().Bottom(), horizontal.Bounds().top);
+        EXPECT_GT(Main().imgPreview.Bounds().height, 0) << wanted;
+    }
+}
+
+TEST_F(MainWindowTest, ClosingSavesThePlaceOfTheNormalStateOnly)
+{
+    Start();
+    Main().UserPlaces({200, 300, 10000, 8000}, State::Normal);
+    Main().imgVertSplitter.UserDrags(2500);
+    Main().Close();
+    toolkit.RunPosted();
+    EXPECT_EQ(Setting("Browser", "TSMaximized"), "False");
+    EXPECT_EQ(Setting("Browser", "MainLeft") + "," + Setting("Browser", "MainTop") + "," + Setting("Browser", "MainWidth") +
+                  "," + Setting("Browser", "MainHeight"), "200,300,10000,8000");
+    EXPECT_EQ(Setting("Browser", "VertSplitterLeft"), "2500");
+
+    Start();
+    Main().UserPlaces({0, 0, 19200, 15000}, State::Maximized);
+    Main().imgVertSplitter.UserDrags(2600);
+    Main().Close();
+    toolkit.RunPosted();
+    EXPECT_EQ(Setting("Browser", "TSMaximized"), "True");
+    EXPECT_EQ(Setting("Browser", "MainWidth"), "10000");
+    EXPECT_EQ(Setting("Browser", "VertSplitterLeft"), "2600");
+    EXPECT_EQ(Setting("Browser", "HorzSplitterTop"), "5250");
+    Start();
+    EXPECT_EQ(Main().State(), State::Maximized);
+}
+
+TEST_F(MainWindowTest, ViewColumnsTabAndFolderComeBack)
+{
+    Start();
+    Main().Commands().Run("mnuViewDetails");
+    Main().lvListView.UserSizesColumn(2, 1234);
+    Main().fileTypeTabStrip.UserSelects("Word");
+    Main().tvTreeView.UserSelects("Letters\\Formal");
+    Main().Commands().Run("mnuViewPreviewPane");
+    Restart();
+    EXPECT_EQ(Main().lvListView.GetView(), ui::ListView::View::Details);
+    EXPECT_EQ(Main().lvListView.Columns()[2].width, 1234);
+    EXPECT_EQ(Main().fileTypeTabStrip.Selected(), "Word");
+    EXPECT_EQ(Main().tvTreeView.Selected()->key, "Letters\\Formal");
+    EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Complaint"});
+    EXPECT_FALSE(Main().imgPreview.Visible());
+}
+
+TEST_F(MainWindowTest, PanesCanBeHiddenAndTheListTakesTheirRoom)
+{
+    Start();
+    const int width = Main().ClientSize().width;
+    Main().Commands().Run("mnuViewFolderList");
+    EXPECT_FALSE(Main().tvTreeView.Visible());
+    EXPECT_TRUE(Main().imgVertSplitter.Visible()) << "the preview still stands on the left";
+    Main().Commands().Run("mnuViewPreviewPane");
+    EXPECT_FALSE(Main().imgVertSplitter.Visible());
+    EXPECT_EQ(Main().lvListView.Bounds().left, 0);
+    EXPECT_EQ(Main().lvListView.Bounds().width, width);
+    Main().Commands().Run("mnuViewFolderList");
+    EXPECT_EQ(Main().tvTreeView.Bounds().Bottom(), Main().sbStatusBar.Bounds().top);
+}
+
+TEST_F(MainWindowTest, ASettingThatCannotBeSavedIsToldOnceAndTheWindowCloses)
+{
+    Start();
+    system.registry.SetClosed(platform::Hive::CurrentUser, std::string{SettingsKey} + "\\Browser");
+    toolkit.ExpectMessage(Text(173), Icon::Critical);
+    EXPECT_TRUE(Main().Close());
+}
+
+// Commands.
+
+TEST_F(MainWindowTest, EveryCommandIsInTheMenusAndThoseToComeAreDisabled)
+{
+    Start();
+    const std::set<std::string> toCome{"mnuFilePreview", "mnuFileProperties", "mnuEditFind", "mnuAddToFavorites",
+        "mnuRemoveFromFavorites", "mnupopRenamefolder", "mnupopDeletefolder", "mnuViewThumbnails", "mnuProfileEdit",
+        "mnuProfileManage", "mnuProfileImportExport", "mnuHistory", "mnuInstallNewTemplates", "mnuSolutionPackManager",
+        "mnuGetNewDesigns", "mnuHelpAbout"};
+    Main().lvListView.UserSelects(0);
+    Main().MenuOpening();
+    std::set<std::string> disabled;
+    std::multiset<std::string> captions;
+    Main().MenuBar.ForEach([&](ui::Menu& item) {
+        captions.insert(item.Caption);
+        if (!item.Enabled && item.Visible && !item.Separator)
+            disabled.insert(item.Name);
+        EXPECT_TRUE(item.Separator || !item.Caption.empty()) << item.Name;
+    });
+    EXPECT_EQ(disabled, toCome);
+    for (const int id : {102, 226, 227, 103, 104, 109, 114, 115, 116, 117, 118, 119, 120, 122, 123, 124, 125, 133, 128, 129,
+                         130, 374, 375, 376, 379, 393, 394, 396, 524, 525, 526, 354, 355, 105})
+        EXPECT_GE(captions.count(Text(id)), 1u) << id;
+}
+
+TEST_F(MainWindowTest, NoKeyMeansTwoThings)
+{
+    Start();
+    std::map<std::string, std::string> owners;
+    Main().MenuBar.ForEach([&](ui::Menu& item) {
+        if (!item.Shortcut)
+            return;
+        EXPECT_TRUE(owners.emplace(ui::KeyText(item.Shortcut), item.Name).second) << ui::KeyText(item.Shortcut);
+    });
+    EXPECT_EQ(owners["F5"], "mnuRefreshTV");
+    EXPECT_EQ(owners["Alt+Enter"], "mnuFileProperties");
+}
+
+TEST_F(MainWindowTest, ItemCommandsFollowTheList)
+{
+    Start();
+    Main().tvTreeView.UserSelects("Business");
+    EXPECT_TRUE(Main().tbToolBar.Find("mnuFileOpen")->enabled);
+    EXPECT_FALSE(Main().tbToolBar.Find("mnuFileNew")->enabled) << "nothing is selected yet";
+    Main().lvListView.UserSelects(0);
+    EXPECT_TRUE(Main().tbToolBar.Find("mnuFileNew")->enabled);
+    Main().tvTreeView.UserSelects("Get More Templates");
+    EXPECT_FALSE(Main().tbToolBar.Find("mnuFileOpen")->enabled);
+    EXPECT_FALSE(Item("mnuFileOpen").Enabled);
+    EXPECT_EQ(Main().sbStatusBar.Panels()[0], "");
+}
+
+TEST_F(MainWindowTest, ReportABugIsThereOnlyWhenTheSettingSaysSo)
+{
+    Start();
+    EXPECT_FALSE(Item("mnuReportABug").Visible);
+    PutSetting("Options", "ReportABug", "1");
+    EXPECT_TRUE(Item("mnuReportABug").Visible);
+}
+
+TEST_F(MainWindowTest, HelpDocumentsAndLinksOpenThroughTheLauncher)
+{
+    PutSetting("Help", "General HTML", "Help\\index.htm");
+    PutSetting("Help", "Using Find HTML", "C:\\Gone\\find.htm");
+    PutSetting("Options", "Installed Path", "C:\\Desk");
+    PutSetting("Options", "WebLink", "http://tessaly.example/| |http://tessaly.example/news");
+    system.files.AddFile("C:\\Desk\\Help\\index.htm");
+    Start();
+    Main().UserPresses(ui::Plain(KeyCode::F1));
+    toolkit.ExpectMessage(Text(367), Icon::Information);
+    Item("mnuHelpSearch").UserClicks();
+    Item("mnuWebLink http://tessaly.example/news").UserClicks();
+    EXPECT_EQ(system.shell.Opened(),
+              (Texts{"C:\\Desk\\Help\\index.htm", "C:\\Gone\\find.htm", "http://tessaly.example/news"}));
+    PutSetting("Help", "General HTML", "  ");
+    toolkit.ExpectMessage(Text(280), Icon::Information);
+    Main().UserPresses(ui::Plain(KeyCode::F1));
+}
+
+// Keys and clicks.
+
+TEST_F(MainWindowTest, ADoubleClickOpensTheSelectedTemplate)
+{
+    Start();
+    Main().tvTreeView.UserSelects("Business");
+    Main().lvListView.UserActivates(0);
+    EXPECT_EQ(system.shell.Opened(), Texts{InLibrary("Business\\Invoice.swt")});
+    Main().lvListView.UserActivates(-1);
+    EXPECT_EQ(system.shell.Opened().size(), 1u);
+}
+
+TEST_F(MainWindowTest, TheUsualKeysDoTheUsualThings)
+{
+    Start();
+    Main().tvTreeView.UserSelects("Letters\\Formal");
+    EXPECT_TRUE(Main().tvTreeView.HasFocus());
+    EXPECT_TRUE(Main().UserPresses(ui::Plain(KeyCode::F6)));
+    EXPECT_TRUE(Main().lvListView.HasFocus());
+    EXPECT_EQ(Main().Templates().Selected()->text, "Complaint");
+    EXPECT_TRUE(Main().UserPresses(ui::Ctrl('O')));
+    EXPECT_EQ(system.shell.Opened(), Texts{InLibrary("Letters\\Formal\\Complaint.swt")});
+    EXPECT_TRUE(Main().lvListView.KeyDown(ui::Plain(KeyCode::Backspace)));
+    EXPECT_EQ(Main().tvTreeView.Selected()->key, "Letters");
+    EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Memo"});
+    EXPECT_TRUE(Main().tvTreeView.KeyDown(ui::Plain(KeyCode::Backspace)));
+    EXPECT_EQ(Main().tvTreeView.Selected()->key, "Letters") << "there is nothing above a top-level folder";
+    EXPECT_TRUE(Main().UserPresses(Key{KeyCode::Tab, true}));
+    EXPECT_EQ(Main().fileTypeTabStrip.Selected(), "Word");
+    EXPECT_TRUE(Main().UserPresses(Key{KeyCode::Tab, true, true}));
+    EXPECT_EQ(Main().fileTypeTabStrip.Selected(), "All");
+    EXPECT_TRUE(Main().UserPresses(ui::Plain(KeyCode::F6)));
+    EXPECT_TRUE(Main().tvTreeView.HasFocus());
+    EXPECT_FALSE(Main().UserPresses(ui::Plain(KeyCode::F9)));
+    EXPECT_TRUE(Main().UserPresses(Key{KeyCode::F4, false, false, true}));
+    EXPECT_FALSE(Main().IsOpen());
+}
+
+TEST_F(MainWindowTest, RefreshShowsWhatIsOnTheDiskNowAndKeepsTheFolder)
+{
+    Start();
+    Main().tvTreeView.UserSelects("Letters\\Formal");
+    AddTemplates({"New One\\a.swt", "Letters\\Formal\\Thanks.swt"});
+    system.files.Remove(InLibrary("Business"));
+    EXPECT_TRUE(Main().UserPresses(ui::Plain(KeyCode::F5)));
+    EXPECT_NE(Main().tvTreeView.Find("New One"), nullptr);
+    EXPECT_EQ(Main().tvTreeView.Find("Business"), nullptr);
+    EXPECT_EQ(Main().tvTreeView.Selected()->key, "Letters\\Formal");
+    EXPECT_EQ(ListTexts(Main().lvListView), (Texts{"Complaint", "Thanks"}));
+}
+
+TEST_F(MainWindowTest, ExpandingSelectsTheNodeAndKeepsTheCategorysPicture)
+{
+    Start();
+    Main().tvTreeView.UserSelects("Business");
+    Main().tvTreeView.UserExpands("Letters");
+    EXPECT_EQ(Main().tvTreeView.Selected()->key, "Letters");
+    EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Memo"});
+    EXPECT_EQ(Main().tvTreeView.Find("Letters")->image, 17);
+    Main().tvTreeView.UserSelects("Letters\\Formal");
+    Main().tvTreeView.UserCollapses("Letters");
+    EXPECT_EQ(Main().tvTreeView.Selected()->key, "Letters");
+}
+
+TEST_F(MainWindowTest, ThePreviewShowsTheTemplatesPictureOrTheLibrarysOwn)
+{
+    AddTemplates({"Letters\\Previews\\MEMO.jpg"});
+    Start();
+    Main().tvTreeView.UserSelects("Letters");
+    EXPECT_EQ(Main().imgPreview.File(), "");
+    Main().lvListView.UserSelects(0);
+    EXPECT_EQ(Main().imgPreview.File(), InLibrary("Letters\\Previews\\Memo.jpg"));
+    EXPECT_TRUE(Main().lblPreview.Caption().starts_with("Memo\r\nLetters\r\n0KB\r\n")) << Main().lblPreview.Caption();
+    EXPECT_EQ(Main().sbStatusBar.Panels()[1].substr(0, 10), "Memo   0KB");
+    Main().tvTreeView.UserSelects("Letters\\Formal");
+    Main().lvListView.UserSelects(0);
+    EXPECT_EQ(Main().imgPreview.File(), InLibrary("NF.jpg"));
+}
+
+} // namespace
+} // namespace tests

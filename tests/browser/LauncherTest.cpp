@@ -1,0 +1,194 @@
+#include "tests/support/TestMachine.h"
+
+namespace tests {
+namespace {
+
+using platform::Hive;
+using platform::memory::MemoryShell;
+using ui::Icon;
+
+constexpr std::string_view AppPath = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\CLC.EXE";
+constexpr std::string_view Calcora = "C:\\Program Files\\Calcora\\clc.exe";
+
+class LauncherTest : public ::testing::Test, public TestMachine {
+protected:
+    app::Program program{system.AsPlatform(), toolkit};
+    browser::Launcher launcher{program.platform.shell, program.platform.files, program.registry,
+                               program.messages,       toolkit,                program.strings};
+    browser::SpreadsheetFolder spreadsheets{program.platform.files, program.platform.shell, program.registry};
+    browser::TemplateOpener opener{launcher, spreadsheets, program.messages};
+
+    LauncherTest() { program.state.ProductCaption = "Desk"; }
+
+    void InstallCalcora()
+    {
+        system.registry.PutString(Hive::LocalMachine, AppPath, "", Calcora);
+        system.files.AddFile(Calcora);
+    }
+    void TearDown() override { EXPECT_EQ(toolkit.Unexpected, std::vector<std::string>{}); }
+};
+
+struct Failure {
+    const char* target;
+    int code; ///< what the shell answers
+    int result;
+    const char* text; ///< "" when it stays silent
+    Icon icon;
+};
+class LaunchFailureTest : public LauncherTest, public ::testing::WithParamInterface<Failure> {};
+
+TEST_P(LaunchFailureTest, IsReportedInTheProgramsWords)
+{
+    const Failure& failure = GetParam();
+    system.shell.SetOpenResult(failure.code);
+    if (*failure.text != '\0')
+        toolkit.ExpectMessage(failure.text, failure.icon);
+    toolkit.SetBusy(true);
+
+    const auto outcome = launcher.Launch(failure.target);
+
+    EXPECT_EQ(outcome.result, failure.result);
+    EXPECT_FALSE(outcome.raised);
+    EXPECT_EQ(toolkit.Messages.size(), *failure.text == '\0' ? 0u : 1u);
+    for (const auto& message : toolkit.Messages)
+        EXPECT_EQ(message.title, "Desk");
+    EXPECT_EQ(toolkit.Busy, failure.code != 31 || failure.result == 0) << "an arrow again before that box shows";
+}
+
+constexpr char NotFound[] = "File not found.";
+constexpr char NoHelp[] = "Unable to load the specified help document/URL.";
+INSTANTIATE_TEST_SUITE_P(
+    Rows, LaunchFailureTest,
+    ::testing::Values(
+        Failure{"C:\\T\\a.swt", 2, 1, NotFound, Icon::Information},
+        Failure{"C:\\T\\a.PRT", 3, 1, NotFound, Icon::Information},
+        Failure{"C:\\T\\a.b.ccw", 2, 1, NotFound, Icon::Information},
+        Failure{"C:\\T\\help.htm", 2, 1, NoHelp, Icon::Information},
+        Failure{"http://nowhere.example/", 3, 1, NoHelp, Icon::Information},
+        Failure{"C:\\T\\a.swt", 31, 1, "Unable to launch 'a.swt'.\r\nScrivello is not installed on the system.", Icon::None},
+        Failure{"C:\\T\\a.b.ccw", 31, 1, "Unable to launch 'a.b.ccw'.\r\nCalcora is not installed on the system.", Icon::None},
+        Failure{"C:\\T\\a.MST", 31, 1, "Unable to launch 'a.MST'.\r\nVistrel is not installed on the system.", Icon::None},
+        Failure{"C:\\T\\a.prt", 31, 1, "Unable to launch 'a.prt'.\r\nVistrel is not installed on the system.", Icon::None},
+        Failure{"C:\\x\\report.final.pdf", 31, 1,
+                "Unable to launch 'report.final.pdf'.\r\nThe associated application is not installed on the system.",
+                Icon::None},
+        Failure{"C:\\T\\help.htm", 31, 0, "", Icon::None},
+        Failure{"C:\\T\\a.swt", 5, 0, "", Icon::None},
+        Failure{"C:\\T\\a.swt", 42, 0, "", Icon::None}));
+
+TEST_F(LauncherTest, HandsEverythingButPlainSpreadsheetsToTheShell)
+{
+    InstallCalcora();
+    system.shell.SetOpenResult(42);
+    for (const char* target : {"C:\\T\\a.swt", "C:\\T\\a.b.ccw", "http://tessaly.example/packs?a=b", "C:\\T\\ccw"})
+        launcher.Launch(target);
+    EXPECT_EQ(system.shell.Opened(), (std::vector<std::string>{"C:\\T\\a.swt", "C:\\T\\a.b.ccw",
+                                                               "http://tessaly.example/packs?a=b", "C:\\T\\ccw"}));
+    EXPECT_TRUE(system.shell.Runs().empty());
+}
+
+TEST_F(LauncherTest, StartsTheSpreadsheetWithItsOwnCommandLine)
+{
+    InstallCalcora();
+    EXPECT_EQ(launcher.Launch("C:\\My Templates\\Budget.CCW").result, 0);
+    EXPECT_EQ(system.shell.Runs(),
+              (std::vector<MemoryShell::Started>{{std::string{Calcora},
+                                                  "\"C:\\Program Files\\Calcora\\clc.exe\" /+  \"C:\\My Templates\\Budget.CCW\"",
+                                                  platform::WindowStyle::MinimizedFocus}}));
+    EXPECT_TRUE(system.shell.Opened().empty());
+}
+
+TEST_F(LauncherTest, TellsAMissingSpreadsheetRegistrationFromAMissingProgram)
+{
+    toolkit.ExpectMessage("Unable to launch 'b.ccw'.\r\nCalcora is not installed on the system.", Icon::None);
+    EXPECT_EQ(launcher.Launch("C:\\T\\b.ccw").result, 1);
+
+    system.registry.PutString(Hive::LocalMachine, AppPath, "", Calcora);
+    toolkit.ExpectMessage(NotFound, Icon::Information);
+    EXPECT_EQ(launcher.Launch("C:\\T\\b.ccw").result, 0);
+    EXPECT_TRUE(system.shell.Runs().empty());
+}
+
+TEST_F(LauncherTest, ASpreadsheetThatWillNotStartIsReportedAndNotRemembered)
+{
+    InstallCalcora();
+    system.shell.OnRun([](const auto&) -> platform::Result<> { return std::unexpected{platform::error::GeneralFailure}; });
+    bool remembered = false;
+    opener.Opened = [&](const std::string&) { remembered = true; };
+    toolkit.ExpectMessage("Unable to launch 'b.ccw'. Please check if the associated application to launch the file is "
+                          "installed on the machine and try again",
+                          Icon::Information);
+    opener.Open("C:\\T\\b.ccw");
+    EXPECT_FALSE(remembered);
+}
+
+TEST_F(LauncherTest, RemembersWhatOpenedAndNotWhatFailed)
+{
+    std::vector<std::string> remembered;
+    opener.Opened = [&](const std::string& path) { remembered.push_back(path); };
+    opener.Open(InLibrary("Letters\\Memo.swt"));
+    opener.Open("");
+    toolkit.ExpectMessage(NotFound, Icon::Information);
+    opener.Open(InLibrary("Letters\\Gone.swt"));
+    EXPECT_EQ(remembered, std::vector<std::string>{InLibrary("Letters\\Memo.swt")});
+}
+
+// The spreadsheet's working directory.
+
+constexpr char FileOptions[] = "\\HKEY_CURRENT_USER\\Software\\Quenby\\Calcora\\12\\Properties\\File Options";
+
+TEST_F(LauncherTest, TheWorkingDirectoryIsTheSpreadsheetsOwnWhenItIsAFolder)
+{
+    system.files.AddFolder("D:\\Sheets");
+    system.files.AddFile("D:\\File");
+    const std::string documents = "C:\\Users\\User\\Documents";
+    const std::pair<const char*, std::string> cases[] = {
+        {"D:\\Sheets", "D:\\Sheets"}, {"", documents}, {"D:\\Gone", documents}, {"D:\\File", documents}};
+    for (const auto& [stored, expected] : cases) {
+        system.registry.PutString(Hive::CurrentUser, std::string_view{FileOptions}.substr(19), "Working Dir", stored);
+        spreadsheets.GetQuenbyFileOption(FileOptions, "Working Dir");
+        EXPECT_EQ(spreadsheets.WorkingDirectory(), expected) << stored;
+    }
+    spreadsheets.GetQuenbyFileOption("\\HKEY_NOWHERE\\Software", "Working Dir");
+    EXPECT_EQ(spreadsheets.WorkingDirectory(), documents);
+}
+
+TEST_F(LauncherTest, CopiesASpreadsheetUnderTheFirstFreeName)
+{
+    system.files.AddFile("C:\\T\\budget.ccw", "the template");
+    for (const char* taken : {"budget.ccw", "Budget1.CCW", "budget3.ccw"})
+        system.files.AddFile(std::string{"D:\\Sheets\\"} + taken, "the user's");
+    spreadsheets.SetWorkingDirectory("D:\\Sheets");
+    EXPECT_EQ(spreadsheets.SaveFile("budget.ccw", "C:\\T"), "D:\\Sheets\\budget2.ccw");
+    EXPECT_EQ(system.files.Contents("D:\\Sheets\\budget2.ccw"), "the template");
+    EXPECT_EQ(spreadsheets.SaveFile("budget.ccw", "C:\\T"), "D:\\Sheets\\budget4.ccw");
+    EXPECT_EQ(system.files.Contents("D:\\Sheets\\budget3.ccw"), "the user's");
+    EXPECT_EQ(spreadsheets.SaveFile("letter.swt", "C:\\T"), "");
+}
+
+TEST_F(LauncherTest, NewMakesTheUserWorkOnACopyOfASpreadsheet)
+{
+    InstallCalcora();
+    system.files.AddFolder("D:\\Sheets");
+    spreadsheets.SetWorkingDirectory("D:\\Sheets");
+    std::vector<std::string> remembered;
+    opener.Opened = [&](const std::string& path) { remembered.push_back(path); };
+
+    opener.CreateDocument(InLibrary("Business\\Budget.ccw"));
+    ASSERT_EQ(system.shell.Runs().size(), 1u);
+    EXPECT_TRUE(system.shell.Runs()[0].commandLine.ends_with("\"D:\\Sheets\\Budget.ccw\""));
+    EXPECT_EQ(remembered, std::vector<std::string>{InLibrary("Business\\Budget.ccw")});
+
+    opener.CreateDocument(InLibrary("Letters\\Memo.swt"));
+    EXPECT_EQ(system.shell.Opened(), std::vector<std::string>{InLibrary("Letters\\Memo.swt")});
+
+    toolkit.ExpectMessage(NotFound, Icon::Information);
+    opener.CreateDocument(InLibrary("Business\\Gone.ccw"));
+    spreadsheets.SetWorkingDirectory("Q:\\Away");
+    toolkit.ExpectMessage(NotFound, Icon::Information);
+    opener.CreateDocument(InLibrary("Business\\Budget.ccw"));
+    EXPECT_EQ(system.shell.Runs().size(), 1u);
+}
+
+} // namespace
+} // namespace tests

@@ -1,0 +1,174 @@
+// What the list shows: rows, tabs, texts and order.
+#include "tests/support/TestMachine.h"
+
+namespace tests {
+namespace {
+
+using browser::TemplateList;
+using platform::memory::MemoryClock;
+using Texts = std::vector<std::string>;
+
+class ListTest : public BrowserTest {
+protected:
+    void Show(std::string_view category, std::string_view tab = "All")
+    {
+        if (browser.Main() == nullptr)
+            Start();
+        Main().fileTypeTabStrip.UserSelects(tab);
+        Main().tvTreeView.UserSelects(category);
+    }
+    Texts Column(int column)
+    {
+        Texts texts;
+        for (int row = 0; row < Main().lvListView.Rows(); ++row)
+            texts.push_back(Main().Templates().Text(row, column));
+        return texts;
+    }
+    Texts Tabs()
+    {
+        Texts keys;
+        for (const auto& tab : Main().fileTypeTabStrip.Tabs())
+            keys.push_back(tab.key);
+        return keys;
+    }
+};
+
+TEST_F(ListTest, EachTabShowsItsTypesInTheOrderOfTheEndings)
+{
+    AddTemplates({"Business\\a.b.swt", "Business\\Loud.SWT", "Business\\no.swtx", "Business\\.swt"});
+    const std::pair<const char*, Texts> tabs[] = {
+        {"All", {"Invoice", "a.b", "Loud", "", "Budget", "Pitch", "Terms", "Photo"}},
+        {"Word", {"Invoice", "a.b", "Loud", ""}},
+        {"Excel", {"Budget"}},
+        {"PPT", {"Pitch"}},
+        {"Photo", {"Photo"}},
+    };
+    for (const auto& [tab, expected] : tabs) {
+        Show("Business", tab);
+        EXPECT_EQ(Column(TemplateList::NameColumn), expected) << tab;
+    }
+    Show("Business", "All");
+    EXPECT_EQ(Main().Templates().Icon(4), 2);
+    EXPECT_EQ(Main().Templates().SmallIcon(4), 4);
+    EXPECT_EQ(Column(TemplateList::FolderColumn)[0], "Business");
+}
+
+TEST_F(ListTest, SizesAreWholeKilobytesAndDatesTheUsersOwn)
+{
+    system.files.AddFile(InLibrary("Letters\\Size.ccw"), std::string(1023, 'x'), MemoryClock::At({2020, 2, 29, 23, 30, 0}));
+    system.files.AddFile(InLibrary("Letters\\Size.prt"), std::string(5000, 'x'), MemoryClock::At({2021, 7, 4, 5, 7, 0}));
+    system.files.SetSize(InLibrary("Letters\\Size.prt"), 5'000'000'000);
+    system.clock.SetOffsetMinutes(60);
+    Show("Letters");
+    EXPECT_EQ(Column(TemplateList::SizeColumn), (Texts{"0KB", "0KB", "4882812KB"}));
+    EXPECT_EQ(Column(TemplateList::ModifiedColumn)[1], "3/1/2020 12:30 AM");
+    EXPECT_EQ(Column(TemplateList::ModifiedColumn)[2], "7/4/2021 06:07 AM");
+    EXPECT_EQ(TemplateList::SizeText(5000), "4KB");
+}
+
+TEST_F(ListTest, ExcludedNamesNeverShow)
+{
+    PutSetting("Options", "ExcludedTemplates", "Memo||invoice|Budget");
+    Show("Business");
+    EXPECT_EQ(Column(0), (Texts{"Invoice", "Pitch", "Terms", "Photo"}));
+    Show("Letters");
+    EXPECT_EQ(Column(0), Texts{});
+}
+
+TEST_F(ListTest, AnEmptyFolderSaysSoInTheListsOwnArea)
+{
+    const std::pair<const char*, const char*> texts[] = {
+        {"Word", ""},
+        {"Excel", "No Excel templates available in this folder"},
+        {"PPT", "No PowerPoint templates available in this folder"},
+        {"Photo", "0 templates available in this folder"},
+        {"All", ""},
+    };
+    for (const auto& [tab, text] : texts) {
+        Show("Letters", tab);
+        EXPECT_EQ(Main().lvListView.EmptyText(), text) << tab;
+    }
+    system.files.Remove(InLibrary("Letters\\Memo.swt"));
+    Show("Business", "Word");
+    Show("Letters", "Word");
+    EXPECT_EQ(Main().lvListView.EmptyText(), "No Word templates available in this folder");
+}
+
+TEST_F(ListTest, ColumnsSortByNameNumberAndTimeAndKeepTheSelection)
+{
+    system.files.Remove(InLibrary("Letters\\Memo.swt"));
+    const auto add = [&](const char* name, std::size_t size, int day) {
+        system.files.AddFile(InLibrary(std::string{"Letters\\"} + name), std::string(size, 'x'),
+                             MemoryClock::At({2020, 1, day, 0, 0, 0}));
+    };
+    add("beta.swt", 9 * 1024, 3);
+    add("Alpha.swt", 100 * 1024, 2);
+    add("gamma.ccw", 20 * 1024, 1);
+    Show("Letters");
+    auto& list = Main().lvListView;
+    list.UserSelects(0);
+    const auto click = [&](int column) {
+        list.UserClicksColumn(column);
+        EXPECT_EQ(list.SortColumn(), column);
+        EXPECT_EQ(Main().Templates().Selected()->text, "beta");
+        return Column(0);
+    };
+    EXPECT_EQ(click(TemplateList::NameColumn), (Texts{"Alpha", "beta", "gamma"}));
+    EXPECT_EQ(click(TemplateList::NameColumn), (Texts{"gamma", "beta", "Alpha"}));
+    EXPECT_FALSE(list.SortAscending());
+    EXPECT_EQ(click(TemplateList::SizeColumn), (Texts{"beta", "gamma", "Alpha"}));
+    EXPECT_EQ(click(TemplateList::ModifiedColumn), (Texts{"gamma", "Alpha", "beta"}));
+    Show("Business");
+    Show("Letters");
+    EXPECT_EQ(Column(0), (Texts{"gamma", "Alpha", "beta"})) << "the chosen order stays";
+}
+
+TEST_F(ListTest, AClickInTheMiddleOfAFillWins)
+{
+    Start();
+    bool acted = false;
+    toolkit.OnYield = [&](int) {
+        if (!std::exchange(acted, true))
+            Main().tvTreeView.UserSelects("Letters");
+    };
+    Main().tvTreeView.UserSelects("Business\\Contracts");
+    EXPECT_EQ(Column(0), Texts{"Memo"});
+    EXPECT_EQ(Main().tvTreeView.Selected()->key, "Letters");
+    EXPECT_EQ(Main().sbStatusBar.Panels().at(0), "1 templates available in this folder");
+}
+
+// Tabs.
+
+TEST_F(ListTest, TabsCanBeHiddenAndComeBackInTheirPlace)
+{
+    Start();
+    Main().fileTypeTabStrip.UserSelects("Excel");
+    const auto toggle = [&](const char* command) {
+        EXPECT_TRUE(Main().Commands().Run(command));
+        return Tabs();
+    };
+    EXPECT_EQ(toggle("mnuSettingsXL"), (Texts{"Word", "PPT", "Photo", "All"}));
+    EXPECT_EQ(Main().fileTypeTabStrip.Selected(), "All");
+    EXPECT_EQ(Setting("Browser", "ShowXLTemplates"), "False");
+    EXPECT_EQ(toggle("mnuSettingsWord"), (Texts{"PPT", "Photo", "All"}));
+    EXPECT_EQ(toggle("mnuSettingsXL"), (Texts{"Excel", "PPT", "Photo", "All"}));
+    EXPECT_EQ(Main().fileTypeTabStrip.Selected(), "Excel");
+    EXPECT_EQ(Main().fileTypeTabStrip.Tabs()[0].caption, "Ex&cel");
+    Main().Close();
+    toolkit.RunPosted();
+    Start();
+    EXPECT_EQ(Tabs(), (Texts{"Excel", "PPT", "Photo", "All"}));
+    EXPECT_EQ(Main().fileTypeTabStrip.Tabs()[0].caption, "Excel");
+    EXPECT_EQ(Main().fileTypeTabStrip.Selected(), "Excel");
+}
+
+TEST_F(ListTest, ATabThatIsHiddenCannotBeComeBackTo)
+{
+    PutSetting("Browser", "LastTabSelected", "Word");
+    PutSetting("Browser", "ShowWordTemplates", "False");
+    Start();
+    EXPECT_EQ(Main().fileTypeTabStrip.Selected(), "All");
+}
+
+} // namespace
+} // namespace tests

@@ -1,0 +1,332 @@
+// The three passes that read the library from the disk into the tree.
+#include "tests/support/TestMachine.h"
+
+#include "platform/Path.h"
+
+namespace tests {
+namespace {
+
+using Texts = std::vector<std::string>;
+using ui::Icon;
+
+class LoadTest : public BrowserTest {
+protected:
+    LoadTest() { system.files.Remove(Templates); system.files.AddFolder(Templates); }
+
+    /// The tree's categories as read back, without the special nodes.
+    Texts Categories()
+    {
+        Texts texts = TreeTexts(Main().tvTreeView);
+        std::erase(texts, "My Favorites");
+        std::erase(texts, "Get More Templates");
+        std::erase(texts, "");
+        return texts;
+    }
+    const ui::TreeView::Node& Node(std::string_view key)
+    {
+        const auto* node = Main().tvTreeView.Find(key);
+        if (node == nullptr)
+            throw std::runtime_error{"no node " + std::string{key}};
+        return *node;
+    }
+    void Reload() { Main().RefreshLibrary(); }
+    bool OnDisk(std::string_view relative) { return system.files.Exists(InLibrary(relative)); }
+};
+
+TEST_F(LoadTest, DrawsTheSpecialNodesAroundTheCategories)
+{
+    AddTemplates({"Zebra\\A.swt", "Apes\\A.swt", "Tessaly Professional 3.0\\A.swt", "Tessaly Professional 3.0\\Sub\\A.swt"});
+    Start();
+    EXPECT_EQ(TreeTexts(Main().tvTreeView),
+              (Texts{"My Favorites", "Tessaly Professional 3.0", "  Sub", "Zebra", "Apes", "", "Get More Templates"}));
+    EXPECT_TRUE(Node("Tessaly Professional 3.0").bold);
+    EXPECT_FALSE(Node("Zebra").bold);
+    const std::pair<const char*, int> images[] = {
+        {"My Favorites", 15}, {"Tessaly Professional 3.0", 17}, {"Zebra", 17}, {"Get More Templates", 13}};
+    for (const auto& [key, image] : images) {
+        EXPECT_EQ(Node(key).image, image) << key;
+        EXPECT_EQ(Node(key).selectedImage, image) << key;
+    }
+}
+
+TEST_F(LoadTest, TheLeadingCategoryShowsEvenWithoutTemplatesAndInAnyLetterCase)
+{
+    system.files.AddFolder(InLibrary("TESSALY Professional 3.0"));
+    AddTemplates({"TESSALY Professional 3.0\\Sub\\A.swt", "Cards\\A.swt"});
+    Start();
+    EXPECT_EQ(Categories(), (Texts{"Tessaly Professional 3.0", "  Sub", "Cards"}));
+}
+
+TEST_F(LoadTest, ShowsFoldersWithTemplatesSomewhereBelowAndTheWayToThem)
+{
+    AddTemplates({"A\\B\\C\\D\\deep.swt", "Pictures\\Previews\\x.jpg", "Notes\\readme.txt", "Cards\\x.swtx"});
+    system.files.AddFile(InLibrary("Top.swt")); // directly in the library: in no category
+    Start();
+    EXPECT_EQ(Categories(), (Texts{"A", "  B", "    C", "      D"}));
+    for (const char* kept : {"Pictures\\Previews", "Notes", "Cards"})
+        EXPECT_TRUE(OnDisk(kept)) << kept;
+}
+
+TEST_F(LoadTest, ReadsFourLevelsAndNoMore)
+{
+    AddTemplates({"1st\\2nd\\3rd\\4th\\5th\\deep.swt", "1st\\a.swt"});
+    Start();
+    EXPECT_EQ(Categories(), (Texts{"1st"}));
+    const auto& table = Main().Library().Table();
+    EXPECT_EQ(table.Cell(0, 0), "4");
+    EXPECT_EQ(table.Cell(4, library::FolderTable::Path), "1st\\2nd\\3rd\\4th");
+    EXPECT_EQ(table.Cell(4, library::FolderTable::ParentRow), "3");
+}
+
+TEST_F(LoadTest, EachEndingMarksTheFolderInAnyLetterCaseButHiddenFilesDoNot)
+{
+    AddTemplates({"W\\a.SWT", "X\\a.ccw", "P\\a.Prt", "D\\a.pdf", "M\\a.mst", "Hidden\\a.swt"});
+    system.files.SetAttributes(InLibrary("Hidden\\a.swt"), platform::attribute::Hidden);
+    Start();
+    EXPECT_EQ(Categories(), (Texts{"W", "X", "P", "D", "M"}));
+    EXPECT_EQ(Main().Library().Table().TemplateTypeCount, 5);
+}
+
+TEST_F(LoadTest, TheScanOfSubFoldersStopsAtThePreviewsFolderOrAPicture)
+{
+    AddTemplates({"Early\\a.swt", "Early\\Before\\a.swt", "Early\\Previews\\a.jpg", "Early\\Zoo\\a.swt",
+                  "Picture\\a.swt", "Picture\\Before\\a.swt", "Picture\\cover.jpg", "Picture\\Zoo\\a.swt",
+                  "Upper\\a.swt", "Upper\\PREVIEWS\\a.swt", "Upper\\cover.JPG", "Upper\\Zoo\\a.swt"});
+    Start();
+    EXPECT_EQ(Categories(), (Texts{"Early", "  Before", "Picture", "  Before", "Upper", "  PREVIEWS", "  Zoo"}));
+}
+
+TEST_F(LoadTest, TheThirdLevelSkipsPreviewsWithoutStoppingThere)
+{
+    AddTemplates({"A\\B\\Previews\\x.jpg", "A\\B\\Zoo\\a.swt"});
+    Start();
+    EXPECT_EQ(Categories(), (Texts{"A", "  B", "    Zoo"}));
+}
+
+TEST_F(LoadTest, NumericCategoriesGetAKeyThatIsNoNumber)
+{
+    AddTemplates({"Years\\a.swt", "2004\\a.swt", "2004\\May\\a.swt", "-1.5\\a.swt", "2004a\\a.swt", "Years\\2005\\a.swt"});
+    Start();
+    EXPECT_EQ(Node("2004_TS").text, "2004");
+    EXPECT_EQ(Node("-1.5_TS").text, "-1.5");
+    EXPECT_EQ(Node("2004\\May").parent, &Node("2004_TS"));
+    EXPECT_EQ(Node("2004a").text, "2004a");
+    EXPECT_EQ(Node("Years\\2005").text, "2005");
+
+    Main().tvTreeView.UserSelects("2004_TS");
+    EXPECT_EQ(ListTexts(Main().lvListView), Texts{"a"});
+    EXPECT_EQ(Setting("Browser", "LastFolderBrowsed"), "2004");
+    Reload();
+    EXPECT_EQ(Main().tvTreeView.Selected(), &Node("2004_TS"));
+}
+
+TEST_F(LoadTest, NeverDrawsTheExcludedNamesNorANameOfASpecialNodeTwice)
+{
+    AddTemplates({"Find Recent Documents\\a.swt", "Create New\\a.swt", "Create New\\Sub\\a.swt", "My Favorites\\a.swt",
+                  "Get More Templates\\a.swt", "Cards\\Create New\\a.swt", "Cards\\b.swt"});
+    Start();
+    EXPECT_EQ(Categories(), Texts{"Cards"});
+}
+
+TEST_F(LoadTest, FoldersBelowTheTopThatHoldPdfFilesAreEBooks)
+{
+    AddTemplates({"Guides\\a.pdf", "Guides\\Cooking\\a.pdf", "Guides\\Cooking\\Soups\\b.swt", "Guides\\Travel\\a.swt"});
+    Start();
+    EXPECT_EQ(Categories(), (Texts{"Guides", "  Cooking eBook", "    Soups", "  Travel"}));
+    const auto& node = Node("Guides\\Cooking eBook");
+    EXPECT_EQ(node.image, 18);
+    EXPECT_EQ(node.selectedImage, 18);
+
+    Main().tvTreeView.UserSelects(node.key);
+    EXPECT_EQ(ListTexts(Main().lvListView), Texts{"a"}) << "its path on the disk stays the folder's";
+    EXPECT_EQ(Setting("Browser", "LastFolderBrowsed"), "Guides\\Cooking");
+    Reload();
+    ASSERT_NE(Main().tvTreeView.Selected(), nullptr);
+    EXPECT_EQ(Main().tvTreeView.Selected()->text, "Cooking eBook");
+}
+
+TEST_F(LoadTest, ACategoryShowsItsOwnIconAndASubFolderNever)
+{
+    AddTemplates({"Cards\\a.swt", "Cards\\Folder2.ICO", "Cards\\folder.ico", "Letters\\a.swt", "Letters\\myfolder.ico",
+                  "Letters\\Sub\\a.swt", "Letters\\Sub\\folder.ico"});
+    Start();
+    EXPECT_EQ(Node("Cards").image, 19);
+    EXPECT_EQ(Main().tvTreeView.Images.Find(19)->file, InLibrary("Cards\\Folder2.ICO"));
+    EXPECT_EQ(Node("Letters").image, 17);
+    EXPECT_EQ(Node("Letters\\Sub").image, 2);
+    Reload();
+    EXPECT_EQ(Main().tvTreeView.Images.Last(), 19) << "a reload does not pile pictures up";
+}
+
+TEST_F(LoadTest, AnIconThatVanishesAfterItWasListedFallsBack)
+{
+    AddTemplates({"Cards\\a.swt", "Cards\\folder.ico"});
+    toolkit.OnYield = [&](int) {
+        if (browser.Main() != nullptr && browser.Main()->Library().Loading() && OnDisk("Cards\\folder.ico") &&
+            browser.Main()->Library().Table().Count() == 1)
+            system.files.Remove(InLibrary("Cards\\folder.ico"));
+    };
+    Start();
+    EXPECT_EQ(Node("Cards").image, 17);
+}
+
+// Empty folders are removed from the disk, and nothing else is.
+
+TEST_F(LoadTest, RemovesOnlyFoldersThatAreEntirelyEmpty)
+{
+    AddTemplates({"Cards\\a.swt", "Text\\readme.txt", "Nested\\Full\\a.swt"});
+    for (const char* folder : {"Empty", "Nested\\Empty", "OnlySub\\Empty", "Cards\\Previews"})
+        system.files.AddFolder(InLibrary(folder));
+    system.files.AddFile(InLibrary("Hidden\\desktop.ini"));
+    system.files.SetAttributes(InLibrary("Hidden\\desktop.ini"), platform::attribute::Hidden);
+    Start();
+    const std::pair<const char*, bool> expected[] = {
+        {"Empty", false}, {"Nested\\Empty", false}, {"OnlySub\\Empty", false}, {"OnlySub", true},
+        {"Cards\\Previews", true}, {"Text", true}, {"Hidden", true}, {"Nested\\Full", true}};
+    for (const auto& [folder, isThere] : expected)
+        EXPECT_EQ(OnDisk(folder), isThere) << folder;
+    EXPECT_EQ(Categories(), (Texts{"Cards", "Nested", "  Full"}));
+    Reload();
+    EXPECT_FALSE(OnDisk("OnlySub")) << "it became empty by the last load";
+    EXPECT_TRUE(system.files.Exists(Templates));
+}
+
+TEST_F(LoadTest, NeverRemovesThroughALink)
+{
+    AddTemplates({"Cards\\a.swt"});
+    system.files.AddFolder("C:\\Elsewhere\\Empty");
+    system.files.AddFolder("C:\\Nothing");
+    system.files.AddLink(InLibrary("Linked"), "C:\\Elsewhere");
+    system.files.AddLink(InLibrary("LinkToNothing"), "C:\\Nothing");
+    system.files.AddLink(InLibrary("Loop"), Templates);
+    Start();
+    EXPECT_TRUE(system.files.Exists("C:\\Elsewhere\\Empty"));
+    EXPECT_TRUE(system.files.Exists("C:\\Nothing"));
+    EXPECT_TRUE(OnDisk("LinkToNothing"));
+    EXPECT_NE(Main().tvTreeView.Find("Loop\\Cards"), nullptr) << "linked folders show";
+}
+
+TEST_F(LoadTest, AFolderOfACloudDriveIsAnOrdinaryOne)
+{
+    AddTemplates({"Cloud\\a.swt"});
+    system.files.AddFolder(InLibrary("EmptyCloud"));
+    system.files.SetReparseTag(InLibrary("Cloud"), 0x9000001A);
+    system.files.SetReparseTag(InLibrary("EmptyCloud"), 0x9000001A);
+    Start();
+    EXPECT_EQ(Categories(), Texts{"Cloud"});
+    EXPECT_FALSE(OnDisk("EmptyCloud"));
+}
+
+// Bounds and failures end a pass with what was found so far.
+
+TEST_F(LoadTest, AHundredAndSecondFolderOfTheThirdLevelEndsTheScan)
+{
+    for (const int count : {101, 102}) {
+        SCOPED_TRACE(count);
+        system.files.Remove(Templates);
+        AddTemplates({"A\\B\\x.swt", "A\\C\\Later\\x.swt"});
+        for (int i = 0; i < count; ++i)
+            AddTemplates({"A\\B\\S" + std::to_string(1000 + i) + "\\x.swt"});
+        Start();
+        EXPECT_EQ(Main().tvTreeView.Find("A\\B\\S1000") != nullptr, count == 101);
+        EXPECT_EQ(Main().tvTreeView.Find("A\\C\\Later") != nullptr, count == 101);
+        EXPECT_NE(Main().tvTreeView.Find("A\\B"), nullptr);
+        Main().Close();
+        toolkit.RunPosted();
+    }
+}
+
+TEST_F(LoadTest, TheTableHoldsFiveHundredFolders)
+{
+    for (int i = 1; i <= 501; ++i)
+        AddTemplates({"C" + std::to_string(i) + "\\x.swt"});
+    Start();
+    EXPECT_EQ(Main().Library().Table().Cell(0, 0), "500");
+    EXPECT_NE(Main().tvTreeView.Find("C500"), nullptr);
+    EXPECT_EQ(Main().tvTreeView.Find("C501"), nullptr);
+}
+
+TEST_F(LoadTest, AFolderThatCannotBeReadEndsThePassAndLosesNothing)
+{
+    AddTemplates({"A\\x.swt", "B\\x.swt", "C\\x.swt"});
+    system.files.SetUnreadable(InLibrary("B"));
+    const auto before = system.files.Snapshot();
+    Start();
+    EXPECT_EQ(Categories(), Texts{"A"});
+    EXPECT_EQ(system.files.Snapshot(), before);
+}
+
+TEST_F(LoadTest, FoldersThatVanishBetweenThePassesAreTakenAsEmpty)
+{
+    AddTemplates({"A\\x.swt", "B\\Sub\\x.swt", "C\\x.swt"});
+    bool gone = false;
+    toolkit.OnYield = [&](int) {
+        if (browser.Main() != nullptr && browser.Main()->Library().Loading() && !std::exchange(gone, true))
+            system.files.Remove(InLibrary("B"));
+    };
+    Start();
+    EXPECT_EQ(Categories(), (Texts{"A", "C"}));
+}
+
+TEST_F(LoadTest, ListsEachFolderOnceALoad)
+{
+    AddTemplates({"A\\x.swt", "A\\B\\x.pdf", "A\\B\\C\\x.swt", "A\\B\\C\\D\\x.swt", "E\\folder.ico", "E\\y.swt"});
+    Start();
+    system.files.ForgetListings();
+    Main().Library().FullLoad = true;
+    Main().LoadTreeView();
+    for (const auto& [folder, count] : system.files.Listings())
+        EXPECT_EQ(count, 1u) << folder;
+    EXPECT_EQ(system.files.Listings().size(), 6u);
+}
+
+// What is selected after a load.
+
+TEST_F(LoadTest, ComesBackToTheFolderLastBrowsed)
+{
+    AddTemplates({"A\\x.swt", "A\\B\\y.swt", "C\\z.swt"});
+    const std::pair<const char*, const char*> cases[] = {
+        {"A\\B", "A\\B"}, {"a\\b", "A\\B"}, {"My Favorites", "My Favorites"}, {"", "A"}, {"Gone", "A"},
+        {"Tessaly Desk", "A"}, {"Get More Templates", "A"}};
+    for (const auto& [stored, selected] : cases) {
+        PutSetting("Browser", "LastFolderBrowsed", stored);
+        Start();
+        ASSERT_NE(Main().tvTreeView.Selected(), nullptr) << stored;
+        EXPECT_EQ(Main().tvTreeView.Selected()->key, selected) << stored;
+        Main().Unload();
+        toolkit.RunPosted();
+    }
+}
+
+TEST_F(LoadTest, TheComboHoldsTheFoldersInWalkOrderWithoutTheNumericOnes)
+{
+    AddTemplates({"2004\\x.swt", "B\\x.swt", "B\\Sub\\x.swt", "A\\x.swt"});
+    PutSetting("Browser", "LastFolderBrowsed", "B\\Sub");
+    Start();
+    const auto& combo = Main().Library().TemplateFoldersCombo();
+    EXPECT_EQ(combo.items, (Texts{"B", "A", "B\\Sub"}));
+    EXPECT_EQ(combo.text, "B\\Sub");
+    EXPECT_EQ(combo.selected, 2);
+}
+
+TEST_F(LoadTest, ALoadInTheMiddleOfALoadIsRefusedAndLosesNoNode)
+{
+    AddTemplates({"A\\x.swt", "B\\x.swt", "C\\x.swt"});
+    Start();
+    const Texts before = TreeTexts(Main().tvTreeView);
+    int acted = 0;
+    toolkit.OnYield = [&](int) {
+        if (!Main().Library().Loading() || ++acted > 30)
+            return;
+        Main().UserPresses(ui::Plain(ui::KeyCode::F5));
+        Main().tvTreeView.UserSelects("B");
+        Main().lvListView.UserActivates(0);
+    };
+    Reload();
+    EXPECT_GT(acted, 5);
+    EXPECT_EQ(TreeTexts(Main().tvTreeView), before);
+    EXPECT_TRUE(Main().tvTreeView.Enabled());
+}
+
+} // namespace
+} // namespace tests

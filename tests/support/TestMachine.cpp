@@ -1,0 +1,87 @@
+#include "tests/support/TestMachine.h"
+
+#include "platform/Path.h"
+
+namespace tests {
+
+using platform::Hive;
+
+namespace {
+
+std::string SectionKey(std::string_view section)
+{
+    return std::string{SettingsKey} + "\\" + std::string{section};
+}
+
+} // namespace
+
+TestMachine::TestMachine()
+{
+    SetUp();
+    AddSmallLibrary();
+}
+
+void TestMachine::SetUp()
+{
+    PutSetting("Options", "MSOVersion", "XP");
+    PutSetting("Browser", "Access HDD_Templates", "True");
+    PutSetting("Browser", "HDD Templates Path", Templates);
+    system.automation.Register("CDIntf.CDIntf");
+    system.files.AddFolder(Templates);
+}
+
+void TestMachine::AddSmallLibrary()
+{
+    AddTemplates({"Business\\Invoice.swt", "Business\\Budget.ccw", "Business\\Pitch.prt", "Business\\Terms.pdf",
+                  "Business\\Photo.mst", "Business\\Contracts\\Lease.swt", "Letters\\Memo.swt",
+                  "Letters\\Formal\\Complaint.swt"});
+}
+
+void TestMachine::PutSetting(std::string_view section, std::string_view key, std::string_view value)
+{
+    system.registry.PutString(Hive::CurrentUser, SectionKey(section), key, value);
+}
+
+std::string TestMachine::Setting(std::string_view section, std::string_view key) const
+{
+    return system.registry.StringAt(Hive::CurrentUser, SectionKey(section), key);
+}
+
+bool TestMachine::HasSetting(std::string_view section, std::string_view key) const
+{
+    return Setting(section, key) != "(none)";
+}
+
+void TestMachine::AddTemplates(const std::vector<std::string>& paths)
+{
+    for (const std::string& path : paths)
+        system.files.AddFile(InLibrary(path), "contents of " + path);
+}
+
+std::string TestMachine::InLibrary(std::string_view relative) const
+{
+    return platform::path::Join(Templates, relative);
+}
+
+std::vector<std::string> TreeTexts(const ui::TreeView& tree)
+{
+    std::vector<std::string> texts;
+    tree.ForEach([&](const ui::TreeView::Node& node) {
+        std::string indent;
+        for (const auto* parent = node.parent; parent != nullptr; parent = parent->parent)
+            indent += "  ";
+        texts.push_back(indent + node.text);
+        return true;
+    });
+    return texts;
+}
+
+std::vector<std::string> ListTexts(const ui::ListView& list)
+{
+    std::vector<std::string> texts;
+    for (int row = 0; row < list.Rows(); ++row)
+        texts.push_back(list.Model()->Text(row, 0));
+    return texts;
+}
+
+} // namespace tests

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "app/shell/Browser.h"
+#include "app/shell/frmTemplatesPath.h"
+#include "platform/memory/System.h"
+#include "ui/headless/HeadlessToolkit.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tests {
+
+inline constexpr std::string_view SettingsKey = "Software\\VB and VBA Program Settings\\Tessaly GWX 1.0";
+inline constexpr std::string_view Templates = "C:\\Templates";
+
+/// A machine in memory with a scripted user, and a browser ready to be started on it.
+struct TestMachine {
+    platform::memory::System system;
+    ui::HeadlessToolkit toolkit;
+
+    /// A browser that is set up: Office generation, a templates path on the hard disk, a small library.
+    TestMachine();
+    /// Nothing but an empty disk and registry.
+    struct Bare {};
+    explicit TestMachine(Bare) {}
+
+    void SetUp();
+    void AddSmallLibrary();
+
+    void PutSetting(std::string_view section, std::string_view key, std::string_view value);
+    std::string Setting(std::string_view section, std::string_view key) const;
+    bool HasSetting(std::string_view section, std::string_view key) const;
+    /// Adds template files by path relative to the library.
+    void AddTemplates(const std::vector<std::string>& paths);
+    std::string InLibrary(std::string_view relative) const;
+};
+
+/// A browser on a machine; its unexpected messages fail the test.
+class BrowserTest : public ::testing::Test, public TestMachine {
+protected:
+    app::Browser browser{system.AsPlatform(), toolkit};
+
+    std::string Start(std::string caption = "") { return browser.Start("EXE", "", "", "", std::move(caption)); }
+    app::frmMain& Main() { return *browser.Main(); }
+    app::Program& Program() { return browser.GetProgram(); }
+    std::string Text(int id) { return std::string{app::StringTable::Own(static_cast<std::uint16_t>(id))}; }
+
+    void TearDown() override
+    {
+        EXPECT_EQ(toolkit.Unexpected, std::vector<std::string>{});
+    }
+};
+
+/// "Letters", "Letters\\Formal", "  "... : the tree's nodes as the user reads them, two blanks a level.
+std::vector<std::string> TreeTexts(const ui::TreeView& tree);
+/// The first column of the list.
+std::vector<std::string> ListTexts(const ui::ListView& list);
+
+} // namespace tests
