@@ -1,5 +1,7 @@
 #include "ui/win32/ButtonPeer.h"
 
+#include "ui/win32/FormWindow.h"
+
 #include <algorithm>
 
 namespace ui::win32 {
@@ -39,6 +41,15 @@ void ButtonPeer::OnCommand(int code, int)
 {
     if (code == BN_CLICKED && !IsByCode())
         button.UserClicks();
+}
+
+std::optional<LRESULT> ButtonPeer::OnMessage(UINT message, WPARAM wParam, LPARAM)
+{
+    if (message == WM_SETFOCUS)
+        Window().MarkDefaultButton(Handle());
+    else if (message == WM_KILLFOCUS)
+        Window().MarkDefaultButton(reinterpret_cast<HWND>(wParam));
+    return std::nullopt;
 }
 
 } // namespace ui::win32

@@ -11,6 +11,9 @@ public:
     Size Preferred(int width) const override;
     void OnCommand(int code, int id) override;
 
+protected:
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
 private:
     Button& button;
 };

@@ -60,6 +60,11 @@ RECT WorkAreaOf(HWND window)
     return monitor.rcWork;
 }
 
+bool IsButton(const Control& control)
+{
+    return dynamic_cast<const Button*>(&control) != nullptr;
+}
+
 bool IsEdit(HWND window)
 {
     wchar_t name[16]{};
@@ -367,7 +372,7 @@ bool FormWindow::TranslateKey(const MSG& message)
     if (GetWindowLongPtrW(kept->window, GWLP_USERDATA) != reinterpret_cast<LONG_PTR>(this))
         return true;
     const bool pressesButton =
-        key == Plain(KeyCode::Enter) && focused != nullptr && dynamic_cast<const Button*>(&focused->Model()) != nullptr;
+        key == Plain(KeyCode::Enter) && focused != nullptr && IsButton(focused->Model());
     return !pressesButton && form.UserPresses(key);
 }
 
@@ -391,6 +396,20 @@ PeerBase* FormWindow::FindButton(bool isDefault) const
             button != nullptr && button->GetRole() == role && button->Peer() != nullptr)
             return static_cast<PeerBase*>(button->Peer());
     return nullptr;
+}
+
+void FormWindow::MarkDefaultButton(HWND focus)
+{
+    const PeerBase* focused = PeerBase::Of(focus);
+    const bool buttonHasFocus = focused != nullptr && IsButton(focused->Model());
+    for (const Control* control : form.Controls()) {
+        const auto* button = dynamic_cast<const Button*>(control);
+        if (button == nullptr || button->Peer() == nullptr)
+            continue;
+        const HWND handle = static_cast<PeerBase*>(button->Peer())->Handle();
+        const bool isDefault = buttonHasFocus ? handle == focus : button->GetRole() == Role::Default;
+        SendMessageW(handle, BM_SETSTYLE, static_cast<WPARAM>(isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON), TRUE);
+    }
 }
 
 LRESULT FormWindow::OnCommand(WPARAM wParam, LPARAM lParam)
@@ -514,6 +533,9 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
         }
         break;
     case DM_GETDEFID:
+        // A button with the focus is what Enter presses.
+        if (const PeerBase* focused = PeerBase::Of(GetFocus()); focused != nullptr && IsButton(focused->Model()))
+            return MAKELRESULT(GetDlgCtrlID(focused->Handle()), DC_HASDEFID);
         return FindButton(true) != nullptr ? MAKELRESULT(IDOK, DC_HASDEFID) : 0;
     case dpiChanged:
         OnDpiChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));

@@ -43,6 +43,8 @@ public:
     bool Translate(MSG& message);
     /// Gives the keyboard to the form's active control, or to the first that Tab reaches.
     void FocusActiveControl();
+    /// The focus moves to `focus`: shows which button Enter presses now.
+    void MarkDefaultButton(HWND focus);
     void SetToolTip(HWND control, const std::string& text);
     /// A control's peer is going: its window with it, unless the whole window is.
     void Release(HWND control);

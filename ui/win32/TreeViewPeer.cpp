@@ -256,11 +256,18 @@ void TreeViewPeer::OnExpanded(const NMTREEVIEWW& change)
         tree.UserCollapses(key);
     if (watch.Gone())
         return;
-    // A branch that closes over the selection takes it to its own node.
-    const Row* current = RowOf(reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET)));
-    if (!behind && current != nullptr && (tree.Selected() == nullptr || tree.Selected()->key != current->key))
-        tree.UserSelects(std::string{current->key});
+    selectionMayMove = true;
     AfterNotification(watch);
+}
+
+void TreeViewPeer::FoldSelection()
+{
+    // A branch that closes over the selection takes it to its own node, with or without telling.
+    if (!std::exchange(selectionMayMove, false) || behind)
+        return;
+    const Row* current = RowOf(reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET)));
+    if (current != nullptr && (tree.Selected() == nullptr || tree.Selected()->key != current->key))
+        tree.UserSelects(std::string{current->key});
 }
 
 void TreeViewPeer::AfterNotification(const Watch& watch)
@@ -286,6 +293,17 @@ std::optional<LRESULT> TreeViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
         const ByCode guard{*this};
         const LRESULT result = Default(message, wParam, lParam);
         SyncSelection();
+        return result;
+    }
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+    case WM_KEYDOWN:
+    case WM_CHAR: {
+        const Watch watch{*this};
+        const LRESULT result = Default(message, wParam, lParam);
+        if (!watch.Gone())
+            FoldSelection();
+        AfterNotification(watch);
         return result;
     }
     case WM_RBUTTONDOWN:

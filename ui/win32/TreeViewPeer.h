@@ -43,8 +43,9 @@ private:
     std::map<int, ui::ImageList::Picture> shownPictures;
     std::vector<Row> rows;
     std::unordered_map<std::string, std::size_t> byKey;
-    bool expanding{};   ///< the selection that moves with a collapsing branch is part of that act
-    bool behind{};      ///< the model changed inside a notification
+    bool expanding{};        ///< the selection that moves with a closing branch is told after that
+    bool selectionMayMove{}; ///< a branch opened or closed during the message that is being handled
+    bool behind{};           ///< the model changed inside a notification
 
     void SyncItems();
     void SyncSelection();
@@ -54,6 +55,7 @@ private:
     std::vector<Row> Wanted() const;
     Row* RowOf(HTREEITEM item);
     HTREEITEM ItemOf(const std::string& key) const;
+    void FoldSelection();
     void AfterNotification(const Watch& watch);
     void OnSelected(const NMTREEVIEWW& change);
     void OnExpanded(const NMTREEVIEWW& change);

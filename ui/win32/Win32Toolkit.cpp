@@ -158,6 +158,8 @@ bool Win32Toolkit::Step()
     // One at a time: a task may close the form that a modal loop runs for, which must look before it waits.
     if (RunTask())
         return true;
+    // Messages that are sent, not posted, are handled inside the wait and may have closed a form in the last one.
+    Sweep();
     MSG message{};
     if (GetMessageW(&message, nullptr, 0, 0) <= 0) {
         // The loops around this one must end as well.
@@ -180,6 +182,7 @@ void Win32Toolkit::DoEvents()
         }
         Dispatch(message);
     }
+    Sweep();
 }
 
 void Win32Toolkit::Dispatch(MSG& message)

@@ -1,0 +1,171 @@
+#include "WindowTest.h"
+
+#include <chrono>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+/// Counts the rows that the list asks for.
+class CountingRows final : public ui::ListModel {
+public:
+    int Rows() const override { return Count; }
+    std::string Text(int row, int) const override
+    {
+        ++Asked;
+        return (row == 9000 ? "zebra " : "row ") + std::to_string(row);
+    }
+    int Icon(int) const override { return 1; }
+    int SmallIcon(int) const override { return 3; }
+
+    int Count{10000};
+    mutable int Asked{};
+};
+
+class ListViewWindowTest : public WindowTest {
+protected:
+    DemoForm form{toolkit};
+    HWND list{};
+
+    void SetUp() override
+    {
+        Open(form);
+        Focus(form.lvList);
+        list = HandleOf(form.lvList);
+        form.Events.clear();
+    }
+
+    int NativeSelection() const
+    {
+        return static_cast<int>(SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+    }
+
+    POINT At(int row) const
+    {
+        RECT place{};
+        place.left = LVIR_LABEL;
+        SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
+        return {place.left + 10, (place.top + place.bottom) / 2};
+    }
+
+    HDITEMW Heading(WPARAM column) const
+    {
+        HDITEMW item{};
+        item.mask = HDI_FORMAT | HDI_WIDTH;
+        SendMessageW(reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0)), HDM_GETITEMW, column,
+                     reinterpret_cast<LPARAM>(&item));
+        return item;
+    }
+};
+
+} // namespace
+
+TEST_F(ListViewWindowTest, TurnsEachActOfTheUserIntoOneEvent)
+{
+    form.Rows.Count = 8;
+    form.lvList.Refill();
+    Pump();
+    struct Act {
+        const char* name;
+        std::function<void()> run;
+        std::vector<std::string> events;
+    };
+    const Act acts[] = {
+        {"click", [&] { Click(list, At(3)); }, {"row 3"}},
+        {"click another", [&] { Click(list, At(1)); }, {"row 1"}},
+        {"down", [&] { Press(VK_DOWN); }, {"row 2"}},
+        {"enter", [&] { Press(VK_RETURN); }, {"open 2"}},
+        {"double click", [&] { DoubleClick(list, At(5)); }, {"row 5", "open 5"}},
+        {"right button", [&] { RightClick(list, At(4)); }, {"row 4", "context 4"}},
+        {"context key", [&] { SendMessageW(list, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list), -1); }, {"context 4"}},
+        {"beside the rows", [&] { Click(list, {20, At(7).y + 100}); }, {"row -1"}},
+        {"end", [&] { Press(VK_END); }, {"row 7"}},
+    };
+    for (const Act& act : acts) {
+        form.Events.clear();
+        act.run();
+        EXPECT_EQ(form.Events, act.events) << act.name;
+        EXPECT_EQ(NativeSelection(), form.lvList.Selected()) << act.name;
+    }
+}
+
+TEST_F(ListViewWindowTest, FollowsCodeWithoutRaisingEvents)
+{
+    form.lvList.Select(7);
+    EXPECT_EQ(NativeSelection(), 7);
+    form.lvList.Reordered(40);
+    EXPECT_EQ(NativeSelection(), 40);
+    for (const auto view : {ui::ListView::View::LargeIcons, ui::ListView::View::SmallIcons, ui::ListView::View::List,
+                            ui::ListView::View::Details}) {
+        form.lvList.SetView(view);
+        Pump();
+        EXPECT_EQ(NativeSelection(), 40) << static_cast<int>(view);
+    }
+    form.Rows.Count = 5;
+    form.lvList.Refill();
+    Pump();
+    EXPECT_EQ(NativeSelection(), -1);
+    EXPECT_EQ(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0), 5);
+    EXPECT_THAT(form.Events, IsEmpty());
+}
+
+TEST_F(ListViewWindowTest, AsksOnlyForWhatItShowsOfTenThousandRows)
+{
+    CountingRows rows;
+    const auto start = std::chrono::steady_clock::now();
+    form.lvList.SetModel(&rows);
+    form.lvList.SetView(ui::ListView::View::LargeIcons);
+    form.lvList.SetView(ui::ListView::View::Details);
+    Pump();
+    const auto taken = std::chrono::steady_clock::now() - start;
+    EXPECT_EQ(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0), 10000);
+    EXPECT_LT(rows.Asked, 2000);
+    // Row by row it would be most of a minute.
+    EXPECT_LT(std::chrono::duration_cast<std::chrono::milliseconds>(taken).count(), 3000);
+
+    rows.Asked = 0;
+    Type(L'Z');
+    EXPECT_EQ(form.lvList.Selected(), 9000) << "typing finds a row far below, in either case";
+    form.lvList.SetModel(nullptr);
+}
+
+TEST_F(ListViewWindowTest, ShowsTheSortAndReportsColumns)
+{
+    EXPECT_NE(Heading(0).fmt & HDF_SORTUP, 0);
+    form.lvList.SetSort(2, false);
+    EXPECT_EQ(Heading(0).fmt & (HDF_SORTUP | HDF_SORTDOWN), 0);
+    EXPECT_NE(Heading(2).fmt & HDF_SORTDOWN, 0);
+
+    const HWND header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
+    RECT second{};
+    SendMessageW(header, HDM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&second));
+    Click(header, {second.left + 30, second.top + 5});
+    EXPECT_THAT(form.Events, ElementsAre("column 1"));
+
+    SendMessageW(list, LVM_SETCOLUMNWIDTH, 1, 200);
+    const int dpi = ui::win32::DpiOf(list);
+    EXPECT_EQ(form.lvList.Columns()[1].width, ui::win32::ToTwips(200, dpi)) << "widths of the user reach the model";
+    form.lvList.SetView(ui::ListView::View::List);
+    form.lvList.SetView(ui::ListView::View::Details);
+    Pump();
+    EXPECT_EQ(Heading(1).cxy, 200);
+    EXPECT_EQ(form.lvList.Columns()[0].width, 3300) << "another view's widths do not";
+}
+
+TEST_F(ListViewWindowTest, DrawsTheEmptyTextInItsOwnArea)
+{
+    const auto inked = [&] {
+        UpdateWindow(list);
+        const auto pixels = Capture(list);
+        return std::ranges::count_if(pixels, [](unsigned pixel) { return pixel != 0xFFFFFF; });
+    };
+    form.lvList.SetView(ui::ListView::View::LargeIcons);
+    form.Rows.Count = 0;
+    form.lvList.Refill();
+    Pump();
+    const auto withText = inked();
+    form.lvList.SetEmptyText("");
+    Pump();
+    EXPECT_GT(withText, inked() + 50);
+}

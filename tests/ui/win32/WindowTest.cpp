@@ -1,0 +1,132 @@
+#include "WindowTest.h"
+
+#include "ui/win32/FormWindow.h"
+#include "ui/win32/NativeText.h"
+
+#include <chrono>
+
+using ui::win32::FormWindow;
+using ui::win32::PeerBase;
+
+bool WindowTest::PumpUntil(const std::function<bool()>& condition)
+{
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds{10};
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+        Pump();
+    }
+    return true;
+}
+
+HWND WindowTest::HandleOf(const ui::Form& form)
+{
+    return static_cast<FormWindow*>(form.Peer())->Handle();
+}
+
+HWND WindowTest::HandleOf(const ui::Control& control)
+{
+    return static_cast<PeerBase*>(control.Peer())->Handle();
+}
+
+void WindowTest::Open(ui::Form& form)
+{
+    form.Show();
+    SetForegroundWindow(HandleOf(form));
+    ASSERT_TRUE(PumpUntil([&] { return GetActiveWindow() == HandleOf(form) && GetFocus() != nullptr; }));
+}
+
+void WindowTest::Focus(ui::Control& control)
+{
+    control.SetFocus();
+    ASSERT_TRUE(PumpUntil([&] { return GetFocus() == HandleOf(control); }));
+}
+
+void WindowTest::Press(WORD virtualKey)
+{
+    PostMessageW(GetFocus(), WM_KEYDOWN, virtualKey, 1);
+    Pump();
+}
+
+void WindowTest::Press(WORD virtualKey, std::vector<WORD> held)
+{
+    BYTE before[256];
+    GetKeyboardState(before);
+    BYTE keys[256];
+    std::copy(std::begin(before), std::end(before), keys);
+    for (const WORD key : held)
+        keys[key] = 0x80;
+    SetKeyboardState(keys);
+    const bool isAlt = std::ranges::find(held, VK_MENU) != held.end();
+    MSG message{GetFocus(), isAlt ? static_cast<UINT>(WM_SYSKEYDOWN) : static_cast<UINT>(WM_KEYDOWN), virtualKey,
+                isAlt ? 0x20000001 : 1, 0, {}};
+    // Straight to the window: the modifiers hold for this thread's next look only.
+    HWND top = GetAncestor(message.hwnd, GA_ROOT);
+    reinterpret_cast<FormWindow*>(GetWindowLongPtrW(top, GWLP_USERDATA))->Translate(message);
+    SetKeyboardState(before);
+    Pump();
+}
+
+void WindowTest::Type(wchar_t letter)
+{
+    PostMessageW(GetFocus(), WM_CHAR, letter, 1);
+    Pump();
+}
+
+void WindowTest::Click(HWND window, POINT at)
+{
+    PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(at.x, at.y));
+    PostMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
+    Pump();
+}
+
+void WindowTest::DoubleClick(HWND window, POINT at)
+{
+    Click(window, at);
+    PostMessageW(window, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(at.x, at.y));
+    PostMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
+    Pump();
+}
+
+void WindowTest::RightClick(HWND window, POINT at)
+{
+    PostMessageW(window, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(at.x, at.y));
+    PostMessageW(window, WM_RBUTTONUP, 0, MAKELPARAM(at.x, at.y));
+    Pump();
+}
+
+std::string WindowTest::TextOf(HWND window)
+{
+    wchar_t text[256]{};
+    GetWindowTextW(window, text, 256);
+    return ui::win32::FromNative(text);
+}
+
+std::vector<unsigned> Capture(HWND window)
+{
+    RECT client{};
+    GetClientRect(window, &client);
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof(info.bmiHeader);
+    info.bmiHeader.biWidth = client.right;
+    info.bmiHeader.biHeight = -client.bottom;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    void* bits = nullptr;
+    HDC source = GetDC(window);
+    HDC memory = CreateCompatibleDC(source);
+    HBITMAP bitmap = CreateDIBSection(memory, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    HGDIOBJ before = SelectObject(memory, bitmap);
+    BitBlt(memory, 0, 0, client.right, client.bottom, source, 0, 0, SRCCOPY);
+    GdiFlush();
+    const auto* first = static_cast<const unsigned*>(bits);
+    std::vector<unsigned> pixels(first, first + client.right * client.bottom);
+    for (unsigned& pixel : pixels)
+        pixel &= 0xFFFFFF;
+    SelectObject(memory, before);
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    ReleaseDC(window, source);
+    return pixels;
+}
