@@ -1,0 +1,77 @@
+#!/usr/bin/env bash
+# Builds the template browser and opens it on the sample library.
+#   ./run.sh                    in a window; without a display, leaves a picture in build/screenshot.png instead
+#   ./run.sh --screenshot FILE  opens it unseen, saves a picture (PNG), closes it again
+#   ./run.sh --dpi 144 ...      at another screen resolution (96 is 100 %)
+set -euo pipefail
+cd "$(dirname "$0")"
+. tools/environment.sh
+
+screenshot=""
+dpi=96
+while (($#)); do
+  case $1 in
+  --screenshot) screenshot=${2:?"--screenshot needs a file"}; shift 2 ;;
+  --dpi) dpi=${2:?"--dpi needs a number"}; shift 2 ;;
+  *) say "usage: ./run.sh [--screenshot FILE] [--dpi NUMBER]"; exit 2 ;;
+  esac
+done
+[[ $dpi =~ ^[0-9]+$ ]] || { say "--dpi needs a number"; exit 2; }
+if [[ -z $screenshot && -z ${DISPLAY:-} ]]; then
+  screenshot=build/screenshot.png
+  say "No display: a picture goes to $screenshot."
+fi
+
+need cmake make ccache mingw-w64-tools libwine-dev python3 imagemagick fontconfig fonts-dejavu-core x11-utils
+[[ -z $screenshot ]] || need xvfb xdotool
+choose_flavour
+need "$(compiler_packages "$flavour")"
+
+build "$flavour" TSBrowser SampleViewer
+program=$PWD/build/$flavour
+python3 samples/make_samples.py build/library >&2
+rm -rf "$program/Support" && cp -r samples/Support "$program/Support"
+
+display_pid=""
+trap 'end_wine; stop_display' EXIT
+[[ -z $screenshot ]] || start_display
+new_prefix=""
+use_prefix "$PWD/build/wine" || { [[ $? == 10 ]] && new_prefix=yes; }
+
+settings='HKCU\Software\VB and VBA Program Settings\Tessaly GWX 1.0'
+if [[ -n $new_prefix || $(cat "$WINEPREFIX/checkout" 2>/dev/null) != "$PWD" ]]; then
+  wine "$program/TSBrowser.exe" /RegServer
+  sh setup/write-default-settings.sh "$(windows_path "$PWD/build/library")" "$(windows_path "$program")" >build/settings.reg
+  wine regedit /s "$(windows_path "$PWD/build/settings.reg")"
+  sh tools/register-viewers.sh "$(windows_path "$program")" >build/viewers.reg
+  wine regedit /s "$(windows_path "$PWD/build/viewers.reg")"
+  wineserver -w
+  echo "$PWD" >"$WINEPREFIX/checkout"
+fi
+wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$dpi" /f >/dev/null
+wineserver -w # the next start reads it
+
+if [[ -z $screenshot ]]; then
+  wine "$program/TSBrowser.exe"
+  wineserver -w
+  exit 0
+fi
+
+# The caption is written when the start-up sequence is through: that is when the window is loaded.
+wine reg delete "$settings\\Customization" /v ApplicationName /f >/dev/null 2>&1 || true
+wine explorer /desktop=TSBrowser,1280x900 "$(windows_path "$program/TSBrowser.exe")" >/dev/null 2>&1 &
+browser_pid=$!
+for _ in $(seq 240); do
+  wine reg query "$settings\\Customization" /v ApplicationName >/dev/null 2>&1 && break
+  kill -0 "$browser_pid" 2>/dev/null || { say "The browser ended before its window was there."; exit 1; }
+  sleep 0.25
+done
+sleep 1 # the last drawing
+mkdir -p "$(dirname "$screenshot")"
+import -window root "$screenshot"
+xdotool key --clearmodifiers alt+F4
+for _ in $(seq 80); do
+  kill -0 "$browser_pid" 2>/dev/null || break
+  sleep 0.1
+done
+say "Saved $screenshot ($flavour, $dpi dpi)."
