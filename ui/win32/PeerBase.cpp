@@ -9,6 +9,15 @@ namespace ui::win32 {
 namespace {
 
 constexpr UINT_PTR SubclassId = 1;
+/// Leads from a control's window to its peer. The 64-bit import library lacks GetWindowSubclass.
+constexpr wchar_t PeerProperty[] = L"TSBrowserPeer";
+
+bool IsOurs(HWND window)
+{
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    return process == GetCurrentProcessId();
+}
 
 } // namespace
 
@@ -19,6 +28,7 @@ PeerBase::~PeerBase()
     life->gone = true;
     if (window == nullptr)
         return;
+    RemovePropW(window, PeerProperty);
     RemoveWindowSubclass(window, &PeerBase::Procedure, SubclassId);
     form.Release(window);
 }
@@ -39,15 +49,14 @@ void PeerBase::Create(const wchar_t* windowClass, DWORD style, DWORD extendedSty
     if (window == nullptr)
         return;
     SetWindowSubclass(window, &PeerBase::Procedure, SubclassId, reinterpret_cast<DWORD_PTR>(this));
+    SetPropW(window, PeerProperty, this);
     form.SetToolTip(window, control.ToolTipText);
 }
 
 PeerBase* PeerBase::Of(HWND window)
 {
-    DWORD_PTR peer = 0;
-    if (window == nullptr || !GetWindowSubclass(window, &PeerBase::Procedure, SubclassId, &peer))
-        return nullptr;
-    return reinterpret_cast<PeerBase*>(peer);
+    // Another browser's windows have such a property, too.
+    return window != nullptr && IsOurs(window) ? static_cast<PeerBase*>(GetPropW(window, PeerProperty)) : nullptr;
 }
 
 void PeerBase::Update(Aspect aspect)
