@@ -19,6 +19,15 @@ bool CanBeReached(const ui::Rect& window, const ui::Rect& area)
            Overlap(window.top, Reachable.height, area.top, area.height) >= Reachable.height;
 }
 
+/// Whether the monitors together have room for it.
+bool FitsOnAll(const ui::Rect& window, const std::vector<ui::Rect>& areas)
+{
+    const auto right = std::ranges::max(areas, {}, &ui::Rect::Right).Right();
+    const auto bottom = std::ranges::max(areas, {}, &ui::Rect::Bottom).Bottom();
+    return window.width <= right - std::ranges::min(areas, {}, &ui::Rect::left).left &&
+           window.height <= bottom - std::ranges::min(areas, {}, &ui::Rect::top).top;
+}
+
 /// Squared distance between the middles.
 double Distance(const ui::Rect& a, const ui::Rect& b)
 {
@@ -31,10 +40,14 @@ double Distance(const ui::Rect& a, const ui::Rect& b)
 
 ui::Rect PlacementWithin(const ui::Rect& stored, const std::vector<ui::Rect>& workAreas)
 {
-    if (workAreas.empty() ||
-        std::ranges::any_of(workAreas, [&](const ui::Rect& area) { return CanBeReached(stored, area); }))
+    if (workAreas.empty())
         return stored;
-    const ui::Rect& area = *std::ranges::min_element(workAreas, {}, [&](const ui::Rect& a) { return Distance(stored, a); });
+    const auto reachable = std::ranges::find_if(workAreas, [&](const ui::Rect& a) { return CanBeReached(stored, a); });
+    if (reachable != workAreas.end() && FitsOnAll(stored, workAreas))
+        return stored;
+    const ui::Rect& area = reachable != workAreas.end()
+                               ? *reachable
+                               : *std::ranges::min_element(workAreas, {}, [&](const ui::Rect& a) { return Distance(stored, a); });
     ui::Rect window = stored;
     window.width = std::min(window.width, area.width);
     window.height = std::min(window.height, area.height);

@@ -263,7 +263,6 @@ void frmMain::FillList()
 {
     const Busy guard{*this};
     const auto* node = tvTreeView.Selected();
-    preview.LoadThePreviewPane(nullptr);
     const std::string tab = fileTypeTabStrip.Selected();
     if (node == nullptr)
         templates.Clear();
@@ -273,6 +272,9 @@ void frmMain::FillList()
         templates.FillFavorites(favorites.List(), tvTreeView, tab);
     else
         templates.Clear();
+    // So that the preview shows what the folder is about, and Enter opens something.
+    lvListView.Select(0);
+    LoadThePreviewPane();
     ShowStatus();
     EnableItemCommands();
 }
@@ -382,10 +384,6 @@ void frmMain::MoveFocus()
         return;
     }
     lvListView.SetFocus();
-    if (lvListView.Selected() < 0 && lvListView.Rows() > 0) {
-        lvListView.Select(0);
-        lvListView_Click();
-    }
 }
 
 int frmMain::ClampVertical(int position) const

@@ -190,9 +190,10 @@ TEST_F(MainWindowTest, ItemCommandsFollowTheList)
     Start();
     Main().tvTreeView.UserSelects("Business");
     EXPECT_TRUE(Main().tbToolBar.Find("mnuFileOpen")->enabled);
-    EXPECT_FALSE(Main().tbToolBar.Find("mnuFileNew")->enabled) << "nothing is selected yet";
-    Main().lvListView.UserSelects(0);
-    EXPECT_TRUE(Main().tbToolBar.Find("mnuFileNew")->enabled);
+    EXPECT_TRUE(Main().tbToolBar.Find("mnuFileNew")->enabled) << "the first template is selected";
+    Main().lvListView.UserSelects(-1);
+    EXPECT_FALSE(Main().tbToolBar.Find("mnuFileNew")->enabled);
+    EXPECT_TRUE(Main().tbToolBar.Find("mnuFileOpen")->enabled);
     Main().tvTreeView.UserSelects("Get More Templates");
     EXPECT_FALSE(Main().tbToolBar.Find("mnuFileOpen")->enabled);
     EXPECT_FALSE(Item("mnuFileOpen").Enabled);
@@ -295,14 +296,13 @@ TEST_F(MainWindowTest, ThePreviewShowsTheTemplatesPictureOrTheLibrarysOwn)
     AddTemplates({"Letters\\Previews\\MEMO.jpg"});
     Start();
     Main().tvTreeView.UserSelects("Letters");
-    EXPECT_EQ(Main().imgPreview.File(), "");
-    Main().lvListView.UserSelects(0);
     EXPECT_EQ(Main().imgPreview.File(), InLibrary("Letters\\Previews\\Memo.jpg"));
     EXPECT_TRUE(Main().lblPreview.Caption().starts_with("Memo\r\nLetters\r\n0KB\r\n")) << Main().lblPreview.Caption();
     EXPECT_EQ(Main().sbStatusBar.Panels()[1].substr(0, 10), "Memo   0KB");
     Main().tvTreeView.UserSelects("Letters\\Formal");
-    Main().lvListView.UserSelects(0);
     EXPECT_EQ(Main().imgPreview.File(), InLibrary("NF.jpg"));
+    Main().lvListView.UserSelects(-1);
+    EXPECT_EQ(Main().imgPreview.File() + Main().lblPreview.Caption(), "");
 }
 
 } // namespace

@@ -30,7 +30,7 @@ BYTE StyleOf(const ToolBar::Button& button)
 ToolBarPeer::ToolBarPeer(ToolBar& peerBar, FormWindow& form, int id) : PeerBase{peerBar, form}, bar{peerBar}
 {
     Create(TOOLBARCLASSNAMEW,
-           TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS | TBSTYLE_WRAPABLE | CCS_NOPARENTALIGN | CCS_NORESIZE |
+           TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS | CCS_NOPARENTALIGN | CCS_NORESIZE |
                CCS_NODIVIDER,
            0, id);
     Send(TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON));
@@ -39,11 +39,44 @@ ToolBarPeer::ToolBarPeer(ToolBar& peerBar, FormWindow& form, int id) : PeerBase{
 
 Size ToolBarPeer::Preferred(int width) const
 {
-    RECT before{};
-    GetClientRect(Handle(), &before);
     const ByCode guard{*this};
-    const int wanted = width > 0 ? Pixels(width) : 0x3FFF;
-    SetWindowPos(Handle(), nullptr, 0, 0, wanted, before.bottom, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+    const SIZE needed = BreakIntoRows(width > 0 ? Pixels(width) : 0);
+    RECT client{};
+    GetClientRect(Handle(), &client);
+    BreakIntoRows(client.right);
+    return {Twips(needed.cx), Twips(needed.cy + 2)};
+}
+
+SIZE ToolBarPeer::BreakIntoRows(int width) const
+{
+    // The control's own wrapping breaks at every separator once it has broken at one, and stays so.
+    const auto setBreak = [this](std::size_t index, bool isBreak) {
+        const auto command = static_cast<WPARAM>(CommandOf(index));
+        const auto state = Send(TB_GETSTATE, command);
+        const LRESULT wanted = isBreak ? state | TBSTATE_WRAP : state & ~TBSTATE_WRAP;
+        if (wanted != state)
+            Send(TB_SETSTATE, command, wanted);
+    };
+    for (std::size_t i = 0; i < shown.size(); ++i)
+        setBreak(i, false);
+    Send(TB_AUTOSIZE);
+    std::vector<RECT> places(shown.size());
+    for (std::size_t i = 0; i < shown.size(); ++i)
+        if (shown[i].visible)
+            Send(TB_GETITEMRECT, i, &places[i]);
+
+    // Groups stay together: a row ends at the separator before the group that does not fit.
+    LONG rowStart = 0;
+    std::size_t groupStart = 0;
+    for (std::size_t i = 0; i < shown.size() && width > 0; ++i) {
+        if (shown[i].style == ToolBar::Button::Style::Separator) {
+            groupStart = i + 1;
+        } else if (shown[i].visible && places[i].right - rowStart > width && groupStart > 0 &&
+                   places[groupStart].left > rowStart) {
+            setBreak(groupStart - 1, true);
+            rowStart = places[groupStart].left;
+        }
+    }
     Send(TB_AUTOSIZE);
     SIZE needed{};
     for (std::size_t i = 0; i < shown.size(); ++i) {
@@ -53,10 +86,7 @@ Size ToolBarPeer::Preferred(int width) const
             needed.cy = std::max(needed.cy, place.bottom);
         }
     }
-    SetWindowPos(Handle(), nullptr, 0, 0, before.right, before.bottom,
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
-    Send(TB_AUTOSIZE);
-    return {Twips(needed.cx), Twips(needed.cy + 2)};
+    return needed;
 }
 
 void ToolBarPeer::DpiChanged()
@@ -80,7 +110,7 @@ std::optional<LRESULT> ToolBarPeer::OnMessage(UINT message, WPARAM wParam, LPARA
     if (message != WM_SIZE)
         return std::nullopt;
     const LRESULT result = Default(message, wParam, lParam);
-    Send(TB_AUTOSIZE);
+    BreakIntoRows(LOWORD(lParam));
     return result;
 }
 

@@ -24,6 +24,8 @@ private:
     ImageListHandle disabledImages;
     std::vector<ToolBar::Button> shown; ///< as the native buttons are
 
+    /// Breaks between groups of buttons so that no row is wider than `width` pixels (0: no bound); the size needed.
+    SIZE BreakIntoRows(int width) const;
     void SyncButtons();
     void SyncStates();
     void BuildImages();
