@@ -8,6 +8,7 @@
 #include "platform/Text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace browser {
 namespace {
@@ -43,21 +44,23 @@ void TemplateList::FillCategory(const std::string& category, std::string_view ta
     Clear();
     const unsigned thisFill = fill;
     const std::string folder = library::DiskPath(program.state.TemplatesPath, category);
-    const auto listing = program.platform.files.List(folder);
+    auto listing = program.platform.files.List(folder);
     const std::string shownTab{tab};
     std::vector<Row> filled;
+    filled.reserve(listing ? listing->size() : 0);
     for (std::size_t type = 0; type < TemplateExtensions.size(); ++type) {
         program.toolkit.DoEvents();
         if (fill != thisFill)
             return; // the user went on to another folder
         if (!listing || !FileTypeTabs::Shows(shownTab, type))
             continue;
-        for (const platform::FileEntry& entry : *listing) {
+        for (platform::FileEntry& entry : *listing) {
             if (!library::IsPlainFile(entry) || TemplateTypeOf(entry.name) != type)
                 continue;
             std::string baseName = text::Trimmed(path::WithoutLastFour(text::Trimmed(entry.name)));
             if (!IsExcluded(baseName))
-                filled.push_back({std::move(baseName), entry.name, folder, category, type, true, entry.size, entry.modified});
+                filled.push_back({std::move(baseName), std::exchange(entry.name, {}), folder, category, type, true,
+                                  entry.size, entry.modified});
         }
     }
     rows = std::move(filled);
