@@ -36,6 +36,26 @@ void ReadKey(HKEY key, const std::wstring& path, REGSAM view, Tree& tree)
     }
 }
 
+std::wstring TemporaryFile(const wchar_t* ending)
+{
+    static std::atomic<int> number{};
+    wchar_t folder[MAX_PATH];
+    GetTempPathW(MAX_PATH, folder);
+    return folder + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++number) + ending;
+}
+
+template <class Visit>
+void ForEachProcess(const std::wstring& exeName, Visit visit)
+{
+    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Process32FirstW(snapshot, &entry); more; more = Process32NextW(snapshot, &entry))
+        if (_wcsicmp(entry.szExeFile, exeName.c_str()) == 0)
+            visit(entry.th32ProcessID);
+    CloseHandle(snapshot);
+}
+
 } // namespace
 
 bool WaitFor(const std::function<bool()>& condition, std::chrono::milliseconds limit)
@@ -59,13 +79,8 @@ std::wstring OwnFolder()
     return own.substr(0, own.rfind(L'\\') + 1);
 }
 
-Child::Child(const std::wstring& program, const std::wstring& arguments)
+Child::Child(const std::wstring& program, const std::wstring& arguments) : outputFile{TemporaryFile(L".txt")}
 {
-    static std::atomic<int> number{};
-    wchar_t folder[MAX_PATH];
-    GetTempPathW(MAX_PATH, folder);
-    outputFile = folder + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(++number) + L".txt";
-
     SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
     const HANDLE output = CreateFileW(outputFile.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit, CREATE_ALWAYS,
                                       FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -118,16 +133,49 @@ std::string Child::Output() const
     return text.str();
 }
 
+std::wstring ScriptHost(const wchar_t* folder)
+{
+    wchar_t windows[MAX_PATH];
+    GetWindowsDirectoryW(windows, MAX_PATH);
+    return std::wstring{windows} + L"\\" + folder + L"\\cscript.exe";
+}
+
+Script::Script(const std::string& text, const wchar_t* folder) : file{TemporaryFile(L".vbs")}
+{
+    std::ofstream{file.c_str()} << text;
+    child.emplace(ScriptHost(folder), L"//nologo \"" + file + L"\"");
+}
+
+Script::~Script()
+{
+    child.reset();
+    DeleteFileW(file.c_str());
+}
+
 int CountProcesses(const std::wstring& exeName)
 {
-    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    PROCESSENTRY32W entry{};
-    entry.dwSize = sizeof entry;
     int count = 0;
-    for (BOOL more = Process32FirstW(snapshot, &entry); more; more = Process32NextW(snapshot, &entry))
-        count += _wcsicmp(entry.szExeFile, exeName.c_str()) == 0;
-    CloseHandle(snapshot);
+    ForEachProcess(exeName, [&](DWORD) { ++count; });
     return count;
+}
+
+void EndProcesses(const std::wstring& exeName)
+{
+    ForEachProcess(exeName, [](DWORD id) {
+        const HANDLE process = OpenProcess(PROCESS_TERMINATE | SYNCHRONIZE, FALSE, id);
+        if (!process)
+            return;
+        const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+        THREADENTRY32 entry{};
+        entry.dwSize = sizeof entry;
+        for (BOOL more = Thread32First(snapshot, &entry); more; more = Thread32Next(snapshot, &entry))
+            if (entry.th32OwnerProcessID == id)
+                PostThreadMessageW(entry.th32ThreadID, WM_QUIT, 0, 0);
+        CloseHandle(snapshot);
+        if (WaitForSingleObject(process, 5000) != WAIT_OBJECT_0)
+            TerminateProcess(process, 1);
+        CloseHandle(process);
+    });
 }
 
 Tree RegistrationTree(HKEY root)

@@ -9,6 +9,12 @@ using harness::RegistrationTree;
 
 class RegistrationTest : public testing::Test {
 protected:
+    RegistrationTest()
+    {
+        // Takes over what another copy may have registered, and away.
+        Run(L"/RegServer");
+        Run(L"/UnregServer");
+    }
     ~RegistrationTest() override { Run(L"/UnregServer"); }
 
     static DWORD Run(const std::wstring& arguments) { return harness::Child{Server(), arguments}.ExitCode(); }
@@ -36,7 +42,6 @@ protected:
 
 TEST_F(RegistrationTest, IsTakenBackCompletelyHoweverOftenItWasMade)
 {
-    Run(L"/UnregServer");
     const auto before = RegistrationTree(HKEY_LOCAL_MACHINE);
 
     ASSERT_EQ(Run(L"/RegServer"), 0u);
