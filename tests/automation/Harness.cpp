@@ -178,6 +178,17 @@ void EndProcesses(const std::wstring& exeName)
     });
 }
 
+Tree RegistryTree(HKEY root, const std::wstring& key, REGSAM view)
+{
+    Tree tree;
+    HKEY opened = nullptr;
+    if (RegOpenKeyExW(root, key.c_str(), 0, KEY_READ | view, &opened) == ERROR_SUCCESS) {
+        ReadKey(opened, key, view, tree);
+        RegCloseKey(opened);
+    }
+    return tree;
+}
+
 Tree RegistrationTree(HKEY root)
 {
     const auto braced = [](const GUID& id) {
