@@ -54,8 +54,11 @@ SIZE ToolBarPeer::BreakIntoRows(int width) const
         const auto command = static_cast<WPARAM>(CommandOf(index));
         const auto state = Send(TB_GETSTATE, command);
         const LRESULT wanted = isBreak ? state | TBSTATE_WRAP : state & ~TBSTATE_WRAP;
-        if (wanted != state)
-            Send(TB_SETSTATE, command, wanted);
+        if (wanted == state)
+            return;
+        // The bar places its buttons anew only when one appears.
+        Send(TB_SETSTATE, command, wanted | TBSTATE_HIDDEN);
+        Send(TB_SETSTATE, command, wanted);
     };
     for (std::size_t i = 0; i < shown.size(); ++i)
         setBreak(i, false);
@@ -65,16 +68,20 @@ SIZE ToolBarPeer::BreakIntoRows(int width) const
         if (shown[i].visible)
             Send(TB_GETITEMRECT, i, &places[i]);
 
-    // Groups stay together: a row ends at the separator before the group that does not fit.
-    LONG rowStart = 0;
+    // Groups stay together where they can: a row ends at the separator before the button that does not fit, or just
+    // before that button when its group alone is too wide.
+    std::size_t rowStart = 0;
     std::size_t groupStart = 0;
     for (std::size_t i = 0; i < shown.size() && width > 0; ++i) {
-        if (shown[i].style == ToolBar::Button::Style::Separator) {
+        if (shown[i].style == ToolBar::Button::Style::Separator)
             groupStart = i + 1;
-        } else if (shown[i].visible && places[i].right - rowStart > width && groupStart > 0 &&
-                   places[groupStart].left > rowStart) {
-            setBreak(groupStart - 1, true);
-            rowStart = places[groupStart].left;
+        if (!shown[i].visible || groupStart == i + 1)
+            continue;
+        while (rowStart < i && !shown[rowStart].visible)
+            ++rowStart;
+        if (i > rowStart && places[i].right - places[rowStart].left > width) {
+            rowStart = groupStart > rowStart ? groupStart : i;
+            setBreak(rowStart - 1, true);
         }
     }
     Send(TB_AUTOSIZE);

@@ -192,10 +192,11 @@ TEST_F(FormWindowTest, ASplitterMovesOnceAtItsReleaseInsideItsBounds)
 
 TEST_F(FormWindowTest, AnotherDpiScalesEveryControl)
 {
+    const int dpi = ui::win32::DpiOf(window) * 3 / 2;
     RECT before{};
     GetClientRect(HandleOf(form.tbMain), &before);
     const RECT suggested{20, 20, 1220, 860};
-    SendMessageW(window, 0x02E0 /* WM_DPICHANGED */, MAKEWPARAM(144, 144), reinterpret_cast<LPARAM>(&suggested));
+    SendMessageW(window, 0x02E0 /* WM_DPICHANGED */, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&suggested));
     RECT after{};
     GetClientRect(HandleOf(form.tbMain), &after);
     EXPECT_GT(after.bottom, before.bottom * 13 / 10);
@@ -203,6 +204,6 @@ TEST_F(FormWindowTest, AnotherDpiScalesEveryControl)
     int height = 0;
     ImageList_GetIconSize(reinterpret_cast<HIMAGELIST>(SendMessageW(HandleOf(form.tvTree), TVM_GETIMAGELIST, 0, 0)),
                           &width, &height);
-    EXPECT_EQ(width, 24);
-    EXPECT_EQ(form.ClientSize().width, ToTwips(static_cast<int>(after.right), 144));
+    EXPECT_EQ(width, 16 * dpi / 96);
+    EXPECT_EQ(form.ClientSize().width, ToTwips(static_cast<int>(after.right), dpi));
 }
