@@ -295,14 +295,14 @@ void FormWindow::FocusActiveControl()
     // Taking the focus would activate a window that waits behind another.
     if (GetActiveWindow() != Handle())
         return;
-    const auto takesFocus = [](const Control* control) {
-        return control->Peer() != nullptr && control->Visible() && control->Enabled();
-    };
+    const auto isShown = [](const Control* control) { return control->Peer() != nullptr && control->Visible(); };
     Control* target = form.ActiveControl();
-    if (target == nullptr || !takesFocus(target)) {
+    if (target != nullptr && isShown(target) && !target->Enabled())
+        return;
+    if (target == nullptr || !isShown(target)) {
         const auto& controls = form.Controls();
         const auto first = std::ranges::find_if(
-            controls, [&](const Control* control) { return control->IsTabStop() && takesFocus(control); });
+            controls, [&](const Control* control) { return control->IsTabStop() && isShown(control) && control->Enabled(); });
         target = first == controls.end() ? nullptr : *first;
     }
     if (target != nullptr)

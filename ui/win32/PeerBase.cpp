@@ -73,7 +73,12 @@ void PeerBase::Update(Aspect aspect)
         ShowWindow(window, control.Visible() ? SW_SHOWNA : SW_HIDE);
         break;
     case Aspect::Enabled:
+        // A disabled window that keeps the focus swallows every key; the form holds it until the control is back.
+        if (!control.Enabled() && GetFocus() == window)
+            SetFocus(form.Handle());
         EnableWindow(window, control.Enabled());
+        if (control.Enabled() && control.HasFocus())
+            form.FocusActiveControl();
         break;
     case Aspect::Focus:
         form.FocusActiveControl();

@@ -6,9 +6,101 @@ using testing::ElementsAre;
 
 namespace {
 
-class ToolkitTest : public WindowTest {};
+/// Tries an act again and again, in whatever loop runs, until it succeeds.
+class Meanwhile {
+public:
+    explicit Meanwhile(std::function<bool()> act)
+    {
+        current = std::move(act);
+        timer = SetTimer(nullptr, 0, 10, &Meanwhile::Tick);
+    }
+    Meanwhile(const Meanwhile&) = delete;
+    Meanwhile& operator=(const Meanwhile&) = delete;
+    ~Meanwhile() { KillTimer(nullptr, timer); }
+
+private:
+    static inline std::function<bool()> current;
+    UINT_PTR timer;
+
+    static void CALLBACK Tick(HWND, UINT, UINT_PTR id, DWORD) noexcept
+    {
+        if (current && current()) {
+            KillTimer(nullptr, id);
+            current = nullptr;
+        }
+    }
+};
+
+class ToolkitTest : public WindowTest {
+protected:
+    /// The system's dialog that is open with this title; null when there is none.
+    static HWND SystemDialog(const wchar_t* title)
+    {
+        HWND dialog = FindWindowW(L"#32770", title);
+        return dialog != nullptr && IsWindowVisible(dialog) ? dialog : nullptr;
+    }
+};
 
 } // namespace
+
+TEST_F(ToolkitTest, AMessageBoxGivesTheAnswerAndHoldsTheForm)
+{
+    DemoForm form{toolkit};
+    Open(form);
+    struct Case {
+        ui::MessageButtons buttons;
+        WPARAM pressed;
+        ui::Answer answer;
+    };
+    for (const Case& c : {Case{ui::MessageButtons::Ok, IDOK, ui::Answer::Ok},
+                          Case{ui::MessageButtons::YesNo, IDYES, ui::Answer::Yes},
+                          Case{ui::MessageButtons::YesNo, IDNO, ui::Answer::No}}) {
+        bool held = false;
+        const Meanwhile meanwhile{[&] {
+            const HWND box = SystemDialog(L"Question");
+            if (box == nullptr)
+                return false;
+            held = toolkit.ModalActive() && !IsWindowEnabled(HandleOf(form));
+            PostMessageW(box, WM_COMMAND, c.pressed, 0);
+            return true;
+        }};
+        EXPECT_EQ(toolkit.ShowMessage({"Go on?", "Question", ui::Icon::Question, c.buttons}), c.answer);
+        EXPECT_TRUE(held);
+        EXPECT_FALSE(toolkit.ModalActive());
+    }
+}
+
+TEST_F(ToolkitTest, CancellingTheFolderDialogGivesNothingAndKeepsTheCurrentFolder)
+{
+    wchar_t before[MAX_PATH]{};
+    GetCurrentDirectoryW(MAX_PATH, before);
+    const Meanwhile meanwhile{[] {
+        const HWND dialog = SystemDialog(nullptr);
+        return dialog != nullptr && PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+    }};
+    EXPECT_EQ(toolkit.BrowseForFolder("Template Pack Path", "C:\\windows"), std::nullopt);
+    wchar_t after[MAX_PATH]{};
+    GetCurrentDirectoryW(MAX_PATH, after);
+    EXPECT_STREQ(before, after);
+}
+
+TEST_F(ToolkitTest, APopUpMenuRunsItsEntryAfterItHasClosed)
+{
+    DemoForm form{toolkit};
+    Open(form);
+    bool modalInside = true;
+    form.PopupMenu.Find("popDelete")->Click = [&] { modalInside = toolkit.ModalActive(); };
+    const Meanwhile meanwhile{[&] {
+        if (FindWindowW(L"#32768", nullptr) == nullptr)
+            return false;
+        EXPECT_TRUE(toolkit.ModalActive());
+        for (const WPARAM key : {VK_DOWN, VK_DOWN, VK_RETURN})
+            PostMessageW(HandleOf(form), WM_KEYDOWN, key, 1);
+        return true;
+    }};
+    form.ShowPopup(form.PopupMenu, {600, 600});
+    EXPECT_FALSE(modalInside);
+}
 
 TEST_F(ToolkitTest, PostedTasksRunInOrderAndNeverInsideTheHandlerThatPostedThem)
 {

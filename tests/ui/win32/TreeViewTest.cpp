@@ -158,6 +158,20 @@ TEST_F(TreeViewWindowTest, FollowsCodeWithoutRaisingEvents)
     EXPECT_THAT(form.Events, IsEmpty());
 }
 
+TEST_F(TreeViewWindowTest, GetsTheKeyboardBackAfterItWasLocked)
+{
+    form.tvTree.SetEnabled(false);
+    Press(VK_DOWN);
+    EXPECT_THAT(form.Events, IsEmpty());
+    Press(VK_F5);
+    EXPECT_THAT(form.Events, testing::Contains("menu refresh")) << "commands still have their keys";
+    form.tvTree.SetEnabled(true);
+    EXPECT_EQ(GetFocus(), tree);
+    form.Events.clear();
+    Press(VK_DOWN);
+    EXPECT_THAT(form.Events, ElementsAre("select Letters\\Holidays"));
+}
+
 TEST_F(TreeViewWindowTest, StandsAHandlerThatRebuildsTheTree)
 {
     form.tvTree.Click = [&] {
