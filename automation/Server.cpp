@@ -8,9 +8,6 @@
 #include "automation/WindowsHeader.h"
 #include "platform/Utf.h"
 
-#include <commctrl.h>
-#include <shellapi.h>
-
 #include <optional>
 #include <string_view>
 #include <utility>

@@ -4,8 +4,10 @@
 // undone here would rename declarations of the portable headers in the files that see both.
 #include <windows.h>
 
+#include <commctrl.h>
 #include <ole2.h>
 #include <oleauto.h>
+#include <shellapi.h>
 
 #include "TSBrowser.h" // made from TSBrowser.idl
 
