@@ -107,8 +107,8 @@ std::vector<Entry> Entries()
 LSTATUS Write(Scope scope, const Entry& entry)
 {
     HKEY key = nullptr;
-    LSTATUS status = RegCreateKeyExW(RootOf(scope), Path(entry.key).c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr,
-                                     &key, nullptr);
+    LSTATUS status =
+        RegCreateKeyExW(RootOf(scope), Path(entry.key).c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &key, nullptr);
     if (status != ERROR_SUCCESS)
         return status;
     status = RegSetValueExW(key, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(entry.value.c_str()),

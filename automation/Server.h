@@ -1,7 +1,7 @@
 #pragma once
 
-#include "automation/CommandLine.h"
 #include "automation/Application.h"
+#include "automation/CommandLine.h"
 
 #include <chrono>
 #include <functional>

@@ -14,8 +14,8 @@ std::string Session::Start(std::string hostKind, std::string arg2, std::string a
 {
     // The host may die or let go of the object in the middle.
     const Lifetime::Holder whileStarting{lifetime};
-    std::string result = application.Start(std::move(hostKind), std::move(arg2), std::move(arg3), std::move(arg4),
-                                       std::move(caption));
+    std::string result =
+        application.Start(std::move(hostKind), std::move(arg2), std::move(arg3), std::move(arg4), std::move(caption));
     FollowBrowser();
     return result;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "automation/Lifetime.h"
 #include "automation/Application.h"
+#include "automation/Lifetime.h"
 
 #include <optional>
 #include <string>

@@ -162,9 +162,8 @@ HRESULT clsBrowser::Start(BSTR* hostKind, BSTR arg2, BSTR* arg3, BSTR* arg4, BST
     if (!hostKind || !arg3 || !arg4 || !caption || !result)
         return E_POINTER;
     *result = nullptr;
-    return Guarded([&] {
-        return Open(TextOf(*hostKind), TextOf(arg2), TextOf(*arg3), TextOf(*arg4), TextOf(*caption), *result);
-    });
+    return Guarded(
+        [&] { return Open(TextOf(*hostKind), TextOf(arg2), TextOf(*arg3), TextOf(*arg4), TextOf(*caption), *result); });
 }
 
 HRESULT clsBrowser::Open(std::string hostKind, std::string arg2, std::string arg3, std::string arg4,
@@ -173,9 +172,9 @@ HRESULT clsBrowser::Open(std::string hostKind, std::string arg2, std::string arg
     // The message filter says so before, where the system asks it; a call from inside this process passes it by.
     if (session.application.ModalActive())
         return RPC_E_SERVERCALL_RETRYLATER;
-    return ToBstr(session.Start(std::move(hostKind), std::move(arg2), std::move(arg3), std::move(arg4),
-                                std::move(caption)),
-                  answer);
+    return ToBstr(
+        session.Start(std::move(hostKind), std::move(arg2), std::move(arg3), std::move(arg4), std::move(caption)),
+        answer);
 }
 
 } // namespace automation

@@ -196,9 +196,9 @@ Tree RegistrationTree(HKEY root)
         StringFromGUID2(id, text, 39);
         return std::wstring{text};
     };
-    const std::wstring own[] = {
-        L"CLSID\\" + braced(CLSID_clsBrowser), L"Interface\\" + braced(IID__clsBrowser),
-        L"TypeLib\\" + braced(LIBID_TSBrowser), L"TSBrowser.clsBrowser", L"TSBrowser.clsBrowser.1"};
+    const std::wstring own[] = {L"CLSID\\" + braced(CLSID_clsBrowser), L"Interface\\" + braced(IID__clsBrowser),
+                                L"TypeLib\\" + braced(LIBID_TSBrowser), L"TSBrowser.clsBrowser",
+                                L"TSBrowser.clsBrowser.1"};
     Tree tree;
     for (const REGSAM view : {KEY_WOW64_32KEY, KEY_WOW64_64KEY}) {
         const std::wstring prefix = view == KEY_WOW64_32KEY ? L"32:" : L"64:";
@@ -215,8 +215,8 @@ Tree RegistrationTree(HKEY root)
         for (const std::wstring place : {L"", L"CLSID", L"Interface", L"TypeLib"})
             visit(place, [&](HKEY key, const std::wstring& path) {
                 DWORD children = 0;
-                RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &children, nullptr, nullptr, nullptr, nullptr,
-                                 nullptr, nullptr, nullptr);
+                RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &children, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                 nullptr, nullptr);
                 tree[path + L" children"] = std::to_wstring(children);
             });
     }

@@ -209,7 +209,8 @@ TEST_F(ScriptTest, TakesWhateverAScriptPasses)
         {R"(c = "x" : r = b.Start("FAI" & "LS", c & "y", Trim(" z "), (c), UCase(c)))", "FAILS|xy|z|x|X"},
         {R"(n = 7 : r = b.Start("FAILS", 2, n, -1, 1.5))", "FAILS|2|7|-1|1.5"},
         {R"(Dim never : r = b.Start("FAILS", never, never, Empty, ""))", "FAILS||||"},
-        {R"(Dim l(1) : l(0) = "in a list" : r = b.Start("FAILS", l(0), l(0), l(1), ""))", "FAILS|in a list|in a list||"},
+        {R"(Dim l(1) : l(0) = "in a list" : r = b.Start("FAILS", l(0), l(0), l(1), ""))",
+         "FAILS|in a list|in a list||"},
         {R"(b.Start "FAILS", "2", "3", "4", "5" : r = "no result wanted")", "no result wanted"},
         {R"(On Error Resume Next : r = b.Start("FAILS") : r = Err.Number)", "450"},
         {R"(On Error Resume Next : r = b.Start("FAILS", "", Null, "", "") : r = Err.Number)", "13"},
@@ -234,10 +235,10 @@ TEST_F(ScriptTest, ServesScriptHostsOfBothBitnesses)
         if (GetFileAttributesW(harness::ScriptHost(folder).c_str()) == INVALID_FILE_ATTRIBUTES)
             continue;
         EXPECT_EQ(harness::ScriptOutput("Set b = CreateObject(\"TSBrowser.clsBrowser.1\")\r\n"
-                         "WScript.Echo b.Start(\"FAILS\", \"\", \"\", \"\", \"\")\r\n",
-                         folder),
+                                        "WScript.Echo b.Start(\"FAILS\", \"\", \"\", \"\", \"\")\r\n",
+                                        folder),
                   "FAILS||||\n")
-            << std::wstring_view{folder}.size();
+            << folder;
     }
 }
 

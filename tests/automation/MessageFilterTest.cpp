@@ -30,21 +30,16 @@ TEST(MessageFilterTest, PutsOffOnlyCallsOfTheBrowserWhileADialogIsOpen)
         bool dialog;
         DWORD answer;
     } rows[] = {
-        {IID__clsBrowser, start, false, SERVERCALL_ISHANDLED},
-        {IID_IDispatch, invoke, false, SERVERCALL_ISHANDLED},
-        {IID__clsBrowser, start, true, SERVERCALL_RETRYLATER},
-        {IID_IDispatch, invoke, true, SERVERCALL_RETRYLATER},
-        {IID__clsBrowser, release, true, SERVERCALL_ISHANDLED},
-        {IID_IDispatch, release, true, SERVERCALL_ISHANDLED},
-        {IID_IUnknown, release, true, SERVERCALL_ISHANDLED},
-        {IID_IClassFactory, 3, true, SERVERCALL_ISHANDLED},
+        {IID__clsBrowser, start, false, SERVERCALL_ISHANDLED},  {IID_IDispatch, invoke, false, SERVERCALL_ISHANDLED},
+        {IID__clsBrowser, start, true, SERVERCALL_RETRYLATER},  {IID_IDispatch, invoke, true, SERVERCALL_RETRYLATER},
+        {IID__clsBrowser, release, true, SERVERCALL_ISHANDLED}, {IID_IDispatch, release, true, SERVERCALL_ISHANDLED},
+        {IID_IUnknown, release, true, SERVERCALL_ISHANDLED},    {IID_IClassFactory, 3, true, SERVERCALL_ISHANDLED},
     };
     for (const auto& row : rows) {
         const WithDialog application{row.dialog};
         MessageFilter filter{application};
         INTERFACEINFO call{nullptr, row.interfaceId, row.method};
-        EXPECT_EQ(filter.HandleInComingCall(CALLTYPE_TOPLEVEL, nullptr, 0, &call), row.answer)
-            << &row - rows;
+        EXPECT_EQ(filter.HandleInComingCall(CALLTYPE_TOPLEVEL, nullptr, 0, &call), row.answer) << &row - rows;
     }
 }
 

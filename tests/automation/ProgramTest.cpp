@@ -23,8 +23,8 @@ protected:
         library = temporary + std::wstring{L"TSBrowser library"};
         CreateDirectoryW(library.c_str(), nullptr);
         CreateDirectoryW((library + L"\\Letters").c_str(), nullptr);
-        CloseHandle(CreateFileW((library + L"\\Letters\\Dear.swt").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                0, nullptr));
+        CloseHandle(CreateFileW((library + L"\\Letters\\Dear.swt").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0,
+                                nullptr));
         CopyKey(Settings, SettingsBefore);
         RegDeleteTreeW(HKEY_CURRENT_USER, Settings);
         Set(L"Options", L"MSOVersion", L"XP");

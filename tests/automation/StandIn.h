@@ -11,10 +11,10 @@ inline constexpr wchar_t WindowClass[] = L"TSBrowserStandIn";
 inline constexpr wchar_t PatienceVariable[] = L"TS_STAND_IN_PATIENCE";
 
 /// Host kinds that make `Start` behave in a special way; any other opens a window.
-inline constexpr std::string_view Fails = "FAILS";                  ///< returns without a window
-inline constexpr std::string_view Throws = "THROWS";               ///< raises an exception
+inline constexpr std::string_view Fails = "FAILS";   ///< returns without a window
+inline constexpr std::string_view Throws = "THROWS"; ///< raises an exception
 inline constexpr std::string_view OutOfMemory = "OUT OF MEMORY";
-inline constexpr std::string_view ClosesAtOnce = "CLOSES AT ONCE";  ///< the window closes while it loads
+inline constexpr std::string_view ClosesAtOnce = "CLOSES AT ONCE"; ///< the window closes while it loads
 
 /// Posted to the window: a dialog opens (wParam 1) or closes (0).
 inline constexpr unsigned DialogMessage = 0x8001; // WM_APP + 1
