@@ -16,9 +16,12 @@ constexpr int TopRoom = 150;
 int IdOf(const Button& button, int otherwise)
 {
     switch (button.GetRole()) {
-    case Role::Default: return IDOK;
-    case Role::Cancel: return IDCANCEL;
-    case Role::Plain: break;
+    case Role::Default:
+        return IDOK;
+    case Role::Cancel:
+        return IDCANCEL;
+    case Role::Plain:
+        break;
     }
     return otherwise;
 }

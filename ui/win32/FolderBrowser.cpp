@@ -1,5 +1,6 @@
 #include "ui/win32/FolderBrowser.h"
 
+#include "ui/win32/CurrentFolder.h"
 #include "ui/win32/NativeHandle.h"
 #include "ui/win32/NativeText.h"
 
@@ -13,27 +14,6 @@ struct ShellMemoryFree {
 
 /// The longest path that the older dialog gives.
 constexpr std::size_t PathBuffer = 1024;
-
-/// Puts the current folder back: the dialogs move it to what the user looks at.
-class CurrentFolder {
-public:
-    CurrentFolder()
-    {
-        folder.resize(GetCurrentDirectoryW(0, nullptr));
-        if (!folder.empty())
-            folder.resize(GetCurrentDirectoryW(static_cast<DWORD>(folder.size()), folder.data()));
-    }
-    CurrentFolder(const CurrentFolder&) = delete;
-    CurrentFolder& operator=(const CurrentFolder&) = delete;
-    ~CurrentFolder()
-    {
-        if (!folder.empty())
-            SetCurrentDirectoryW(folder.c_str());
-    }
-
-private:
-    std::wstring folder;
-};
 
 void StartAt(IFileOpenDialog& dialog, const std::string& initial)
 {

@@ -60,6 +60,12 @@ RECT WorkAreaOf(HWND window)
     return monitor.rcWork;
 }
 
+/// Whether the native window still belongs to the form's window, which a handler may have taken down.
+bool Serves(const NativeFrame& frame, const FormWindow* window)
+{
+    return GetWindowLongPtrW(frame.window, GWLP_USERDATA) == reinterpret_cast<LONG_PTR>(window);
+}
+
 bool IsButton(const Control& control)
 {
     return dynamic_cast<const Button*>(&control) != nullptr;
@@ -78,9 +84,10 @@ FormWindow::FormWindow(Win32Toolkit& windowToolkit, ui::Form& windowForm, HWND o
     : toolkit{windowToolkit}, form{windowForm}, frame{std::make_shared<NativeFrame>()}, dpi{SystemDpi()}, fonts{dpi}
 {
     const WindowStyle style = StyleOf(form.GetStyle(), owner != nullptr);
-    frame->window = CreateWindowExW(style.extended, WindowClass(), ToNative(form.Caption()).c_str(), style.style,
-                                    CW_USEDEFAULT, CW_USEDEFAULT, ToPixels(FirstSize.width, dpi),
-                                    ToPixels(FirstSize.height, dpi), owner, nullptr, GetModuleHandleW(nullptr), nullptr);
+    frame->window =
+        CreateWindowExW(style.extended, WindowClass(), ToNative(form.Caption()).c_str(), style.style, CW_USEDEFAULT,
+                        CW_USEDEFAULT, ToPixels(FirstSize.width, dpi), ToPixels(FirstSize.height, dpi), owner, nullptr,
+                        GetModuleHandleW(nullptr), nullptr);
     SetWindowLongPtrW(Handle(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     toolkit.Attach(*this);
     if (const int own = DpiOf(Handle()); own != dpi) {
@@ -219,7 +226,7 @@ void FormWindow::Show()
     if (!resized && how == SW_SHOWNORMAL)
         form.UserResizes(ClientSize());
     ShowWindow(kept->window, how);
-    if (GetWindowLongPtrW(kept->window, GWLP_USERDATA) != reinterpret_cast<LONG_PTR>(this))
+    if (!Serves(*kept, this))
         return;
     --byCode;
     FocusActiveControl();
@@ -275,7 +282,7 @@ void FormWindow::ShowPopup(Menu& menu, Point at)
                            (GetSystemMetrics(SM_MENUDROPALIGNMENT) != 0 ? TPM_RIGHTALIGN : TPM_LEFTALIGN);
         command = TrackPopupMenuEx(popup.get(), flags, point.x, point.y, kept->window, nullptr);
     }
-    if (GetWindowLongPtrW(kept->window, GWLP_USERDATA) != reinterpret_cast<LONG_PTR>(this))
+    if (!Serves(*kept, this))
         return;
     Menu* chosen = menus.Find(menu, command);
     menus.Restart();
@@ -301,8 +308,9 @@ void FormWindow::FocusActiveControl()
         return;
     if (target == nullptr || !isShown(target)) {
         const auto& controls = form.Controls();
-        const auto first = std::ranges::find_if(
-            controls, [&](const Control* control) { return control->IsTabStop() && isShown(control) && control->Enabled(); });
+        const auto first = std::ranges::find_if(controls, [&](const Control* control) {
+            return control->IsTabStop() && isShown(control) && control->Enabled();
+        });
         target = first == controls.end() ? nullptr : *first;
     }
     if (target != nullptr)
@@ -348,7 +356,7 @@ bool FormWindow::Translate(MSG& message)
     const auto used = Guarded([&] {
         return (isKeyDown && TranslateKey(message)) || (message.message == WM_SYSCHAR && TranslateMnemonic(message));
     });
-    if (used || GetWindowLongPtrW(kept->window, GWLP_USERDATA) != reinterpret_cast<LONG_PTR>(this))
+    if (used || !Serves(*kept, this))
         return true;
     return IsDialogMessageW(kept->window, &message) != 0;
 }
@@ -369,10 +377,9 @@ bool FormWindow::TranslateKey(const MSG& message)
     PeerBase* focused = PeerBase::Of(message.hwnd);
     if (focused != nullptr && focused->UsesKey(key))
         return true;
-    if (GetWindowLongPtrW(kept->window, GWLP_USERDATA) != reinterpret_cast<LONG_PTR>(this))
+    if (!Serves(*kept, this))
         return true;
-    const bool pressesButton =
-        key == Plain(KeyCode::Enter) && focused != nullptr && IsButton(focused->Model());
+    const bool pressesButton = key == Plain(KeyCode::Enter) && focused != nullptr && IsButton(focused->Model());
     return !pressesButton && form.UserPresses(key);
 }
 

@@ -17,8 +17,8 @@ protected:
 private:
     Image& image;
     BitmapHandle bitmap;
-    SIZE shown{};         ///< of the bitmap
-    SIZE decodedFor{};    ///< room that it was made for
+    SIZE shown{};      ///< of the bitmap
+    SIZE decodedFor{}; ///< room that it was made for
     bool decoded{};
 
     void Paint();

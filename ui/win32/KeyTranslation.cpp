@@ -10,14 +10,22 @@ KeyCode CodeOf(WPARAM virtualKey)
     if (virtualKey >= VK_F1 && virtualKey <= VK_F10)
         return static_cast<KeyCode>(static_cast<int>(KeyCode::F1) + static_cast<int>(virtualKey) - VK_F1);
     switch (virtualKey) {
-    case VK_BACK: return KeyCode::Backspace;
-    case VK_TAB: return KeyCode::Tab;
-    case VK_RETURN: return KeyCode::Enter;
-    case VK_ESCAPE: return KeyCode::Escape;
-    case VK_DELETE: return KeyCode::Delete;
-    case VK_INSERT: return KeyCode::Insert;
-    case VK_APPS: return KeyCode::Apps;
-    default: return KeyCode::None;
+    case VK_BACK:
+        return KeyCode::Backspace;
+    case VK_TAB:
+        return KeyCode::Tab;
+    case VK_RETURN:
+        return KeyCode::Enter;
+    case VK_ESCAPE:
+        return KeyCode::Escape;
+    case VK_DELETE:
+        return KeyCode::Delete;
+    case VK_INSERT:
+        return KeyCode::Insert;
+    case VK_APPS:
+        return KeyCode::Apps;
+    default:
+        return KeyCode::None;
     }
 }
 

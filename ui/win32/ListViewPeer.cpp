@@ -22,10 +22,14 @@ constexpr UINT SubstringFlag = 0x0004;
 DWORD NativeView(ListView::View view)
 {
     switch (view) {
-    case ListView::View::LargeIcons: return LV_VIEW_ICON;
-    case ListView::View::SmallIcons: return LV_VIEW_SMALLICON;
-    case ListView::View::List: return LV_VIEW_LIST;
-    case ListView::View::Details: break;
+    case ListView::View::LargeIcons:
+        return LV_VIEW_ICON;
+    case ListView::View::SmallIcons:
+        return LV_VIEW_SMALLICON;
+    case ListView::View::List:
+        return LV_VIEW_LIST;
+    case ListView::View::Details:
+        break;
     }
     return LV_VIEW_DETAILS;
 }
@@ -108,6 +112,8 @@ void ListViewPeer::SyncRows()
     SyncImages(false);
     Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list.Rows()), 0);
     SyncView();
+    // Rows past the old count have no place in the icon views until they are arranged.
+    Send(LVM_ARRANGE, LVA_DEFAULT);
     if (list.Selected() < 0) {
         Send(WM_VSCROLL, SB_TOP);
         Send(WM_HSCROLL, SB_LEFT);

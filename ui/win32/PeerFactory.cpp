@@ -29,10 +29,11 @@ std::unique_ptr<PeerBase> CreateControlPeer(Control& control, FormWindow& window
 {
     using Create = std::unique_ptr<PeerBase> (*)(Control&, FormWindow&, int);
     static constexpr Create kinds[] = {
-        &TryCreate<Label, LabelPeer>,         &TryCreate<Button, ButtonPeer>,   &TryCreate<Image, ImagePeer>,
-        &TryCreate<ListView, ListViewPeer>,   &TryCreate<TreeView, TreeViewPeer>, &TryCreate<TabStrip, TabStripPeer>,
-        &TryCreate<ToolBar, ToolBarPeer>,     &TryCreate<StatusBar, StatusBarPeer>, &TryCreate<Splitter, SplitterPeer>,
-        &TryCreate<ProgressBar, ProgressBarPeer>,
+        &TryCreate<Label, LabelPeer>,       &TryCreate<Button, ButtonPeer>,
+        &TryCreate<Image, ImagePeer>,       &TryCreate<ListView, ListViewPeer>,
+        &TryCreate<TreeView, TreeViewPeer>, &TryCreate<TabStrip, TabStripPeer>,
+        &TryCreate<ToolBar, ToolBarPeer>,   &TryCreate<StatusBar, StatusBarPeer>,
+        &TryCreate<Splitter, SplitterPeer>, &TryCreate<ProgressBar, ProgressBarPeer>,
     };
     for (const Create create : kinds) {
         if (auto peer = create(control, window, id)) {

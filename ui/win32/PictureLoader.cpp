@@ -55,8 +55,7 @@ OpenPicture Open(const std::string& path)
         Receive<IWICBitmapFrameDecode>([&](IWICBitmapFrameDecode** result) { return decoder->GetFrame(0, result); });
     const bool fits = picture.frame && SUCCEEDED(picture.frame->GetSize(&picture.width, &picture.height)) &&
                       picture.width > 0 && picture.height > 0 && picture.width <= LargestSide &&
-                      picture.height <= LargestSide &&
-                      std::uint64_t{picture.width} * picture.height <= LargestPicture;
+                      picture.height <= LargestSide && std::uint64_t{picture.width} * picture.height <= LargestPicture;
     if (!fits)
         picture.frame.reset();
     return picture;

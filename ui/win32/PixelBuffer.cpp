@@ -32,8 +32,8 @@ std::uint8_t ToByte(double value)
 } // namespace
 
 PixelBuffer::PixelBuffer(int bufferWidth, int bufferHeight)
-    : width{bufferWidth}, height{bufferHeight}, pixels(static_cast<std::size_t>(width) * 4 *
-                                                       static_cast<std::size_t>(height))
+    : width{bufferWidth}, height{bufferHeight},
+      pixels(static_cast<std::size_t>(width) * 4 * static_cast<std::size_t>(height))
 {
 }
 

@@ -2,8 +2,7 @@
 
 namespace ui::win32 {
 
-ProgressBarPeer::ProgressBarPeer(ProgressBar& peerBar, FormWindow& form, int id)
-    : PeerBase{peerBar, form}, bar{peerBar}
+ProgressBarPeer::ProgressBarPeer(ProgressBar& peerBar, FormWindow& form, int id) : PeerBase{peerBar, form}, bar{peerBar}
 {
     Create(PROGRESS_CLASSW, PBS_SMOOTH, 0, id);
     Send(PBM_SETRANGE32, 0, 100);

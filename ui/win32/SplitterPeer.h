@@ -17,8 +17,8 @@ protected:
 
 private:
     Splitter& splitter;
-    HWND bar{};    ///< follows the pointer during a drag
-    int grip{};    ///< pixels from the splitter's edge to where it was taken
+    HWND bar{};     ///< follows the pointer during a drag
+    int grip{};     ///< pixels from the splitter's edge to where it was taken
     int position{}; ///< twips, allowed; where the bar is
 
     bool IsVertical() const { return splitter.GetDirection() == Splitter::Direction::LeftRight; }

@@ -14,8 +14,7 @@ constexpr int TopRoom = 45;
 
 } // namespace
 
-TabStripPeer::TabStripPeer(TabStrip& peerStrip, FormWindow& form, int id)
-    : PeerBase{peerStrip, form}, strip{peerStrip}
+TabStripPeer::TabStripPeer(TabStrip& peerStrip, FormWindow& form, int id) : PeerBase{peerStrip, form}, strip{peerStrip}
 {
     Create(WC_TABCONTROLW, TCS_TOOLTIPS, 0, id);
 }

@@ -30,9 +30,7 @@ BYTE StyleOf(const ToolBar::Button& button)
 ToolBarPeer::ToolBarPeer(ToolBar& peerBar, FormWindow& form, int id) : PeerBase{peerBar, form}, bar{peerBar}
 {
     Create(TOOLBARCLASSNAMEW,
-           TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS | CCS_NOPARENTALIGN | CCS_NORESIZE |
-               CCS_NODIVIDER,
-           0, id);
+           TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS | CCS_NOPARENTALIGN | CCS_NORESIZE | CCS_NODIVIDER, 0, id);
     Send(TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON));
     Send(TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
 }

@@ -1,6 +1,7 @@
 #include "ui/win32/Win32Toolkit.h"
 
 #include "ui/win32/Dpi.h"
+#include "ui/win32/FileChooser.h"
 #include "ui/win32/FolderBrowser.h"
 #include "ui/win32/FormWindow.h"
 #include "ui/win32/Guarded.h"
@@ -44,10 +45,17 @@ UINT StyleOf(const MessageBox& message)
 {
     UINT style = message.buttons == MessageButtons::YesNo ? MB_YESNO : MB_OK;
     switch (message.icon) {
-    case Icon::None: break;
-    case Icon::Information: style |= MB_ICONINFORMATION; break;
-    case Icon::Question: style |= MB_ICONQUESTION; break;
-    case Icon::Critical: style |= MB_ICONERROR; break;
+    case Icon::None:
+        break;
+    case Icon::Information:
+        style |= MB_ICONINFORMATION;
+        break;
+    case Icon::Question:
+        style |= MB_ICONQUESTION;
+        break;
+    case Icon::Critical:
+        style |= MB_ICONERROR;
+        break;
     }
     return style;
 }
@@ -130,9 +138,12 @@ Answer Win32Toolkit::ShowMessage(const MessageBox& message)
     const UINT style = StyleOf(message) | (owner == nullptr ? MB_TASKMODAL | MB_SETFOREGROUND : 0u);
     const NativeModal modal{*this};
     switch (MessageBoxW(owner, ToNative(message.text).c_str(), ToNative(message.title).c_str(), style)) {
-    case IDYES: return Answer::Yes;
-    case IDNO: return Answer::No;
-    default: return message.buttons == MessageButtons::YesNo ? Answer::No : Answer::Ok;
+    case IDYES:
+        return Answer::Yes;
+    case IDNO:
+        return Answer::No;
+    default:
+        return message.buttons == MessageButtons::YesNo ? Answer::No : Answer::Ok;
     }
 }
 
@@ -140,6 +151,12 @@ std::optional<std::string> Win32Toolkit::BrowseForFolder(const std::string& prom
 {
     const NativeModal modal{*this};
     return ChooseFolder(ActiveOwner(), prompt, initial);
+}
+
+std::optional<std::string> Win32Toolkit::OpenFile(const OpenFileDialog& dialog)
+{
+    const NativeModal modal{*this};
+    return ChooseFile(ActiveOwner(), dialog);
 }
 
 void Win32Toolkit::Run()

@@ -25,6 +25,7 @@ public:
     void RunModal(Form& form) override;
     Answer ShowMessage(const MessageBox& message) override;
     std::optional<std::string> BrowseForFolder(const std::string& prompt, const std::string& initial) override;
+    std::optional<std::string> OpenFile(const OpenFileDialog& dialog) override;
     void DoEvents() override;
     void Post(std::function<void()> task) override;
     std::vector<Rect> WorkAreas() const override;

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <commdlg.h>
 #include <objbase.h>
 #include <shlobj.h>
 #include <uxtheme.h>

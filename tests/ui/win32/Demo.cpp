@@ -23,7 +23,9 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int)
         DemoDialog dialog{toolkit};
         dialog.ShowModal();
     };
-    form.MenuBar.Find("refresh")->Click = [&] { toolkit.ShowMessage({"Refreshed.", "Demonstration", ui::Icon::Information, {}}); };
+    form.MenuBar.Find("refresh")->Click = [&] {
+        toolkit.ShowMessage({"Refreshed.", "Demonstration", ui::Icon::Information, {}});
+    };
     form.Closed = [&] { toolkit.Quit(); };
     form.Show();
     if (count > 3)

@@ -8,10 +8,14 @@
 std::string DemoRows::Text(int row, int column) const
 {
     switch (column) {
-    case 0: return "Letter number " + std::to_string(row) + (row % 7 == 0 ? " äöü Ω 日本" : "");
-    case 1: return "Letters";
-    case 2: return std::to_string(row * 3) + "KB";
-    default: return "11/21/2026 02:4" + std::to_string(row % 10) + " PM";
+    case 0:
+        return "Letter number " + std::to_string(row) + (row % 7 == 0 ? " äöü Ω 日本" : "");
+    case 1:
+        return "Letters";
+    case 2:
+        return std::to_string(row * 3) + "KB";
+    default:
+        return "11/21/2026 02:4" + std::to_string(row % 10) + " PM";
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/Form.h"
 #include "ui/Button.h"
+#include "ui/Form.h"
 #include "ui/Image.h"
 #include "ui/Label.h"
 #include "ui/ListView.h"

@@ -33,15 +33,19 @@ TEST_F(DialogWindowTest, KeysReachTheButtonsTheyAreMeantFor)
     const Act acts[] = {
         {"mnemonic letter", [&] { Type(L'n'); }, {"new"}},
         {"other mnemonic", [&] { Type(L'r'); }, {"retry"}},
-        {"enter on a button is that button", [&] {
+        {"enter on a button is that button",
+         [&] {
              Focus(dialog.btnRetry);
              Press(VK_RETURN);
-         }, {"retry"}},
-        {"a disabled button is left alone", [&] {
+         },
+         {"retry"}},
+        {"a disabled button is left alone",
+         [&] {
              dialog.btnNew.SetEnabled(false);
              Type(L'n');
              dialog.btnNew.SetEnabled(true);
-         }, {}},
+         },
+         {}},
     };
     for (const Act& act : acts) {
         dialog.Events.clear();
@@ -133,7 +137,8 @@ TEST_F(DialogWindowTest, EveryCaptionFitsItsControlAtEachDpi)
             RECT client{};
             GetClientRect(HandleOf(*control), &client);
             EXPECT_GE(client.right + 1, ui::win32::ToPixels(needed.width, dpi)) << control->Caption() << " at " << dpi;
-            EXPECT_GE(client.bottom + 1, ui::win32::ToPixels(needed.height, dpi)) << control->Caption() << " at " << dpi;
+            EXPECT_GE(client.bottom + 1, ui::win32::ToPixels(needed.height, dpi))
+                << control->Caption() << " at " << dpi;
         }
     }
 }

@@ -1,6 +1,7 @@
 #include "WindowTest.h"
 
 #include <chrono>
+#include <set>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -79,7 +80,11 @@ TEST_F(ListViewWindowTest, TurnsEachActOfTheUserIntoOneEvent)
         {"double click", [&] { DoubleClick(list, At(5)); }, {"row 5", "open 5"}},
         {"right button", [&] { RightClick(list, At(4)); }, {"row 4", "context 4"}},
         {"context key", [&] { SendMessageW(list, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list), -1); }, {"context 4"}},
-        {"beside the rows", [&] { Click(list, {20, At(7).y + 100}); }, {"row -1"}},
+        {"beside the rows",
+         [&] {
+             Click(list, {20, At(7).y + 100});
+         },
+         {"row -1"}},
         {"end", [&] { Press(VK_END); }, {"row 7"}},
     };
     for (const Act& act : acts) {
@@ -151,6 +156,26 @@ TEST_F(ListViewWindowTest, ShowsTheSortAndReportsColumns)
     Pump();
     EXPECT_EQ(Heading(1).cxy, 200);
     EXPECT_EQ(form.lvList.Columns()[0].width, 3300) << "another view's widths do not";
+}
+
+TEST_F(ListViewWindowTest, GivesRowsThatARefillAddsAPlaceInEveryView)
+{
+    for (const auto view : {ui::ListView::View::LargeIcons, ui::ListView::View::SmallIcons, ui::ListView::View::List,
+                            ui::ListView::View::Details}) {
+        CountingRows rows;
+        rows.Count = 2;
+        form.lvList.SetView(view);
+        form.lvList.SetModel(&rows);
+        UpdateWindow(list);
+        rows.Count = 6;
+        form.lvList.Refill();
+        UpdateWindow(list);
+        std::set<std::pair<LONG, LONG>> places;
+        for (int row = 0; row < rows.Count; ++row)
+            places.emplace(At(row).x, At(row).y);
+        EXPECT_EQ(places.size(), 6u) << "view " << static_cast<int>(view);
+        form.lvList.SetModel(nullptr);
+    }
 }
 
 TEST_F(ListViewWindowTest, DrawsTheEmptyTextInItsOwnArea)

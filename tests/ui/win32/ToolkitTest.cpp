@@ -52,9 +52,9 @@ TEST_F(ToolkitTest, AMessageBoxGivesTheAnswerAndHoldsTheForm)
         WPARAM pressed;
         ui::Answer answer;
     };
-    for (const Case& c : {Case{ui::MessageButtons::Ok, IDOK, ui::Answer::Ok},
-                          Case{ui::MessageButtons::YesNo, IDYES, ui::Answer::Yes},
-                          Case{ui::MessageButtons::YesNo, IDNO, ui::Answer::No}}) {
+    for (const Case& c :
+         {Case{ui::MessageButtons::Ok, IDOK, ui::Answer::Ok}, Case{ui::MessageButtons::YesNo, IDYES, ui::Answer::Yes},
+          Case{ui::MessageButtons::YesNo, IDNO, ui::Answer::No}}) {
         bool held = false;
         const Meanwhile meanwhile{[&] {
             const HWND box = SystemDialog(L"Question");

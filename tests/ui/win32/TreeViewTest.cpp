@@ -114,7 +114,8 @@ TEST_F(TreeViewWindowTest, TurnsEachActOfTheUserIntoOneEvent)
         {"end", [&] { Press(VK_END); }, {"select Übersichten"}},
         {"home", [&] { Press(VK_HOME); }, {"select My Favorites"}},
         {"right button", [&] { RightClick(tree, At("Letters")); }, {"select Letters", "context Letters"}},
-        {"context key", [&] { SendMessageW(tree, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(tree), -1); },
+        {"context key",
+         [&] { SendMessageW(tree, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(tree), -1); },
          {"context Letters"}},
         {"double click", [&] { DoubleClick(tree, At("Letters")); }, {"double Letters", "collapse Letters"}},
     };

@@ -59,8 +59,9 @@ void WindowTest::Press(WORD virtualKey, std::vector<WORD> held)
         keys[key] = 0x80;
     SetKeyboardState(keys);
     const bool isAlt = std::ranges::find(held, VK_MENU) != held.end();
-    MSG message{GetFocus(), isAlt ? static_cast<UINT>(WM_SYSKEYDOWN) : static_cast<UINT>(WM_KEYDOWN), virtualKey,
-                isAlt ? 0x20000001 : 1, 0, {}};
+    MSG message{GetFocus(), isAlt ? static_cast<UINT>(WM_SYSKEYDOWN) : static_cast<UINT>(WM_KEYDOWN),
+                virtualKey, isAlt ? 0x20000001 : 1,
+                0,          {}};
     // Straight to the window: the modifiers hold for this thread's next look only.
     HWND top = GetAncestor(message.hwnd, GA_ROOT);
     reinterpret_cast<FormWindow*>(GetWindowLongPtrW(top, GWLP_USERDATA))->Translate(message);
