@@ -18,6 +18,8 @@ Control::~Control()
     std::erase(form.controls, this);
     if (form.activeControl == this)
         form.activeControl = nullptr;
+    if (form.focusTold == this)
+        form.focusTold = nullptr;
 }
 
 void Control::SetCaption(std::string text)
@@ -63,6 +65,7 @@ void Control::SetFocus()
 {
     form.activeControl = this;
     Changed(Aspect::Focus);
+    form.TellFocus();
 }
 
 bool Control::HasFocus() const
@@ -73,6 +76,7 @@ bool Control::HasFocus() const
 void Control::UserFocuses()
 {
     form.activeControl = this;
+    form.TellFocus();
 }
 
 Size Control::PreferredSize(int width) const

@@ -2,6 +2,7 @@
 
 #include "ui/Geometry.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -10,6 +11,7 @@ namespace ui {
 
 class Form;
 class Control;
+class TreeView;
 
 /// The number of a text in the string table, kept as text in a control until the captions are loaded.
 struct Tag {
@@ -18,7 +20,7 @@ struct Tag {
 
 /// What of a control changed by code, so that its peer can bring the native window in step. A peer reads the new
 /// state from the control.
-enum class Aspect { Caption, ToolTip, Bounds, Visible, Enabled, Focus, Value, Picture, Items, Selection, View, Columns, Scroll };
+enum class Aspect { Caption, ToolTip, Bounds, Visible, Enabled, Focus, Value, Picture, Items, Selection, View, Columns, Scroll, LabelEdit };
 
 /// The native side of one control. The control owns it; it exists while the form's window exists.
 class ControlPeer {
@@ -62,14 +64,22 @@ public:
     const Rect& Bounds() const { return bounds; }
     void SetBounds(const Rect& rect);
 
+    /// Moves the form's focus here: LostFocus where it was, then GotFocus here, unless LostFocus moved it elsewhere.
     void SetFocus();
     bool HasFocus() const;
+    std::function<void()> GotFocus;
+    /// The focus went to another control of the form. The handler may take it back with SetFocus. A form that is left
+    /// for another window, or closed, keeps its focus.
+    std::function<void()> LostFocus;
     /// Whether Tab stops here.
     virtual bool IsTabStop() const { return false; }
-    /// The user moved the focus here.
+    /// The user moved the focus here; raises the same events as SetFocus.
     void UserFocuses();
 
     Size PreferredSize(int width = 0) const;
+
+    /// The tree onto whose nodes the user can drag from here; null: nothing can be dragged. The tree's Drop tells.
+    TreeView* DropTarget{};
 
     Form& Owner() const { return form; }
     ControlPeer* Peer() const { return peer.get(); }

@@ -174,6 +174,24 @@ void Form::PlaceControls()
                         clientSize.height - 2 * LayoutMargin});
 }
 
+void Form::TellFocus()
+{
+    // A handler that moves the focus changes what the running loop tells next.
+    if (std::exchange(tellingFocus, true))
+        return;
+    struct Over {
+        bool& telling;
+        ~Over() { telling = false; }
+    } const over{tellingFocus};
+    while (focusTold != activeControl) {
+        if (const Control* before = std::exchange(focusTold, nullptr); before != nullptr && before->LostFocus)
+            before->LostFocus();
+        focusTold = activeControl;
+        if (focusTold != nullptr && focusTold->GotFocus)
+            focusTold->GotFocus();
+    }
+}
+
 void Form::Update(FormPeer::Aspect aspect)
 {
     if (peer)

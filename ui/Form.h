@@ -130,8 +130,12 @@ private:
     bool visible{};
     bool closing{};
     Control* activeControl{};
+    Control* focusTold{}; ///< the control that was told last that it has the focus
+    bool tellingFocus{};
 
     void PlaceControls();
+    /// Raises LostFocus and GotFocus until the controls know where the focus is.
+    void TellFocus();
     void Update(FormPeer::Aspect aspect);
 };
 

@@ -1,6 +1,7 @@
 #include "ui/Layout.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace ui {
 namespace {
@@ -30,7 +31,7 @@ Size MeasureChildren(const Cell& cell, int width)
             total.height += size.height;
         }
     }
-    const int gaps = count > 1 ? (count - 1) * LayoutGap : 0;
+    const int gaps = count > 1 ? (count - 1) * cell.gap : 0;
     if (isRow && cell.equal)
         total.width = widest * count;
     (isRow ? total.width : total.height) += gaps;
@@ -47,7 +48,7 @@ Size MeasureRow(const Cell& row, int width)
     int filling = 0;
     for (const Cell& child : row.cells)
         if (!Hidden(child)) {
-            fixed += LayoutGap + (child.fill ? 0 : Measure(child, 0).width);
+            fixed += row.gap + (child.fill ? 0 : Measure(child, 0).width);
             filling += child.fill ? 1 : 0;
         }
     if (filling == 0)
@@ -55,8 +56,67 @@ Size MeasureRow(const Cell& row, int width)
     int height = 0;
     for (const Cell& child : row.cells)
         if (!Hidden(child))
-            height = std::max(height, Measure(child, child.fill ? (width - fixed + LayoutGap) / filling : 0).height);
-    return {std::max(width, fixed - LayoutGap), height};
+            height = std::max(height, Measure(child, child.fill ? (width - fixed + row.gap) / filling : 0).height);
+    return {std::max(width, fixed - row.gap), height};
+}
+
+struct GridColumns {
+    std::vector<int> widths;
+    std::vector<bool> fills;
+    int total{};
+};
+
+GridColumns ColumnsOf(const Cell& grid)
+{
+    GridColumns columns;
+    for (const Cell& row : grid.cells)
+        for (std::size_t i = 0; i < row.cells.size(); ++i) {
+            if (i == columns.widths.size()) {
+                columns.widths.push_back(0);
+                columns.fills.push_back(false);
+            }
+            columns.widths[i] = std::max(columns.widths[i], Measure(row.cells[i], 0).width);
+            columns.fills[i] = columns.fills[i] || row.cells[i].fill;
+        }
+    columns.total = std::accumulate(columns.widths.begin(), columns.widths.end(), 0);
+    if (columns.widths.size() > 1)
+        columns.total += static_cast<int>(columns.widths.size() - 1) * LayoutGap;
+    return columns;
+}
+
+/// A lone control stands beside taller neighbours, so that a label's text lines up with theirs.
+void PlaceInRow(const Cell& cell, const Rect& area)
+{
+    int height = area.height;
+    if (cell.kind == Cell::Kind::Leaf && !cell.fill)
+        height = std::min(Measure(cell, 0).height, height);
+    Place(cell, {area.left, area.top + (area.height - height) / 2, area.width, height});
+}
+
+void PlaceGrid(const Cell& grid, const Rect& area)
+{
+    GridColumns columns = ColumnsOf(grid);
+    const auto filling = std::ranges::count(columns.fills, true);
+    if (filling > 0 && area.width > columns.total)
+        for (std::size_t i = 0; i < columns.widths.size(); ++i)
+            if (columns.fills[i])
+                columns.widths[i] += (area.width - columns.total) / static_cast<int>(filling);
+
+    int top = area.top;
+    for (const Cell& row : grid.cells) {
+        const int height = Measure(row, 0).height;
+        int left = area.left;
+        for (std::size_t i = 0; i < row.cells.size(); ++i) {
+            PlaceInRow(row.cells[i], {left, top, columns.widths[i], height});
+            left += columns.widths[i] + LayoutGap;
+        }
+        top += height + grid.gap;
+    }
+}
+
+int TitleHeight(const Cell& framed)
+{
+    return framed.control->PreferredSize().height;
 }
 
 } // namespace
@@ -74,6 +134,14 @@ Size Measure(const Cell& cell, int width)
     case Cell::Kind::Column:
         size = MeasureChildren(cell, width);
         break;
+    case Cell::Kind::Grid:
+        size = {ColumnsOf(cell).total, MeasureChildren(cell, 0).height};
+        break;
+    case Cell::Kind::Framed:
+        size = Measure(cell.cells.front(), width > 0 ? std::max(width - 2 * FrameMargin, 1) : 0);
+        size = {std::max(size.width + 2 * FrameMargin, cell.control->PreferredSize().width),
+                TitleHeight(cell) + size.height + FrameMargin};
+        break;
     case Cell::Kind::Space:
         break;
     }
@@ -88,6 +156,17 @@ void Place(const Cell& cell, const Rect& area)
     }
     if (cell.kind == Cell::Kind::Space)
         return;
+    if (cell.kind == Cell::Kind::Grid) {
+        PlaceGrid(cell, area);
+        return;
+    }
+    if (cell.kind == Cell::Kind::Framed) {
+        const int title = TitleHeight(cell);
+        cell.control->SetBounds(area);
+        Place(cell.cells.front(), {area.left + FrameMargin, area.top + title, area.width - 2 * FrameMargin,
+                                   area.height - title - FrameMargin});
+        return;
+    }
 
     const bool isRow = cell.kind == Cell::Kind::Row;
     const int room = isRow ? area.width : area.height;
@@ -108,7 +187,7 @@ void Place(const Cell& cell, const Rect& area)
     }
     if (cell.equal)
         used = widest * count;
-    used += count > 1 ? (count - 1) * LayoutGap : 0;
+    used += count > 1 ? (count - 1) * cell.gap : 0;
     const int share = filling > 0 ? std::max(room - used, 0) / filling : 0;
 
     int position = isRow ? area.left : area.top;
@@ -121,15 +200,11 @@ void Place(const Cell& cell, const Rect& area)
             length = widest;
         else if (child.fill)
             length = share;
-        if (isRow) {
-            // A lone label stands beside taller neighbours, so that its text lines up with theirs.
-            const int height = child.kind == Cell::Kind::Leaf && !child.fill ? std::min(size.height, area.height)
-                                                                              : area.height;
-            Place(child, {position, area.top + (area.height - height) / 2, length, height});
-        } else {
+        if (isRow)
+            PlaceInRow(child, {position, area.top, length, area.height});
+        else
             Place(child, {area.left, position, area.width, length});
-        }
-        position += length + LayoutGap;
+        position += length + cell.gap;
     }
 }
 

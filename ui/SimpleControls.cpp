@@ -1,9 +1,14 @@
 // The few lines that the smallest controls need.
 #include "ui/Button.h"
+#include "ui/CheckBox.h"
 #include "ui/Image.h"
+#include "ui/ListBox.h"
 #include "ui/ProgressBar.h"
 #include "ui/Splitter.h"
 #include "ui/StatusBar.h"
+#include "ui/UpDown.h"
+
+#include "platform/Text.h"
 
 #include <algorithm>
 
@@ -13,6 +18,50 @@ void Button::UserClicks()
 {
     if (Enabled() && Visible() && Click)
         Click();
+}
+
+void CheckBox::SetChecked(bool value)
+{
+    if (value == checked)
+        return;
+    checked = value;
+    Changed(Aspect::Value);
+}
+
+void CheckBox::UserClicks()
+{
+    if (!Enabled() || !Visible())
+        return;
+    SetChecked(!checked);
+    if (Click)
+        Click();
+}
+
+void ListBox::UserActivates(int index)
+{
+    UserSelects(index);
+    if (Enabled() && Visible() && Selected() >= 0 && DblClick)
+        DblClick();
+}
+
+int UpDown::Value() const
+{
+    return platform::text::ToInt(box.Text(), low, low, high);
+}
+
+void UpDown::SetValue(int value)
+{
+    box.SetText(std::to_string(std::clamp(value, low, high)));
+}
+
+void UpDown::UserSteps(int steps)
+{
+    if (!Enabled() || !Visible())
+        return;
+    const std::string before = box.Text();
+    SetValue(std::clamp(Value() + steps, low, high));
+    if (box.Text() != before && Change)
+        Change();
 }
 
 void ProgressBar::SetValue(int percent)

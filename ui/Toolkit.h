@@ -24,6 +24,13 @@ struct MessageBox {
     MessageButtons buttons{};
 };
 
+/// A question for an existing file.
+struct OpenFileDialog {
+    std::string title;
+    std::string filter; ///< descriptions and patterns by turns: "JPEG Files (*.jpg)|*.jpg|All Files (*.*)|*.*"
+    std::string folder; ///< where the dialog starts; "" for where the system likes
+};
+
 /// Windows, message boxes and the message loop of one user-interface thread.
 class Toolkit {
 public:
@@ -35,6 +42,8 @@ public:
     virtual Answer ShowMessage(const MessageBox& message) = 0;
     /// The chosen folder's path; nothing when the user cancelled.
     virtual std::optional<std::string> BrowseForFolder(const std::string& prompt, const std::string& initial) = 0;
+    /// The chosen file's full path; nothing when the user cancelled. The current folder stays as it is.
+    virtual std::optional<std::string> OpenFile(const OpenFileDialog& dialog) = 0;
 
     /// Handles the messages that are waiting and returns.
     virtual void DoEvents() = 0;

@@ -13,10 +13,20 @@ public:
     Size Preferred(int width) const override
     {
         const int text = static_cast<int>(control.Caption().size()) * 90;
-        const bool isLabel = control.TypeName() == "Label";
-        if (isLabel && width > 0 && text > width)
+        const std::string_view type = control.TypeName();
+        if (type == "Label" && width > 0 && text > width)
             return {width, 195 * ((text + width - 1) / width)};
-        return isLabel ? Size{text, 195} : Size{std::max(text + 240, 1125), 345};
+        if (type == "Label")
+            return {text, 195};
+        if (type == "CheckBox" || type == "Frame")
+            return {text + 270, 255};
+        if (type == "UpDown")
+            return {240, 315};
+        if (type == "ListBox")
+            return {2400, 1200};
+        if (type == "TextBox" || type == "ComboBox")
+            return {1500, 315};
+        return {std::max(text + 240, 1125), 345};
     }
 
 private:
@@ -112,6 +122,18 @@ std::optional<std::string> HeadlessToolkit::BrowseForFolder(const std::string& p
     }
     auto choice = std::move(FolderChoices.front());
     FolderChoices.pop_front();
+    return choice;
+}
+
+std::optional<std::string> HeadlessToolkit::OpenFile(const OpenFileDialog& dialog)
+{
+    FilesAsked.push_back(dialog);
+    if (FileChoices.empty()) {
+        Unexpected.push_back("file dialog " + dialog.title);
+        return std::nullopt;
+    }
+    auto choice = std::move(FileChoices.front());
+    FileChoices.pop_front();
     return choice;
 }
 

@@ -18,6 +18,7 @@ public:
     void RunModal(Form& form) override;
     Answer ShowMessage(const MessageBox& message) override;
     std::optional<std::string> BrowseForFolder(const std::string& prompt, const std::string& initial) override;
+    std::optional<std::string> OpenFile(const OpenFileDialog& dialog) override;
     void DoEvents() override;
     void Post(std::function<void()> task) override;
     std::vector<Rect> WorkAreas() const override { return Areas; }
@@ -40,6 +41,8 @@ public:
 
     std::vector<Rect> Areas{{0, 0, 19200, 15000}};
     std::deque<std::optional<std::string>> FolderChoices;
+    std::deque<std::optional<std::string>> FileChoices;
+    std::vector<OpenFileDialog> FilesAsked; ///< every file dialog that was shown
     std::vector<MessageBox> Messages; ///< every box that was shown
     std::vector<std::string> Unexpected;
     std::vector<Form*> OpenForms;

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "ui/Control.h"
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace ui {
+
+/// A text that the user edits. The selection counts bytes of the UTF-8 text and never cuts a character in two. Lines
+/// of a box of several are ended by "\r\n".
+class TextBox final : public Control {
+public:
+    enum class Lines { One, Many };
+
+    explicit TextBox(Form& form, Lines boxLines = Lines::One) : Control{form, {}}, lines{boxLines} {}
+    std::string_view TypeName() const override { return "TextBox"; }
+    bool IsTabStop() const override { return true; }
+    Lines GetLines() const { return lines; }
+
+    const std::string& Text() const { return text; }
+    /// Puts the cursor before the text and raises Change, also by code; the same text does nothing.
+    void SetText(std::string value);
+
+    std::size_t SelStart() const { return start; }
+    std::size_t SelLength() const { return length; }
+    std::string SelText() const { return text.substr(start, length); }
+    /// Clamped to the text.
+    void Select(std::size_t from, std::size_t count);
+    void SelectAll() { Select(0, text.size()); }
+
+    /// What the user can enter at most, in UTF-16 units (0: no bound). SetText is not bounded.
+    std::size_t MaxLength() const { return maxLength; }
+    void SetMaxLength(std::size_t units);
+    /// The text can be selected and copied, not changed.
+    bool ReadOnly() const { return readOnly; }
+    void SetReadOnly(bool value);
+
+    std::function<void()> Change;
+    /// A character, before it changes the text (backspace is 8). The handler may put another in its place, or 0 for
+    /// none. Pasting raises no KeyPress.
+    std::function<void(char32_t& character)> KeyPress;
+    std::function<void()> MouseUp;
+
+    /// Takes the focus, then presses one key after the other; "\b" is backspace.
+    void UserTypes(std::string_view characters);
+    void UserPastes(std::string_view pasted);
+    void UserReleasesMouse();
+
+    // For the peer, whose native control edits by itself.
+    /// The character that is to be entered in place of `character`; 0 for none.
+    char32_t UserPresses(char32_t character);
+    /// The user's editing made this the text, with the cursor at `cursor`.
+    void UserEdits(std::string value, std::size_t cursor);
+    /// The user moved the selection. No event.
+    void UserSelects(std::size_t from, std::size_t count);
+
+private:
+    std::string text;
+    std::size_t start{};
+    std::size_t length{};
+    std::size_t maxLength{};
+    Lines lines;
+    bool readOnly{};
+
+    bool IsUsable() const { return Enabled() && Visible() && !readOnly; }
+    void Enter(std::string_view entered);
+    void Erase();
+};
+
+} // namespace ui
