@@ -19,6 +19,14 @@ inline constexpr std::uint16_t FileNotFound = 126, PreviousInstance = 140, TabWo
                                ProductCaption = 360, SettingsAppName = 362, ProductName = 390,
                                InitSettingsUnreadable = 512, InitSettingsReason = 513, InitSettingsAdvice = 514,
                                PleaseWait = 491, BrowserLoads = 492, PercentDone = 493, Reinstall = 532, EBook = 534,
-                               ReportABug = 524, FavoritesKey = 364;
+                               ReportABug = 524, FavoritesKey = 364,
+                               DeleteTopLevel = 259, DeleteFolderQuestion = 260, DeleteFolderContents = 261,
+                               RenameTopLevel = 262, AlreadyFavorite = 269, FolderNameTooLong = 284,
+                               EnterFolderName = 347, DropRefused = 356, RemoveFavoriteQuestion = 357,
+                               RecentDocumentsKey = 378, LaunchDocumentFailed = 391, FolderNameCharacters = 397,
+                               FolderNameStart = 398, CannotRename = 399, FolderNameTaken = 400,
+                               DragFromPreview = 403, HistoryPeriod = 481, DeleteFailed = 515, CloseTemplates = 516,
+                               RenameFailed = 519, RenameWithFindPane = 521, CloseFindPane = 522,
+                               DeleteWithFindPane = 523, DropOnlyFavorites = 531;
 
 } // namespace app::str
