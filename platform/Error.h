@@ -31,6 +31,7 @@ inline constexpr Error ModuleNotFound{126};
 inline constexpr Error DirectoryNotEmpty{145};
 inline constexpr Error AlreadyExists{183};
 inline constexpr Error MoreData{234};
+inline constexpr Error Timeout{1460};
 inline constexpr Error InvalidFolder{267}; ///< the name is not a folder's
 inline constexpr Error FileTooLarge{223};
 inline constexpr Error CannotCreateObject{429};              ///< automation: no such class

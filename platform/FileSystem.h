@@ -61,6 +61,11 @@ public:
 
     /// The whole file; error::FileTooLarge when it has more than `limit` bytes.
     virtual Result<std::string> Read(std::string_view path, std::uint64_t limit) = 0;
+    /// A new file with these bytes; error::FileExists when it is there. Of a write that breaks off nothing stays.
+    virtual Result<> Write(std::string_view path, std::string_view bytes) = 0;
+    /// One rename of a file on one volume that takes the place of a file `to` if there is one: at every moment `to` is
+    /// the old file or the new one. error::AccessDenied when `to` is a folder or write-protected.
+    virtual Result<> Replace(std::string_view from, std::string_view to) = 0;
 };
 
 } // namespace platform

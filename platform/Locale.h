@@ -2,6 +2,7 @@
 
 #include "platform/Clock.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,11 @@ public:
     virtual int Compare(std::string_view a, std::string_view b) = 0;
     /// One character.
     virtual char DecimalSeparator() = 0;
+
+    /// Text in the system's 8-bit code page, which old text files are written in.
+    virtual std::string FromAnsi(std::string_view bytes) = 0;
+    /// Nothing when the code page lacks one of the characters: text is never changed on its way.
+    virtual std::optional<std::string> ToAnsi(std::string_view text) = 0;
 };
 
 } // namespace platform

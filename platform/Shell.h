@@ -2,6 +2,7 @@
 
 #include "platform/Error.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -11,7 +12,11 @@ namespace platform {
 enum class WindowStyle { Normal = 1, MinimizedFocus = 2 };
 
 /// Folders that the system knows by role.
-enum class KnownFolder { Personal /**< the user's documents */, ProgramFolder /**< where this program lies */ };
+enum class KnownFolder {
+    Personal,      ///< the user's documents
+    ProgramFolder, ///< where this program lies
+    Windows        ///< where the system keeps its own programs
+};
 
 /// Starting things: documents by their type's program, programs by command line.
 class Shell {
@@ -24,6 +29,10 @@ public:
 
     /// Starts `application` (a full path; never searched for) with the command line as given and does not wait.
     virtual Result<> Run(std::string_view application, std::string_view commandLine, WindowStyle style) = 0;
+    /// The same, and waits until the program has ended: its exit code. A program that runs for longer than `milliseconds`
+    /// is ended (error::Timeout). Messages that other programs send are answered meanwhile, nothing else is handled.
+    virtual Result<std::uint32_t> RunAndWait(std::string_view application, std::string_view commandLine,
+                                             WindowStyle style, std::uint32_t milliseconds) = 0;
 
     /// A folder's path without a trailing separator.
     virtual Result<std::string> FolderPath(KnownFolder folder) = 0;

@@ -363,6 +363,45 @@ Result<std::string> MemoryFileSystem::Read(std::string_view path, std::uint64_t 
     return (*found)->contents;
 }
 
+Result<> MemoryFileSystem::Write(std::string_view path, std::string_view bytes)
+{
+    if (const auto fault = faults.Enter("FileSystem.Write", path))
+        return Fail(*fault);
+    const auto place = Find(path, false);
+    if (!place)
+        return Fail(place.error());
+    if (place->node)
+        return Fail(error::FileExists);
+    AddFile(path, bytes);
+    return {};
+}
+
+Result<> MemoryFileSystem::Replace(std::string_view from, std::string_view to)
+{
+    if (const auto fault = faults.Enter("FileSystem.Replace", std::string{from}.append(" -> ").append(to)))
+        return Fail(*fault);
+    const auto source = Find(from, false);
+    if (!source)
+        return Fail(source.error());
+    if (!source->node)
+        return Fail(error::FileNotFound);
+    const auto place = Find(to, false);
+    if (!place)
+        return Fail(place.error());
+    Node& node = *source->node;
+    Node* const old = place->node;
+    if (node.entry.IsFolder() || (old && (old->entry.IsFolder() || (old->entry.attributes & attribute::ReadOnly) != 0)))
+        return Fail(error::AccessDenied);
+    if (node.heldOpen || (old && old->heldOpen))
+        return Fail(error::SharingViolation);
+    if (old && old != &node)
+        place->parent->Take(*old);
+    auto taken = source->parent->Take(node);
+    taken->entry.name = place->name;
+    place->parent->Add(std::move(taken));
+    return {};
+}
+
 MemoryFileSystem::Node& MemoryFileSystem::Must(std::string_view path) const
 {
     const auto place = Find(path, false);

@@ -32,6 +32,8 @@ public:
     Result<> RemoveFolder(std::string_view path) override;
     Result<> CreateFolder(std::string_view path) override;
     Result<std::string> Read(std::string_view path, std::uint64_t limit) override;
+    Result<> Write(std::string_view path, std::string_view bytes) override;
+    Result<> Replace(std::string_view from, std::string_view to) override;
 
     // What is there. Each creates the folders above and the drive ("X:" or "\\server\share").
     void AddFolder(std::string_view path);

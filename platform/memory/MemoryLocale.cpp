@@ -70,4 +70,25 @@ int MemoryLocale::Compare(std::string_view a, std::string_view b)
     return accents < 0 ? -1 : accents > 0 ? 1 : 0;
 }
 
+std::string MemoryLocale::FromAnsi(std::string_view bytes)
+{
+    std::string text;
+    for (const char byte : bytes)
+        utf::Append(text, static_cast<unsigned char>(byte));
+    return text;
+}
+
+std::optional<std::string> MemoryLocale::ToAnsi(std::string_view text)
+{
+    std::string bytes;
+    for (std::size_t position = 0; position < text.size();) {
+        const utf::Decoded decoded = utf::Decode(text, position);
+        if (!decoded.valid || decoded.character > 0xFF)
+            return std::nullopt;
+        bytes += static_cast<char>(decoded.character);
+        position += decoded.bytes;
+    }
+    return bytes;
+}
+
 } // namespace platform::memory

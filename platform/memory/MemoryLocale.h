@@ -11,6 +11,8 @@ public:
     std::string MediumTime(const LocalTime& time) override; ///< "05:07 PM"
     int Compare(std::string_view a, std::string_view b) override;
     char DecimalSeparator() override { return decimalSeparator; }
+    std::string FromAnsi(std::string_view bytes) override; ///< ISO 8859-1
+    std::optional<std::string> ToAnsi(std::string_view text) override;
 
     void SetDecimalSeparator(char separator) { decimalSeparator = separator; }
 

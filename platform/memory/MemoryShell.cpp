@@ -41,6 +41,21 @@ Result<> MemoryShell::Run(std::string_view application, std::string_view command
 {
     if (const auto fault = faults.Enter("Shell.Run", commandLine))
         return std::unexpected{*fault};
+    return Start(application, commandLine, style);
+}
+
+Result<std::uint32_t> MemoryShell::RunAndWait(std::string_view application, std::string_view commandLine,
+                                              WindowStyle style, std::uint32_t)
+{
+    if (const auto fault = faults.Enter("Shell.RunAndWait", commandLine))
+        return std::unexpected{*fault};
+    if (const auto started = Start(application, commandLine, style); !started)
+        return std::unexpected{started.error()};
+    return exitCode;
+}
+
+Result<> MemoryShell::Start(std::string_view application, std::string_view commandLine, WindowStyle style)
+{
     runs.push_back({std::string{application}, std::string{commandLine}, style});
     if (!path::IsAbsolute(application))
         return std::unexpected{error::InvalidName};
@@ -51,7 +66,8 @@ Result<> MemoryShell::Run(std::string_view application, std::string_view command
 
 Result<std::string> MemoryShell::FolderPath(KnownFolder folder)
 {
-    if (const auto fault = faults.Enter("Shell.FolderPath", folder == KnownFolder::Personal ? "Personal" : "Program"))
+    constexpr const char* names[] = {"Personal", "ProgramFolder", "Windows"};
+    if (const auto fault = faults.Enter("Shell.FolderPath", names[static_cast<std::size_t>(folder)]))
         return std::unexpected{*fault};
     return folders.at(folder);
 }

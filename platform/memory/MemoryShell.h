@@ -27,6 +27,8 @@ public:
 
     int Open(std::string_view target) override;
     Result<> Run(std::string_view application, std::string_view commandLine, WindowStyle style) override;
+    Result<std::uint32_t> RunAndWait(std::string_view application, std::string_view commandLine, WindowStyle style,
+                                     std::uint32_t milliseconds) override;
     Result<std::string> FolderPath(KnownFolder folder) override;
 
     /// Every target and program asked for, refused ones too, in order.
@@ -42,9 +44,13 @@ public:
     /// Stands in for the programs that are started: it does what they do and decides whether they start. Without one
     /// they start and do nothing.
     void OnRun(std::function<Result<>(const Started&)> program) { standIn = std::move(program); }
+    /// The exit code of programs that are waited for.
+    void SetExitCode(std::uint32_t code) { exitCode = code; }
     void SetFolderPath(KnownFolder folder, Result<std::string> path);
 
 private:
+    Result<> Start(std::string_view application, std::string_view commandLine, WindowStyle style);
+
     FaultPlan& faults;
     const MemoryFileSystem& files;
     std::vector<std::string> opened;
@@ -53,9 +59,11 @@ private:
     std::map<std::string, int> answers; // by folded target
     std::optional<int> answerToAll;
     std::function<Result<>(const Started&)> standIn;
+    std::uint32_t exitCode{};
     std::map<KnownFolder, Result<std::string>> folders{
         {KnownFolder::Personal, "C:\\Users\\User\\Documents"},
         {KnownFolder::ProgramFolder, "C:\\Program Files\\Template Browser"},
+        {KnownFolder::Windows, "C:\\Windows"},
     };
 };
 

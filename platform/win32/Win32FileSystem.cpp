@@ -191,4 +191,45 @@ Result<std::string> Win32FileSystem::Read(std::string_view path, std::uint64_t l
     }
 }
 
+Result<> Win32FileSystem::Write(std::string_view path, std::string_view bytes)
+{
+    const auto native = ToNativePath(path);
+    if (!native)
+        return std::unexpected{native.error()};
+    FileHandle file{CreateFileW(native->c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr)};
+    if (!file)
+        return LastError();
+    Result<> outcome;
+    while (outcome && !bytes.empty()) {
+        DWORD written{};
+        const DWORD portion = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), 1u << 24));
+        outcome = Outcome(::WriteFile(file.Get(), bytes.data(), portion, &written, nullptr));
+        if (outcome && written == 0)
+            outcome = std::unexpected{error::DiskFull};
+        bytes.remove_prefix(written);
+    }
+    if (outcome) // a file that others count on is on the disk before its place is given to it
+        outcome = Outcome(FlushFileBuffers(file.Get()));
+    file.Reset();
+    if (!outcome)
+        (void)DeleteFileW(native->c_str());
+    return outcome;
+}
+
+Result<> Win32FileSystem::Replace(std::string_view from, std::string_view to)
+{
+    const auto source = ToNativePath(from);
+    const auto target = ToNativePath(to);
+    if (!source || !target)
+        return std::unexpected{error::InvalidName};
+    const DWORD attributes = GetFileAttributesW(source->c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & attribute::Folder) != 0)
+        return std::unexpected{error::AccessDenied};
+    // Systems differ in what they say of a folder or a protected file that is in the way.
+    const DWORD old = GetFileAttributesW(target->c_str());
+    if (old != INVALID_FILE_ATTRIBUTES && (old & (attribute::Folder | attribute::ReadOnly)) != 0)
+        return std::unexpected{error::AccessDenied};
+    return Outcome(MoveFileExW(source->c_str(), target->c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
+}
+
 } // namespace platform::win32

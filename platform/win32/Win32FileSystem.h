@@ -14,6 +14,8 @@ public:
     Result<> RemoveFolder(std::string_view path) override;
     Result<> CreateFolder(std::string_view path) override;
     Result<std::string> Read(std::string_view path, std::uint64_t limit) override;
+    Result<> Write(std::string_view path, std::string_view bytes) override;
+    Result<> Replace(std::string_view from, std::string_view to) override;
 };
 
 } // namespace platform::win32

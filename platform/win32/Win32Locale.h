@@ -10,6 +10,8 @@ public:
     std::string MediumTime(const LocalTime& time) override;
     int Compare(std::string_view a, std::string_view b) override;
     char DecimalSeparator() override;
+    std::string FromAnsi(std::string_view bytes) override;
+    std::optional<std::string> ToAnsi(std::string_view text) override;
 };
 
 } // namespace platform::win32

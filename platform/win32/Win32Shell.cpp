@@ -34,6 +34,37 @@ Result<std::string> ProgramFolder()
     }
 }
 
+Result<std::string> WindowsFolder()
+{
+    wchar_t path[MAX_PATH];
+    // Not the folder that a terminal server makes up for each user.
+    const UINT length = GetSystemWindowsDirectoryW(path, MAX_PATH);
+    if (length == 0 || length >= MAX_PATH)
+        return length == 0 ? LastError() : std::unexpected{error::MoreData};
+    return path::Normalized(ToUtf8({path, length}));
+}
+
+Result<ObjectHandle> StartProgram(std::string_view application, std::string_view commandLine, WindowStyle style)
+{
+    const auto path = ToNativePath(application);
+    if (!path)
+        return std::unexpected{path.error()};
+    if (commandLine.contains('\0'))
+        return std::unexpected{error::InvalidParameter};
+    std::wstring line = ToUtf16(commandLine); // the system writes into it
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    start.dwFlags = STARTF_USESHOWWINDOW;
+    start.wShowWindow = static_cast<WORD>(style);
+    PROCESS_INFORMATION process{};
+    // The default error mode: programs that we start tell of missing disks in their own way.
+    if (!CreateProcessW(path->c_str(), line.data(), nullptr, nullptr, FALSE, CREATE_DEFAULT_ERROR_MODE, nullptr,
+                        nullptr, &start, &process))
+        return LastError();
+    const ObjectHandle threadHandle{process.hThread};
+    return ObjectHandle{process.hProcess};
+}
+
 } // namespace
 
 int Win32Shell::Open(std::string_view target)
@@ -56,29 +87,50 @@ int Win32Shell::Open(std::string_view target)
 
 Result<> Win32Shell::Run(std::string_view application, std::string_view commandLine, WindowStyle style)
 {
-    const auto path = ToNativePath(application);
-    if (!path)
-        return std::unexpected{path.error()};
-    if (commandLine.contains('\0'))
-        return std::unexpected{error::InvalidParameter};
-    std::wstring line = ToUtf16(commandLine); // the system writes into it
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    start.dwFlags = STARTF_USESHOWWINDOW;
-    start.wShowWindow = static_cast<WORD>(style);
-    PROCESS_INFORMATION process{};
-    // The default error mode: programs that we start tell of missing disks in their own way.
-    if (!CreateProcessW(path->c_str(), line.data(), nullptr, nullptr, FALSE, CREATE_DEFAULT_ERROR_MODE, nullptr,
-                        nullptr, &start, &process))
+    const auto process = StartProgram(application, commandLine, style);
+    return process ? Result<>{} : std::unexpected{process.error()};
+}
+
+Result<std::uint32_t> Win32Shell::RunAndWait(std::string_view application, std::string_view commandLine,
+                                             WindowStyle style, std::uint32_t milliseconds)
+{
+    const auto process = StartProgram(application, commandLine, style);
+    if (!process)
+        return std::unexpected{process.error()};
+    const HANDLE handle = process->Get();
+    const ULONGLONG start = GetTickCount64();
+    for (;;) {
+        const ULONGLONG passed = GetTickCount64() - start;
+        const DWORD left = passed < milliseconds ? static_cast<DWORD>(milliseconds - passed) : 0;
+        const DWORD outcome = MsgWaitForMultipleObjects(1, &handle, FALSE, left, QS_SENDMESSAGE);
+        if (outcome == WAIT_OBJECT_0)
+            break;
+        if (outcome == WAIT_OBJECT_0 + 1) { // another program's message, which it waits for: looking delivers it
+            MSG message;
+            PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+            continue;
+        }
+        const auto failed = outcome == WAIT_TIMEOUT ? error::Timeout : LastError().error();
+        TerminateProcess(handle, 1);
+        return std::unexpected{failed};
+    }
+    DWORD code{};
+    if (!GetExitCodeProcess(handle, &code))
         return LastError();
-    const ObjectHandle processHandle{process.hProcess};
-    const ObjectHandle threadHandle{process.hThread};
-    return {};
+    return code;
 }
 
 Result<std::string> Win32Shell::FolderPath(KnownFolder folder)
 {
-    return folder == KnownFolder::Personal ? DocumentsFolder() : ProgramFolder();
+    switch (folder) {
+    case KnownFolder::Personal:
+        return DocumentsFolder();
+    case KnownFolder::Windows:
+        return WindowsFolder();
+    case KnownFolder::ProgramFolder:
+        break;
+    }
+    return ProgramFolder();
 }
 
 } // namespace platform::win32

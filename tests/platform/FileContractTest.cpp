@@ -246,6 +246,44 @@ TEST_F(FileContract, ReadsWholeFilesUpToTheLimit)
     EXPECT_EQ(files.Read(At("large"), large.size()).value(), large);
 }
 
+TEST_F(FileContract, WritesNewFilesOnly)
+{
+    const std::string bytes{"a\0b\r\n\x1A\xFF", 7};
+    EXPECT_EQ(files.Write(At("new"), bytes), Result<>{});
+    EXPECT_EQ(files.Write(At("empty"), ""), Result<>{});
+    EXPECT_EQ(CodeOf(files.Write(At("new"), "other")), error::FileExists.code);
+    EXPECT_EQ(CodeOf(files.Write(At("missing\\file"), "x")), error::PathNotFound.code);
+    EXPECT_EQ(CodeOf(files.Write(At("a*"), "x")), error::InvalidName.code);
+    EXPECT_EQ(Contents("new"), bytes);
+    EXPECT_THAT(Names(), UnorderedElementsAre("new", "empty"));
+}
+
+TEST_F(FileContract, ReplacesAFileInOneStep)
+{
+    Create("Folder");
+    Write("new", "n");
+    Write("old", "o");
+    Write("protected", "p");
+    under->SetReadOnly(At("protected"), true);
+    const struct {
+        const char *from, *to;
+        Result<> expected;
+    } rows[] = {
+        {"new", "protected", Failed(error::AccessDenied)},
+        {"new", "Folder", Failed(error::AccessDenied)},
+        {"Folder", "old", Failed(error::AccessDenied)},
+        {"missing", "old", Failed(error::FileNotFound)},
+        {"new", "missing\\file", Failed(error::PathNotFound)},
+        {"new", "old", {}},
+        {"old", "Folder\\free", {}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(CodeOf(files.Replace(At(row.from), At(row.to))), CodeOf(row.expected)) << row.from << " " << row.to;
+    EXPECT_EQ(Contents("Folder\\free"), "n");
+    EXPECT_EQ(Contents("protected"), "p");
+    EXPECT_THAT(Names(), UnorderedElementsAre("Folder", "protected"));
+}
+
 TEST_F(FileContract, PathsCanBeLongerThanTheClassicBound)
 {
     std::string deep;

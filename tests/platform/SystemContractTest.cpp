@@ -75,6 +75,8 @@ TEST_F(SystemContract, ProgramsAreNeverSearchedFor)
 {
     const auto codeOf = [&](std::string_view application) {
         const auto started = system.shell.Run(application, "x", WindowStyle::Normal);
+        const auto waited = system.shell.RunAndWait(application, "x", WindowStyle::Normal, 1000);
+        EXPECT_EQ(waited.has_value(), started.has_value());
         return started ? 0 : started.error().code;
     };
     EXPECT_EQ(codeOf("cmd.exe"), error::InvalidName.code);
@@ -84,7 +86,7 @@ TEST_F(SystemContract, ProgramsAreNeverSearchedFor)
 
 TEST_F(SystemContract, FoldersByRoleAreAbsoluteWithoutATrailingSeparator)
 {
-    for (const KnownFolder folder : {KnownFolder::Personal, KnownFolder::ProgramFolder}) {
+    for (const KnownFolder folder : {KnownFolder::Personal, KnownFolder::ProgramFolder, KnownFolder::Windows}) {
         const std::string path = system.shell.FolderPath(folder).value();
         EXPECT_TRUE(path::IsAbsolute(path)) << path;
         EXPECT_EQ(path, path::Normalized(path));
@@ -101,6 +103,17 @@ TEST_F(SystemContract, FormatsTimesAsTheUserReadsThem) // in the United States, 
     for (const auto& row : rows)
         EXPECT_EQ(system.locale.MediumTime({2004, 3, 7, row.hour, row.minute, 0}), row.expected);
     EXPECT_EQ(system.locale.DecimalSeparator(), '.');
+}
+
+TEST_F(SystemContract, TextGoesThroughTheOldCodePageUnchangedOrNotAtAll)
+{
+    for (const char* text : {"", "plain", "Größe é"}) {
+        const auto bytes = system.locale.ToAnsi(text);
+        ASSERT_TRUE(bytes) << text;
+        EXPECT_EQ(system.locale.FromAnsi(*bytes), text);
+    }
+    for (const char* text : {"日本", "a\u2153", "😀", "\xFF"})
+        EXPECT_FALSE(system.locale.ToAnsi(text)) << text;
 }
 
 TEST_F(SystemContract, SortsNamesAsTheUsersLanguageDoes)

@@ -44,6 +44,14 @@ TEST_F(Win32Test, StartsAProgramByItsFullPathWithTheCommandLineAsGiven)
     EXPECT_EQ(Awaited(At("copied ü"), 8), "contents");
 }
 
+TEST_F(Win32Test, WaitsForAProgramAndEndsOneThatDoesNotEnd)
+{
+    const std::string cmd = path::Join(SystemFolder(), "cmd.exe");
+    EXPECT_EQ(system.shell.RunAndWait(cmd, "cmd.exe /c exit 7", WindowStyle::MinimizedFocus, 60'000), Result<std::uint32_t>{7});
+    EXPECT_EQ(system.shell.RunAndWait(cmd, "cmd.exe /c pause", WindowStyle::MinimizedFocus, 300),
+              Result<std::uint32_t>{std::unexpected{error::Timeout}});
+}
+
 TEST_F(Win32Test, ReadsStringsThatWereStoredBadly)
 {
     const std::wstring key = L"Software\\TSBrowserTests";
