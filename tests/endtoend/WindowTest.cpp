@@ -1,0 +1,116 @@
+#include "tests/endtoend/BrowserTest.h"
+
+#include <aclapi.h>
+
+namespace endtoend {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::wstring Title = L"Tessaly Desk";
+constexpr int Twips = 15; ///< in a pixel at 96 dpi
+
+class MainWindowTest : public BrowserTest {
+protected:
+    static RECT PlaceOf(HWND window)
+    {
+        RECT place{};
+        GetWindowRect(window, &place);
+        return place;
+    }
+    static RECT WorkArea()
+    {
+        RECT area{};
+        SystemParametersInfoW(SPI_GETWORKAREA, 0, &area, 0);
+        return area;
+    }
+};
+
+TEST_F(MainWindowTest, SpeaksTheLanguageOfTheTextsBesideIt)
+{
+    fs::copy_file(fs::path{harness::OwnFolder()} / L"endtoend_texts.dll",
+                  installation.program.parent_path() / L"TS_RES.dll");
+    const HWND window = Open();
+    EXPECT_EQ(NodesOf(window), (std::vector<std::wstring>{L"Meine Favoriten", L"Business", L"", L"Get More Templates"}));
+    // The menus, by their letters: "Ansicht", "Liste", and "Datei", "Beenden".
+    EXPECT_TRUE(Choose(window, L"al"));
+    const HWND list = Child(window, WC_LISTVIEWW);
+    EXPECT_TRUE(harness::WaitFor([list] { return SendMessageW(list, LVM_GETVIEW, 0, 0) == LV_VIEW_LIST; }));
+    EXPECT_TRUE(Choose(window, L"de"));
+    ExpectEnd();
+
+    // 150 groups of four characters, cut to what is read of a text.
+    installation.Set(L"Options", L"MSOVersion", L"xp");
+    Start();
+    const Box box = AnswerBox();
+    EXPECT_TRUE(box.text.starts_with(L"000 001 002 "));
+    EXPECT_TRUE(box.text.ends_with(L"126 127\r\nPlease reinstall the application.")) << Printable(box.text);
+    ExpectEnd();
+}
+
+TEST_F(MainWindowTest, OpensWhereItCanBeReachedWhateverIsStored)
+{
+    const struct {
+        const char* name;
+        const wchar_t* left;
+        const wchar_t* top;
+        const wchar_t* width;
+        const wchar_t* height;
+    } rows[] = {
+        {"far right", L"90000", L"1000", L"9900", L"7200"},
+        {"above and left", L"-30000", L"-30000", L"9900", L"7200"},
+        {"no numbers", L"left", L"", L"0x100", L"1e9"},
+        {"beyond all bounds", L"99999999999", L"-99999999999", L"2147483648", L"-1"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        installation.Set(L"Browser", L"MainLeft", row.left);
+        installation.Set(L"Browser", L"MainTop", row.top);
+        installation.Set(L"Browser", L"MainWidth", row.width);
+        installation.Set(L"Browser", L"MainHeight", row.height);
+        const RECT place = PlaceOf(Open());
+        const RECT area = WorkArea();
+        EXPECT_TRUE(place.left >= area.left && place.top >= area.top && place.right <= area.right &&
+                    place.bottom <= area.bottom)
+            << place.left << ' ' << place.top << ' ' << place.right << ' ' << place.bottom;
+        EXPECT_GE((place.right - place.left + 1) * Twips, 9700); // in whole pixels
+        Close();
+    }
+}
+
+TEST_F(MainWindowTest, ComesBackWhereItWasClosed)
+{
+    // A number of another type counts as none, and is replaced.
+    const DWORD number = 4500;
+    RegSetKeyValueW(HKEY_CURRENT_USER, (std::wstring{SettingsKey} + L"\\Browser").c_str(), L"MainTop", REG_DWORD,
+                    &number, sizeof number);
+    HWND window = Open();
+    EXPECT_EQ(PlaceOf(window).top * Twips, 1005); // 1000 twips in whole pixels
+    MoveWindow(window, 120, 90, 800, 600, TRUE);
+    EXPECT_TRUE(SelectNode(window, L"My Favorites"));
+    EXPECT_TRUE(Choose(window, L"vl"));
+    Close();
+
+    const std::pair<const wchar_t*, const wchar_t*> stored[] = {
+        {L"TSMaximized", L"False"},   {L"MainLeft", L"1800"},     {L"MainTop", L"1350"},
+        {L"MainWidth", L"12000"},     {L"MainHeight", L"9000"},   {L"HorzSplitterTop", L"5250"},
+        {L"VertSplitterLeft", L"1965"}, {L"LastFolderBrowsed", L"My Favorites"},
+    };
+    for (const auto& [name, text] : stored)
+        EXPECT_EQ(installation.Setting(L"Browser", name), text) << Printable(name);
+
+    window = Open();
+    const RECT place = PlaceOf(window);
+    EXPECT_EQ(place.left, 120);
+    EXPECT_EQ(place.top, 90);
+    EXPECT_EQ(place.right - place.left, 800);
+    EXPECT_EQ(place.bottom - place.top, 600);
+    ShowWindow(window, SW_MAXIMIZE);
+    EXPECT_TRUE(harness::WaitFor([window] { return IsZoomed(window) != FALSE; }));
+    Close();
+    EXPECT_EQ(installation.Setting(L"Browser", L"TSMaximized"), L"True");
+    EXPECT_EQ(installation.Setting(L"Browser", L"MainWidth"), L"12000");
+}
+
+} // namespace
+} // namespace endtoend
