@@ -1,0 +1,32 @@
+#!/bin/sh
+# Builds the fuzz targets with clang-19 (Debian: clang-19, libclang-rt-19-dev) and runs each for SECONDS:
+#   fuzz/run.sh [SECONDS [TARGET...]]      (default: 60, all of them)
+# Inputs that reach something new are kept in build/fuzz/corpus, one that fails in build/fuzz/TARGET-*; the target
+# started with that file alone shows the failure again.
+set -eu
+
+seconds=${1:-60}
+[ $# -eq 0 ] || shift
+[ $# -gt 0 ] || set -- TextFuzz PathFuzz SettingsFuzz LibraryFuzz
+root=$(cd "$(dirname "$0")/.." && pwd)
+build=${TS_FUZZ_BUILD:-$root/build/fuzz}
+
+# GCC judges the warnings; clang does not know them all, and finds fault with the standard library's headers.
+quiet="-Wno-unknown-warning-option -Wno-deprecated-declarations"
+cmake -S "$root" -B "$build" -DCMAKE_CXX_COMPILER=clang++-19 -DCMAKE_C_COMPILER=clang-19 -DCMAKE_BUILD_TYPE=Debug \
+    -DTS_FUZZ=ON -DTS_SANITIZE=ON "-DCMAKE_CXX_FLAGS=-fsanitize=fuzzer-no-link $quiet" > "$build.log" 2>&1 &&
+    cmake --build "$build" --parallel 2 --target "$@" >> "$build.log" 2>&1 || { tail -n 40 "$build.log" >&2; exit 2; }
+
+failed=0
+for target in "$@"; do
+    mkdir -p "$build/corpus/$target"
+    if "$build/fuzz/$target" -max_total_time="$seconds" -max_len=4096 -timeout=10 -print_final_stats=1 \
+        -artifact_prefix="$build/$target-" "$build/corpus/$target" > "$build/$target.log" 2>&1; then
+        sed -n "s/.*stat::number_of_executed_units: */$target: no failure, inputs run: /p" "$build/$target.log"
+    else
+        failed=1
+        echo "$target: FAILED"
+        grep -v '^#' "$build/$target.log" | tail -n 40
+    fi
+done
+exit $failed
