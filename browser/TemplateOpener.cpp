@@ -13,6 +13,11 @@ void TemplateOpener::Open(const std::string& file)
         Opened(file);
 }
 
+void TemplateOpener::OpenAgain(const std::string& file)
+{
+    (void)Launch(file);
+}
+
 void TemplateOpener::CreateDocument(const std::string& file)
 {
     const auto copy = spreadsheets.SaveFile(path::Name(file), path::Parent(file));
@@ -21,9 +26,15 @@ void TemplateOpener::CreateDocument(const std::string& file)
         messages.Inform(isGone ? app::str::FileNotFound : app::str::PathFileAccessError);
         return;
     }
-    if (copy->empty())
+    if (copy->empty()) {
         Open(file);
-    else if (Launch(*copy) && Opened)
+        return;
+    }
+    if (!Launch(*copy))
+        return;
+    if (Created)
+        Created(*copy);
+    if (Opened)
         Opened(file);
 }
 

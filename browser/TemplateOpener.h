@@ -18,7 +18,12 @@ public:
     /// Called with the path of every template that was opened without a failure message.
     std::function<void(const std::string& path)> Opened;
 
+    /// Called with the path of every new document that was made and opened.
+    std::function<void(const std::string& path)> Created;
+
     void Open(const std::string& path);
+    /// The same for a file that the user takes from those opened before; nobody is told.
+    void OpenAgain(const std::string& path);
     /// A spreadsheet is copied into the working directory first, so that the user works on the copy; other templates
     /// make a new document by themselves when they are opened.
     void CreateDocument(const std::string& path);

@@ -18,9 +18,28 @@ public:
 
     const std::vector<std::string>& List() const { return favoritesList; }
 
+    /// Adds a template (path relative to the templates path) and stores it. One whose path is part of a stored
+    /// favourite's counts as there already: the user is told, by the text of the row that he chose. A failure of the
+    /// registry is told and adds nothing.
+    void AddToFavorites(const std::string& path, const std::string& rowText);
+    /// Asks for every favourite that contains the row's text, the last one first, and removes those that the user
+    /// gives up. True when the list is another one now.
+    bool RemoveFromFavorites(const std::string& rowText);
+
+    /// Before a category folder is renamed: stores the favourites in it under their new paths as well. False when the
+    /// registry refused, which the user has been told; nothing has changed then.
+    bool StoreMoved(const std::string& from, const std::string& to);
+    /// After it: forgets the old paths, or the new ones when the folder could not be renamed.
+    void ForgetMoved(const std::string& from, const std::string& to, bool moved);
+
 private:
     app::Program& program;
     std::vector<std::string> favoritesList;
+
+    platform::Result<std::vector<std::string>> StoredNames() const;
+    platform::Result<> SaveFavorite(const std::string& path);
+    /// False when the favourite is still stored.
+    bool DeleteFavorite(const std::string& path);
 };
 
 } // namespace library

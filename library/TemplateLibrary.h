@@ -33,6 +33,7 @@ public:
 
     bool Loading() const { return loading; }
     FolderTree& Tree() { return folderTree; }
+    const FolderTree& Tree() const { return folderTree; }
     const FolderTable& Table() const { return table; }
 
     /// The hidden combo of all folders, in walk order; its text is the folder to come back to.

@@ -28,8 +28,8 @@ void CommandTable::Fill(ui::Menu& menu, const std::vector<std::string>& entries,
                         const std::vector<MenuLayout>& subMenus) const
 {
     for (const std::string& entry : entries) {
-        if (entry == Separator) {
-            menu.Add(MakeSeparator());
+        if (entry.starts_with(Separator)) {
+            menu.Add(MakeSeparator()).Name = entry.substr(Separator.size());
             continue;
         }
         if (entry.ends_with('>')) {
@@ -81,6 +81,8 @@ void CommandTable::Refresh(ui::Menu& menu) const
         item.Enabled = IsEnabled(*command);
         item.Visible = IsVisible(*command);
         item.Checked = command->checked && command->checked();
+        if (command->textNow)
+            item.Caption = command->textNow();
     });
 }
 

@@ -23,6 +23,7 @@ struct Command {
     std::function<bool()> enabled; ///< none: always
     std::function<bool()> checked; ///< none: not a switch
     std::function<bool()> visible; ///< none: always
+    std::function<std::string()> textNow; ///< caption of an entry that changes; none: it stays
 };
 
 /// The commands of a window, and the menus and toolbar that are made from them.
@@ -32,7 +33,8 @@ public:
     /// Null when there is none of that name.
     const Command* Find(std::string_view name) const;
 
-    /// One menu: its entries by command name, "-" for a separator.
+    /// One menu: its entries by command name, "-" for a separator, "-name" for one that a command of that name
+    /// shows and hides.
     struct MenuLayout {
         std::string name;
         int caption{};

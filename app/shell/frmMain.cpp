@@ -45,33 +45,14 @@ constexpr StoredColumn columns[] = {
 
 } // namespace
 
-/// Marks a routine that yields. A close that comes while one is on the stack waits until the last of them is done,
-/// because it would take the window away under their feet.
-class frmMain::Busy {
-public:
-    explicit Busy(frmMain& mainForm) : form{mainForm} { ++form.busy; }
-    Busy(const Busy&) = delete;
-    Busy& operator=(const Busy&) = delete;
-    ~Busy()
-    {
-        if (--form.busy == 0 && form.closeWhenIdle) {
-            form.program.progress.Cancelled = false;
-            form.Close();
-        }
-    }
-
-private:
-    frmMain& form;
-};
-
 frmMain::frmMain(Program& program)
     : Form{program.toolkit, "frmMain", Style::Sizable}, program{program}, templateLibrary{program, tvTreeView},
-      favorites{program}, tabs{program, fileTypeTabStrip}, templates{program, lvListView},
+      favorites{program}, folders{program, tvTreeView, templateLibrary, favorites}, tabs{program, fileTypeTabStrip}, templates{program, lvListView},
       preview{program, imgPreview, lblPreview},
       launcher{program.platform.shell, program.platform.files, program.registry,
                program.messages,       program.toolkit,        program.strings},
       spreadsheets{program.platform.files, program.platform.shell, program.registry},
-      opener{launcher, spreadsheets, program.messages}, help{program, launcher}
+      opener{launcher, spreadsheets, program.messages}, recentFiles{program}, recentDocuments{program}, help{program, launcher}
 {
     SetCaption(program.state.ProductCaption);
     std::vector<ui::ListView::Column> listColumns;
@@ -82,6 +63,7 @@ frmMain::frmMain(Program& program)
     AddCommands();
     BuildMenus();
     WireEvents();
+    WireFolders();
 }
 
 bool frmMain::Load()
@@ -124,6 +106,7 @@ bool frmMain::LoadTemplateBrowser()
         GetQuenbyFileOption();
         PreviousRunSettings();
         favorites.GetFavoritesFromRegistry();
+        recentFiles.GetRecentFilesFromRegistry();
         templateLibrary.FullLoad = true;
         if (LoadTreeView())
             FillList();
@@ -366,6 +349,8 @@ bool frmMain::OnKey(const ui::Key& key)
 
 bool frmMain::OnTreeKey(const ui::Key& key)
 {
+    if (key == ui::Plain(ui::KeyCode::Delete))
+        return commands.Run("mnupopDeletefolder");
     if (key != ui::Plain(ui::KeyCode::Backspace))
         return false;
     SelectParent();
@@ -374,6 +359,9 @@ bool frmMain::OnTreeKey(const ui::Key& key)
 
 bool frmMain::OnListKey(const ui::Key& key)
 {
+    // Not the folder's Delete: in the list it is about the template.
+    if (key == ui::Plain(ui::KeyCode::Delete))
+        return commands.Run("mnuRemoveFromFavorites");
     return OnTreeKey(key);
 }
 

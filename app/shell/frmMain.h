@@ -6,10 +6,13 @@
 #include "browser/FileTypeTabs.h"
 #include "browser/Launcher.h"
 #include "browser/PreviewPane.h"
+#include "browser/RecentDocuments.h"
+#include "browser/RecentFiles.h"
 #include "browser/SpreadsheetFolder.h"
 #include "browser/TemplateList.h"
 #include "browser/TemplateOpener.h"
 #include "library/Favorites.h"
+#include "library/FolderOperations.h"
 #include "library/TemplateLibrary.h"
 #include "ui/Form.h"
 #include "ui/Image.h"
@@ -52,8 +55,14 @@ public:
     void tvTreeView_Expand(ui::TreeView::Node& node);
     void lvListView_Click();
     void lvListView_DblClick();
+    void tvTreeView_Drop(ui::TreeView::Node& node, ui::Control& source);
     void fileTypeTabStrip_Click();
     void mnuViewPreviewPane_Click();
+    void mnupopDeletefolder_Click();
+    void mnuAddToFavorites_Click();
+    void mnuRemoveFromFavorites_Click();
+    /// Opens a recent file, 1 to 10.
+    void mnuFile_Click(std::size_t number);
 
     ui::ToolBar tbToolBar{*this};
     ui::TreeView tvTreeView{*this};
@@ -67,6 +76,8 @@ public:
     ui::Menu mnuTreePopup;
     ui::Menu mnuListPopup;
 
+    const library::Favorites& Favorites() const { return favorites; }
+    const browser::RecentFiles& RecentFiles() const { return recentFiles; }
     library::TemplateLibrary& Library() { return templateLibrary; }
     const browser::TemplateList& Templates() const { return templates; }
     const CommandTable& Commands() const { return commands; }
@@ -75,12 +86,15 @@ private:
     Program& program;
     library::TemplateLibrary templateLibrary;
     library::Favorites favorites;
+    library::FolderOperations folders;
     browser::FileTypeTabs tabs;
     browser::TemplateList templates;
     browser::PreviewPane preview;
     browser::Launcher launcher;
     browser::SpreadsheetFolder spreadsheets;
     browser::TemplateOpener opener;
+    browser::RecentFiles recentFiles;
+    browser::RecentDocuments recentDocuments;
     HelpDocuments help;
     CommandTable commands;
 
@@ -91,11 +105,31 @@ private:
     int busy{};          ///< routines on the stack that yield
     bool closeWhenIdle{}; ///< the window was closed in the middle of one of them
 
-    class Busy;
+    /// Marks a routine that yields. A close that comes while one is on the stack waits until the last of them is done,
+    /// because it would take the window away under their feet.
+    class Busy {
+    public:
+        explicit Busy(frmMain& mainForm) : form{mainForm} { ++form.busy; }
+        Busy(const Busy&) = delete;
+        Busy& operator=(const Busy&) = delete;
+        ~Busy()
+        {
+            if (--form.busy == 0 && form.closeWhenIdle) {
+                form.program.progress.Cancelled = false;
+                form.Close();
+            }
+        }
+
+    private:
+        frmMain& form;
+    };
 
     void AddCommands();
     void BuildMenus();
     void WireEvents();
+    void WireFolders();
+    void ReloadTree(const std::string& category);
+    bool FavoritesSelected() const;
     void RestorePlacement();
     void SaveState();
     bool OnClosing();

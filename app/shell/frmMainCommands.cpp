@@ -49,10 +49,6 @@ const LaterCommand laterCommands[] = {
     {"mnuFilePreview", 103, 0, "preview", {}, "Preview"},
     {"mnuFileProperties", 133, 175, "properties", {ui::KeyCode::Enter, false, false, true}},
     {"mnuEditFind", 109, 165, "find", ui::Ctrl('F')},
-    {"mnuAddToFavorites", 355, 355, "add-favorite", ui::Ctrl('D')},
-    {"mnuRemoveFromFavorites", 354, 354, "remove-favorite", {}},
-    {"mnupopRenamefolder", 526, 526, "rename", ui::Plain(ui::KeyCode::F2)},
-    {"mnupopDeletefolder", 525, 525, "delete", {}},
     {"mnuViewThumbnails", 118, 146, "view-thumbnails", {}},
     {"mnuProfileEdit", 374, 417, "profiles", {}},
     {"mnuProfileManage", 375, 375, "profiles", {}},
@@ -84,6 +80,24 @@ void frmMain::AddCommands()
     commands.Add({.name = "mnuRefreshTV", .caption = 105, .toolTip = 105, .image = "refresh",
                   .key = ui::Plain(ui::KeyCode::F5), .run = [this] { RefreshLibrary(); },
                   .enabled = [this] { return !templateLibrary.Loading(); }});
+    const auto canChangeFolder = [this] {
+        return tvTreeView.Selected() != nullptr && folderListOn && !templateLibrary.Loading();
+    };
+    commands.Add({.name = "mnupopRenamefolder", .caption = 526, .toolTip = 526, .image = "rename",
+                  .key = ui::Plain(ui::KeyCode::F2), .run = [this] { folders.StartRename(); }, .enabled = canChangeFolder});
+    commands.Add({.name = "mnupopDeletefolder", .caption = 525, .toolTip = 525, .image = "delete",
+                  .run = [this] { mnupopDeletefolder_Click(); }, .enabled = canChangeFolder});
+    commands.Add({.name = "mnuAddToFavorites", .caption = 355, .toolTip = 355, .image = "add-favorite",
+                  .key = ui::Ctrl('D'), .run = [this] { mnuAddToFavorites_Click(); }, .enabled = hasSelection,
+                  .visible = [this] { return !FavoritesSelected(); }});
+    commands.Add({.name = "mnuRemoveFromFavorites", .caption = 354, .toolTip = 354, .image = "remove-favorite",
+                  .run = [this] { mnuRemoveFromFavorites_Click(); }, .enabled = hasSelection,
+                  .visible = [this] { return FavoritesSelected(); }});
+    commands.Add({.name = "mnuRecentSeparator", .visible = [this] { return !recentFiles.List().empty(); }});
+    for (std::size_t number = 1; number <= browser::RecentFiles::Limit; ++number)
+        commands.Add({.name = "mnuFile" + std::to_string(number), .run = [this, number] { mnuFile_Click(number); },
+                      .visible = [this, number] { return number <= recentFiles.List().size(); },
+                      .textNow = [this, number] { return recentFiles.MenuText(number); }});
     for (const ViewCommand& view : viewCommands)
         commands.Add({.name = view.name, .caption = view.caption, .toolTip = view.toolTip, .image = view.image,
                       .run = [this, mode = view.view] { SetListView(mode); },
@@ -135,7 +149,9 @@ void frmMain::BuildMenus()
 
     const std::vector<CommandTable::MenuLayout> menus{
         {"mnuFile", 101,
-         {"mnuNew>", "mnuFileOpen", "mnuFilePreview", "mnuFileProperties", "-", "mnuFileExit"}},
+         {"mnuNew>", "mnuFileOpen", "mnuFilePreview", "mnuFileProperties", "-", "mnuFileExit", "-mnuRecentSeparator",
+          "mnuFile1", "mnuFile2", "mnuFile3", "mnuFile4", "mnuFile5", "mnuFile6", "mnuFile7", "mnuFile8", "mnuFile9",
+          "mnuFile10"}},
         {"mnuEdit", 108,
          {"mnuEditFind", "-", "mnuAddToFavorites", "mnuRemoveFromFavorites", "-", "mnupopRenamefolder",
           "mnupopDeletefolder"}},

@@ -152,8 +152,7 @@ TEST_F(MainWindowTest, ASettingThatCannotBeSavedIsToldOnceAndTheWindowCloses)
 TEST_F(MainWindowTest, EveryCommandIsInTheMenusAndThoseToComeAreDisabled)
 {
     Start();
-    const std::set<std::string> toCome{"mnuFilePreview", "mnuFileProperties", "mnuEditFind", "mnuAddToFavorites",
-        "mnuRemoveFromFavorites", "mnupopRenamefolder", "mnupopDeletefolder", "mnuViewThumbnails", "mnuProfileEdit",
+    const std::set<std::string> toCome{"mnuFilePreview", "mnuFileProperties", "mnuEditFind", "mnuViewThumbnails", "mnuProfileEdit",
         "mnuProfileManage", "mnuProfileImportExport", "mnuHistory", "mnuInstallNewTemplates", "mnuSolutionPackManager",
         "mnuGetNewDesigns", "mnuHelpAbout"};
     Main().lvListView.UserSelects(0);
@@ -164,7 +163,7 @@ TEST_F(MainWindowTest, EveryCommandIsInTheMenusAndThoseToComeAreDisabled)
         captions.insert(item.Caption);
         if (!item.Enabled && item.Visible && !item.Separator)
             disabled.insert(item.Name);
-        EXPECT_TRUE(item.Separator || !item.Caption.empty()) << item.Name;
+        EXPECT_TRUE(item.Separator || !item.Visible || !item.Caption.empty()) << item.Name;
     });
     EXPECT_EQ(disabled, toCome);
     for (const int id : {102, 226, 227, 103, 104, 109, 114, 115, 116, 117, 118, 119, 120, 122, 123, 124, 125, 133, 128, 129,

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "app/base/Program.h"
+
+#include <string>
+#include <vector>
+
+namespace browser {
+
+/// The documents that the user made or opened, with the day on which each was recorded, one registry value a document.
+/// Two stores are read: the browser's own, and the one that the suite's other programs keep under a name of their own.
+/// Nothing is kept between two readings.
+class RecentDocuments {
+public:
+    struct Document {
+        std::string path;
+        std::string recorded; ///< "2004-03-17"; "" when nobody wrote it down
+        bool isOwn{true};     ///< of the browser's own store
+    };
+
+    explicit RecentDocuments(app::Program& program) : program{program} {}
+
+    /// Records the document under today's date. A failure is told.
+    void Add(const std::string& path);
+
+    /// Reads both stores, the document recorded last first.
+    void GetHistoryListFromRegistry();
+    /// Drops the documents that are gone. One whose drive is away is not gone.
+    void ValidateFilesFromHistoryList();
+    /// Drops the documents that are older than the time period. The day that counts is the file's own or the one on
+    /// which it was recorded, whichever is later: a document made just now keeps the date of its template at first.
+    void ValidateHistoryTimePeriodNew();
+    const std::vector<Document>& List() const { return documents; }
+
+    /// Removes the document from the list and its store; false when it is still stored, which the user is told.
+    bool Remove(const std::string& path);
+    /// Removes all; stops at the first failure.
+    bool Clear();
+
+    /// Months; what is stored is no number, or out of range: 12, or the nearest bound.
+    int TimePeriod() const;
+    bool SaveTimePeriod(int months);
+    static constexpr int LeastMonths = 1, MostMonths = 32767;
+
+private:
+    app::Program& program;
+    std::vector<Document> documents;
+
+    void Read(platform::Hive hive, const std::string& key, bool isOwn);
+    std::pair<platform::Hive, std::string> KeyOf(bool isOwn) const;
+    bool Delete(const Document& document);
+    bool IsGone(const std::string& path) const;
+};
+
+/// Whether a document of this day is older than `months` on `today`. The months are counted as calendar months; in the
+/// first and the last of them the day of the month decides. A day later in the current month, or beyond the next
+/// calendar year, is a wrong clock's and counts as too old.
+bool IsTooOld(const platform::LocalTime& document, const platform::LocalTime& today, int months);
+
+} // namespace browser

@@ -1,0 +1,86 @@
+#include "browser/RecentFiles.h"
+
+#include "app/base/StringId.h"
+#include "platform/Path.h"
+#include "platform/Text.h"
+
+#include <algorithm>
+
+namespace browser {
+namespace {
+
+namespace path = platform::path;
+
+constexpr std::string_view Section = "Browser\\Recent Files";
+
+std::string ValueName(std::size_t number)
+{
+    return "File " + std::to_string(number);
+}
+
+} // namespace
+
+void RecentFiles::GetRecentFilesFromRegistry()
+{
+    files.clear();
+    for (std::size_t number = 1; number <= Limit; ++number) {
+        std::string stored = program.settings.Text(Section, ValueName(number));
+        if (path::IsAbsolute(stored) &&
+            std::ranges::none_of(files, [&](const std::string& file) { return path::Same(file, stored); }))
+            files.push_back(std::move(stored));
+    }
+}
+
+void RecentFiles::AddRecentFileToList(const std::string& file)
+{
+    if (platform::text::EqualIgnoringCase(path::LastFour(file), ".doc"))
+        return;
+    std::erase_if(files, [&](const std::string& entry) { return path::Same(entry, file); });
+    if (files.size() >= Limit)
+        files.resize(Limit - 1);
+    files.insert(files.begin(), file);
+    SaveRecentFilesToRegistry();
+}
+
+void RecentFiles::SaveRecentFilesToRegistry()
+{
+    // From the last to the first: a new file moves the others down, so that a save that ends in the middle has
+    // overwritten none that does not stand further down already.
+    const std::size_t count = files.size();
+    for (std::size_t number = count; number >= 1; --number) {
+        // A list of eight is stored in seven values: the last entry takes the place of the one before it. Readers of
+        // the store count on that.
+        if (count == 8 && number == 7)
+            continue;
+        const std::size_t place = count == 8 && number == 8 ? 7 : number;
+        if (!program.settings.Save(Section, ValueName(place), files[number - 1])) {
+            program.messages.Stop(app::str::SetValueFailed);
+            return;
+        }
+    }
+}
+
+void RecentFiles::FolderRenamed(const std::string& from, const std::string& to)
+{
+    bool isChanged = false;
+    for (std::string& file : files) {
+        const bool isInside = file.size() > from.size() && file[from.size()] == '\\' &&
+                              platform::text::EqualIgnoringCase(std::string_view{file}.substr(0, from.size()), from);
+        if (!isInside)
+            continue;
+        file = to + file.substr(from.size());
+        isChanged = true;
+    }
+    if (isChanged)
+        SaveRecentFilesToRegistry();
+}
+
+std::string RecentFiles::MenuText(std::size_t number) const
+{
+    if (number < 1 || number > files.size())
+        return {};
+    // A single "&" would underline the letter after it.
+    return std::to_string(number) + " " + platform::text::Replaced(std::string{path::Name(files[number - 1])}, "&", "&&");
+}
+
+} // namespace browser

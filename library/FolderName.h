@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string_view>
+
+namespace library {
+
+/// Characters of a folder's name at most.
+inline constexpr std::size_t LongestFolderName = 40;
+
+/// Whether the name holds one of \ / : * ? " < > |.
+bool HasForbiddenCharacter(std::string_view name);
+
+/// Whether the system would refuse the name, or quietly make another one of it: control characters, a dot or blank at
+/// the end, the names of devices ("CON", "com1.old").
+bool IsNoFolderName(std::string_view name);
+
+} // namespace library

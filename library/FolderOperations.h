@@ -1,0 +1,50 @@
+#pragma once
+
+#include "app/base/Program.h"
+#include "library/Favorites.h"
+#include "library/TemplateLibrary.h"
+#include "ui/TreeView.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace library {
+
+/// What the user may do to the category folders: give one a new name, delete one. Works on the tree's selected node.
+class FolderOperations {
+public:
+    FolderOperations(app::Program& program, ui::TreeView& tree, TemplateLibrary& library, Favorites& favorites);
+
+    /// Called before a folder is deleted: whatever shows its files must let go of them.
+    std::function<void()> ReleaseViews;
+    /// Called to load the tree again (the library says whether from the disk) and to select this category.
+    std::function<void(const std::string& category)> Reload;
+    /// Called after a folder got its new name; full paths on disk.
+    std::function<void(const std::string& from, const std::string& to)> Renamed;
+
+    /// Opens the selected node's label for a new name, or says why not.
+    void StartRename();
+    /// Whether a category of this path can be given another name at all; says nothing.
+    bool CanRename(const ui::TreeView::Node& node) const;
+    /// Gives the folder the name that the user typed. A refusal, and a failure of the disk, are told, and leave
+    /// everything as it was.
+    void Rename(const ui::TreeView::Node& node, const std::string& newName);
+    /// Asks, then deletes the selected folder with its templates.
+    void DeleteSelected();
+
+    /// Why `newName` cannot take the place of the category's name, in the words for the user; nothing when it can.
+    std::optional<std::string> RefusalOf(const std::string& category, const std::string& newName) const;
+
+private:
+    app::Program& program;
+    ui::TreeView& tree;
+    TemplateLibrary& library;
+    Favorites& favorites;
+
+    /// Moves the folder on the disk, and with it the favourites in it. Tells a failure.
+    bool Move(const std::string& from, const std::string& to);
+    void ReloadAt(const std::string& category);
+};
+
+} // namespace library

@@ -1,0 +1,93 @@
+#include "library/FolderRemoval.h"
+
+#include "library/CategoryPath.h"
+#include "library/TemplateFiles.h"
+#include "platform/Path.h"
+#include "platform/Text.h"
+
+#include <algorithm>
+#include <ranges>
+
+namespace library {
+namespace {
+
+namespace path = platform::path;
+
+constexpr std::string_view Previews = "Previews";
+
+bool IsBelowTopLevel(const std::string& category)
+{
+    const auto names = platform::text::Split(category, '\\');
+    return names.size() > 1 && std::ranges::none_of(names, [](const std::string& name) {
+        return name.empty() || name == "." || name == ".." || name.find_first_of("/:") != std::string::npos;
+    });
+}
+
+} // namespace
+
+bool FolderRemoval::Remove(const std::string& category)
+{
+    if (!IsBelowTopLevel(category) || LeadsThroughLink(path::Parent(category)))
+        return false;
+    // All is listed before anything is deleted: a deletion changes what a running listing gives, and a folder that
+    // cannot be listed should be known of before half of it is gone.
+    folders.clear();
+    if (!ListAll(category))
+        return false;
+    bool isRemoved = true;
+    for (const Folder& folder : folders | std::views::reverse)
+        isRemoved = RemoveFolder(folder) && isRemoved;
+    return isRemoved;
+}
+
+bool FolderRemoval::ListAll(const std::string& category)
+{
+    const auto entry = files.Stat(DiskPath(templatesPath, category));
+    if (!entry || !entry->IsFolder())
+        return false;
+    folders.push_back({category, entry->IsLink(), false, {}});
+    for (std::size_t i = 0; i < folders.size(); ++i)
+        if (!folders[i].isLink && !ListFolder(i))
+            return false;
+    return true;
+}
+
+bool FolderRemoval::ListFolder(std::size_t index)
+{
+    const std::string folder = folders[index].path;
+    const auto listing = files.List(DiskPath(templatesPath, folder));
+    if (!listing)
+        return false;
+    for (const platform::FileEntry& entry : *listing) {
+        if (entry.IsFolder())
+            folders.push_back({path::Join(folder, entry.name), entry.IsLink(),
+                               platform::text::EqualIgnoringCase(entry.name, Previews), {}});
+        else if (folders[index].isPreviews || TemplateTypeOf(entry.name))
+            folders[index].doomed.push_back(entry.name);
+    }
+    return true;
+}
+
+bool FolderRemoval::RemoveFolder(const Folder& folder)
+{
+    // A folder may have been replaced by a link since it was listed. Then the files behind it belong to somebody else.
+    if (LeadsThroughLink(folder.isLink ? path::Parent(folder.path) : folder.path))
+        return false;
+    const std::string place = DiskPath(templatesPath, folder.path);
+    bool isRemoved = true;
+    for (const std::string& name : folder.doomed)
+        isRemoved = files.DeleteFile(path::Join(place, name)).has_value() && isRemoved;
+    return files.RemoveFolder(place).has_value() && isRemoved;
+}
+
+bool FolderRemoval::LeadsThroughLink(std::string path) const
+{
+    for (; !path.empty(); path = path::Parent(path)) {
+        const auto entry = files.Stat(DiskPath(templatesPath, path));
+        if (!entry || !entry->IsFolder() || entry->IsLink())
+            return true;
+    }
+    return false;
+}
+
+} // namespace library
