@@ -46,8 +46,19 @@ void ButtonPeer::OnCommand(int code, int)
         button.UserClicks();
 }
 
-std::optional<LRESULT> ButtonPeer::OnMessage(UINT message, WPARAM wParam, LPARAM)
+bool ButtonPeer::UsesMnemonic(wchar_t letter)
 {
+    if (!HasMnemonic(letter))
+        return false;
+    if (TakesFocus())
+        button.UserClicks();
+    return true;
+}
+
+std::optional<LRESULT> ButtonPeer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_LBUTTONDOWN)
+        return PressIfFocused(wParam, lParam);
     if (message == WM_SETFOCUS)
         Window().MarkDefaultButton(Handle());
     else if (message == WM_KILLFOCUS)

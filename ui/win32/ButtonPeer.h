@@ -10,6 +10,7 @@ public:
     ButtonPeer(Button& peerButton, FormWindow& form, int id);
     Size Preferred(int width) const override;
     void OnCommand(int code, int id) override;
+    bool UsesMnemonic(wchar_t letter) override;
 
 protected:
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;

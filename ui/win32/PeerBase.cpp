@@ -160,6 +160,33 @@ HFONT PeerBase::NormalFont() const
     return form.WindowFonts().normal.get();
 }
 
+int PeerBase::FieldHeight() const
+{
+    constexpr int edges = 120;
+    return Twips(Measure({}, NormalFont()).cy) + edges;
+}
+
+bool PeerBase::HasMnemonic(wchar_t letter) const
+{
+    return MnemonicOf(ToNative(control.Caption())) == letter;
+}
+
+bool PeerBase::TakesFocus() const
+{
+    const Watch watch{*this};
+    SetFocus(window);
+    return !watch.Gone() && GetFocus() == window;
+}
+
+LRESULT PeerBase::PressIfFocused(WPARAM wParam, LPARAM lParam)
+{
+    const Watch watch{*this};
+    const LRESULT answer = Default(WM_LBUTTONDOWN, wParam, lParam);
+    if (!watch.Gone() && GetCapture() == window && GetFocus() != window)
+        ReleaseCapture();
+    return answer;
+}
+
 Point PeerBase::InForm(POINT point) const
 {
     MapWindowPoints(window, form.Handle(), &point, 1);
@@ -191,9 +218,16 @@ LRESULT CALLBACK PeerBase::Procedure(HWND window, UINT message, WPARAM wParam, L
     const auto frame = self->form.Frame();
     const NativeFrame::Busy busy{*frame};
     const auto answer = Guarded([&]() -> std::optional<LRESULT> {
-        if (message == WM_SETFOCUS)
-            self->control.UserFocuses();
-        return self->OnMessage(message, wParam, lParam);
+        auto result = self->OnMessage(message, wParam, lParam);
+        if (message == WM_SETFOCUS) {
+            // After the native control took it, since a handler may move the focus on at once.
+            const auto life = self->life;
+            if (!result)
+                result = self->Default(message, wParam, lParam);
+            if (!life->gone)
+                self->control.UserFocuses();
+        }
+        return result;
     });
     return answer ? *answer : DefSubclassProc(window, message, wParam, lParam);
 }

@@ -73,6 +73,16 @@ protected:
     /// The size of a text in a font, wrapped at `width` pixels (0: one line a paragraph).
     SIZE Measure(const std::string& text, HFONT font, int width = 0) const;
     HFONT NormalFont() const;
+    /// Twips of a box with one line of text, so that text boxes and drop-down lists are equally high.
+    int FieldHeight() const;
+
+    /// Whether the caption has this letter as its mnemonic.
+    bool HasMnemonic(wchar_t letter) const;
+    /// Moves the keyboard here. False when the control that had it kept it, or when this one is gone.
+    bool TakesFocus() const;
+    /// WM_LBUTTONDOWN of a button: lets it go at once when the control that had the keyboard kept it, since the user
+    /// may have answered a question meanwhile and the button would wait for a release that it never gets.
+    LRESULT PressIfFocused(WPARAM wParam, LPARAM lParam);
 
     struct Life {
         int byCode{};

@@ -1,15 +1,21 @@
 #include "ui/win32/PeerFactory.h"
 
 #include "ui/win32/ButtonPeer.h"
+#include "ui/win32/CheckBoxPeer.h"
+#include "ui/win32/ComboBoxPeer.h"
+#include "ui/win32/FramePeer.h"
 #include "ui/win32/ImagePeer.h"
 #include "ui/win32/LabelPeer.h"
+#include "ui/win32/ListBoxPeer.h"
 #include "ui/win32/ListViewPeer.h"
 #include "ui/win32/ProgressBarPeer.h"
 #include "ui/win32/SplitterPeer.h"
 #include "ui/win32/StatusBarPeer.h"
 #include "ui/win32/TabStripPeer.h"
+#include "ui/win32/TextBoxPeer.h"
 #include "ui/win32/ToolBarPeer.h"
 #include "ui/win32/TreeViewPeer.h"
+#include "ui/win32/UpDownPeer.h"
 
 #include <stdexcept>
 
@@ -34,6 +40,9 @@ std::unique_ptr<PeerBase> CreateControlPeer(Control& control, FormWindow& window
         &TryCreate<TreeView, TreeViewPeer>, &TryCreate<TabStrip, TabStripPeer>,
         &TryCreate<ToolBar, ToolBarPeer>,   &TryCreate<StatusBar, StatusBarPeer>,
         &TryCreate<Splitter, SplitterPeer>, &TryCreate<ProgressBar, ProgressBarPeer>,
+        &TryCreate<TextBox, TextBoxPeer>,   &TryCreate<CheckBox, CheckBoxPeer>,
+        &TryCreate<ListBox, ListBoxPeer>,   &TryCreate<ComboBox, ComboBoxPeer>,
+        &TryCreate<Frame, FramePeer>,       &TryCreate<UpDown, UpDownPeer>,
     };
     for (const Create create : kinds) {
         if (auto peer = create(control, window, id)) {
