@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace profiles {
+
+/// Puts a set of files into their places together, or none of them. New files are made complete under temporary names
+/// and read back first; what they replace is kept until Finish. At every moment each place holds its old or its new
+/// file, so that a process that dies loses none. What was not finished is undone by the destructor.
+class FileBatch {
+public:
+    explicit FileBatch(platform::FileSystem& files) : files{files} {}
+    FileBatch(const FileBatch&) = delete;
+    FileBatch& operator=(const FileBatch&) = delete;
+    ~FileBatch();
+
+    /// Makes a folder unless it is there; Undo removes it again. Its parent must be there.
+    platform::Result<> MakeFolder(std::string_view folder);
+    /// Bytes that a file may have.
+    static constexpr std::uint64_t LargestFile = 64u << 20;
+    /// A copy of `source`, which may be `target` itself. Both are full paths.
+    platform::Result<> Copy(std::string_view source, std::string_view target);
+    platform::Result<> Write(std::string_view bytes, std::string_view target);
+    /// The temporary name that the next file for `target` gets, for a program that writes it itself; Adopt then takes
+    /// the file over.
+    std::string NextTemporary(std::string_view target) const;
+    void Adopt(std::string_view target);
+    /// `path` goes in Finish.
+    void DeleteAtEnd(std::string_view path);
+
+    /// Moves the new files into their places. After a failure everything is as it was.
+    platform::Result<> Commit();
+    void Undo();
+    /// Nothing can be undone any more: the replaced files go. The first failure of a deletion, which is no loss.
+    platform::Result<> Finish();
+
+private:
+    struct Item {
+        std::string target;
+        std::string temporary;
+        std::string backup; ///< of what was there; "" when nothing was
+        bool placed{};
+    };
+    platform::FileSystem& files;
+    std::vector<Item> items;
+    std::vector<std::string> madeFolders;
+    std::vector<std::string> deletions;
+    bool finished{};
+
+    platform::Result<> Discard(const std::string& path);
+};
+
+} // namespace profiles

@@ -1,0 +1,189 @@
+#include "profiles/ProfileImages.h"
+
+#include "platform/Path.h"
+#include "platform/Text.h"
+#include "profiles/FieldChecks.h"
+#include "profiles/StringId.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace profiles {
+
+namespace error = platform::error;
+namespace path = platform::path;
+namespace text = platform::text;
+using platform::Result;
+
+namespace {
+
+bool IsDeviceName(std::string_view name)
+{
+    const std::string stem = text::Folded(text::Trimmed(name.substr(0, name.find('.'))));
+    constexpr std::string_view devices[] = {"con", "prn", "aux", "nul", "conin$", "conout$"};
+    if (std::ranges::find(devices, stem) != std::end(devices))
+        return true;
+    return stem.size() > 3 && (stem.starts_with("com") || stem.starts_with("lpt")) && text::Length(stem) == 4 &&
+           !IsAsciiLetter(stem[3]);
+}
+
+} // namespace
+
+std::optional<std::string> ImageFolderName(std::string_view profile)
+{
+    const auto impossible = [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 || std::string_view{"\\/?:\"<>|*"}.contains(c);
+    };
+    if (profile.empty() || std::ranges::any_of(profile, impossible))
+        return std::nullopt;
+    std::string_view stem = profile;
+    while (stem.ends_with('_'))
+        stem.remove_suffix(1);
+    const bool isKeptBySystem = stem.ends_with('.') || stem.ends_with(' ') || IsDeviceName(stem);
+    return std::string{profile} + (isKeptBySystem ? "_" : "");
+}
+
+std::uint16_t FileMessage(platform::Error failure)
+{
+    return failure == error::FileNotFound || failure == error::PathNotFound || failure == error::InvalidName
+               ? str::InvalidPath
+               : str::PathFileAccessError;
+}
+
+std::string ProfileImages::ImagesFolder() const
+{
+    return std::string{path::WithoutTrailingSeparator(program.settings.Text("Options", "Profile Images Path"))};
+}
+
+std::string ProfileImages::FolderOf(std::string_view profile) const
+{
+    const auto name = ImageFolderName(WithoutDefaultSuffix(profile));
+    const std::string folder = ImagesFolder();
+    return name && path::IsAbsolute(folder) ? path::Join(folder, *name) : std::string{};
+}
+
+std::string ProfileImages::TargetOf(std::string_view profile, ImageKind kind, std::string_view source) const
+{
+    const std::string folder = FolderOf(profile);
+    return folder.empty() ? folder
+                          : path::Join(folder, std::string{KindWord(kind)}.append(path::LastFour(path::Name(source))));
+}
+
+std::string ProfileImages::GetExistingFile(std::string_view profile, ImageKind kind) const
+{
+    const std::string folder = FolderOf(profile);
+    if (folder.empty())
+        return {};
+    for (const platform::FileEntry& entry : program.platform.files.List(folder).value_or(std::vector<platform::FileEntry>{}))
+        if (!entry.IsFolder() && text::ContainsIgnoringCase(entry.name, KindWord(kind)))
+            return path::Join(folder, entry.name);
+    return {};
+}
+
+Result<bool> ProfileImages::IsThere(std::string_view file) const
+{
+    const auto entry = program.platform.files.Stat(file);
+    if (entry)
+        return !entry->IsFolder();
+    const bool isKnown = entry.error() == error::FileNotFound || entry.error() == error::PathNotFound ||
+                         entry.error() == error::InvalidName;
+    return isKnown ? Result<bool>{false} : std::unexpected{entry.error()};
+}
+
+bool ProfileImages::MakeFolders(std::string_view profile)
+{
+    FileBatch batch{program.platform.files};
+    const auto made = MakeFolders(batch, profile);
+    if (made)
+        (void)batch.Finish();
+    else
+        program.messages.Inform(FileMessage(made.error()));
+    return made.has_value();
+}
+
+Result<> ProfileImages::MakeFolders(FileBatch& batch, std::string_view profile) const
+{
+    const std::string folder = FolderOf(profile);
+    if (folder.empty())
+        return std::unexpected{error::PathNotFound};
+    if (const auto made = batch.MakeFolder(ImagesFolder()); !made)
+        return made;
+    return batch.MakeFolder(folder);
+}
+
+bool ProfileImages::Apply(std::string_view profile, const Changes& changes)
+{
+    FileBatch batch{program.platform.files};
+    const auto refused = [&](platform::Error failure) {
+        batch.Undo();
+        program.messages.Inform(FileMessage(failure));
+        return false;
+    };
+    const auto before = profiles.Current.images;
+    const bool setsAny = std::ranges::any_of(changes, [](const auto& change) { return change && !change->empty(); });
+    if (setsAny)
+        if (const auto made = MakeFolders(batch, profile); !made)
+            return refused(made.error());
+    for (const ImageKind kind : AllImages) {
+        const auto& change = changes[static_cast<std::size_t>(kind)];
+        if (!change)
+            continue;
+        std::string target;
+        if (!change->empty()) {
+            target = TargetOf(profile, kind, *change);
+            if (const auto staged = batch.Copy(*change, target); !staged) {
+                profiles.Current.images = before;
+                return refused(staged.error());
+            }
+        }
+        const std::string existing = GetExistingFile(profile, kind);
+        if (!existing.empty() && !path::Same(existing, target))
+            batch.DeleteAtEnd(existing);
+        profiles.Current[kind] = std::move(target);
+    }
+    if (const auto placed = batch.Commit(); !placed) {
+        profiles.Current.images = before;
+        return refused(placed.error());
+    }
+    if (!profiles.SaveProfileImages(profile)) {
+        batch.Undo();
+        // Some of the three values may be written already.
+        const auto wanted = std::exchange(profiles.Current.images, before);
+        for (const ImageKind kind : AllImages)
+            if (wanted[static_cast<std::size_t>(kind)] != profiles.Current[kind])
+                (void)profiles.RestoreImage(profile, kind);
+        return false;
+    }
+    if (const auto finished = batch.Finish(); !finished)
+        program.messages.Inform(FileMessage(finished.error()));
+    return true;
+}
+
+bool ProfileImages::DeleteFolder(std::string_view profile)
+{
+    platform::FileSystem& files = program.platform.files;
+    const std::string folder = FolderOf(profile);
+    if (folder.empty())
+        return true;
+    const auto top = files.Stat(folder);
+    if (!top && (top.error() == error::FileNotFound || top.error() == error::PathNotFound))
+        return true;
+    bool gone = top && top->IsFolder();
+    if (gone && !top->IsLink()) {
+        const auto entries = files.List(folder);
+        gone = entries.has_value();
+        for (const platform::FileEntry& entry : entries.value_or(std::vector<platform::FileEntry>{})) {
+            const std::string file = path::Join(folder, entry.name);
+            if (entry.IsLink() && entry.IsFolder())
+                gone &= files.RemoveFolder(file).has_value();
+            else if (!entry.IsFolder())
+                gone &= files.DeleteFile(file).has_value();
+        }
+    }
+    gone = gone && files.RemoveFolder(folder).has_value();
+    if (!gone)
+        program.messages.Inform(str::PathFileAccessError);
+    return gone;
+}
+
+} // namespace profiles

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "app/base/Program.h"
+#include "profiles/FileBatch.h"
+#include "profiles/ProfileManager.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace profiles {
+
+/// The name of the folder that a profile's pictures have below the images folder: the profile's name. The system drops
+/// dots and blanks at the end of a folder's name and keeps some names for devices; such names get a "_" behind, and so
+/// do names that would be taken for one of these then: two profiles never share a folder. Nothing for a name that no
+/// folder can have.
+std::optional<std::string> ImageFolderName(std::string_view profile);
+
+/// The string number that tells why a file operation failed.
+std::uint16_t FileMessage(platform::Error error);
+
+/// The program's own copies of the profiles' pictures: <images folder>\<profile>\Logo.jpg ...
+class ProfileImages {
+public:
+    ProfileImages(app::Program& program, ProfileManager& profiles) : program{program}, profiles{profiles} {}
+
+    /// The setting; "" when there is none.
+    std::string ImagesFolder() const;
+    /// "" when the profile can have no folder.
+    std::string FolderOf(std::string_view profile) const;
+    /// Where a picture from `source` is kept.
+    std::string TargetOf(std::string_view profile, ImageKind kind, std::string_view source) const;
+    /// The first file of the profile's folder whose name contains the kind's word; "" when there is none.
+    std::string GetExistingFile(std::string_view profile, ImageKind kind) const;
+    /// Whether the file is there; an error when that cannot be told.
+    platform::Result<bool> IsThere(std::string_view file) const;
+
+    /// Makes the images folder and the profile's folder unless they are there; string 222 or 223 on failure.
+    bool MakeFolders(std::string_view profile);
+    platform::Result<> MakeFolders(FileBatch& batch, std::string_view profile) const;
+
+    /// What to do with one picture: a full path to set, "" to clear, nothing to leave it.
+    using Changes = std::array<std::optional<std::string>, ImageCount>;
+    /// Sets and clears pictures of the profile in profiles.Current and stores them. All or, with one message, none.
+    bool Apply(std::string_view profile, const Changes& changes);
+
+    /// Deletes the profile's files and its folder. Links are removed, not followed; string 223 when something stays.
+    bool DeleteFolder(std::string_view profile);
+
+private:
+    app::Program& program;
+    ProfileManager& profiles;
+};
+
+} // namespace profiles

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "app/base/Program.h"
+#include "profiles/ProfileRecord.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace profiles {
+
+/// HKEY_CURRENT_USER's key with one sub-key a profile.
+inline constexpr std::string_view ProfilesKey = "Software\\Zelmor Software\\Zelmor User Profiles\\Profiles";
+/// Marks the default profile in lists.
+inline constexpr std::string_view DefaultSuffix = " (default)";
+
+/// A name from a list without the mark of the default profile.
+std::string WithoutDefaultSuffix(std::string_view name);
+std::string ProfileKey(std::string_view name);
+
+/// The sender profiles in the registry, and which of them is the default and which the one in use. Names may carry the
+/// mark of the default profile wherever a list may have given them.
+class ProfileManager {
+public:
+    explicit ProfileManager(app::Program& program) : program{program} {}
+
+    /// The record that loads fill and saves write.
+    ProfileRecord Current;
+    /// The last IsProfileEmpty found nothing.
+    bool LastWasEmpty{};
+
+    /// The names found by the last ListProfiles, in registry order.
+    const std::vector<std::string>& Names() const { return names; }
+    /// Reads the names anew; string 174 on failure. No profiles at all is no failure.
+    bool ListProfiles();
+    /// The names as lists show them: the default one marked.
+    std::vector<std::string> DisplayNames() const;
+    std::string DisplayName(const std::string& name) const;
+
+    bool ProfileExists(std::string_view name) const;
+    /// Whether all texts but the pager's and all images are empty; true for an empty name.
+    bool IsProfileEmpty(std::string_view name);
+    /// Fills Current; what cannot be read is empty.
+    void LoadProfile(std::string_view name);
+    /// Write Current's texts or images; all of them are tried, string 173 once when one fails. An empty name saves
+    /// nothing.
+    bool SaveProfileText(std::string_view name);
+    bool SaveProfileImages(std::string_view name);
+    /// Writes one image value of Current again. No message: for undoing what a failed save has begun.
+    platform::Result<> RestoreImage(std::string_view name, ImageKind kind);
+    /// Deletes the key; string 182 on failure.
+    bool DeleteProfile(std::string_view name);
+    /// Copies every value, of any type, to a new key and reads it back. No message.
+    platform::Result<> CopyProfileValues(std::string_view from, std::string_view to);
+
+    /// Why a profile cannot have this name: a string number; nothing for a good one. Reads the names anew.
+    std::optional<std::uint16_t> ValidateProfileName(std::string_view text);
+
+    std::string GetDefaultProfile() const { return program.settings.Text(Section, "DefaultProfile"); }
+    platform::Result<> SetDefaultProfile(std::string_view name) { return program.settings.Save(Section, "DefaultProfile", name); }
+    std::string GetCurrentProfile() const { return program.settings.Text(Section, "CurrentProfileToUse"); }
+    platform::Result<> SetCurrentProfile(std::string_view name) { return program.settings.Save(Section, "CurrentProfileToUse", name); }
+    bool IsDefault(std::string_view name) const;
+    /// The check box "apply the default profile without prompting".
+    bool AppliesDefault() const { return !program.settings.Flag(Section, "PromptForProfile", true); }
+    platform::Result<> SetAppliesDefault(bool applies) { return program.settings.Save(Section, "PromptForProfile", applies ? "0" : "1"); }
+
+    static constexpr std::string_view Section = "Profiles";
+
+private:
+    app::Program& program;
+    std::vector<std::string> names;
+
+    /// A string value; nothing when something else is there or it cannot be read. An absent value is "".
+    std::optional<std::string> Read(std::string_view key, std::string_view value) const;
+    platform::Result<> Write(std::string_view key, std::string_view value, const std::string& text);
+    bool Tell(bool worked, std::uint16_t message);
+};
+
+} // namespace profiles

@@ -1,0 +1,136 @@
+#include "profiles/ProfileOperations.h"
+
+#include "platform/Path.h"
+#include "profiles/StringId.h"
+
+#include <vector>
+
+namespace profiles {
+
+namespace path = platform::path;
+using platform::Hive;
+using platform::Result;
+
+bool ProfileOperations::Create(const std::string& name, const std::string& source)
+{
+    profiles.LoadProfile(source);
+    profiles.Current.unread = {};
+    FileBatch batch{program.platform.files};
+    Result<> copied;
+    for (const ImageKind kind : AllImages) {
+        std::string& image = profiles.Current[kind];
+        if (image.empty())
+            continue;
+        const auto isThere = images.IsThere(image);
+        if (!isThere)
+            copied = std::unexpected{isThere.error()};
+        if (copied && !*isThere) { // the source shows none either
+            image.clear();
+            continue;
+        }
+        const std::string target = images.TargetOf(name, kind, image);
+        if (copied)
+            copied = images.MakeFolders(batch, name);
+        if (copied)
+            copied = batch.Copy(image, target);
+        image = target;
+    }
+    if (copied)
+        copied = batch.Commit();
+    if (!copied) {
+        batch.Undo();
+        return Refuse(FileMessage(copied.error()));
+    }
+    if (!profiles.SaveProfileText(name) || !profiles.SaveProfileImages(name)) {
+        batch.Undo();
+        (void)program.platform.registry.DeleteKey(Hive::CurrentUser, ProfileKey(name));
+        return false;
+    }
+    (void)batch.Finish();
+    return true;
+}
+
+bool ProfileOperations::Rename(const std::string& oldName, const std::string& newName)
+{
+    platform::Registry& registry = program.platform.registry;
+    const std::string newKey = ProfileKey(newName);
+    FileBatch batch{program.platform.files};
+    const std::string current = profiles.GetCurrentProfile();
+    const std::string defaultName = profiles.GetDefaultProfile();
+    const bool wasDefault = profiles.IsDefault(oldName);
+    bool settingsChanged = false;
+    const auto undo = [&](std::uint16_t message) {
+        batch.Undo();
+        (void)registry.DeleteKey(Hive::CurrentUser, newKey);
+        if (settingsChanged) {
+            (void)profiles.SetCurrentProfile(current);
+            if (wasDefault)
+                (void)profiles.SetDefaultProfile(defaultName);
+        }
+        return Refuse(message);
+    };
+
+    if (!profiles.CopyProfileValues(oldName, newName))
+        return undo(str::SetValueFailed);
+    profiles.LoadProfile(newName);
+    const std::string oldFolder = images.FolderOf(oldName);
+    std::vector<std::string> oldFiles;
+    for (const ImageKind kind : AllImages) {
+        const std::string image = profiles.Current[kind];
+        if (image.empty())
+            continue;
+        const auto isThere = images.IsThere(image);
+        if (!isThere)
+            return undo(FileMessage(isThere.error()));
+        if (!*isThere)
+            continue; // the value stays as it is
+        const std::string target = images.TargetOf(newName, kind, image);
+        auto copied = images.MakeFolders(batch, newName);
+        if (copied)
+            copied = batch.Copy(image, target);
+        if (!copied)
+            return undo(FileMessage(copied.error()));
+        if (path::Same(path::Parent(image), oldFolder)) // a picture kept elsewhere is not ours to delete
+            oldFiles.push_back(image);
+        const platform::RegistryValue value{platform::ValueType::String, target};
+        if (!registry.Set(Hive::CurrentUser, newKey, ValueName(kind), value) ||
+            registry.Query(Hive::CurrentUser, newKey, ValueName(kind)) != Result<platform::RegistryValue>{value})
+            return undo(str::SetValueFailed);
+    }
+    if (const auto placed = batch.Commit(); !placed)
+        return undo(FileMessage(placed.error()));
+
+    settingsChanged = true;
+    if (!profiles.SetCurrentProfile(newName) || (wasDefault && !profiles.SetDefaultProfile(newName)))
+        return undo(str::SetValueFailed);
+    if (!registry.DeleteKey(Hive::CurrentUser, ProfileKey(oldName)))
+        return undo(str::DeleteValueFailed);
+
+    for (const std::string& file : oldFiles)
+        batch.DeleteAtEnd(file);
+    if (const auto finished = batch.Finish(); !finished)
+        program.messages.Inform(FileMessage(finished.error()));
+    if (!oldFolder.empty())
+        (void)program.platform.files.RemoveFolder(oldFolder); // stays when it holds something else
+    return true;
+}
+
+bool ProfileOperations::Delete(const std::string& name)
+{
+    if (!profiles.DeleteProfile(name))
+        return false;
+    (void)images.DeleteFolder(name);
+    profiles.LoadProfile(profiles.GetCurrentProfile());
+    return true;
+}
+
+bool ProfileOperations::Refuse(std::uint16_t message)
+{
+    if (message == str::SetValueFailed || message == str::DeleteValueFailed)
+        program.messages.Stop(message);
+    else
+        program.messages.Inform(message);
+    return false;
+}
+
+} // namespace profiles

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "profiles/ProfileImages.h"
+#include "profiles/ProfileManager.h"
+
+#include <string>
+#include <string_view>
+
+namespace profiles {
+
+/// Making, renaming and deleting whole profiles: registry key, pictures and settings together. Each failure is told
+/// once.
+class ProfileOperations {
+public:
+    ProfileOperations(app::Program& program, ProfileManager& profiles, ProfileImages& images)
+        : program{program}, profiles{profiles}, images{images} {}
+
+    /// A new profile with a valid name; `source` names the profile whose fields and pictures it gets, "" for an empty
+    /// one. False when nothing was made.
+    bool Create(const std::string& name, const std::string& source);
+    /// Moves the whole profile to a valid new name: the old key and the old pictures go only after the new ones are
+    /// complete and read back. False when the old profile is left as it was.
+    bool Rename(const std::string& oldName, const std::string& newName);
+    /// The key, then the pictures. False when the profile is still there.
+    bool Delete(const std::string& name);
+
+private:
+    app::Program& program;
+    ProfileManager& profiles;
+    ProfileImages& images;
+
+    bool Refuse(std::uint16_t message);
+};
+
+} // namespace profiles
