@@ -12,7 +12,7 @@ Session::Session(Application& owner) : application{owner}, lifetime{[&owner] { o
 std::string Session::Start(std::string hostKind, std::string arg2, std::string arg3, std::string arg4,
                            std::string caption)
 {
-    // The host may die or let go of the object in the middle.
+    // Ends a program that started alone and was refused; a host may also let go of the object in the middle.
     const Lifetime::Holder whileStarting{lifetime};
     std::string result =
         application.Start(std::move(hostKind), std::move(arg2), std::move(arg3), std::move(arg4), std::move(caption));

@@ -132,9 +132,16 @@ TEST_F(ProgramTest, TellsTheUserAndFreesTheHostWhenItCannotRun)
     EXPECT_TRUE(IsGone());
 }
 
-TEST_F(ProgramTest, RunsAloneUnderItsOwnCaption)
+TEST_F(ProgramTest, RunsAloneOnceUnderItsOwnCaption)
 {
-    harness::Child alone{harness::OwnFolder() + L"..\\..\\" + ExeName, L""};
+    const std::wstring program = harness::OwnFolder() + L"..\\..\\" + ExeName;
+    harness::Child alone{program, L""};
+    ASSERT_TRUE(WaitFor([] { return Find(L"Tessaly Desk", false) != nullptr; }));
+    harness::Child refused{program, L""};
+    EXPECT_TRUE(Close(L"Tessaly Desk", true));
+    EXPECT_EQ(refused.ExitCode(), 0u);
+
+    EXPECT_FALSE(alone.HasEnded());
     EXPECT_TRUE(Close(L"Tessaly Desk", false));
     EXPECT_EQ(alone.ExitCode(), 0u);
 }
