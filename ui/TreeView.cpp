@@ -1,6 +1,7 @@
 #include "ui/TreeView.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ui {
 namespace {
@@ -15,6 +16,7 @@ bool Visit(const std::vector<std::unique_ptr<TreeView::Node>>& nodes, const std:
 void TreeView::Clear()
 {
     selected = nullptr;
+    editedLabel.reset();
     roots.clear();
     byKey.clear();
     ItemsChanged();
@@ -152,6 +154,39 @@ void TreeView::UserCollapses(std::string_view key)
     node->expanded = false;
     if (Collapse)
         Collapse(*node);
+}
+
+void TreeView::StartLabelEdit()
+{
+    if (selected != nullptr && UserStartsLabelEdit(selected->key))
+        Changed(Aspect::LabelEdit);
+}
+
+bool TreeView::UserStartsLabelEdit(std::string_view key)
+{
+    Node* node = Find(key);
+    if (!Enabled() || node == nullptr || !BeforeLabelEdit)
+        return false;
+    std::string text = node->text;
+    if (!BeforeLabelEdit(*node, text))
+        return false;
+    editedLabel = LabelEdit{node->key, std::move(text)};
+    return true;
+}
+
+void TreeView::UserEndsLabelEdit(const std::string& text)
+{
+    const auto edited = std::exchange(editedLabel, std::nullopt);
+    Node* node = edited ? Find(edited->key) : nullptr;
+    if (node != nullptr && AfterLabelEdit)
+        AfterLabelEdit(*node, text);
+}
+
+void TreeView::UserDrops(std::string_view key, Control& source)
+{
+    Node* node = Find(key);
+    if (Enabled() && node != nullptr && source.DropTarget == this && Drop)
+        Drop(*node, source);
 }
 
 void TreeView::ItemsChanged()

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -55,6 +56,16 @@ public:
     void EnsureVisible(Node& node);
     void SetExpanded(Node& node, bool value);
 
+    /// A label that is being edited.
+    struct LabelEdit {
+        std::string key;
+        std::string text; ///< what stands in the box at first
+    };
+    /// Opens the selected node's label for editing, when BeforeLabelEdit allows it.
+    void StartLabelEdit();
+    /// Nothing while no label is being edited.
+    const std::optional<LabelEdit>& EditedLabel() const { return editedLabel; }
+
     /// Holds the native tree's drawing back between the two calls; they nest. For bulk changes.
     void BeginUpdate();
     void EndUpdate();
@@ -68,10 +79,22 @@ public:
     std::function<void(Point)> ContextMenu;
     /// True when the key was used up.
     std::function<bool(const Key&)> KeyDown;
+    /// Asked before a label is edited; may change the text that is offered. False keeps it shut. Labels cannot be
+    /// edited without it.
+    std::function<bool(Node&, std::string& text)> BeforeLabelEdit;
+    /// The user ended the editing with this text. The node keeps its own until somebody changes it.
+    std::function<void(Node&, const std::string& text)> AfterLabelEdit;
+    /// Something was dragged from `source` (whose DropTarget this is) and let go over the node.
+    std::function<void(Node&, Control& source)> Drop;
 
     void UserSelects(std::string_view key);
     void UserExpands(std::string_view key);
     void UserCollapses(std::string_view key);
+    /// By a click on the selected node's label; false when it may not be edited.
+    bool UserStartsLabelEdit(std::string_view key);
+    void UserEndsLabelEdit(const std::string& text);
+    void UserCancelsLabelEdit() { editedLabel.reset(); }
+    void UserDrops(std::string_view key, Control& source);
 
 private:
     std::vector<std::unique_ptr<Node>> roots;
@@ -79,6 +102,7 @@ private:
     Node* selected{};
     int updating{};
     bool changedWhileUpdating{};
+    std::optional<LabelEdit> editedLabel;
 
     void ItemsChanged();
 };
