@@ -15,6 +15,17 @@ ListBoxPeer::ListBoxPeer(ListBox& peerList, FormWindow& form, int id)
     Sync(Aspect::Items);
 }
 
+void ListBoxPeer::Update(Aspect aspect)
+{
+    ItemControlPeer::Update(aspect);
+    if (aspect != Aspect::Bounds)
+        return;
+    // Selecting in a list that had no size yet scrolled the lines above out of sight.
+    const ByCode guard{*this};
+    Send(LB_SETTOPINDEX, 0);
+    Sync(Aspect::Selection);
+}
+
 Size ListBoxPeer::Preferred(int) const
 {
     return {Width, FieldHeight() + (Lines - 1) * Twips(Measure({}, NormalFont()).cy)};

@@ -8,6 +8,7 @@ namespace ui::win32 {
 class ListBoxPeer final : public ItemControlPeer {
 public:
     ListBoxPeer(ListBox& peerList, FormWindow& form, int id);
+    void Update(Aspect aspect) override;
     Size Preferred(int width) const override;
     void DpiChanged() override;
     void OnCommand(int code, int id) override;

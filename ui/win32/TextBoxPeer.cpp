@@ -27,6 +27,18 @@ TextBoxPeer::TextBoxPeer(TextBox& peerBox, FormWindow& form, int id) : PeerBase{
     Sync(Aspect::Value);
 }
 
+void TextBoxPeer::Update(Aspect aspect)
+{
+    PeerBase::Update(aspect);
+    if (aspect != Aspect::Bounds)
+        return;
+    // Selecting in a box that had no size yet scrolled the text out of sight.
+    const ByCode guard{*this};
+    Send(EM_SETSEL, 0, LPARAM{0});
+    Send(EM_SCROLLCARET);
+    ShowSelection();
+}
+
 Size TextBoxPeer::Preferred(int) const
 {
     const int lines = box.GetLines() == TextBox::Lines::Many ? ManyLines : 1;

@@ -8,6 +8,7 @@ namespace ui::win32 {
 class TextBoxPeer final : public PeerBase {
 public:
     TextBoxPeer(TextBox& peerBox, FormWindow& form, int id);
+    void Update(Aspect aspect) override;
     Size Preferred(int width) const override;
     void OnCommand(int code, int id) override;
 

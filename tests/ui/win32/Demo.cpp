@@ -1,4 +1,6 @@
-// Shows the demonstration form: `ui_win32_demo [view 0-3] [picture] [dialog]`.
+// Shows the demonstration form: `ui_win32_demo [view 0-3] [picture] [dialog]`, or the controls of dialogs:
+// `ui_win32_demo controls`.
+#include "DemoControls.h"
 #include "DemoForm.h"
 
 #include "ui/win32/NativeText.h"
@@ -13,6 +15,10 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, wchar_t*, int)
     DemoForm form{toolkit};
     int count = 0;
     wchar_t** arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    if (count == 2 && std::wstring_view{arguments[1]} == L"controls") {
+        DemoControls{toolkit}.ShowModal();
+        return 0;
+    }
     if (count > 1)
         form.lvList.SetView(static_cast<ui::ListView::View>(_wtoi(arguments[1]) % 4));
     if (count > 2)
