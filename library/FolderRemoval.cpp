@@ -80,14 +80,16 @@ bool FolderRemoval::RemoveFolder(const Folder& folder)
     return files.RemoveFolder(place).has_value() && isRemoved;
 }
 
-bool FolderRemoval::LeadsThroughLink(std::string path) const
+bool FolderRemoval::LeadsThroughLink(const std::string& category) const
 {
-    for (; !path.empty(); path = path::Parent(path)) {
-        const auto entry = files.Stat(DiskPath(templatesPath, path));
+    // From the top down: the folder itself is looked at last, just before it is used.
+    for (auto end = category.find('\\');; end = category.find('\\', end + 1)) {
+        const auto entry = files.Stat(DiskPath(templatesPath, category.substr(0, end)));
         if (!entry || !entry->IsFolder() || entry->IsLink())
             return true;
+        if (end == std::string::npos)
+            return false;
     }
-    return false;
 }
 
 } // namespace library

@@ -34,7 +34,7 @@ private:
     bool ListAll(const std::string& category);
     bool ListFolder(std::size_t index);
     bool RemoveFolder(const Folder& folder);
-    bool LeadsThroughLink(std::string path) const;
+    bool LeadsThroughLink(const std::string& category) const;
 };
 
 } // namespace library

@@ -77,8 +77,8 @@ void frmMain::mnuAddToFavorites_Click()
     if (row == nullptr)
         return;
     const std::string path = browser::TemplateList::FullPath(*row);
-    const std::size_t library = library::DiskPath(program.state.TemplatesPath, "").size() + 1;
-    favorites.AddToFavorites(library::WithoutCreateNew(path.substr(std::min(library, path.size())),
+    const std::size_t root = library::DiskPath(program.state.TemplatesPath, "").size(); // its last "\\" included
+    favorites.AddToFavorites(library::WithoutCreateNew(path.substr(std::min(root, path.size())),
                                                        program.Text(str::CreateNew)), row->text);
 }
 

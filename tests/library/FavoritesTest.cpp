@@ -21,6 +21,11 @@ protected:
     {
         return system.registry.ValueNames(Hive::CurrentUser, key).value_or(Texts{});
     }
+    ui::Menu& Item(std::string_view name)
+    {
+        Main().MenuOpening();
+        return *Main().MenuBar.Find(name);
+    }
     void ShowFavorites()
     {
         PutSetting("Browser", "LastFolderBrowsed", "My Favorites");
@@ -66,6 +71,88 @@ TEST_F(FavoritesTest, ADriveThatIsAwayOrAFileThatCannotBeReadCostsNobodyHisList)
     favorites.GetFavoritesFromRegistry();
     EXPECT_EQ(Stored().size(), 2u);
     EXPECT_EQ(favorites.List().size(), 2u);
+}
+
+TEST_F(FavoritesTest, APathThatIsPartOfAFavouriteIsNotAddedAgain)
+{
+    AddTemplates({"Letters\\My Memo.swt"});
+    Start();
+    Main().tvTreeView.UserSelects("Letters");
+    EXPECT_TRUE(Item("mnuAddToFavorites").Visible);
+    EXPECT_FALSE(Item("mnuRemoveFromFavorites").Visible);
+    EXPECT_TRUE(Main().UserPresses(ui::Ctrl('D')));
+    EXPECT_EQ(Stored(), Texts{"Letters\\Memo.swt"});
+    library::Favorites favorites{Program()};
+    favorites.GetFavoritesFromRegistry();
+    for (const char* path : {"Letters\\Memo.swt", "letters\\MEMO.swt", "Memo.swt", "s\\M"}) {
+        toolkit.ExpectMessage("Memo has already been added to 'My Favorites'.", ui::Icon::Information);
+        favorites.AddToFavorites(path, "Memo");
+    }
+    favorites.AddToFavorites("Letters\\My Memo.swt", "My Memo");
+    EXPECT_EQ(favorites.List(), (Texts{"Letters\\Memo.swt", "Letters\\My Memo.swt"}));
+    EXPECT_EQ(Stored(), favorites.List());
+    EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, key, "Letters\\My Memo.swt"), "");
+}
+
+TEST_F(FavoritesTest, RemovingAsksForEachMatchFromTheLastOn)
+{
+    AddTemplates({"Letters\\Memorandum.swt", "Memos\\Other.swt"});
+    const Texts all{"Letters\\Memo.swt", "Letters\\Memorandum.swt", "Business\\Budget.ccw", "Memos\\Other.swt"};
+    struct Case {
+        std::vector<ui::Answer> answers;
+        Texts left;
+    };
+    using enum ui::Answer;
+    const Case cases[] = {{{No, No, No}, all},
+                          {{Yes, No, No}, {all[0], all[1], all[2]}},
+                          {{No, Yes, No}, {all[0], all[2], all[3]}},
+                          {{Yes, Yes, Yes}, {all[2]}}};
+    for (const Case& which : cases) {
+        system.registry.RemoveKey(Hive::CurrentUser, key);
+        AddFavorites(all);
+        ShowFavorites();
+        EXPECT_FALSE(Item("mnuAddToFavorites").Visible);
+        EXPECT_TRUE(Item("mnuRemoveFromFavorites").Visible);
+        for (const ui::Answer answer : which.answers)
+            toolkit.ExpectMessage(Text(357), ui::Icon::Question, answer);
+        Main().lvListView.UserSelects(0);
+        EXPECT_TRUE(Main().lvListView.KeyDown(ui::Plain(ui::KeyCode::Delete)));
+        EXPECT_EQ(Stored(), which.left);
+        EXPECT_EQ(Main().Favorites().List(), which.left);
+        EXPECT_EQ(Main().lvListView.Rows(), static_cast<int>(which.left.size()));
+        Main().Close();
+        toolkit.RunPosted();
+    }
+}
+
+TEST_F(FavoritesTest, AFavouriteThatSomebodyElseRemovedEmptiesTheListAndLeavesTheStore)
+{
+    AddFavorites({"Letters\\Memo.swt", "Business\\Budget.ccw"});
+    ShowFavorites();
+    ASSERT_TRUE(system.registry.DeleteValue(Hive::CurrentUser, key, "Letters\\Memo.swt"));
+    toolkit.ExpectMessage(Text(357), ui::Icon::Question, ui::Answer::Yes);
+    toolkit.ExpectMessage("Template could not be found.", ui::Icon::Information);
+    Main().lvListView.UserSelects(0);
+    Main().Commands().Run("mnuRemoveFromFavorites");
+    EXPECT_EQ(Main().Favorites().List(), Texts{});
+    EXPECT_EQ(Main().lvListView.Rows(), 0);
+    EXPECT_EQ(Main().imgPreview.File(), "");
+    EXPECT_EQ(Stored(), Texts{"Business\\Budget.ccw"});
+}
+
+TEST_F(FavoritesTest, AStoreThatRefusesChangesNothingOnTheScreen)
+{
+    AddFavorites({"Letters\\Memo.swt"});
+    ShowFavorites();
+    system.registry.SetClosed(Hive::CurrentUser, key);
+    toolkit.ExpectMessage(Text(357), ui::Icon::Question, ui::Answer::Yes);
+    toolkit.ExpectMessage(Text(182), ui::Icon::Critical);
+    Main().Commands().Run("mnuRemoveFromFavorites");
+    EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Memo"});
+    Main().tvTreeView.UserSelects("Business");
+    toolkit.ExpectMessage(Text(174), ui::Icon::None);
+    Main().Commands().Run("mnuAddToFavorites");
+    EXPECT_EQ(Main().Favorites().List(), Texts{"Letters\\Memo.swt"});
 }
 
 } // namespace

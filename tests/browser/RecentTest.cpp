@@ -1,0 +1,261 @@
+#include "tests/support/TestMachine.h"
+
+namespace tests {
+namespace {
+
+using platform::Hive;
+using platform::LocalTime;
+using platform::memory::MemoryClock;
+using ui::Icon;
+using Texts = std::vector<std::string>;
+
+std::string Stored(const TestMachine& machine, std::size_t number)
+{
+    return machine.Setting("Browser\\Recent Files", "File " + std::to_string(number));
+}
+
+class RecentFilesTest : public BrowserTest {
+protected:
+    ui::Menu& Item(const std::string& name)
+    {
+        Main().MenuOpening();
+        return *Main().MenuBar.Find(name);
+    }
+    std::string Path(int number) { return "C:\\T\\" + std::to_string(number) + ".swt"; }
+    browser::RecentFiles Filled(int count)
+    {
+        Program().state.SettingsAppName = "Tessaly GWX 1.0";
+        browser::RecentFiles files{Program()};
+        for (int i = 1; i <= count; ++i)
+            files.AddRecentFileToList(Path(i));
+        return files;
+    }
+};
+
+TEST_F(RecentFilesTest, TheNewestStandsFirstNothingStandsTwiceAndTenAreKept)
+{
+    PutSetting("Options", "MRUCount", "3");
+    browser::RecentFiles files = Filled(12);
+    ASSERT_EQ(files.List().size(), 10u);
+    EXPECT_EQ(files.List().front(), Path(12));
+    EXPECT_EQ(files.List().back(), Path(3));
+    files.AddRecentFileToList("c:\\t\\5.SWT");
+    EXPECT_EQ(files.List().size(), 10u);
+    EXPECT_EQ(files.List().front(), "c:\\t\\5.SWT");
+    EXPECT_EQ(files.List()[8], Path(4));
+    for (const char* document : {"C:\\T\\a.doc", "C:\\T\\b.DOC", ".doc"})
+        files.AddRecentFileToList(document);
+    EXPECT_EQ(files.List().front(), "c:\\t\\5.SWT");
+    files.AddRecentFileToList("C:\\T\\a.docx");
+    EXPECT_EQ(files.List().front(), "C:\\T\\a.docx");
+}
+
+TEST_F(RecentFilesTest, EveryLengthIsStoredAndReadBackButEight)
+{
+    for (int count = 0; count <= 11; ++count) {
+        SCOPED_TRACE(count);
+        system.registry.RemoveKey(Hive::CurrentUser, std::string{SettingsKey} + "\\Browser\\Recent Files");
+        const browser::RecentFiles files = Filled(count);
+        browser::RecentFiles again{Program()};
+        again.GetRecentFilesFromRegistry();
+        Texts expected = files.List();
+        if (count == 8)
+            expected.erase(expected.begin() + 6); // the eighth took its place
+        EXPECT_EQ(again.List(), expected);
+    }
+}
+
+TEST_F(RecentFilesTest, AListOfEightLeavesTheEighthValueAsItWas)
+{
+    browser::RecentFiles files = Filled(7);
+    PutSetting("Browser\\Recent Files", "File 8", "C:\\T\\old.swt");
+    PutSetting("Browser\\Recent Files", "File 9", "C:\\T\\older.swt");
+    files.AddRecentFileToList(Path(8));
+    EXPECT_EQ(Stored(*this, 6), Path(3));
+    EXPECT_EQ(Stored(*this, 7), Path(1));
+    EXPECT_EQ(Stored(*this, 8), "C:\\T\\old.swt");
+    EXPECT_EQ(Stored(*this, 9), "C:\\T\\older.swt");
+}
+
+TEST_F(RecentFilesTest, WhatStandsInTheStoreTwiceOrIsNoPathIsLeftOut)
+{
+    Program().state.SettingsAppName = "Tessaly GWX 1.0";
+    const char* stored[] = {"C:\\T\\a.swt", "c:\\t\\A.SWT", "calc.exe", "", "\\\\server\\share\\b.swt"};
+    for (std::size_t i = 0; i < std::size(stored); ++i)
+        PutSetting("Browser\\Recent Files", "File " + std::to_string(i + 1), stored[i]);
+    PutSetting("Browser\\Recent Files", "File 11", "C:\\T\\eleventh.swt");
+    browser::RecentFiles files{Program()};
+    files.GetRecentFilesFromRegistry();
+    EXPECT_EQ(files.List(), (Texts{"C:\\T\\a.swt", "\\\\server\\share\\b.swt"}));
+}
+
+TEST_F(RecentFilesTest, TheFileMenuListsThemAndOpensThemWithoutMovingThem)
+{
+    AddTemplates({"Letters\\Q&A.swt"});
+    Start();
+    EXPECT_FALSE(Item("mnuRecentSeparator").Visible);
+    EXPECT_FALSE(Item("mnuFile1").Visible);
+    Main().tvTreeView.UserSelects("Letters");
+    Main().lvListView.UserActivates(0);
+    Main().lvListView.UserActivates(1);
+    const Texts both{InLibrary("Letters\\Q&A.swt"), InLibrary("Letters\\Memo.swt")};
+    EXPECT_TRUE(Item("mnuRecentSeparator").Visible && Item("mnuRecentSeparator").Separator);
+    EXPECT_EQ(Item("mnuFile1").Caption, "1 Q&&A.swt");
+    EXPECT_EQ(Item("mnuFile2").Caption, "2 Memo.swt");
+    EXPECT_FALSE(Item("mnuFile3").Visible);
+    Item("mnuFile2").UserClicks();
+    EXPECT_EQ(system.shell.Opened().back(), both[1]);
+    EXPECT_EQ(Main().RecentFiles().List(), both);
+
+    system.files.Remove(both[1]);
+    toolkit.ExpectMessage("File not found.", Icon::Information);
+    Item("mnuFile2").UserClicks();
+    toolkit.ExpectMessage("File not found.", Icon::Information);
+    system.files.Remove(both[0]);
+    Main().lvListView.UserActivates(0);
+    EXPECT_EQ(Main().RecentFiles().List(), both);
+    Main().Close();
+    toolkit.RunPosted();
+    Start();
+    EXPECT_EQ(Item("mnuFile2").Caption, "2 Memo.swt");
+}
+
+// Recent documents.
+
+TEST(AgeingTest, CountsCalendarMonthsAndLetsTheDayDecideInTheFirstAndTheLast)
+{
+    struct Case {
+        LocalTime document;
+        LocalTime today;
+        int months;
+        bool isTooOld;
+    };
+    const Case cases[] = {
+        // Twelve months ago: an earlier day of the month is too old, the same day and later ones are not.
+        {{2003, 3, 16}, {2004, 3, 17}, 12, true},
+        {{2003, 3, 17}, {2004, 3, 17}, 12, false},
+        {{2003, 3, 31}, {2004, 3, 17}, 12, false},
+        {{2003, 2, 28}, {2004, 3, 17}, 12, true},
+        {{2003, 4, 1}, {2004, 3, 17}, 12, false},
+        // Month ends and leap days.
+        {{2004, 1, 30}, {2004, 2, 29}, 1, false},
+        {{2004, 1, 28}, {2004, 2, 29}, 1, true},
+        {{2004, 2, 29}, {2004, 3, 31}, 1, true},
+        {{2004, 2, 29}, {2005, 2, 28}, 12, false},
+        {{2003, 2, 28}, {2004, 2, 29}, 12, true},
+        {{2004, 2, 29}, {2004, 2, 29}, 1, false},
+        // Year ends.
+        {{2003, 12, 31}, {2004, 1, 1}, 1, false},
+        {{2003, 12, 31}, {2004, 1, 31}, 1, false},
+        {{2003, 11, 30}, {2004, 1, 1}, 1, true},
+        {{2003, 1, 1}, {2004, 1, 1}, 12, false},
+        {{2002, 12, 31}, {2004, 1, 1}, 12, true},
+        // From the future: later this month and beyond the next year is a wrong clock's.
+        {{2004, 3, 18}, {2004, 3, 17}, 12, true},
+        {{2004, 3, 17}, {2004, 3, 17}, 12, false},
+        {{2004, 4, 1}, {2004, 3, 17}, 12, false},
+        {{2005, 12, 31}, {2004, 1, 1}, 12, false},
+        {{2006, 1, 1}, {2004, 12, 31}, 12, true},
+        {{1601, 1, 1}, {2004, 3, 17}, 32767, false},
+    };
+    for (const auto& [document, today, months, isTooOld] : cases)
+        EXPECT_EQ(browser::IsTooOld(document, today, months), isTooOld)
+            << document.year << "-" << document.month << "-" << document.day << " on " << today.year << "-"
+            << today.month << "-" << today.day << ", " << months << " months";
+}
+
+class RecentDocumentsTest : public BrowserTest {
+protected:
+    const std::string own = std::string{SettingsKey} + "\\Browser\\History List";
+    const std::string suite =
+        "Software\\VB and VBA Program Settings\\Tessaly 1.0 GWX\\Browser\\Recent Documents";
+
+    RecentDocumentsTest() { Program().state.SettingsAppName = "Tessaly GWX 1.0"; }
+    void AddDocument(const std::string& key, const std::string& path, const std::string& recorded, LocalTime modified)
+    {
+        system.files.AddFile(path, "text", MemoryClock::At(modified));
+        system.registry.PutString(Hive::CurrentUser, key, path, recorded);
+    }
+    Texts Paths(const browser::RecentDocuments& documents)
+    {
+        Texts paths;
+        for (const auto& document : documents.List())
+            paths.push_back(document.path);
+        return paths;
+    }
+};
+
+TEST_F(RecentDocumentsTest, BothStoresAreReadTheLastRecordedFirst)
+{
+    AddDocument(own, "C:\\D\\old.ccw", "2004-01-05", {2004, 1, 5});
+    AddDocument(own, "C:\\D\\new.ccw", "2004-03-01", {2004, 3, 1});
+    AddDocument(suite, "C:\\D\\theirs.doc", "2004-02-01", {2004, 2, 1});
+    AddDocument(suite, "c:\\d\\NEW.ccw", "2004-02-01", {2004, 3, 1});
+    AddDocument(suite, "C:\\D\\odd.doc", "last week", {2004, 3, 1});
+    system.registry.PutString(Hive::CurrentUser, own, "calc.exe", "2004-03-01");
+    browser::RecentDocuments documents{Program()};
+    documents.GetHistoryListFromRegistry();
+    EXPECT_EQ(Paths(documents), (Texts{"C:\\D\\new.ccw", "C:\\D\\theirs.doc", "C:\\D\\old.ccw", "C:\\D\\odd.doc"}));
+    EXPECT_TRUE(documents.Remove("C:\\D\\theirs.doc"));
+    EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, suite, "C:\\D\\theirs.doc"), "(none)");
+    system.registry.SetClosed(Hive::CurrentUser, own);
+    toolkit.ExpectMessage(Text(182), Icon::Critical);
+    EXPECT_FALSE(documents.Remove("C:\\D\\old.ccw"));
+    EXPECT_EQ(documents.List().size(), 3u);
+}
+
+TEST_F(RecentDocumentsTest, WhatIsGoneIsForgottenButNotWhatIsAway)
+{
+    AddDocument(own, "C:\\D\\here.ccw", "2004-03-01", {2004, 3, 1});
+    system.registry.PutString(Hive::CurrentUser, own, "C:\\D\\gone.ccw", "2004-03-01");
+    system.registry.PutString(Hive::CurrentUser, own, "C:\\Gone\\gone.ccw", "2004-03-01");
+    system.registry.PutString(Hive::CurrentUser, own, "Q:\\away.ccw", "2004-03-01");
+    system.registry.PutString(Hive::CurrentUser, own, "\\\\server\\share\\away.ccw", "2004-03-01");
+    browser::RecentDocuments documents{Program()};
+    documents.GetHistoryListFromRegistry();
+    documents.ValidateFilesFromHistoryList();
+    EXPECT_EQ(Paths(documents), (Texts{"C:\\D\\here.ccw", "Q:\\away.ccw", "\\\\server\\share\\away.ccw"}));
+    EXPECT_EQ(system.registry.ValueNames(Hive::CurrentUser, own)->size(), 3u);
+}
+
+TEST_F(RecentDocumentsTest, TheOldAreForgottenUnlessTheyWereRecordedLately)
+{
+    // Today is 2004-03-17.
+    AddDocument(own, "C:\\D\\old.ccw", "2003-03-16", {2003, 3, 16});
+    AddDocument(own, "C:\\D\\edge.ccw", "2003-03-16", {2003, 3, 17});
+    AddDocument(own, "C:\\D\\copied today.ccw", "2004-03-17", {1999, 1, 1});
+    AddDocument(own, "C:\\D\\undated.ccw", "", {1999, 1, 1});
+    browser::RecentDocuments documents{Program()};
+    documents.GetHistoryListFromRegistry();
+    documents.ValidateHistoryTimePeriodNew();
+    EXPECT_EQ(Paths(documents), (Texts{"C:\\D\\copied today.ccw", "C:\\D\\edge.ccw"}));
+    EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, own, "C:\\D\\old.ccw"), "(none)");
+
+    for (const auto& [stored, months] : {std::pair{"6", 6}, {"", 12}, {"x", 12}, {"0", 1}, {"-5", 1}, {"99999", 32767}}) {
+        PutSetting("Options", "History List Time Period", stored);
+        EXPECT_EQ(documents.TimePeriod(), months) << stored;
+    }
+    PutSetting("Options", "History List Time Period", "6");
+    documents.ValidateHistoryTimePeriodNew();
+    EXPECT_EQ(Paths(documents), Texts{"C:\\D\\copied today.ccw"});
+}
+
+TEST_F(RecentDocumentsTest, TheCopyOfASpreadsheetTemplateIsRecorded)
+{
+    system.registry.PutString(Hive::LocalMachine, "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\CLC.EXE", "",
+                              "C:\\Calc\\clc.exe");
+    system.files.AddFile("C:\\Calc\\clc.exe");
+    system.files.AddFolder("C:\\Users\\User\\Documents");
+    Start();
+    Main().tvTreeView.UserSelects("Business");
+    Main().fileTypeTabStrip.UserSelects("Excel");
+    Main().lvListView.UserSelects(0);
+    Main().Commands().Run("mnuFileNew");
+    EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, own, "C:\\Users\\User\\Documents\\Budget.ccw"), "2004-03-17");
+    EXPECT_EQ(Main().RecentFiles().List(), Texts{InLibrary("Business\\Budget.ccw")});
+    Main().lvListView.UserActivates(0);
+    EXPECT_EQ(system.registry.ValueNames(Hive::CurrentUser, own)->size(), 1u) << "a template is no document";
+}
+
+} // namespace
+} // namespace tests

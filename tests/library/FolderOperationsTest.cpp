@@ -1,0 +1,336 @@
+#include "tests/support/TestMachine.h"
+
+#include "library/FolderRemoval.h"
+
+#include <functional>
+#include <set>
+
+namespace tests {
+namespace {
+
+using platform::Hive;
+using ui::Answer;
+using ui::Icon;
+using Texts = std::vector<std::string>;
+
+class FolderTest : public BrowserTest {
+protected:
+    const std::string favoritesKey = std::string{SettingsKey} + "\\Browser\\Favorites";
+
+    ui::TreeView& Tree() { return Main().tvTreeView; }
+    void Select(std::string_view path)
+    {
+        Tree().UserSelects(path);
+        ASSERT_EQ(Tree().Selected()->key, path);
+    }
+    void Rename(std::string_view path, const std::string& name)
+    {
+        Select(path);
+        ASSERT_TRUE(Main().Commands().Run("mnupopRenamefolder"));
+        ASSERT_TRUE(Tree().EditedLabel());
+        Tree().UserEndsLabelEdit(name);
+    }
+    void ExpectDeleteQuestion(const std::string& name, Answer answer = Answer::Yes)
+    {
+        toolkit.ExpectMessage("Are you sure you want to delete \"" + name + "\" and all its contents?", Icon::Question, answer);
+    }
+    std::string Selected() { return Tree().Selected() != nullptr ? Tree().Selected()->key : std::string{}; }
+    Texts Favorites() { return system.registry.ValueNames(Hive::CurrentUser, favoritesKey).value_or(Texts{}); }
+};
+
+// Rename.
+
+TEST_F(FolderTest, ANewNameIsRefusedInTheOrderOfItsFaults)
+{
+    AddTemplates({"Letters\\Family\\a.swt"});
+    const std::string taken = "Cannot rename Formal: A folder with the name you specified already exists. Specify a different folder name.";
+    const std::string characters =
+        "A folder name cannot contain any of the following characters:\r\n\\ / : * ? \" < > |";
+    const std::string tooLong = "Folder name cannot exceed more than 40 characters.";
+    struct Case {
+        std::string name;
+        std::string message;
+    };
+    std::vector<Case> cases{
+        {"My Favorites", taken},
+        {"Get More Templates", taken},
+        {"", "Enter a folder name."},
+        {std::string(41, 'x'), tooLong},
+        {std::string(40, 'x') + ":", tooLong},
+        {std::string(40, 'x') + "\xC3\xA4", tooLong},
+        {".a?", characters},
+        {".hidden", "A folder name cannot start with a ."},
+        {"..", "A folder name cannot start with a ."},
+        {"Family", taken},
+        {"fAMILY", taken},
+        {"Previews", taken},
+        {"Create New", taken},
+    };
+    for (const char forbidden : std::string{"\\/:*?\"<>|"})
+        cases.push_back({std::string{"a"} + forbidden + "b", characters});
+    // What the system would refuse, or quietly turn into another name.
+    for (const char* name : {"trail.", "trail ", "tab\tbed", "CON", "nul.txt", "Com1", "lpt9.old", "aux .x", "COM\xC2\xB9"})
+        cases.push_back({name, characters});
+    Start();
+    const auto disk = system.files.Snapshot();
+    for (const auto& [name, message] : cases) {
+        SCOPED_TRACE("<" + name + ">");
+        toolkit.ExpectMessage(message, Icon::Information);
+        Rename("Letters\\Formal", name);
+        EXPECT_EQ(Selected(), "Letters\\Formal");
+        EXPECT_EQ(Tree().Find("Letters\\Formal")->text, "Formal");
+        EXPECT_EQ(system.files.Snapshot(), disk);
+        ASSERT_EQ(toolkit.Unexpected, Texts{});
+    }
+}
+
+TEST_F(FolderTest, ANameOfFortyCharactersAndOddButHonestOnesAreTaken)
+{
+    Start();
+    std::string path = "Letters\\Formal";
+    for (const std::string& name : {std::string(40, 'x'), std::string(38, 'y') + "\xC3\xA4z", std::string{"a.b"},
+                                   std::string{" leading"}, std::string{"Console"}, std::string{"com10"}, std::string{"\xE6\x97\xA5\xE6\x9C\xAC"}}) {
+        SCOPED_TRACE(name);
+        Rename(path, name);
+        path = "Letters\\" + name;
+        EXPECT_EQ(Selected(), path);
+        EXPECT_TRUE(system.files.Exists(InLibrary(path + "\\Complaint.swt")));
+        EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Complaint"});
+    }
+}
+
+TEST_F(FolderTest, ARenamedFolderKeepsItsPlaceItsFavouritesAndItsRecentFiles)
+{
+    AddTemplates({"Letters\\Formal\\Deep\\x.swt", "Letters\\Formality\\y.swt"});
+    for (const char* favorite : {"Letters\\Formal\\Complaint.swt", "letters\\formal\\Deep\\x.swt", "Letters\\Formality\\y.swt"})
+        system.registry.PutString(Hive::CurrentUser, favoritesKey, favorite, "");
+    Start();
+    Select("Letters\\Formal");
+    Main().lvListView.UserActivates(0);
+    Rename("Letters\\Formal", "Casual");
+    EXPECT_EQ(TreeTexts(Tree()), (Texts{"My Favorites", "Business", "  Contracts", "Letters", "  Casual", "    Deep",
+                                        "  Formality", "", "Get More Templates"}));
+    EXPECT_EQ(Selected(), "Letters\\Casual");
+    EXPECT_EQ(Setting("Browser", "LastFolderBrowsed"), "Letters\\Casual");
+    EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Complaint"});
+    EXPECT_EQ(Main().Favorites().List(), (Texts{"Letters\\Casual\\Complaint.swt", "Letters\\Casual\\Deep\\x.swt",
+                                                "Letters\\Formality\\y.swt"}));
+    const Texts stored = Favorites();
+    EXPECT_EQ(std::set<std::string>(stored.begin(), stored.end()),
+              (std::set<std::string>{"Letters\\Casual\\Complaint.swt", "Letters\\Casual\\Deep\\x.swt",
+                                     "Letters\\Formality\\y.swt"}));
+    EXPECT_EQ(Setting("Browser\\Recent Files", "File 1"), InLibrary("Letters\\Casual\\Complaint.swt"));
+    EXPECT_EQ(Main().RecentFiles().List(), Texts{InLibrary("Letters\\Casual\\Complaint.swt")});
+}
+
+TEST_F(FolderTest, AFolderInUseKeepsItsNameAndItsFavourites)
+{
+    system.registry.PutString(Hive::CurrentUser, favoritesKey, "Letters\\Formal\\Complaint.swt", "");
+    system.files.SetHeldOpen(InLibrary("Letters\\Formal\\Complaint.swt"));
+    Start();
+    toolkit.ExpectMessage("Cannot rename folder, templates may be in use.\r\nClose the template(s) and try again.",
+                          Icon::Information);
+    Rename("Letters\\Formal", "Casual");
+    EXPECT_EQ(Selected(), "Letters\\Formal");
+    EXPECT_EQ(Favorites(), Texts{"Letters\\Formal\\Complaint.swt"});
+    EXPECT_EQ(Main().Favorites().List(), Texts{"Letters\\Formal\\Complaint.swt"});
+}
+
+TEST_F(FolderTest, TheLabelOffersTheFoldersOwnNameAndKeepingItChangesNothing)
+{
+    AddTemplates({"Business\\Guides\\a.pdf"});
+    Start();
+    Select("Business\\Guides eBook");
+    Main().Commands().Run("mnupopRenamefolder");
+    ASSERT_TRUE(Tree().EditedLabel());
+    EXPECT_EQ(Tree().EditedLabel()->text, "Guides");
+    Tree().UserEndsLabelEdit("Guides");
+    Tree().UserEndsLabelEdit("Twice");
+    Main().Commands().Run("mnupopRenamefolder");
+    Tree().UserCancelsLabelEdit();
+    Tree().UserEndsLabelEdit("Late");
+    EXPECT_TRUE(system.files.Exists(InLibrary("Business\\Guides\\a.pdf")));
+    Rename("Business\\Guides eBook", "Manuals");
+    EXPECT_EQ(Selected(), "Business\\Manuals eBook");
+    EXPECT_TRUE(system.files.Exists(InLibrary("Business\\Manuals\\a.pdf")));
+}
+
+TEST_F(FolderTest, TopLevelFoldersAndAnOpenFindPaneRefuseBoth)
+{
+    Start();
+    for (const char* node : {"Letters", "My Favorites"}) {
+        Select(node);
+        EXPECT_FALSE(Tree().UserStartsLabelEdit(node));
+        toolkit.ExpectMessage("You cannot rename top-level folders.", Icon::Information);
+        Main().UserPresses(ui::Plain(ui::KeyCode::F2));
+        toolkit.ExpectMessage("You cannot delete top-level folders.", Icon::Information);
+        Tree().KeyDown(ui::Plain(ui::KeyCode::Delete));
+    }
+    Select("Letters\\Formal");
+    Program().state.FindPaneOpen = true;
+    EXPECT_FALSE(Tree().UserStartsLabelEdit("Letters\\Formal"));
+    toolkit.ExpectMessage("Cannot rename folders when Find pane is open.\rClose the Find pane and try again.", Icon::Information);
+    Main().UserPresses(ui::Plain(ui::KeyCode::F2));
+    toolkit.ExpectMessage("Cannot delete folders when Find pane is open.\rClose the Find pane and try again.", Icon::Information);
+    Tree().KeyDown(ui::Plain(ui::KeyCode::Delete));
+    EXPECT_FALSE(Tree().EditedLabel());
+    EXPECT_TRUE(system.files.Exists(InLibrary("Letters\\Formal\\Complaint.swt")));
+}
+
+// Delete.
+
+TEST_F(FolderTest, DeletingAsksAndTakesTheTemplatesThePreviewsAndTheFoldersOfAnyDepth)
+{
+    AddTemplates({"Letters\\Formal\\A\\B\\C\\D\\E\\deep.swt", "Letters\\Formal\\A\\LOUD.CCW",
+                  "Letters\\Formal\\previews\\Complaint.jpg", "Letters\\Formal\\A\\Previews\\odd.txt"});
+    system.registry.PutString(Hive::CurrentUser, favoritesKey, "Letters\\Formal\\Complaint.swt", "");
+    system.registry.PutString(Hive::CurrentUser, favoritesKey, "Letters\\Memo.swt", "");
+    Start();
+    Main().fileTypeTabStrip.UserSelects("Word");
+    Select("Letters\\Formal");
+    ExpectDeleteQuestion("Formal", Answer::No);
+    Tree().KeyDown(ui::Plain(ui::KeyCode::Delete));
+    EXPECT_TRUE(system.files.Exists(InLibrary("Letters\\Formal\\Complaint.swt")));
+    EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Complaint"});
+
+    ExpectDeleteQuestion("Formal");
+    PutSetting("Browser", "LastTabSelected", "");
+    Main().Commands().Run("mnupopDeletefolder");
+    EXPECT_FALSE(system.files.Exists(InLibrary("Letters\\Formal")));
+    EXPECT_TRUE(system.files.Exists(InLibrary("Letters\\Memo.swt")));
+    EXPECT_EQ(Selected(), "Letters");
+    EXPECT_EQ(Setting("Browser", "LastFolderBrowsed"), "Letters");
+    EXPECT_EQ(Setting("Browser", "LastTabSelected"), "Word");
+    EXPECT_EQ(TreeTexts(Tree()),
+              (Texts{"My Favorites", "Business", "  Contracts", "Letters", "", "Get More Templates"}));
+    EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Memo"});
+    EXPECT_EQ(Favorites(), Texts{"Letters\\Memo.swt"});
+    EXPECT_EQ(Main().Favorites().List(), Texts{"Letters\\Memo.swt"});
+}
+
+TEST_F(FolderTest, TheViewsLetGoOfTheFilesBeforeTheFirstOneIsDeleted)
+{
+    Start();
+    Select("Letters\\Formal");
+    ExpectDeleteQuestion("Formal");
+    int rowsAtDeletion = -1;
+    std::string pictureAtDeletion = "?";
+    system.faults.ForgetCalls();
+    system.faults.ChangeBefore(3, [&] {
+        rowsAtDeletion = Main().lvListView.Rows();
+        pictureAtDeletion = Main().imgPreview.File();
+    });
+    Main().Commands().Run("mnupopDeletefolder");
+    EXPECT_EQ(rowsAtDeletion, 0);
+    EXPECT_EQ(pictureAtDeletion, "");
+}
+
+TEST_F(FolderTest, WhatCannotBeDeletedIsToldAndTheRestIsGone)
+{
+    const std::string failed = "Cannot delete folder, templates may be in use.\rClose the template(s) and try again.";
+    struct Case {
+        const char* what;
+        std::function<void()> prepare;
+        Texts left;
+    };
+    const Case cases[] = {
+        {"a text file", [&] { system.files.AddFile(InLibrary("Letters\\Formal\\Sub\\read.me"), "mine"); },
+         {"Sub", "Sub\\read.me"}},
+        {"in use", [&] { system.files.SetHeldOpen(InLibrary("Letters\\Formal\\Complaint.swt")); }, {"Complaint.swt"}},
+        {"read-only", [&] { system.files.SetAttributes(InLibrary("Letters\\Formal\\Sub\\b.swt"), platform::attribute::ReadOnly); },
+         {"Sub", "Sub\\b.swt"}},
+        {"a folder that cannot be listed: nothing goes", [&] { system.files.SetUnreadable(InLibrary("Letters\\Formal\\Sub")); },
+         {"Complaint.swt", "Sub", "Sub\\b.swt"}},
+    };
+    for (const Case& which : cases) {
+        SCOPED_TRACE(which.what);
+        system.files.Remove(InLibrary("Letters\\Formal"));
+        AddTemplates({"Letters\\Formal\\Complaint.swt", "Letters\\Formal\\Sub\\b.swt"});
+        which.prepare();
+        Start();
+        Select("Letters\\Formal");
+        ExpectDeleteQuestion("Formal");
+        toolkit.ExpectMessage(failed, Icon::Critical);
+        Main().Commands().Run("mnupopDeletefolder");
+        Texts left;
+        for (const std::string& path : system.files.AllPaths(InLibrary("Letters\\Formal")))
+            if (path.size() > InLibrary("Letters\\Formal\\").size())
+                left.push_back(path.substr(InLibrary("Letters\\Formal\\").size()));
+        EXPECT_EQ(left, which.left);
+        EXPECT_EQ(Selected(), "Letters");
+        EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Memo"});
+        Main().Close();
+        toolkit.RunPosted();
+    }
+}
+
+TEST_F(FolderTest, LinksAreRemovedAndWhatTheyPointAtIsWhole)
+{
+    system.files.AddFile("C:\\Outside\\precious.swt", "precious");
+    system.files.AddFile("C:\\Outside\\Sub\\b.swt", "precious");
+    system.files.AddLink(InLibrary("Letters\\Formal\\Linked"), "C:\\Outside");
+    system.files.AddLink(InLibrary("Letters\\Formal\\Loop"), InLibrary("Letters"));
+    system.files.AddLink(InLibrary("Letters\\Away"), "C:\\Outside");
+    const auto outside = system.files.Snapshot("C:\\Outside");
+    library::FolderRemoval removal{system.files, std::string{Templates} + "\\"};
+
+    EXPECT_FALSE(removal.Remove("Letters\\Away\\Sub")) << "behind a link";
+    EXPECT_TRUE(removal.Remove("Letters\\Away")) << "the link itself";
+    EXPECT_TRUE(removal.Remove("Letters\\Formal"));
+    EXPECT_FALSE(system.files.Exists(InLibrary("Letters\\Formal")));
+    EXPECT_FALSE(system.files.Exists(InLibrary("Letters\\Away")));
+    EXPECT_TRUE(system.files.Exists(InLibrary("Letters\\Memo.swt")));
+    EXPECT_EQ(system.files.Snapshot("C:\\Outside"), outside);
+    for (const char* odd : {"Letters", "", "Letters\\..\\Business", "Letters\\.", "..\\x", "Letters\\\\Formal", "C:\\Outside\\Sub"})
+        EXPECT_FALSE(removal.Remove(odd)) << odd;
+    EXPECT_EQ(system.files.Snapshot("C:\\Outside"), outside);
+}
+
+TEST_F(FolderTest, AFolderThatBecomesALinkWhileItIsListedIsNotFollowed)
+{
+    // Up to the deletion of the first file; what comes after that check is the system's own to guard.
+    for (std::size_t n = 1; n <= 7; ++n) {
+        SCOPED_TRACE(n);
+        TestMachine machine;
+        machine.AddTemplates({"Letters\\Formal\\Sub\\b.swt"});
+        machine.system.files.AddFile("C:\\Outside\\b.swt", "precious");
+        machine.system.faults.ChangeBefore(n, [&] {
+            machine.system.files.Remove(machine.InLibrary("Letters\\Formal\\Sub"));
+            machine.system.files.AddLink(machine.InLibrary("Letters\\Formal\\Sub"), "C:\\Outside");
+        });
+        (void)library::FolderRemoval{machine.system.files, std::string{Templates} + "\\"}.Remove("Letters\\Formal");
+        EXPECT_TRUE(machine.system.faults.Fired());
+        EXPECT_TRUE(machine.system.files.Exists("C:\\Outside\\b.swt"));
+    }
+}
+
+// Drag and drop.
+
+TEST_F(FolderTest, OnlyARowOfTheListCanBeDroppedAndOnlyOnTheFavourites)
+{
+    Start();
+    Select("Letters");
+    const std::string refused = "Unable to copy or move template to that folder.\r\nYou are only allowed to drag "
+                                "templates into 'My Favorites'.";
+    for (const char* node : {"Business", "Letters", "Letters\\Formal", "Get More Templates"}) {
+        toolkit.ExpectMessage(refused, Icon::Information);
+        Tree().UserDrops(node, Main().lvListView);
+        toolkit.ExpectMessage("Cannot drag a template from the Preview Pane.", Icon::Information);
+        Tree().UserDrops(node, Main().imgPreview);
+    }
+    toolkit.ExpectMessage("Cannot drag a template from the Preview Pane.", Icon::Information);
+    Tree().UserDrops("My Favorites", Main().imgPreview);
+    EXPECT_EQ(Favorites(), Texts{});
+    Tree().UserDrops("My Favorites", Main().lvListView);
+    Tree().UserDrops("My Favorites", Main().sbStatusBar); // not from where anything can be dragged
+    EXPECT_EQ(Favorites(), Texts{"Letters\\Memo.swt"});
+    EXPECT_EQ(Selected(), "Letters");
+    toolkit.ExpectMessage("Memo has already been added to 'My Favorites'.", Icon::Information);
+    Tree().UserDrops("My Favorites", Main().lvListView);
+    Select("My Favorites");
+    toolkit.ExpectMessage("Memo has already been added to 'My Favorites'.", Icon::Information);
+    Tree().UserDrops("My Favorites", Main().lvListView);
+}
+
+} // namespace
+} // namespace tests
