@@ -3,6 +3,11 @@
 // The system's headers for the windows, without the macros that clash with names of ours.
 #include <windows.h>
 
+// The headers below need it, and another wrapper header may have undone it before.
+#ifndef interface
+#define interface struct
+#endif
+
 #include <commctrl.h>
 #include <commdlg.h>
 #include <objbase.h>
