@@ -1,13 +1,14 @@
 // Shows a sample template: its preview picture, or the beginning of its text. Opened by run.sh's own registrations, so
 // that a double-click in the browser opens something on a machine without the office programs.
+// First: it takes in more of the system's headers than the platform's, which undoes a macro that they need.
+#include "ui/win32/Win32Toolkit.h"
+
 #include "platform/Path.h"
 #include "platform/win32/Native.h"
 #include "platform/win32/System.h"
-#include "platform/win32/WindowsHeader.h"
 #include "ui/Form.h"
 #include "ui/Image.h"
 #include "ui/Label.h"
-#include "ui/win32/Win32Toolkit.h"
 
 #include <string>
 #include <string_view>
