@@ -9,6 +9,7 @@ class ComboBox final : public ItemControl {
 public:
     explicit ComboBox(Form& form) : ItemControl{form} {}
     std::string_view TypeName() const override { return "ComboBox"; }
+    bool HasLineHeight() const override { return true; }
 };
 
 } // namespace ui

@@ -73,6 +73,8 @@ public:
     std::function<void()> LostFocus;
     /// Whether Tab stops here.
     virtual bool IsTabStop() const { return false; }
+    /// Whether it is one line of text high, whatever room there is.
+    virtual bool HasLineHeight() const { return false; }
     /// The user moved the focus here; raises the same events as SetFocus.
     void UserFocuses();
 

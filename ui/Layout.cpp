@@ -84,11 +84,11 @@ GridColumns ColumnsOf(const Cell& grid)
     return columns;
 }
 
-/// A lone control stands beside taller neighbours, so that a label's text lines up with theirs.
+/// A lone control stands in the middle beside taller neighbours, so that the texts line up.
 void PlaceInRow(const Cell& cell, const Rect& area)
 {
     int height = area.height;
-    if (cell.kind == Cell::Kind::Leaf && !cell.fill)
+    if (cell.kind == Cell::Kind::Leaf && (!cell.fill || cell.control->HasLineHeight()))
         height = std::min(Measure(cell, 0).height, height);
     Place(cell, {area.left, area.top + (area.height - height) / 2, area.width, height});
 }

@@ -18,6 +18,7 @@ public:
     explicit TextBox(Form& form, Lines boxLines = Lines::One) : Control{form, {}}, lines{boxLines} {}
     std::string_view TypeName() const override { return "TextBox"; }
     bool IsTabStop() const override { return true; }
+    bool HasLineHeight() const override { return lines == Lines::One; }
     Lines GetLines() const { return lines; }
 
     const std::string& Text() const { return text; }

@@ -27,4 +27,15 @@ Size FramePeer::Preferred(int) const
     return {Twips(text.cx) + TitleSides, Twips(text.cy) + BelowTitle};
 }
 
+std::optional<LRESULT> FramePeer::OnMessage(UINT message, WPARAM wParam, LPARAM)
+{
+    if (message != WM_ERASEBKGND)
+        return std::nullopt;
+    // The native box draws its lines only, and the form leaves out what its controls cover.
+    RECT client{};
+    GetClientRect(Handle(), &client);
+    FillRect(reinterpret_cast<HDC>(wParam), &client, GetSysColorBrush(COLOR_3DFACE));
+    return TRUE;
+}
+
 } // namespace ui::win32

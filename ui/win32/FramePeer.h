@@ -12,6 +12,9 @@ public:
     /// The room that the title needs; the height reaches to what the frame holds.
     Size Preferred(int width) const override;
 
+protected:
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
 private:
     Frame& frame;
 };

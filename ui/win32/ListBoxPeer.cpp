@@ -28,7 +28,7 @@ void ListBoxPeer::Update(Aspect aspect)
 
 Size ListBoxPeer::Preferred(int) const
 {
-    return {Width, FieldHeight() + (Lines - 1) * Twips(Measure({}, NormalFont()).cy)};
+    return {Width, Twips(Lines * Measure({}, NormalFont()).cy + 2 * SystemMetric(SM_CYEDGE, Dpi()))};
 }
 
 void ListBoxPeer::DpiChanged()

@@ -162,8 +162,10 @@ HFONT PeerBase::NormalFont() const
 
 int PeerBase::FieldHeight() const
 {
-    constexpr int edges = 120;
-    return Twips(Measure({}, NormalFont()).cy) + edges;
+    // A native box writes its text just below its upper edge, at any dpi: more room would all go below the text, and
+    // labels beside it would stand lower.
+    constexpr int room = 7;
+    return Twips(Measure({}, NormalFont()).cy + room);
 }
 
 bool PeerBase::HasMnemonic(wchar_t letter) const
