@@ -13,9 +13,9 @@ void TemplateOpener::Open(const std::string& file)
         Opened(file);
 }
 
-void TemplateOpener::OpenAgain(const std::string& file)
+bool TemplateOpener::OpenAgain(const std::string& file)
 {
-    (void)Launch(file);
+    return Launch(file);
 }
 
 void TemplateOpener::CreateDocument(const std::string& file)

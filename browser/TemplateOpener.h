@@ -22,8 +22,8 @@ public:
     std::function<void(const std::string& path)> Created;
 
     void Open(const std::string& path);
-    /// The same for a file that the user takes from those opened before; nobody is told.
-    void OpenAgain(const std::string& path);
+    /// The same for a file that the user takes from those opened before; nobody is told. False when a failure was shown.
+    bool OpenAgain(const std::string& path);
     /// A spreadsheet is copied into the working directory first, so that the user works on the copy; other templates
     /// make a new document by themselves when they are opened.
     void CreateDocument(const std::string& path);

@@ -20,7 +20,7 @@ inline constexpr std::uint16_t FileNotFound = 126, PreviousInstance = 140, TabWo
                                InitSettingsUnreadable = 512, InitSettingsReason = 513, InitSettingsAdvice = 514,
                                PleaseWait = 491, BrowserLoads = 492, PercentDone = 493, Reinstall = 532, EBook = 534,
                                ReportABug = 524, FavoritesKey = 364,
-                               DeleteTopLevel = 259, DeleteFolderQuestion = 260, DeleteFolderContents = 261,
+                               InvalidNumber = 106, DeleteTopLevel = 259, DeleteFolderQuestion = 260, DeleteFolderContents = 261,
                                RenameTopLevel = 262, AlreadyFavorite = 269, FolderNameTooLong = 284,
                                EnterFolderName = 347, DropRefused = 356, RemoveFavoriteQuestion = 357,
                                RecentDocumentsKey = 378, LaunchDocumentFailed = 391, FolderNameCharacters = 397,

@@ -61,6 +61,10 @@ public:
     void mnupopDeletefolder_Click();
     void mnuAddToFavorites_Click();
     void mnuRemoveFromFavorites_Click();
+    /// Shows the recent documents.
+    void mnuRecentDocuments_Click();
+    /// Asks how long recent documents are remembered.
+    void mnuHistory_Click();
     /// Opens a recent file, 1 to 10.
     void mnuFile_Click(std::size_t number);
 
@@ -130,6 +134,7 @@ private:
     void WireFolders();
     void ReloadTree(const std::string& category);
     bool FavoritesSelected() const;
+    bool OpenDocument(const std::string& path);
     void RestorePlacement();
     void SaveState();
     bool OnClosing();

@@ -53,7 +53,6 @@ const LaterCommand laterCommands[] = {
     {"mnuProfileEdit", 374, 417, "profiles", {}},
     {"mnuProfileManage", 375, 375, "profiles", {}},
     {"mnuProfileImportExport", 376, 482, "", {}},
-    {"mnuHistory", 379, 479, "recent", {}},
     {"mnuInstallNewTemplates", 393, 467, "packs", {}},
     {"mnuSolutionPackManager", 396, 449, "packs", {}},
     {"mnuGetNewDesigns", 394, 388, "more", {}},
@@ -93,6 +92,9 @@ void frmMain::AddCommands()
     commands.Add({.name = "mnuRemoveFromFavorites", .caption = 354, .toolTip = 354, .image = "remove-favorite",
                   .run = [this] { mnuRemoveFromFavorites_Click(); }, .enabled = hasSelection,
                   .visible = [this] { return FavoritesSelected(); }});
+    commands.Add({.name = "mnuRecentDocuments", .caption = 379, .toolTip = 479, .image = "recent",
+                  .run = [this] { mnuRecentDocuments_Click(); }});
+    commands.Add({.name = "mnuHistory", .caption = 479, .toolTip = 479, .run = [this] { mnuHistory_Click(); }});
     commands.Add({.name = "mnuRecentSeparator", .visible = [this] { return !recentFiles.List().empty(); }});
     for (std::size_t number = 1; number <= browser::RecentFiles::Limit; ++number)
         commands.Add({.name = "mnuFile" + std::to_string(number), .run = [this, number] { mnuFile_Click(number); },
@@ -158,10 +160,10 @@ void frmMain::BuildMenus()
         {"mnuView", 113,
          {"mnuViewLargeIcons", "mnuViewSmallIcons", "mnuViewList", "mnuViewDetails", "mnuViewThumbnails", "-",
           "mnuViewFolderList", "mnuViewPreviewPane", "-", "mnuRefreshTV"}},
-        {"mnuOptions", 121, {"mnuSettingsWord", "mnuSettingsPPT", "mnuSettingsXL", "mnuSettingsPhoto"}},
+        {"mnuOptions", 121, {"mnuSettingsWord", "mnuSettingsPPT", "mnuSettingsXL", "mnuSettingsPhoto", "-", "mnuHistory"}},
         {"mnuProfiles", 373, {"mnuProfileEdit", "mnuProfileManage", "mnuProfileImportExport"}},
         {"mnuTools", 392,
-         {"mnuHistory", "-", "mnuInstallNewTemplates", "mnuSolutionPackManager", "mnuGetNewDesigns"}},
+         {"mnuRecentDocuments", "-", "mnuInstallNewTemplates", "mnuSolutionPackManager", "mnuGetNewDesigns"}},
         {"mnuHelp", 127, helpEntries},
     };
     const std::vector<CommandTable::MenuLayout> subMenus{

@@ -2,6 +2,8 @@
 #include "app/shell/frmMain.h"
 
 #include "app/base/StringId.h"
+#include "browser/frmOptionsHistory.h"
+#include "browser/frmRecentDocuments.h"
 #include "library/CategoryPath.h"
 #include "library/TemplateFiles.h"
 
@@ -90,10 +92,40 @@ void frmMain::mnuRemoveFromFavorites_Click()
         FillList();
 }
 
+void frmMain::mnuRecentDocuments_Click()
+{
+    const Busy guard{*this};
+    browser::frmRecentDocuments form{program, recentDocuments,
+                                     [this](const std::string& path) { return OpenDocument(path); },
+                                     [this] { mnuHistory_Click(); }};
+    form.ShowModal();
+}
+
+void frmMain::mnuHistory_Click()
+{
+    const Busy guard{*this};
+    browser::frmOptionsHistory form{program, recentDocuments, [this] { help.Open("Recent Documents HTML"); }};
+    form.ShowModal();
+}
+
+bool frmMain::OpenDocument(const std::string& path)
+{
+    // What is no file any more is not handed on: the system would go looking for a program of that name.
+    const auto entry = program.platform.files.Stat(path);
+    const bool isFile = entry && !entry->IsFolder();
+    if (isFile && library::TemplateTypeOf(path) == library::SpreadsheetTemplate)
+        return opener.OpenAgain(path);
+    constexpr int worked = 32; // the shell's results above it
+    if (isFile && program.platform.shell.Open(path) > worked)
+        return true;
+    program.messages.Inform(str::LaunchDocumentFailed);
+    return false;
+}
+
 void frmMain::mnuFile_Click(std::size_t number)
 {
     if (number <= recentFiles.List().size())
-        opener.OpenAgain(std::string{recentFiles.List()[number - 1]});
+        (void)opener.OpenAgain(std::string{recentFiles.List()[number - 1]});
 }
 
 } // namespace app

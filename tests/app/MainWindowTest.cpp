@@ -153,7 +153,7 @@ TEST_F(MainWindowTest, EveryCommandIsInTheMenusAndThoseToComeAreDisabled)
 {
     Start();
     const std::set<std::string> toCome{"mnuFilePreview", "mnuFileProperties", "mnuEditFind", "mnuViewThumbnails", "mnuProfileEdit",
-        "mnuProfileManage", "mnuProfileImportExport", "mnuHistory", "mnuInstallNewTemplates", "mnuSolutionPackManager",
+        "mnuProfileManage", "mnuProfileImportExport", "mnuInstallNewTemplates", "mnuSolutionPackManager",
         "mnuGetNewDesigns", "mnuHelpAbout"};
     Main().lvListView.UserSelects(0);
     Main().MenuOpening();

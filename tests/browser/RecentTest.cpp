@@ -1,5 +1,10 @@
 #include "tests/support/TestMachine.h"
 
+#include "browser/frmOptionsHistory.h"
+#include "browser/frmRecentDocuments.h"
+
+#include <functional>
+
 namespace tests {
 namespace {
 
@@ -238,6 +243,79 @@ TEST_F(RecentDocumentsTest, TheOldAreForgottenUnlessTheyWereRecordedLately)
     PutSetting("Options", "History List Time Period", "6");
     documents.ValidateHistoryTimePeriodNew();
     EXPECT_EQ(Paths(documents), Texts{"C:\\D\\copied today.ccw"});
+}
+
+TEST_F(RecentDocumentsTest, TheViewOpensRemovesAndClears)
+{
+    AddDocument(own, "C:\\D\\a.doc", "2004-03-03", {2004, 3, 3});
+    AddDocument(own, "C:\\D\\b.doc", "2004-03-02", {2004, 3, 2});
+    AddDocument(own, "C:\\D\\c.doc", "2004-03-01", {2004, 3, 1});
+    Start();
+    toolkit.OnModal("frmRecentDocuments", [&](ui::Form& shown) {
+        auto& form = static_cast<browser::frmRecentDocuments&>(shown);
+        EXPECT_EQ(ListTexts(form.lvDocuments), (Texts{"a.doc", "b.doc", "c.doc"}));
+        EXPECT_EQ(form.lvDocuments.Model()->Text(1, 1), "C:\\D");
+        EXPECT_EQ(form.lvDocuments.Model()->Text(1, 2).substr(0, 8), "3/2/2004");
+        form.cmdRemove.UserClicks();
+        EXPECT_EQ(ListTexts(form.lvDocuments), (Texts{"b.doc", "c.doc"}));
+        system.files.Remove("C:\\D\\b.doc");
+        toolkit.ExpectMessage("Unable to launch the selected document.", Icon::Information);
+        form.lvDocuments.UserActivates(0);
+        EXPECT_TRUE(form.IsOpen());
+        form.lvDocuments.UserActivates(1);
+        EXPECT_FALSE(form.IsOpen());
+    });
+    Main().Commands().Run("mnuRecentDocuments");
+    EXPECT_EQ(system.shell.Opened(), Texts{"C:\\D\\c.doc"});
+    EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, own, "C:\\D\\c.doc"), "2004-03-17");
+    EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, own, "C:\\D\\a.doc"), "(none)");
+
+    for (const ui::Answer answer : {ui::Answer::No, ui::Answer::Yes}) {
+        toolkit.OnModal("frmRecentDocuments", [&](ui::Form& shown) {
+            auto& form = static_cast<browser::frmRecentDocuments&>(shown);
+            toolkit.ExpectMessage("Are you sure you want to remove all documents from this list? The documents "
+                                  "themselves are not deleted.", Icon::Question, answer);
+            form.cmdClear.UserClicks();
+            EXPECT_EQ(form.lvDocuments.Rows(), answer == ui::Answer::No ? 1 : 0);
+            EXPECT_EQ(form.cmdOpen.Enabled(), answer == ui::Answer::No);
+            form.cmdClose.UserClicks();
+        });
+        Main().Commands().Run("mnuRecentDocuments");
+    }
+    EXPECT_TRUE(system.files.Exists("C:\\D\\c.doc"));
+}
+
+TEST_F(RecentDocumentsTest, TheTimePeriodIsSavedByOkAloneAndOnlyWhenItIsANumber)
+{
+    PutSetting("Help", "Recent Documents HTML", "C:\\Help\\recent.htm");
+    Start();
+    const auto show = [&](const std::function<void(browser::frmOptionsHistory&)>& act) {
+        toolkit.OnModal("frmOptionsHistory", [&](ui::Form& form) { act(static_cast<browser::frmOptionsHistory&>(form)); });
+        Main().Commands().Run("mnuHistory");
+    };
+    show([&](auto& form) {
+        EXPECT_EQ(form.Caption(), "Recent Documents");
+        EXPECT_EQ(form.lblBefore.Caption() + "|" + form.lblAfter.Caption(), "Don't remember documents older than|months");
+        EXPECT_EQ(form.txtNoOfMonthsForHistoryList.Text(), "12");
+        form.UpDownMonths.UserSteps(1);
+        form.cmdCancel.UserClicks();
+    });
+    EXPECT_FALSE(HasSetting("Options", "History List Time Period"));
+    show([&](auto& form) {
+        for (const char* typed : {"", "x", "0", "-3", "1.5", "32768", "99999"}) {
+            toolkit.ExpectMessage("Enter a valid number.", Icon::Information);
+            form.txtNoOfMonthsForHistoryList.SetText(typed);
+            form.cmdOK.UserClicks();
+            EXPECT_TRUE(form.IsOpen() && form.txtNoOfMonthsForHistoryList.HasFocus()) << typed;
+        }
+        form.txtNoOfMonthsForHistoryList.SetText("32766");
+        form.UpDownMonths.UserSteps(1);
+        form.UpDownMonths.UserSteps(1);
+        toolkit.ExpectMessage("Unable to load the specified help document/URL.", Icon::Information);
+        form.cmdHelp.UserClicks();
+        form.cmdOK.UserClicks();
+    });
+    EXPECT_EQ(Setting("Options", "History List Time Period"), "32767");
 }
 
 TEST_F(RecentDocumentsTest, TheCopyOfASpreadsheetTemplateIsRecorded)

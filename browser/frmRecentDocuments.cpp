@@ -1,0 +1,131 @@
+#include "browser/frmRecentDocuments.h"
+
+#include "app/base/Captions.h"
+#include "app/base/StringId.h"
+#include "browser/TemplateList.h"
+#include "platform/Path.h"
+
+#include <algorithm>
+
+namespace browser {
+namespace {
+
+// All lengths in twips.
+constexpr ui::Size ListSize{9000, 4500};
+enum ShownColumn { NameColumn, FolderColumn, ModifiedColumn };
+
+} // namespace
+
+frmRecentDocuments::frmRecentDocuments(app::Program& program, RecentDocuments& documents,
+                                       std::function<bool(const std::string& path)> open,
+                                       std::function<void()> showOptions)
+    : Form{program.toolkit, "frmRecentDocuments", Style::Dialog, ui::Tag{479}}, program{program}, documents{documents},
+      open{std::move(open)}
+{
+    cmdOpen.SetCaption("&Open");
+    cmdRemove.SetCaption("&Remove");
+    lvDocuments.SetColumns({{"218", {}, 2700}, {"219", {}, 3900}, {"221", {}, 2100}});
+    lvDocuments.SetView(ui::ListView::View::Details);
+    LoadCaptions(*this, program.strings);
+    lvDocuments.SetModel(this);
+    Layout(Column(Least(lvDocuments, ListSize), Buttons(cmdOpen, cmdRemove, cmdClear, cmdOptions, cmdClose)));
+    lvDocuments.Click = [this] { EnableButtons(); };
+    lvDocuments.DblClick = [this] { cmdOpen_Click(); };
+    lvDocuments.KeyDown = [this](const ui::Key& key) {
+        if (key != ui::Plain(ui::KeyCode::Delete))
+            return false;
+        cmdRemove_Click();
+        return true;
+    };
+    cmdOpen.Click = [this] { cmdOpen_Click(); };
+    cmdRemove.Click = [this] { cmdRemove_Click(); };
+    cmdClear.Click = [this] { cmdClear_Click(); };
+    cmdOptions.Click = [this, showOptions = std::move(showOptions)] {
+        showOptions();
+        Fill();
+    };
+    cmdClose.Click = [this] { Close(); };
+    Fill();
+}
+
+void frmRecentDocuments::Fill()
+{
+    documents.GetHistoryListFromRegistry();
+    documents.ValidateFilesFromHistoryList();
+    documents.ValidateHistoryTimePeriodNew();
+    modified.clear();
+    for (const RecentDocuments::Document& document : documents.List()) {
+        const auto entry = program.platform.files.Stat(document.path);
+        modified.push_back(entry ? TemplateList::ModifiedText(program, entry->modified) : std::string{});
+    }
+    lvDocuments.Refill();
+    lvDocuments.Select(0);
+    EnableButtons();
+}
+
+std::string frmRecentDocuments::Text(int row, int column) const
+{
+    const auto index = static_cast<std::size_t>(row);
+    if (index >= documents.List().size())
+        return {};
+    const std::string& path = documents.List()[index].path;
+    switch (column) {
+    case FolderColumn:
+        return platform::path::Parent(path);
+    case ModifiedColumn:
+        return modified[index];
+    default:
+        return std::string{platform::path::Name(path)};
+    }
+}
+
+std::string frmRecentDocuments::SelectedPath() const
+{
+    const int row = lvDocuments.Selected();
+    return row >= 0 && row < Rows() ? documents.List()[static_cast<std::size_t>(row)].path : std::string{};
+}
+
+void frmRecentDocuments::cmdOpen_Click()
+{
+    const std::string path = SelectedPath();
+    if (path.empty())
+        return;
+    if (!open(path)) {
+        lvDocuments.SetFocus();
+        return;
+    }
+    documents.Add(path); // the user has accessed it today
+    Close();
+}
+
+void frmRecentDocuments::cmdRemove_Click()
+{
+    const std::string path = SelectedPath();
+    const int row = lvDocuments.Selected();
+    if (path.empty() || !documents.Remove(path))
+        return;
+    modified.erase(modified.begin() + row);
+    lvDocuments.Refill();
+    lvDocuments.Select(std::min(row, Rows() - 1));
+    lvDocuments.SetFocus();
+    EnableButtons();
+}
+
+void frmRecentDocuments::cmdClear_Click()
+{
+    if (!program.messages.Ask("Are you sure you want to remove all documents from this list? The documents themselves "
+                              "are not deleted."))
+        return;
+    documents.Clear();
+    Fill();
+}
+
+void frmRecentDocuments::EnableButtons()
+{
+    const bool isSelected = lvDocuments.Selected() >= 0;
+    cmdOpen.SetEnabled(isSelected);
+    cmdRemove.SetEnabled(isSelected);
+    cmdClear.SetEnabled(Rows() > 0);
+}
+
+} // namespace browser

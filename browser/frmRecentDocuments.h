@@ -1,0 +1,49 @@
+#pragma once
+
+#include "app/base/Program.h"
+#include "browser/RecentDocuments.h"
+#include "ui/Button.h"
+#include "ui/Form.h"
+#include "ui/ListView.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace browser {
+
+/// The list of recent documents: open one, forget one, forget all.
+class frmRecentDocuments final : public ui::Form, private ui::ListModel {
+public:
+    /// `open` opens a document and says whether it did; `showOptions` lets the user set the time period.
+    frmRecentDocuments(app::Program& program, RecentDocuments& documents,
+                       std::function<bool(const std::string& path)> open, std::function<void()> showOptions);
+
+    ui::ListView lvDocuments{*this};
+    ui::Button cmdOpen{*this, ui::Tag{}, ui::Role::Default};
+    ui::Button cmdRemove{*this};
+    ui::Button cmdClear{*this, ui::Tag{466}};
+    ui::Button cmdOptions{*this, ui::Tag{343}};
+    ui::Button cmdClose{*this, ui::Tag{499}, ui::Role::Cancel};
+
+private:
+    app::Program& program;
+    RecentDocuments& documents;
+    std::function<bool(const std::string& path)> open;
+    std::vector<std::string> modified; ///< of each document, as it is shown
+
+    int Rows() const override { return static_cast<int>(modified.size()); }
+    std::string Text(int row, int column) const override;
+    int Icon(int) const override { return 0; }
+    int SmallIcon(int) const override { return 0; }
+
+    void Fill();
+    /// Full path of the selected document; "" when none is.
+    std::string SelectedPath() const;
+    void cmdOpen_Click();
+    void cmdRemove_Click();
+    void cmdClear_Click();
+    void EnableButtons();
+};
+
+} // namespace browser
