@@ -140,6 +140,7 @@ bool ProfileImages::Apply(std::string_view profile, const Changes& changes)
         if (!existing.empty() && !path::Same(existing, target))
             batch.DeleteAtEnd(existing);
         profiles.Current[kind] = std::move(target);
+        profiles.Current.unreadImages[static_cast<std::size_t>(kind)] = false;
     }
     if (const auto placed = batch.Commit(); !placed) {
         profiles.Current.images = before;

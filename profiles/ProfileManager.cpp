@@ -111,8 +111,11 @@ void ProfileManager::LoadProfile(std::string_view listed)
         Current.unread[i] = !stored;
         Current.texts[i] = std::move(stored).value_or("");
     }
-    for (const ImageKind kind : AllImages)
-        Current[kind] = Read(key, ValueName(kind)).value_or("");
+    for (const ImageKind kind : AllImages) {
+        auto stored = Read(key, ValueName(kind));
+        Current.unreadImages[static_cast<std::size_t>(kind)] = !stored;
+        Current[kind] = std::move(stored).value_or("");
+    }
 }
 
 bool ProfileManager::SaveProfileText(std::string_view listed)
@@ -138,13 +141,17 @@ bool ProfileManager::SaveProfileImages(std::string_view listed)
     const std::string key = ProfileKey(name);
     bool saved = program.platform.registry.CreateKey(Hive::CurrentUser, key).has_value();
     for (const ImageKind kind : AllImages)
-        saved = saved && Write(key, ValueName(kind), Current[kind]).has_value();
+        if (!Current[kind].empty() || !Current.unreadImages[static_cast<std::size_t>(kind)])
+            saved = saved && Write(key, ValueName(kind), Current[kind]).has_value();
     return Tell(saved, str::SetValueFailed);
 }
 
 Result<> ProfileManager::RestoreImage(std::string_view name, ImageKind kind)
 {
-    return Write(ProfileKey(WithoutDefaultSuffix(name)), ValueName(kind), Current[kind]);
+    const std::string key = ProfileKey(WithoutDefaultSuffix(name));
+    if (Read(key, ValueName(kind)) == Current[kind]) // an absent value need not become an empty one
+        return {};
+    return Write(key, ValueName(kind), Current[kind]);
 }
 
 bool ProfileManager::DeleteProfile(std::string_view listed)

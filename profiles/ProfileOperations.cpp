@@ -15,6 +15,7 @@ bool ProfileOperations::Create(const std::string& name, const std::string& sourc
 {
     profiles.LoadProfile(source);
     profiles.Current.unread = {};
+    profiles.Current.unreadImages = {};
     FileBatch batch{program.platform.files};
     Result<> copied;
     for (const ImageKind kind : AllImages) {
@@ -56,7 +57,6 @@ bool ProfileOperations::Rename(const std::string& oldName, const std::string& ne
     const std::string newKey = ProfileKey(newName);
     FileBatch batch{program.platform.files};
     const std::string current = profiles.GetCurrentProfile();
-    const std::string defaultName = profiles.GetDefaultProfile();
     const bool wasDefault = profiles.IsDefault(oldName);
     bool settingsChanged = false;
     const auto undo = [&](std::uint16_t message) {
@@ -65,7 +65,7 @@ bool ProfileOperations::Rename(const std::string& oldName, const std::string& ne
         if (settingsChanged) {
             (void)profiles.SetCurrentProfile(current);
             if (wasDefault)
-                (void)profiles.SetDefaultProfile(defaultName);
+                (void)profiles.SetDefaultProfile(oldName);
         }
         return Refuse(message);
     };

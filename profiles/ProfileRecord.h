@@ -30,6 +30,7 @@ struct ProfileRecord {
     std::array<std::string, ImageCount> images; ///< full paths
     /// Stored values that could not be read: as long as they are empty here a save leaves them alone.
     std::array<bool, FieldCount> unread{};
+    std::array<bool, ImageCount> unreadImages{};
 
     std::string& operator[](Field field) { return texts[static_cast<std::size_t>(field)]; }
     const std::string& operator[](Field field) const { return texts[static_cast<std::size_t>(field)]; }

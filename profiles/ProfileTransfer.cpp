@@ -80,6 +80,17 @@ void PointImagesTo(ExportedKeys& keys, const std::string& imagesFolder,
             }
 }
 
+bool HavePictures(const ExportedKeys& keys)
+{
+    return std::ranges::any_of(keys, [](const ExportedKey& key) {
+        return std::ranges::any_of(key.values, [](const auto& value) {
+            return !value.second.data.empty() && std::ranges::any_of(AllImages, [&](ImageKind kind) {
+                return text::EqualIgnoringCase(value.first, ValueName(kind));
+            });
+        });
+    });
+}
+
 /// The folders that the profiles of an import keep their pictures in, folded.
 std::set<std::string> NamedPictureFolders(const ExportedKeys& keys)
 {
@@ -112,6 +123,8 @@ bool ProfileTransfer::Export(std::string_view location, std::string_view folderN
         return false;
     }
     const std::string imagesFolder = images.ImagesFolder();
+    if (imagesFolder.empty() && HavePictures(*keys)) // they could not come along
+        return refused(error::PathNotFound);
     auto pictures = PictureFolders(imagesFolder);
     if (!pictures)
         return refused(pictures.error());

@@ -1,0 +1,114 @@
+#include "profiles/FieldChecks.h"
+#include "profiles/PhoneFormatter.h"
+
+#include <gtest/gtest.h>
+
+using profiles::PhoneFormatter;
+
+namespace {
+
+struct Row {
+    const char* typed;
+    const char* expected; ///< null: no shape
+};
+void PrintTo(const Row& row, std::ostream* out)
+{
+    *out << '"' << row.typed << '"';
+}
+
+class PhoneShapeTest : public testing::TestWithParam<Row> {};
+
+TEST_P(PhoneShapeTest, HasItsShape)
+{
+    const auto formatted = PhoneFormatter{'.'}.Format(GetParam().typed);
+    EXPECT_EQ(formatted.value_or("(none)"), GetParam().expected ? GetParam().expected : "(none)");
+}
+
+const Row rows[] = {
+    {"", nullptr}, {"123456", nullptr}, {"555123", nullptr},
+    // seven
+    {"5551234", "555-1234"}, {"1234567", "123-4567"}, {"555123x", nullptr}, {"+551234", "+55-1234"},
+    {" 551234", "55-1234"},
+    // eight
+    {"18005551", "1-800-5551"}, {"55512345", "555-1234 5"}, {"5551234x", "555-1234 x"}, {"1551234x", "155-1234 x"},
+    {"555123xx", nullptr}, {"555.1234", "555-.123 4"}, {"555#1234", nullptr}, {"5551234 ", "555-1234"},
+    // nine
+    {"12345678x", "1-234-5678 x"}, {"123456789", "1-234-5678 9"}, {"55512345x", "555-1234 5x"},
+    {"555123456", "555-1234 56"}, {"5551234x1", "5-551234 x1"}, {"1551234x1", "1-551234 x1"}, {"555123x12", nullptr},
+    // ten
+    {"8005551234", "(800) 555-1234"}, {"1005551234", "(100) 555-1234"}, {"55512345x1", "55-51234 5x1"},
+    {"12345678x1", "1-234-5678 x1"}, {"5551234x12", "555-1234 x12"}, {"1234567x12", "123-4567 x12"},
+    {"555123x123", nullptr}, {"5551234 x1", "55-51234 x1"},
+    // eleven
+    {"18005551234", "1-800-555-1234"}, {"80055512345", "(800) 555-1234 5"}, {"8005551234x", "(800) 555-1234 x"},
+    {"1005551234x", "(100) 555-1234 x"}, {"5551234 x12", nullptr}, {"12345678x12", nullptr},
+    // twelve and more
+    {"18005551234x", "1-800-555-1234 x"}, {"180055512345", "1-800-555-1234 5"}, {"80055512345x", "(800) 555-1234 5x"},
+    {"8005551234x1", "(800) 555-1234 x1"}, {"1005551234x1", "(100) 555-1234 x1"}, {"12345678 ext", "1-234-5678 ext"},
+    {"55512345 ext", "555-1234 5 ext"}, {"5551234 x123", "555-1234 x123"}, {"5551234ext 1", "555-1234 ext 1"},
+    {"555123 x1234", "555-123  x1234"}, {"8005551234 extension 99", "(800) 555-1234 extension 99"}, {"55512345ü日本", nullptr}, {"55512345 ü日本", "555-1234 5 ü日本"},
+    // the length counts as typed, the digits do not include the blanks around
+    {"5551234   ", "(   ) 555-1234"}, {"  5551234", "555-1234"},
+    // signs and separators are part of a number
+    {"-5551234", "-55-5123 4"}, {"5,551234", nullptr},
+};
+INSTANTIATE_TEST_SUITE_P(Rows, PhoneShapeTest, testing::ValuesIn(rows));
+
+TEST(PhoneFormatterTest, GoesByTheUsersDecimalSeparator)
+{
+    EXPECT_EQ(PhoneFormatter{','}.Format("555,1234"), "555-,123 4");
+    EXPECT_EQ(PhoneFormatter{','}.Format("555.1234"), std::nullopt);
+}
+
+TEST(PhoneFormatterTest, RefusesTheCharactersOfTheTableAlone)
+{
+    for (const char c : std::string_view{"!@$%^&*?<>|;`~_/\\[]"})
+        EXPECT_TRUE(PhoneFormatter{'.'}.Leave(std::string{"555"} + c + "1234").refused) << c;
+    for (const char c : std::string_view{"#+.,:()-{}='\" x"})
+        EXPECT_FALSE(PhoneFormatter{'.'}.Leave(std::string{"555"} + c + "1234").refused) << c;
+}
+
+TEST(PhoneFormatterTest, OneFlagServesAllFields)
+{
+    PhoneFormatter formatter{'.'};
+    const auto left = [&](std::string_view text) { return formatter.Leave(text).text.value_or("(left)"); };
+    EXPECT_EQ(left(""), "(left)");
+    EXPECT_EQ(left("555-1234"), "(left)") << "has its separators, and the flag stays";
+    EXPECT_EQ(left("12345"), "12345") << "no shape, but the turn is over";
+    EXPECT_EQ(left("5551234"), "(left)");
+
+    formatter.TextChanged("5");
+    EXPECT_EQ(left("5551234"), "(left)");
+    formatter.TextChanged("  "); // emptied
+    EXPECT_EQ(left("5551234"), "555-1234");
+
+    formatter.BeforeOvertyping("555", "5551234");
+    EXPECT_EQ(left("8005551234"), "(left)");
+    formatter.BeforeOvertyping(" 5551234", "5551234 "); // all of it
+    EXPECT_EQ(left(" 8005551234 "), "(800) 555-1234");
+
+    formatter.BeforeOvertyping("", "5");
+    EXPECT_EQ(left("5551234"), "(left)");
+    formatter.BeforeOvertyping("", ""); // the first key in an empty field
+    EXPECT_TRUE(formatter.Leave("555*1234").refused);
+    EXPECT_EQ(left("5551234"), "555-1234") << "a refusal leaves the flag";
+}
+
+TEST(FieldChecksTest, LetThroughTheirAlphabetsOnly)
+{
+    const struct {
+        const char* text;
+        bool state, zip;
+    } checks[] = {
+        {"", true, true},      {"New York", true, true}, {"azAZ", true, true},   {"N.Y.", false, false},
+        {"K1A 0B1", false, true}, {"12345-6789", false, true}, {"@", false, false}, {"[", false, false},
+        {"`", false, false},   {"{", false, false},      {"/", false, false},    {":", false, false},
+        {"\t", false, false},  {"É", false, false},      {"a\nb", false, false},
+    };
+    for (const auto& check : checks) {
+        EXPECT_EQ(profiles::IsStateText(check.text), check.state) << check.text;
+        EXPECT_EQ(profiles::IsZipText(check.text), check.zip) << check.text;
+    }
+}
+
+} // namespace

@@ -1,0 +1,208 @@
+#include "tests/profiles/ProfilesFixture.h"
+
+#include "platform/Path.h"
+
+namespace tests {
+namespace {
+
+using platform::Hive;
+using platform::RegistryValue;
+using platform::ValueType;
+using profiles::Field;
+using profiles::ImageKind;
+using Texts = std::vector<std::string>;
+
+class ProfileTest : public ProfileTestBase {};
+
+TEST_F(ProfileTest, NamesAreCheckedInOrder)
+{
+    Put("Ann", "FirstName", "Ann");
+    Put("Größe", "FirstName", "G");
+    const struct {
+        const char* name;
+        int refusal;
+    } rows[] = {
+        {"", 134}, {"   ", 134}, {"_x", 135}, {"-x", 135}, {"..", 135}, {"@home", 135}, {"Ärzte", 135}, {"*x", 135},
+        {"a/b", 134}, {"a\\b", 134}, {"a?", 134}, {"a:b", 134}, {"a\"b", 134}, {"a<", 134}, {"a>", 134}, {"a|", 134},
+        {"a*", 134}, {"a\tb", 134}, {"BLANK Profile", 134}, {" blank profile ", 134}, {"X (default)", 134},
+        {"ann", 136}, {" ANN ", 136}, {"gRÖSSe", 0}, {"GRÖßE", 136}, {"1st", 0}, {"Zoë", 0}, {"Acme Inc.", 0},
+        {"CON", 0}, {"blank", 0}, {"a-b_c", 0}, {"Ann (default", 0},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(manager.ValidateProfileName(row.name).value_or(0), row.refusal) << row.name;
+}
+
+TEST_F(ProfileTest, ListsMarkTheDefaultProfileAndTakeTheMarkOffAgain)
+{
+    EXPECT_TRUE(manager.ListProfiles()) << "no profiles yet is no failure";
+    EXPECT_TRUE(manager.Names().empty());
+    Put("Ann", "FirstName", "Ann");
+    Put("Bob", "FirstName", "Bob");
+    PutSetting("Profiles", "DefaultProfile", " bOB ");
+    manager.ListProfiles();
+    EXPECT_EQ(manager.DisplayNames(), (Texts{"Ann", "Bob (default)"}));
+    manager.LoadProfile("Bob (default)");
+    EXPECT_EQ(manager.Current[Field::FirstName], "Bob");
+    EXPECT_FALSE(manager.IsProfileEmpty("Bob (default)"));
+
+    system.registry.SetClosed(Hive::CurrentUser, profiles::ProfilesKey);
+    toolkit.ExpectMessage(Text(174), ui::Icon::Critical);
+    EXPECT_FALSE(manager.ListProfiles());
+}
+
+TEST_F(ProfileTest, EveryValueButThePagerMakesAProfileNotEmpty)
+{
+    for (std::size_t i = 0; i < profiles::FieldCount; ++i) {
+        const auto field = static_cast<Field>(i);
+        Put("P" + std::to_string(i), profiles::ValueName(field), "x");
+        EXPECT_EQ(manager.IsProfileEmpty("P" + std::to_string(i)), field == Field::Pager) << i;
+    }
+    for (const ImageKind kind : profiles::AllImages) {
+        Put("I", profiles::ValueName(kind), "x");
+        EXPECT_FALSE(manager.IsProfileEmpty("I"));
+        Put("I", profiles::ValueName(kind), "");
+    }
+    EXPECT_TRUE(manager.IsProfileEmpty("I"));
+    EXPECT_TRUE(manager.IsProfileEmpty("Nobody"));
+    EXPECT_TRUE(manager.IsProfileEmpty(""));
+}
+
+TEST_F(ProfileTest, SavingWritesEveryTextAndWhatCouldNotBeReadStays)
+{
+    const RegistryValue odd{ValueType::Binary, "theirs"};
+    system.registry.Put(Hive::CurrentUser, profiles::ProfileKey("Ann"), "City", odd);
+    Put("Ann", "Country", "Old");
+    Put("Ann", "Unknown", "kept");
+    manager.LoadProfile("Ann");
+    for (std::size_t i = 0; i < profiles::FieldCount; ++i)
+        if (static_cast<Field>(i) != Field::City)
+            manager.Current.texts[i] = "text " + std::to_string(i);
+    ASSERT_TRUE(manager.SaveProfileText("Ann (default)"));
+    for (std::size_t i = 0; i < profiles::FieldCount; ++i) {
+        if (static_cast<Field>(i) != Field::City) {
+            EXPECT_EQ(At("Ann", profiles::ValueName(static_cast<Field>(i))), "text " + std::to_string(i));
+        }
+    }
+    EXPECT_EQ(system.registry.Query(Hive::CurrentUser, profiles::ProfileKey("Ann"), "City"), odd);
+    EXPECT_EQ(At("Ann", "Pager No"), "text 15");
+    EXPECT_EQ(At("Ann", "Unknown"), "kept");
+    EXPECT_TRUE(manager.SaveProfileText(""));
+    EXPECT_EQ(system.registry.ValueNames(Hive::CurrentUser, profiles::ProfilesKey).value(), Texts{});
+}
+
+TEST_F(ProfileTest, CreateCopiesFieldsAndPicturesOfTheChosenSource)
+{
+    Put("Ann", "FirstName", "Ann");
+    PutPicture("Ann", ImageKind::Logo, ".jpg", "logo");
+    system.files.SetAttributes(Picture("Ann", "Logo.jpg"), platform::attribute::ReadOnly);
+    Put("Ann", "LocalPortrait", "C:\\Gone\\Portrait.gif");
+    ASSERT_TRUE(operations.Create("Bob", "Ann (default)"));
+    EXPECT_EQ(At("Bob", "FirstName"), "Ann");
+    EXPECT_EQ(At("Bob", "LocalLogo"), Picture("Bob", "Logo.jpg"));
+    EXPECT_EQ(At("Bob", "LocalPortrait"), "");
+    EXPECT_EQ(Contents(Picture("Bob", "Logo.jpg")), "logo");
+    EXPECT_EQ(system.files.Stat(Picture("Bob", "Logo.jpg"))->attributes & platform::attribute::ReadOnly, 0u);
+    EXPECT_EQ(Contents(Picture("Ann", "Logo.jpg")), "logo");
+    ASSERT_TRUE(operations.Create("Empty", ""));
+    EXPECT_TRUE(manager.IsProfileEmpty("Empty"));
+    EXPECT_TRUE(manager.ProfileExists("Empty"));
+}
+
+TEST_F(ProfileTest, RenameTakesEverythingAlong)
+{
+    const RegistryValue odd{ValueType::Binary, std::string{"\0\1\2", 3}};
+    system.registry.Put(Hive::CurrentUser, profiles::ProfileKey("Ann"), "Theirs", odd);
+    Put("Ann", "FirstName", "Ann");
+    PutPicture("Ann", ImageKind::Logo, ".jpg", "logo");
+    system.files.AddFile("D:\\My Pictures\\me.gif", "me");
+    Put("Ann", "LocalPortrait", "D:\\My Pictures\\me.gif");
+    Put("Ann", "LocalSignature", "C:\\Gone\\Signature.gif");
+    PutSetting("Profiles", "DefaultProfile", "ann");
+    ASSERT_TRUE(operations.Rename("Ann", "Bob"));
+
+    EXPECT_FALSE(manager.ProfileExists("Ann"));
+    EXPECT_EQ(At("Bob", "FirstName"), "Ann");
+    EXPECT_EQ(system.registry.Query(Hive::CurrentUser, profiles::ProfileKey("Bob"), "Theirs"), odd);
+    EXPECT_EQ(At("Bob", "LocalLogo"), Picture("Bob", "Logo.jpg"));
+    EXPECT_EQ(At("Bob", "LocalPortrait"), Picture("Bob", "Portrait.gif"));
+    EXPECT_EQ(At("Bob", "LocalSignature"), "C:\\Gone\\Signature.gif");
+    EXPECT_EQ(system.files.AllPaths(Images), (Texts{"C:\\Images\\Bob", Picture("Bob", "Logo.jpg"), Picture("Bob", "Portrait.gif")}));
+    EXPECT_EQ(Contents("D:\\My Pictures\\me.gif"), "me") << "the user's own file";
+    EXPECT_EQ(Setting("Profiles", "DefaultProfile"), "Bob");
+    EXPECT_EQ(Setting("Profiles", "CurrentProfileToUse"), "Bob");
+}
+
+TEST_F(ProfileTest, DeleteRemovesTheFolderAndNeverFollowsALink)
+{
+    Put("Ann", "FirstName", "Ann");
+    Put("Bob", "FirstName", "Bob");
+    PutPicture("Ann", ImageKind::Logo, ".jpg", "logo");
+    system.files.AddFile("C:\\Outside\\kept.txt", "kept");
+    system.files.AddLink(Picture("Ann", "link"), "C:\\Outside");
+    system.files.AddLink(std::string{Images} + "\\Bob", "C:\\Outside");
+    EXPECT_TRUE(operations.Delete("Ann (default)"));
+    EXPECT_TRUE(operations.Delete("Bob"));
+    EXPECT_EQ(system.files.AllPaths(Images), Texts{});
+    EXPECT_EQ(Contents("C:\\Outside\\kept.txt"), "kept");
+}
+
+TEST_F(ProfileTest, NoTwoProfilesShareAPictureFolderAndNoneLiesOutside)
+{
+    const struct {
+        const char *profile, *folder;
+    } rows[] = {
+        {"Ann", "Ann"}, {"Acme Inc.", "Acme Inc._"}, {"Acme Inc._", "Acme Inc.__"}, {"Acme Inc", "Acme Inc"},
+        {"CON", "CON_"}, {"con_", "con__"}, {"com1.x", "com1.x_"}, {"comet", "comet"}, {"comb", "comb"}, {"..", ".._"},
+        {"x ", "x _"}, {"a_", "a_"}, {"", ""}, {"a\\b", ""}, {"..\\..", ""}, {"a/b", ""}, {"a:b", ""}, {"a\nb", ""},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(profiles::ImageFolderName(row.profile).value_or(""), row.folder) << row.profile;
+}
+
+class PictureTest : public ProfileTestBase {
+protected:
+    using Changes = profiles::ProfileImages::Changes;
+    bool Apply(const Changes& changes)
+    {
+        manager.LoadProfile("Ann");
+        return images.Apply("Ann", changes);
+    }
+};
+
+TEST_F(PictureTest, SetReplaceAndClearLeaveOnlyWhatIsStored)
+{
+    system.files.AddFile("C:\\new.gif", "gif");
+    PutPicture("Ann", ImageKind::Logo, ".jpg", "old");
+    PutPicture("Ann", ImageKind::Signature, ".jpg", "sign");
+    ASSERT_TRUE(Apply({"C:\\new.gif", "C:\\new.gif", ""}));
+    EXPECT_EQ(system.files.AllPaths(Images), (Texts{"C:\\Images\\Ann", Picture("Ann", "Logo.gif"), Picture("Ann", "Portrait.gif")}));
+    EXPECT_EQ(At("Ann", "LocalLogo"), Picture("Ann", "Logo.gif"));
+    EXPECT_EQ(At("Ann", "LocalPortrait"), Picture("Ann", "Portrait.gif"));
+    EXPECT_EQ(At("Ann", "LocalSignature"), "");
+    EXPECT_EQ(Contents("C:\\new.gif"), "gif");
+}
+
+TEST_F(PictureTest, TheSourceMayBeThePictureItselfOrOneThatChangesToo)
+{
+    PutPicture("Ann", ImageKind::Logo, ".jpg", "logo");
+    PutPicture("Ann", ImageKind::Portrait, ".jpg", "face");
+    ASSERT_TRUE(Apply({Picture("Ann", "Logo.jpg"), std::nullopt, std::nullopt}));
+    EXPECT_EQ(Contents(Picture("Ann", "Logo.jpg")), "logo");
+    ASSERT_TRUE(Apply({Picture("Ann", "Portrait.jpg"), Picture("Ann", "Logo.jpg"), std::nullopt})); // swapped
+    EXPECT_EQ(Contents(Picture("Ann", "Logo.jpg")), "face");
+    EXPECT_EQ(Contents(Picture("Ann", "Portrait.jpg")), "logo");
+}
+
+TEST_F(PictureTest, AMissingSourceChangesNothing)
+{
+    PutPicture("Ann", ImageKind::Logo, ".jpg", "old");
+    const auto disk = system.files.Snapshot();
+    const auto registry = system.registry.Snapshot();
+    toolkit.ExpectMessage(Text(222), ui::Icon::Information);
+    EXPECT_FALSE(Apply({"C:\\gone.jpg", std::nullopt, std::nullopt}));
+    EXPECT_EQ(system.files.Snapshot(), disk);
+    EXPECT_EQ(system.registry.Snapshot(), registry);
+}
+
+} // namespace
+} // namespace tests
