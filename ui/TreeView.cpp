@@ -158,7 +158,7 @@ void TreeView::UserCollapses(std::string_view key)
 
 void TreeView::StartLabelEdit()
 {
-    if (selected != nullptr && UserStartsLabelEdit(selected->key))
+    if (!editedLabel && selected != nullptr && UserStartsLabelEdit(selected->key))
         Changed(Aspect::LabelEdit);
 }
 

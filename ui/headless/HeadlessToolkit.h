@@ -48,6 +48,7 @@ public:
     std::vector<Form*> OpenForms;
     bool Busy{};
     bool ThrowAwayMessages{}; ///< any message is answered No or OK without being expected (for fault scenarios)
+    bool AnswerYes{};         ///< with ThrowAwayMessages: questions are answered Yes
 
     /// The open form of this name; null when there is none.
     Form* Find(std::string_view formName) const;
