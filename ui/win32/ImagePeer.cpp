@@ -24,8 +24,43 @@ void ImagePeer::Sync(Aspect aspect)
     InvalidateRect(Handle(), nullptr, TRUE);
 }
 
-std::optional<LRESULT> ImagePeer::OnMessage(UINT message, WPARAM, LPARAM)
+bool ImagePeer::UsesKey(const Key& key)
 {
+    if (!drag.Running() || key != Plain(KeyCode::Escape))
+        return false;
+    drag.End();
+    return true;
+}
+
+std::optional<LRESULT> ImagePeer::OnMessage(UINT message, WPARAM, LPARAM lParam)
+{
+    switch (message) {
+    case WM_LBUTTONDOWN: {
+        POINT press{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+        ClientToScreen(Handle(), &press);
+        if (image.DropTarget != nullptr && !image.File().empty() && DragDetect(Handle(), press))
+            drag.Begin(Handle());
+        return 0;
+    }
+    case WM_MOUSEMOVE:
+        if (drag.Running())
+            drag.Move();
+        return 0;
+    case WM_LBUTTONUP:
+        if (drag.Running()) {
+            drag.Move();
+            if (const std::string key = drag.End(); !key.empty())
+                image.DropTarget->UserDrops(key, image);
+        }
+        return 0;
+    case WM_CAPTURECHANGED:
+        // Another window took the mouse: the drag counts as given up.
+        if (reinterpret_cast<HWND>(lParam) != Handle())
+            drag.End();
+        return 0;
+    default:
+        break;
+    }
     if (message == WM_PAINT) {
         Paint();
         return 0;

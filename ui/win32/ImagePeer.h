@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/Image.h"
+#include "ui/win32/DragOntoTree.h"
 #include "ui/win32/PeerBase.h"
 
 namespace ui::win32 {
@@ -10,12 +11,15 @@ public:
     ImagePeer(Image& peerImage, FormWindow& form, int id);
     Size Preferred(int width) const override;
 
+    bool UsesKey(const Key& key) override;
+
 protected:
     void Sync(Aspect aspect) override;
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
     Image& image;
+    DragOntoTree drag{image};
     BitmapHandle bitmap;
     SIZE shown{};      ///< of the bitmap
     SIZE decodedFor{}; ///< room that it was made for

@@ -215,6 +215,14 @@ std::optional<LRESULT> ListViewPeer::OnNotify(NMHDR& header)
             list.UserSelects(change.iItem);
         return 0;
     }
+    case LVN_BEGINDRAG: {
+        const Watch watch{*this};
+        const int row = reinterpret_cast<const NMLISTVIEW&>(header).iItem;
+        list.UserSelects(row);
+        if (!watch.Gone() && list.Selected() == row)
+            drag.Begin(Handle());
+        return 0;
+    }
     case LVN_COLUMNCLICK:
         list.UserClicksColumn(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem);
         return 0;
@@ -264,6 +272,10 @@ int ListViewPeer::FindRow(const NMLVFINDITEMW& search) const
 
 bool ListViewPeer::UsesKey(const Key& key)
 {
+    if (drag.Running() && key == Plain(KeyCode::Escape)) {
+        drag.End();
+        return true;
+    }
     const Watch watch{*this};
     if (list.KeyDown && list.KeyDown(key))
         return true;
@@ -296,6 +308,27 @@ std::optional<LRESULT> ListViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
             FoldSelection();
         return result;
     }
+    case WM_MOUSEMOVE:
+        if (!drag.Running())
+            return std::nullopt;
+        drag.Move();
+        return 0;
+    case WM_LBUTTONUP: {
+        if (!drag.Running())
+            return std::nullopt;
+        const Watch watch{*this};
+        drag.Move();
+        const std::string key = drag.End();
+        const LRESULT result = Default(message, wParam, lParam);
+        if (!watch.Gone() && !key.empty())
+            list.DropTarget->UserDrops(key, list);
+        return result;
+    }
+    case WM_CAPTURECHANGED:
+        // Another window took the mouse: the drag counts as given up.
+        if (reinterpret_cast<HWND>(lParam) != Handle())
+            drag.End();
+        return std::nullopt;
     case WM_RBUTTONDOWN:
         OnRightButton({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
         return 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/ListView.h"
+#include "ui/win32/DragOntoTree.h"
 #include "ui/win32/PeerBase.h"
 
 #include <map>
@@ -22,6 +23,7 @@ protected:
 
 private:
     ListView& list;
+    DragOntoTree drag{list};
     ImageListHandle largeImages;
     ImageListHandle smallImages;
     std::map<int, ui::ImageList::Picture> shownLarge;

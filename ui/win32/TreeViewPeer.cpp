@@ -13,6 +13,9 @@ namespace {
 constexpr int ImageSide = 240; ///< twips: 16 pixels at 96 dpi
 /// Sent to itself when a notification has ended during which the model changed.
 constexpr UINT CatchUp = WM_APP + 1;
+/// Sent to itself when the user has typed a label: the handler may show boxes, which the native tree must not be in
+/// the middle of closing its edit box for.
+constexpr UINT LabelTyped = WM_APP + 2;
 
 UINT StateOf(bool bold, bool expanded)
 {
@@ -25,7 +28,7 @@ TreeViewPeer::TreeViewPeer(TreeView& peerTree, FormWindow& form, int id) : PeerB
 {
     // The system's own theme marks branches without lines; lines stand in where there is no theme.
     const DWORD lines = IsAppThemed() ? 0u : static_cast<DWORD>(TVS_HASLINES);
-    Create(WC_TREEVIEWW, TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | lines, WS_EX_CLIENTEDGE, id);
+    Create(WC_TREEVIEWW, TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_EDITLABELS | lines, WS_EX_CLIENTEDGE, id);
     SetWindowTheme(Handle(), L"Explorer", nullptr);
 }
 
@@ -51,6 +54,8 @@ void TreeViewPeer::Sync(Aspect aspect)
         SyncItems();
     } else if (aspect == Aspect::Selection) {
         SyncSelection();
+    } else if (aspect == Aspect::LabelEdit) {
+        OpenLabel();
     } else if (aspect == Aspect::Scroll) {
         SyncItems();
         if (tree.Selected() != nullptr)
@@ -206,8 +211,68 @@ TreeViewPeer::Row* TreeViewPeer::RowOf(HTREEITEM item)
     return index < rows.size() ? &rows[index] : nullptr;
 }
 
+void TreeViewPeer::OpenLabel()
+{
+    SyncItems();
+    const HTREEITEM item = tree.EditedLabel() ? ItemOf(tree.EditedLabel()->key) : nullptr;
+    SetFocus(Handle());
+    if (item == nullptr || Send(TVM_EDITLABELW, 0, reinterpret_cast<LPARAM>(item)) == 0)
+        tree.UserCancelsLabelEdit();
+}
+
+LRESULT TreeViewPeer::OnLabelOpens(const NMTVDISPINFOW& info)
+{
+    const Row* row = RowOf(info.item.hItem);
+    if (row == nullptr)
+        return TRUE;
+    if (!IsByCode() && !tree.UserStartsLabelEdit(std::string{row->key}))
+        return TRUE;
+    if (!tree.EditedLabel())
+        return TRUE;
+    SetWindowTextW(reinterpret_cast<HWND>(Send(TVM_GETEDITCONTROL)), ToNative(tree.EditedLabel()->text).c_str());
+    return FALSE;
+}
+
+void TreeViewPeer::OnLabelCloses(const NMTVDISPINFOW& info)
+{
+    if (info.item.pszText == nullptr || IsByCode()) {
+        tree.UserCancelsLabelEdit();
+        return;
+    }
+    typedLabel = FromNative(info.item.pszText);
+    PostMessageW(Handle(), LabelTyped, 0, 0);
+}
+
+bool TreeViewPeer::ShowDropTarget(POINT onScreen)
+{
+    TVHITTESTINFO hit{};
+    hit.pt = onScreen;
+    ScreenToClient(Handle(), &hit.pt);
+    Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    RECT room{};
+    GetClientRect(Handle(), &room);
+    const Row* row = PtInRect(&room, hit.pt) && (hit.flags & TVHT_ONITEM) != 0 ? RowOf(hit.hItem) : nullptr;
+    droppedOn = row != nullptr ? row->key : std::string{};
+    const ByCode guard{*this};
+    Send(TVM_SELECTITEM, TVGN_DROPHILITE, reinterpret_cast<LPARAM>(row != nullptr ? row->item : nullptr));
+    return row != nullptr;
+}
+
+std::string TreeViewPeer::EndDrop()
+{
+    const ByCode guard{*this};
+    Send(TVM_SELECTITEM, TVGN_DROPHILITE, 0);
+    return std::exchange(droppedOn, {});
+}
+
 std::optional<LRESULT> TreeViewPeer::OnNotify(NMHDR& header)
 {
+    if (header.code == TVN_BEGINLABELEDITW)
+        return OnLabelOpens(reinterpret_cast<const NMTVDISPINFOW&>(header));
+    if (header.code == TVN_ENDLABELEDITW) {
+        OnLabelCloses(reinterpret_cast<const NMTVDISPINFOW&>(header));
+        return FALSE; // the model decides what the node is called
+    }
     if (IsByCode())
         return std::nullopt;
     switch (header.code) {
@@ -287,6 +352,9 @@ std::optional<LRESULT> TreeViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
     case CatchUp:
         if (behind)
             SyncItems();
+        return 0;
+    case LabelTyped:
+        tree.UserEndsLabelEdit(std::exchange(typedLabel, {}));
         return 0;
     case WM_SETFOCUS: {
         // The native tree selects its first item by itself when it has none; the user did not.

@@ -19,6 +19,11 @@ public:
     void DpiChanged() override;
     std::optional<LRESULT> OnNotify(NMHDR& header) override;
     bool UsesKey(const Key& key) override;
+    /// Marks the node under a point of the screen as the one that something would be dropped on. False when there is
+    /// no node.
+    bool ShowDropTarget(POINT onScreen);
+    /// Takes the mark away. The key of the node that had it; "" for none.
+    std::string EndDrop();
     int BackgroundColour() const override { return COLOR_WINDOW; }
 
 protected:
@@ -45,6 +50,8 @@ private:
     std::unordered_map<std::string, std::size_t> byKey;
     bool expanding{};        ///< the selection that moves with a closing branch is told after that
     bool selectionMayMove{}; ///< a branch opened or closed during the message that is being handled
+    std::string droppedOn;   ///< key of the marked node
+    std::string typedLabel;  ///< waits until the native tree has closed the label
     bool behind{};           ///< the model changed inside a notification
 
     void SyncItems();
@@ -56,6 +63,9 @@ private:
     Row* RowOf(HTREEITEM item);
     HTREEITEM ItemOf(const std::string& key) const;
     void FoldSelection();
+    void OpenLabel();
+    LRESULT OnLabelOpens(const NMTVDISPINFOW& info);
+    void OnLabelCloses(const NMTVDISPINFOW& info);
     void AfterNotification(const Watch& watch);
     void OnSelected(const NMTREEVIEWW& change);
     void OnExpanded(const NMTREEVIEWW& change);

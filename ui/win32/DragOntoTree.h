@@ -1,0 +1,32 @@
+#pragma once
+
+#include "ui/TreeView.h"
+#include "ui/win32/WindowsHeader.h"
+
+#include <string>
+
+namespace ui::win32 {
+
+class TreeViewPeer;
+
+/// A drag of the mouse from one control onto the nodes of its drop target.
+class DragOntoTree {
+public:
+    explicit DragOntoTree(Control& dragSource) : source{dragSource} {}
+
+    bool Running() const { return window != nullptr; }
+    /// Takes the mouse for `sourceWindow`; nothing for a control without a drop target.
+    void Begin(HWND sourceWindow);
+    /// Marks the node under the pointer.
+    void Move();
+    /// Lets go of the mouse. The key of the node under it; "" when there is none.
+    std::string End();
+
+private:
+    Control& source;
+    HWND window{};
+
+    TreeViewPeer* Target() const;
+};
+
+} // namespace ui::win32
