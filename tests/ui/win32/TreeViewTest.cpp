@@ -221,3 +221,35 @@ TEST_F(TreeViewWindowTest, RebuildsFiveHundredNodesWithoutADelayToBeSeen)
     // One drawing a node would take seconds.
     EXPECT_LT(std::chrono::duration_cast<std::chrono::milliseconds>(taken).count(), 500);
 }
+
+TEST_F(TreeViewWindowTest, EditsALabelAndLetsTheModelDecide)
+{
+    std::vector<std::string> typed;
+    form.tvTree.BeforeLabelEdit = [](ui::TreeView::Node& node, std::string& text) {
+        text = "offered";
+        return node.text != "Faxes";
+    };
+    form.tvTree.AfterLabelEdit = [&](ui::TreeView::Node& node, const std::string& text) {
+        typed.push_back(node.text + ": " + text);
+    };
+    const auto edit = [&] { return reinterpret_cast<HWND>(SendMessageW(tree, TVM_GETEDITCONTROL, 0, 0)); };
+    form.tvTree.StartLabelEdit();
+    ASSERT_NE(edit(), nullptr);
+    EXPECT_EQ(TextOf(edit()), "offered");
+    SetWindowTextW(edit(), L"Übung");
+    Press(VK_RETURN);
+    ASSERT_TRUE(PumpUntil([&] { return !typed.empty(); }));
+    EXPECT_THAT(typed, ElementsAre("Private: Übung"));
+    EXPECT_EQ(Selected(), "Private") << "the model has not changed it";
+
+    form.tvTree.StartLabelEdit();
+    Press(VK_ESCAPE);
+    Pump();
+    EXPECT_FALSE(form.tvTree.EditedLabel());
+    EXPECT_EQ(typed.size(), 1u);
+
+    form.tvTree.Select(form.tvTree.Find("Faxes"));
+    form.tvTree.StartLabelEdit();
+    EXPECT_EQ(edit(), nullptr);
+    EXPECT_TRUE(IsWindowVisible(HandleOf(form)));
+}
