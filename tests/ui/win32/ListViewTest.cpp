@@ -1,6 +1,7 @@
 #include "WindowTest.h"
 
 #include <chrono>
+#include <cstring>
 #include <set>
 
 using testing::ElementsAre;
@@ -193,4 +194,44 @@ TEST_F(ListViewWindowTest, DrawsTheEmptyTextInItsOwnArea)
     form.lvList.SetEmptyText("");
     Pump();
     EXPECT_GT(withText, inked() + 50);
+}
+
+TEST_F(ListViewWindowTest, ARowIsDraggedOntoATreesNode)
+{
+    form.Rows.Count = 8;
+    form.lvList.Refill();
+    form.lvList.DropTarget = &form.tvTree;
+    std::vector<std::string> dropped;
+    form.tvTree.Drop = [&](ui::TreeView::Node& node, ui::Control& source) {
+        dropped.push_back(node.text + (&source == &form.lvList ? " from the list, row " : " from elsewhere, row ") +
+                          std::to_string(form.lvList.Selected()));
+    };
+    HWND tree = HandleOf(form.tvTree);
+    const auto drag = [&](POINT target) {
+        NMLISTVIEW begins{};
+        begins.hdr = {list, static_cast<UINT_PTR>(GetDlgCtrlID(list)), static_cast<UINT>(LVN_BEGINDRAG)};
+        begins.iItem = 3;
+        SendMessageW(GetParent(list), WM_NOTIFY, begins.hdr.idFrom, reinterpret_cast<LPARAM>(&begins));
+        EXPECT_EQ(GetCapture(), list);
+        ClientToScreen(tree, &target);
+        SetCursorPos(target.x, target.y);
+        SendMessageW(list, WM_MOUSEMOVE, MK_LBUTTON, 0);
+    };
+    RECT first{};
+    const auto root = reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0));
+    std::memcpy(&first, &root, sizeof(root));
+    SendMessageW(tree, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&first));
+    const POINT onNode{(first.left + first.right) / 2, (first.top + first.bottom) / 2};
+
+    drag(onNode);
+    SendMessageW(list, WM_LBUTTONUP, 0, 0);
+    EXPECT_EQ(GetCapture(), nullptr);
+    EXPECT_THAT(dropped, ElementsAre("My Favorites from the list, row 3"));
+
+    drag({-50, -50});
+    SendMessageW(list, WM_LBUTTONUP, 0, 0);
+    drag(onNode);
+    Press(VK_ESCAPE);
+    SendMessageW(list, WM_LBUTTONUP, 0, 0);
+    EXPECT_EQ(dropped.size(), 1u) << "let go beside the nodes, or given up";
 }
