@@ -132,7 +132,7 @@ Box::Icon IconOn(HWND box)
     HWND icon = Child(box, WC_STATICW);
     while (icon && (GetWindowLongW(icon, GWL_STYLE) & SS_TYPEMASK) != SS_ICON)
         icon = FindWindowExW(box, icon, WC_STATICW, nullptr);
-    if (!icon || !IsWindowVisible(icon))
+    if (!icon || !IsWindowVisible(icon) || Ask(icon, STM_GETICON) == 0)
         return Box::Icon::None;
     int red = 0;
     int blue = 0;

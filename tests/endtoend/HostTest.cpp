@@ -69,5 +69,17 @@ TEST_F(EndToEndHostTest, RefusesEverySecondStartAndChangesNothing)
     EXPECT_EQ(harness::RegistryTree(HKEY_CURRENT_USER, L"Software"), settings);
 }
 
+TEST_F(BrowserTest, OpensOnceForTwoStartsAtATime)
+{
+    Start();
+    harness::Child other{installation.program.wstring(), L""};
+    EXPECT_EQ(AnswerBox(), (Box{L"Tessaly Desk", RunsAlready, Box::Icon::Information}));
+    EXPECT_TRUE(AwaitApplicationName());
+    EXPECT_TRUE(harness::WaitFor([&] { return browser->HasEnded() != other.HasEnded(); }));
+    PostMessageW(MainWindow(), WM_CLOSE, 0, 0);
+    EXPECT_EQ(other.ExitCode(), 0u);
+    ExpectEnd();
+}
+
 } // namespace
 } // namespace endtoend

@@ -15,7 +15,7 @@ protected:
     EndToEndLaunchTest()
     {
         for (const wchar_t* const file :
-             {L"Plan.swt", L"Show.prt", L"Photo.mst", L"Book.pdf", L"Budget.ccw", L"Profit & Loss  100%TEMP%.swt"})
+             {L"Plan.swt", L"Show.prt", L"Photo.mst", L"Book.pdf", L"Budget.ccw", L"Profit & Loss  100%.swt"})
             installation.Write(category / file);
         installation.Write(category / UnicodeName);
         installation.Write(category / fs::path{LongName});
@@ -31,7 +31,7 @@ protected:
     fs::path Program(const wchar_t* name) { return installation.PutRecorder(installation.folder / L"Office" / name); }
 
     const std::wstring UnicodeName = L"\u00DCbersicht \u65E5\u672C\u8A9E \U0001F600.swt";
-    const std::wstring LongName = std::wstring(200, L'n') + L".swt";
+    const std::wstring LongName = std::wstring(150, L'n') + L".swt";
     const fs::path category = installation.library / L"Sales & More";
 };
 
@@ -54,7 +54,7 @@ TEST_F(EndToEndLaunchTest, HandsEachTemplateToItsProgram)
         {L"Photo.mst", show, L" "},
         {L"Book.pdf", reader, L" "},
         {L"Budget.ccw", calc, L" /+  "},
-        {L"Profit & Loss  100%TEMP%.swt", word, L" "},
+        {L"Profit & Loss  100%.swt", word, L" "},
         {UnicodeName, word, L" "},
         {LongName, word, L" "},
     };

@@ -1,6 +1,6 @@
 #include "tests/endtoend/BrowserTest.h"
 
-#include <aclapi.h>
+#include <sddl.h>
 
 namespace endtoend {
 namespace {
@@ -110,6 +110,101 @@ TEST_F(MainWindowTest, ComesBackWhereItWasClosed)
     Close();
     EXPECT_EQ(installation.Setting(L"Browser", L"TSMaximized"), L"True");
     EXPECT_EQ(installation.Setting(L"Browser", L"MainWidth"), L"12000");
+}
+
+/// Everybody may read the settings meanwhile, nobody may write them.
+class ReadOnlySettings {
+public:
+    ReadOnlySettings() { SetAccess(L"D:P(A;OICI;KRWD;;;WD)"); } // the right to change the rights stays
+    ~ReadOnlySettings() { SetAccess(L"D:(A;OICI;KA;;;WD)"); }
+    ReadOnlySettings(const ReadOnlySettings&) = delete;
+    ReadOnlySettings& operator=(const ReadOnlySettings&) = delete;
+
+    static bool CanWrite()
+    {
+        HKEY key = nullptr;
+        if (RegOpenKeyExW(HKEY_CURRENT_USER, Key().c_str(), 0, KEY_SET_VALUE, &key) != ERROR_SUCCESS)
+            return false;
+        RegCloseKey(key);
+        return true;
+    }
+
+private:
+    static std::wstring Key() { return std::wstring{SettingsKey} + L"\\Browser"; }
+    static void SetAccess(const wchar_t* access)
+    {
+        PSECURITY_DESCRIPTOR descriptor = nullptr;
+        ConvertStringSecurityDescriptorToSecurityDescriptorW(access, SDDL_REVISION_1, &descriptor, nullptr);
+        HKEY key = nullptr;
+        RegOpenKeyExW(HKEY_CURRENT_USER, Key().c_str(), 0, READ_CONTROL | WRITE_DAC, &key);
+        RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, descriptor);
+        RegCloseKey(key);
+        LocalFree(descriptor);
+    }
+};
+
+TEST_F(MainWindowTest, TellsOnceThatItsSettingsCannotBeStored)
+{
+    Open();
+    {
+        const ReadOnlySettings readOnly;
+        if (ReadOnlySettings::CanWrite())
+            GTEST_SKIP() << "this system lets everybody write";
+        PostMessageW(MainWindow(), WM_CLOSE, 0, 0);
+        EXPECT_EQ(AnswerBox(), (Box{Title, L"Error setting registry Value.", Box::Icon::Critical}));
+        ExpectEnd();
+    }
+}
+
+/// What an impatient user does to the window; it must stay alive, and in order.
+TEST_F(MainWindowTest, SurvivesAnImpatientUser)
+{
+    constexpr int Categories = 120;
+    constexpr int Templates = 3000;
+    for (int i = 0; i < Categories; ++i)
+        installation.Write(installation.library / (L"Category " + std::to_wstring(i)) / L"Letter.swt");
+    for (int i = 0; i < Templates; ++i)
+        installation.Write(installation.library / L"Many" / (L"Template " + std::to_wstring(i) + L".swt"));
+    const HWND window = Open();
+    const HWND tree = Child(window, WC_TREEVIEWW);
+    const HWND list = Child(window, WC_LISTVIEWW);
+    const auto rows = [list] { return SendMessageW(list, LVM_GETITEMCOUNT, 0, 0); };
+
+    // Loads on top of each other, with clicks in the middle.
+    for (int i = 0; i < 5; ++i) {
+        PressKey(tree, VK_F5);
+        PressKey(tree, VK_DOWN);
+        PressKey(Child(window, WC_TABCONTROLW), VK_LEFT);
+        PressKey(list, VK_RETURN);
+    }
+    EXPECT_TRUE(harness::WaitFor([tree] { return IsWindowEnabled(tree) != FALSE; }));
+    EXPECT_EQ(NodesOf(window).size(), Categories + 5u); // ours, "Business", "Many", favourites, a gap, more templates
+
+    MoveWindow(window, 10, 10, 1, 1, TRUE);
+    MoveWindow(window, 10, 10, 1200, 800, TRUE);
+    PressKey(Child(window, WC_TABCONTROLW), VK_END); // the tab for all types
+    ASSERT_TRUE(SelectNode(window, L"Many"));
+    EXPECT_TRUE(harness::WaitFor([&] { return rows() == Templates; }));
+    for (const wchar_t* const view : {L"vd", L"vl", L"vm", L"vg"})
+        EXPECT_TRUE(Choose(window, view)) << Printable(view);
+    EXPECT_EQ(rows(), Templates);
+    // Closed in the middle of a load.
+    PressKey(tree, VK_F5);
+    Close();
+}
+
+TEST_F(MainWindowTest, LoadsWhateverHappensToTheProgressWindow)
+{
+    for (int i = 0; i < 300; ++i)
+        installation.Write(installation.library / (L"Category " + std::to_wstring(i)) / L"Letter.swt");
+    Start();
+    const HWND progress = Await(ProgressWindow);
+    // As Alt+F4 does.
+    PostMessageW(progress, WM_SYSCOMMAND, SC_CLOSE, 0);
+    EXPECT_TRUE(AwaitApplicationName());
+    ASSERT_TRUE(MainWindow());
+    EXPECT_EQ(NodesOf(MainWindow()).size(), 300 + 4u);
+    Close();
 }
 
 } // namespace
