@@ -11,7 +11,6 @@
 #include <oleauto.h>
 #include <shellapi.h>
 #include <shlobj.h>
-#include <uxtheme.h>
 #include <wincodec.h>
 
 #include "TSBrowser.h" // made from TSBrowser.idl

@@ -30,7 +30,7 @@ TEST(ImportTableTest, NamesOnlyLibrariesOfTheSystem)
 {
     const std::set<std::string> allowed{
         "ADVAPI32.DLL", "COMCTL32.DLL", "COMDLG32.DLL", "GDI32.DLL",   "KERNEL32.DLL", "MSVCRT.DLL",
-        "OLE32.DLL",    "OLEAUT32.DLL", "SHELL32.DLL",  "SHLWAPI.DLL", "USER32.DLL",   "UXTHEME.DLL",
+        "OLE32.DLL",    "OLEAUT32.DLL", "SHELL32.DLL",  "SHLWAPI.DLL", "USER32.DLL",
     };
     const std::wstring program = harness::OwnFolder() + L"..\\..\\TSBrowser.exe";
     const HMODULE mapped = LoadLibraryExW(program.c_str(), nullptr, LOAD_LIBRARY_AS_IMAGE_RESOURCE);

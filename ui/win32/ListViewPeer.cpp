@@ -2,6 +2,7 @@
 
 #include "ui/win32/FormWindow.h"
 #include "ui/win32/NativeText.h"
+#include "ui/win32/Theme.h"
 
 #include <algorithm>
 
@@ -49,7 +50,7 @@ ListViewPeer::ListViewPeer(ListView& peerList, FormWindow& form, int id) : PeerB
            WS_EX_CLIENTEDGE, id);
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
          LVS_EX_DOUBLEBUFFER | LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP | LVS_EX_INFOTIP);
-    SetWindowTheme(Handle(), L"Explorer", nullptr);
+    UseExplorerTheme(Handle());
 }
 
 Size ListViewPeer::Preferred(int) const

@@ -2,6 +2,7 @@
 
 #include "ui/win32/FormWindow.h"
 #include "ui/win32/NativeText.h"
+#include "ui/win32/Theme.h"
 
 #include <algorithm>
 #include <cstring>
@@ -27,9 +28,9 @@ UINT StateOf(bool bold, bool expanded)
 TreeViewPeer::TreeViewPeer(TreeView& peerTree, FormWindow& form, int id) : PeerBase{peerTree, form}, tree{peerTree}
 {
     // The system's own theme marks branches without lines; lines stand in where there is no theme.
-    const DWORD lines = IsAppThemed() ? 0u : static_cast<DWORD>(TVS_HASLINES);
+    const DWORD lines = IsThemed() ? 0u : static_cast<DWORD>(TVS_HASLINES);
     Create(WC_TREEVIEWW, TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_EDITLABELS | lines, WS_EX_CLIENTEDGE, id);
-    SetWindowTheme(Handle(), L"Explorer", nullptr);
+    UseExplorerTheme(Handle());
 }
 
 Size TreeViewPeer::Preferred(int) const

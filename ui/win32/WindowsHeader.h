@@ -12,7 +12,6 @@
 #include <commdlg.h>
 #include <objbase.h>
 #include <shlobj.h>
-#include <uxtheme.h>
 #include <wincodec.h>
 #include <windowsx.h>
 
