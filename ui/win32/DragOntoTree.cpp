@@ -18,15 +18,15 @@ void DragOntoTree::Begin(HWND sourceWindow)
         return;
     window = sourceWindow;
     SetCapture(window);
-    Move();
 }
 
-void DragOntoTree::Move()
+void DragOntoTree::Move(LPARAM place)
 {
-    POINT pointer{};
     TreeViewPeer* target = Target();
-    if (target == nullptr || !GetCursorPos(&pointer))
+    if (target == nullptr)
         return;
+    POINT pointer{GET_X_LPARAM(place), GET_Y_LPARAM(place)};
+    ClientToScreen(window, &pointer);
     // Where nothing can be dropped the pointer says so.
     SetCursor(LoadCursorW(nullptr, target->ShowDropTarget(pointer) ? IDC_HAND : IDC_NO));
 }

@@ -17,8 +17,8 @@ public:
     bool Running() const { return window != nullptr; }
     /// Takes the mouse for `sourceWindow`; nothing for a control without a drop target.
     void Begin(HWND sourceWindow);
-    /// Marks the node under the pointer.
-    void Move();
+    /// Marks the node under the pointer, whose place a mouse message of the source window tells.
+    void Move(LPARAM place);
     /// Lets go of the mouse. The key of the node under it; "" when there is none.
     std::string End();
 

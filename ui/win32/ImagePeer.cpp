@@ -44,11 +44,11 @@ std::optional<LRESULT> ImagePeer::OnMessage(UINT message, WPARAM, LPARAM lParam)
     }
     case WM_MOUSEMOVE:
         if (drag.Running())
-            drag.Move();
+            drag.Move(lParam);
         return 0;
     case WM_LBUTTONUP:
         if (drag.Running()) {
-            drag.Move();
+            drag.Move(lParam);
             if (const std::string key = drag.End(); !key.empty())
                 image.DropTarget->UserDrops(key, image);
         }

@@ -312,13 +312,13 @@ std::optional<LRESULT> ListViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
     case WM_MOUSEMOVE:
         if (!drag.Running())
             return std::nullopt;
-        drag.Move();
+        drag.Move(lParam);
         return 0;
     case WM_LBUTTONUP: {
         if (!drag.Running())
             return std::nullopt;
         const Watch watch{*this};
-        drag.Move();
+        drag.Move(lParam);
         const std::string key = drag.End();
         const LRESULT result = Default(message, wParam, lParam);
         if (!watch.Gone() && !key.empty())

@@ -207,15 +207,18 @@ TEST_F(ListViewWindowTest, ARowIsDraggedOntoATreesNode)
                           std::to_string(form.lvList.Selected()));
     };
     HWND tree = HandleOf(form.tvTree);
+    // Both messages tell the place in the source's client area.
+    const auto placeOf = [&](POINT target) {
+        MapWindowPoints(tree, list, &target, 1);
+        return MAKELPARAM(target.x, target.y);
+    };
     const auto drag = [&](POINT target) {
         NMLISTVIEW begins{};
         begins.hdr = {list, static_cast<UINT_PTR>(GetDlgCtrlID(list)), static_cast<UINT>(LVN_BEGINDRAG)};
         begins.iItem = 3;
         SendMessageW(GetParent(list), WM_NOTIFY, begins.hdr.idFrom, reinterpret_cast<LPARAM>(&begins));
         EXPECT_EQ(GetCapture(), list);
-        ClientToScreen(tree, &target);
-        SetCursorPos(target.x, target.y);
-        SendMessageW(list, WM_MOUSEMOVE, MK_LBUTTON, 0);
+        SendMessageW(list, WM_MOUSEMOVE, MK_LBUTTON, placeOf(target));
     };
     RECT first{};
     const auto root = reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_GETNEXTITEM, TVGN_ROOT, 0));
@@ -224,14 +227,14 @@ TEST_F(ListViewWindowTest, ARowIsDraggedOntoATreesNode)
     const POINT onNode{(first.left + first.right) / 2, (first.top + first.bottom) / 2};
 
     drag(onNode);
-    SendMessageW(list, WM_LBUTTONUP, 0, 0);
+    SendMessageW(list, WM_LBUTTONUP, 0, placeOf(onNode));
     EXPECT_EQ(GetCapture(), nullptr);
     EXPECT_THAT(dropped, ElementsAre("My Favorites from the list, row 3"));
 
     drag({-50, -50});
-    SendMessageW(list, WM_LBUTTONUP, 0, 0);
+    SendMessageW(list, WM_LBUTTONUP, 0, placeOf({-50, -50}));
     drag(onNode);
     Press(VK_ESCAPE);
-    SendMessageW(list, WM_LBUTTONUP, 0, 0);
+    SendMessageW(list, WM_LBUTTONUP, 0, placeOf(onNode));
     EXPECT_EQ(dropped.size(), 1u) << "let go beside the nodes, or given up";
 }
