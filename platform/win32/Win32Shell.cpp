@@ -65,13 +65,31 @@ Result<ObjectHandle> StartProgram(std::string_view application, std::string_view
     return ObjectHandle{process.hProcess};
 }
 
+/// The shell finds no file whose path has more than 260 characters, and refuses the prefix that lifts the bound; by its
+/// short names it finds it.
+std::wstring WithinShellBound(std::string_view target)
+{
+    std::wstring file = ToUtf16(target);
+    if (file.size() < MAX_PATH)
+        return file;
+    const auto native = ToNativePath(target);
+    if (!native)
+        return file; // an address
+    std::wstring shortened(32'768, L'\0');
+    shortened.resize(GetShortPathNameW(native->c_str(), shortened.data(), static_cast<DWORD>(shortened.size())));
+    constexpr std::wstring_view prefix = L"\\\\?\\";
+    if (shortened.starts_with(prefix))
+        shortened.erase(0, prefix.size());
+    return shortened.empty() || shortened.size() >= MAX_PATH ? file : shortened;
+}
+
 } // namespace
 
 int Win32Shell::Open(std::string_view target)
 {
     if (target.contains('\0')) // would be cut there and open something else
         return SE_ERR_FNF;
-    const std::wstring file = ToUtf16(target);
+    const std::wstring file = WithinShellBound(target);
     SHELLEXECUTEINFOW request{};
     request.cbSize = sizeof request;
     request.fMask = SEE_MASK_FLAG_NO_UI; // the program says itself what went wrong
