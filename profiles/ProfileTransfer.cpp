@@ -29,6 +29,18 @@ constexpr std::uint32_t editorTime = 15'000;
 constexpr int deepestKey = 8;
 constexpr std::string_view invalidInFolderNames = "\\/:*?\"<>|";
 
+/// The pointer tells that the user must wait.
+class Hourglass {
+public:
+    explicit Hourglass(ui::Toolkit& toolkit) : toolkit{toolkit} { toolkit.SetBusy(true); }
+    Hourglass(const Hourglass&) = delete;
+    Hourglass& operator=(const Hourglass&) = delete;
+    ~Hourglass() { toolkit.SetBusy(false); }
+
+private:
+    ui::Toolkit& toolkit;
+};
+
 std::string KeyOf(std::string_view name)
 {
     return path::Join(ProfilesKey, name);
@@ -108,19 +120,20 @@ std::set<std::string> NamedPictureFolders(const ExportedKeys& keys)
 
 } // namespace
 
-bool ProfileTransfer::Export(std::string_view location, std::string_view folderName)
+ExportOutcome ProfileTransfer::Export(std::string_view location, std::string_view folderName)
 {
+    const Hourglass hourglass{program.toolkit};
     const auto folder = ExportFolder(location, folderName);
     if (!folder)
-        return false;
+        return folder.error();
     const auto refused = [&](platform::Error failure) {
         program.messages.Stop(FileMessage(failure));
-        return false;
+        return ExportOutcome::Failed;
     };
     const auto keys = ReadProfiles();
     if (!keys) {
         program.messages.Stop(str::EnumerationFailed);
-        return false;
+        return ExportOutcome::Failed;
     }
     const std::string imagesFolder = images.ImagesFolder();
     if (imagesFolder.empty() && HavePictures(*keys)) // they could not come along
@@ -144,32 +157,33 @@ bool ProfileTransfer::Export(std::string_view location, std::string_view folderN
     (void)batch.Finish();
     (void)program.settings.Save("Options", "ExportProfilePath", location);
     program.messages.Inform(program.Text(str::Exported) + *folder + ".");
-    return true;
+    return ExportOutcome::Done;
 }
 
-std::optional<std::string> ProfileTransfer::ExportFolder(std::string_view typedLocation, std::string_view folderName)
+std::expected<std::string, ExportOutcome> ProfileTransfer::ExportFolder(std::string_view typedLocation,
+                                                                      std::string_view folderName)
 {
     const std::string trimmed = text::Trimmed(typedLocation);
     if (trimmed.empty()) {
         program.messages.Inform(str::SelectExportFolder);
-        return std::nullopt;
+        return std::unexpected{ExportOutcome::BadLocation};
     }
     const std::string location{path::WithoutTrailingSeparator(trimmed)};
     const auto entry = program.platform.files.Stat(location);
     if (!entry && IsMissing(entry.error())) {
         program.messages.Inform(str::ExportFolderMissing);
-        return std::nullopt;
+        return std::unexpected{ExportOutcome::BadLocation};
     }
     if (!entry || !entry->IsFolder()) {
         program.messages.Inform(program.Text(str::ExportPathUnreadable) + "\r\n" + program.Text(str::RetypeExportPath));
-        return std::nullopt;
+        return std::unexpected{ExportOutcome::BadLocation};
     }
     // A name that the system changes or keeps for itself would put the export somewhere else than it says.
     const std::string name = text::Trimmed(folderName);
     if (name.find_first_of(invalidInFolderNames) != std::string::npos ||
         (!name.empty() && ImageFolderName(name) != name)) {
         program.messages.Stop(program.Text(str::FolderNameCharacters) + "\r\n\\ / : * ? \" < > |");
-        return std::nullopt;
+        return std::unexpected{ExportOutcome::BadName};
     }
     return name.empty() ? location : path::Join(location, name);
 }
@@ -246,6 +260,7 @@ Result<> ProfileTransfer::CopyPictures(FileBatch& batch, const std::vector<Pictu
 
 bool ProfileTransfer::Import(std::string_view folder)
 {
+    const Hourglass hourglass{program.toolkit};
     const auto bytes = ReadImport(folder);
     if (!bytes)
         return false;
@@ -375,10 +390,8 @@ void ProfileTransfer::RunEditor(const std::string& arguments)
     if (!windows)
         return;
     const std::string editor = path::Join(*windows, "regedit.exe");
-    program.toolkit.SetBusy(true);
     (void)program.platform.shell.RunAndWait(editor, "\"" + editor + "\" " + arguments,
                                             platform::WindowStyle::MinimizedFocus, editorTime);
-    program.toolkit.SetBusy(false);
 }
 
 void ProfileTransfer::TellFolder(std::uint16_t reason)

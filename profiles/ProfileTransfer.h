@@ -3,11 +3,21 @@
 #include "profiles/ProfileImages.h"
 #include "profiles/RegistryText.h"
 
+#include <expected>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace profiles {
+
+/// How an export ended. The user has been told.
+enum class ExportOutcome {
+    Done,
+    BadLocation, ///< the folder to export into
+    BadName,     ///< the name for the new folder
+    Failed
+};
 
 /// Moves all profiles with their pictures between machines. The registry editor does it where it can; the result is
 /// looked at, and what it did not do is done here. Every outcome is told once.
@@ -17,7 +27,7 @@ public:
 
     /// Exports into a folder of this name below an existing folder. An earlier export there is replaced by a complete
     /// one or stays.
-    bool Export(std::string_view location, std::string_view folderName);
+    ExportOutcome Export(std::string_view location, std::string_view folderName);
     /// Merges an export: same-named profiles are overwritten value by value, others stay. All or nothing.
     bool Import(std::string_view folder);
 
@@ -38,7 +48,7 @@ private:
         std::vector<std::pair<std::string, platform::Result<platform::RegistryValue>>> values;
     };
 
-    std::optional<std::string> ExportFolder(std::string_view location, std::string_view folderName);
+    std::expected<std::string, ExportOutcome> ExportFolder(std::string_view location, std::string_view folderName);
     platform::Result<ExportedKeys> ReadProfiles() const;
     platform::Result<> WriteExport(FileBatch& batch, const ExportedKeys& profiles, const std::string& file);
     platform::Result<std::vector<PictureFolder>> PictureFolders(const std::string& folder) const;

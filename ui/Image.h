@@ -10,6 +10,8 @@ class Image final : public Control {
 public:
     explicit Image(Form& form) : Control{form, {}} {}
     std::string_view TypeName() const override { return "Image"; }
+    /// With a width: a box of this size with a visible edge, whatever the picture (twips); else the picture's own size.
+    Size Box;
     const std::string& File() const { return file; }
     /// A full path, or "" for no picture. Setting the same path reads the file again.
     void SetFile(std::string path);

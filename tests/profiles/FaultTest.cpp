@@ -66,7 +66,7 @@ const Scenario scenarios[] = {
         m.manager.LoadProfile("Ann");
         return m.images.Apply("Ann", {"C:\\new.gif", std::nullopt, "C:\\new.gif"});
     }},
-    {"export", [](ProfileMachine& m) { return m.transfer.Export("C:\\Out", "Set"); }},
+    {"export", [](ProfileMachine& m) { return m.transfer.Export("C:\\Out", "Set") == profiles::ExportOutcome::Done; }},
     {"import", [](ProfileMachine& m) { return m.transfer.Import("C:\\In"); }},
 };
 

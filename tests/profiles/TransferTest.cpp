@@ -8,6 +8,7 @@ namespace {
 using platform::Hive;
 using platform::RegistryValue;
 using platform::ValueType;
+using profiles::ExportOutcome;
 using profiles::ImageKind;
 using profiles::ReadRegistryText;
 using profiles::WriteRegistryText;
@@ -40,7 +41,7 @@ protected:
     }
     /// Takes the profiles away and exports or puts back what an export holds.
     void EmptyRegistry() { system.registry.RemoveKey(Hive::CurrentUser, profiles::ProfilesKey); }
-    bool Export()
+    profiles::ExportOutcome Export()
     {
         toolkit.ExpectMessage(Text(410) + "C:\\Out\\Set.", ui::Icon::Information);
         return transfer.Export("C:\\Out\\", "Set");
@@ -57,7 +58,7 @@ TEST_F(TransferTest, EverythingComesBackWithoutAnEditorThatWorks)
     AddProfiles();
     const auto registry = system.registry.Snapshot();
     const auto disk = system.files.Snapshot(Images);
-    ASSERT_TRUE(Export());
+    ASSERT_EQ(Export(), ExportOutcome::Done);
     EXPECT_EQ(system.files.AllPaths("C:\\Out"), (std::vector<std::string>{
         "C:\\Out\\Set", "C:\\Out\\Set\\Ann", "C:\\Out\\Set\\Ann\\Logo.jpg", "C:\\Out\\Set\\TSProfile.tspf"}));
     ASSERT_EQ(system.shell.Runs().size(), 1u);
@@ -93,7 +94,7 @@ TEST_F(TransferTest, AnEditorsResultIsTakenOnlyWhenItIsWhole)
             system.files.AddFile("C:\\Out\\Set\\~1.new", row.produced);
             return platform::Result<>{};
         });
-        ASSERT_TRUE(Export());
+        ASSERT_EQ(Export(), ExportOutcome::Done);
         EXPECT_EQ(Contents("C:\\Out\\Set\\TSProfile.tspf").contains("; theirs"), row.taken);
         EXPECT_EQ(ReadRegistryText(Contents("C:\\Out\\Set\\TSProfile.tspf"), system.locale).at(1).values.size(), 1u);
         EXPECT_FALSE(system.files.Exists("C:\\Out\\Set\\~1.new"));
@@ -109,16 +110,17 @@ TEST_F(TransferTest, ExportRefusesPlacesAndNamesThatDoNotWork)
         const char *location, *name;
         std::string message;
         ui::Icon icon = ui::Icon::Information;
+        ExportOutcome outcome = ExportOutcome::BadLocation;
     } rows[] = {
         {"  ", "Set", Text(406)},        {"C:\\Gone", "Set", Text(409)}, {"C:\\file", "Set", unreadable},
-        {"relative", "Set", unreadable}, {"C:\\a|b", "Set", unreadable}, {"C:\\Out", "a/b", badName, ui::Icon::Critical},
-        {"C:\\Out", "..", badName, ui::Icon::Critical}, {"C:\\Out", "a\"b", badName, ui::Icon::Critical},
-        {"C:\\Out", "nul", badName, ui::Icon::Critical},
+        {"relative", "Set", unreadable}, {"C:\\a|b", "Set", unreadable}, {"C:\\Out", "a/b", badName, ui::Icon::Critical, ExportOutcome::BadName},
+        {"C:\\Out", "..", badName, ui::Icon::Critical, ExportOutcome::BadName}, {"C:\\Out", "a\"b", badName, ui::Icon::Critical, ExportOutcome::BadName},
+        {"C:\\Out", "nul", badName, ui::Icon::Critical, ExportOutcome::BadName},
     };
     const auto disk = system.files.Snapshot();
     for (const auto& row : rows) {
         toolkit.ExpectMessage(row.message, row.icon);
-        EXPECT_FALSE(transfer.Export(row.location, row.name)) << row.location << " " << row.name;
+        EXPECT_EQ(transfer.Export(row.location, row.name), row.outcome) << row.location << " " << row.name;
     }
     EXPECT_EQ(system.files.Snapshot(), disk);
     EXPECT_TRUE(system.shell.Runs().empty());

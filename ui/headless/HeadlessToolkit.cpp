@@ -1,5 +1,7 @@
 #include "ui/headless/HeadlessToolkit.h"
 
+#include "ui/Image.h"
+
 #include <algorithm>
 
 namespace ui {
@@ -14,6 +16,8 @@ public:
     {
         const int text = static_cast<int>(control.Caption().size()) * 90;
         const std::string_view type = control.TypeName();
+        if (const auto* image = dynamic_cast<const Image*>(&control))
+            return image->Box;
         if (type == "Label" && width > 0 && text > width)
             return {width, 195 * ((text + width - 1) / width)};
         if (type == "Label")

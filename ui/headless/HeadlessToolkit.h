@@ -5,6 +5,7 @@
 
 #include <deque>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,7 @@ public:
     Answer ShowMessage(const MessageBox& message) override;
     std::optional<std::string> BrowseForFolder(const std::string& prompt, const std::string& initial) override;
     std::optional<std::string> OpenFile(const OpenFileDialog& dialog) override;
+    bool CanShowPicture(const std::string& path) override { return !BrokenPictures.contains(path); }
     void DoEvents() override;
     void Post(std::function<void()> task) override;
     std::vector<Rect> WorkAreas() const override { return Areas; }
@@ -42,6 +44,7 @@ public:
     std::vector<Rect> Areas{{0, 0, 19200, 15000}};
     std::deque<std::optional<std::string>> FolderChoices;
     std::deque<std::optional<std::string>> FileChoices;
+    std::set<std::string> BrokenPictures;
     std::vector<OpenFileDialog> FilesAsked; ///< every file dialog that was shown
     std::vector<MessageBox> Messages; ///< every box that was shown
     std::vector<std::string> Unexpected;

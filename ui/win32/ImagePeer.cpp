@@ -7,11 +7,13 @@ namespace ui::win32 {
 
 ImagePeer::ImagePeer(Image& peerImage, FormWindow& form, int id) : PeerBase{peerImage, form}, image{peerImage}
 {
-    Create(CanvasClass(), 0, 0, id);
+    Create(CanvasClass(), 0, image.Box.width > 0 ? static_cast<DWORD>(WS_EX_STATICEDGE) : 0u, id);
 }
 
 Size ImagePeer::Preferred(int) const
 {
+    if (image.Box.width > 0)
+        return image.Box;
     const SIZE size = PictureLoader::NaturalSize(image.File());
     return {Twips(size.cx), Twips(size.cy)};
 }

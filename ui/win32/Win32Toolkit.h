@@ -26,6 +26,7 @@ public:
     Answer ShowMessage(const MessageBox& message) override;
     std::optional<std::string> BrowseForFolder(const std::string& prompt, const std::string& initial) override;
     std::optional<std::string> OpenFile(const OpenFileDialog& dialog) override;
+    bool CanShowPicture(const std::string& path) override;
     void DoEvents() override;
     void Post(std::function<void()> task) override;
     std::vector<Rect> WorkAreas() const override;

@@ -1,0 +1,132 @@
+#include "profiles/frmImages.h"
+
+#include "app/base/Captions.h"
+#include "platform/Path.h"
+#include "profiles/StringId.h"
+
+#include <utility>
+
+namespace profiles {
+namespace {
+
+constexpr int Width = 7500;                ///< twips
+constexpr ui::Size PictureBox{2100, 1500}; ///< twips
+constexpr std::string_view PicturesSection = "Options";
+constexpr std::string_view PicturesKey = "Pictures Path";
+
+ui::Cell Place(frmImages::Picture& picture)
+{
+    return ui::Framed(picture.frame,
+                      ui::Row(picture.image, ui::Fill(ui::Column(ui::Fill(ui::Cell{picture.text}),
+                                                                 ui::Buttons(picture.btnSet, picture.btnClear)))));
+}
+
+std::uint16_t MissingMessage(ImageKind kind)
+{
+    switch (kind) {
+    case ImageKind::Logo:
+        return str::LogoMissing;
+    case ImageKind::Portrait:
+        return str::PortraitMissing;
+    case ImageKind::Signature:
+        break;
+    }
+    return str::SignatureMissing;
+}
+
+} // namespace
+
+frmImages::Picture::Picture(ui::Form& form, ImageKind kind, int frameTag, int textTag, int setTag)
+    : kind{kind}, frame{form, ui::Tag{frameTag}}, image{form}, text{form, ui::Tag{textTag}},
+      btnSet{form, ui::Tag{setTag}}, btnClear{form, ui::Tag{466}}
+{
+    image.Name = std::string{"img"}.append(KindWord(kind));
+    image.Box = PictureBox;
+}
+
+frmImages::frmImages(app::Program& program, ProfileManager& profiles, ProfileImages& images, std::string profileName,
+                     std::function<void()> openHelp)
+    : Form{program.toolkit, "frmImages", Style::Dialog, ui::Tag{456}}, program{program}, profiles{profiles},
+      images{images}, profile{WithoutDefaultSuffix(profileName)}
+{
+    app::LoadCaptions(*this, program.strings);
+    Layout(Column(Place(Logo), Place(Portrait), Place(Signature), ui::Buttons(OKButton, CancelButton, btnHelp)), Width);
+    for (Picture* picture : Pictures()) {
+        picture->btnSet.Click = [this, picture] { btnSet_Click(*picture); };
+        picture->btnClear.Click = [this, picture] { btnClear_Click(*picture); };
+    }
+    OKButton.Click = [this] { OKButton_Click(); };
+    CancelButton.Click = [this] { Close(); };
+    btnHelp.Click = std::move(openHelp);
+
+    (void)images.MakeFolders(profile);
+    profiles.LoadProfile(profile);
+    for (Picture* picture : Pictures())
+        LoadPicture(*picture);
+}
+
+void frmImages::LoadPicture(Picture& picture)
+{
+    const std::string& stored = profiles.Current[picture.kind];
+    picture.btnClear.SetEnabled(!stored.empty());
+    if (stored.empty())
+        return;
+    const auto there = images.IsThere(stored);
+    if (!there)
+        program.messages.Inform(FileMessage(there.error()));
+    else if (!*there)
+        program.messages.Inform(MissingMessage(picture.kind));
+    else
+        picture.image.SetFile(stored);
+}
+
+std::optional<std::string> frmImages::ShowOpenDialog()
+{
+    auto chosen = program.toolkit.OpenFile({"Select an Image", "JPEG Files (*.jpg)|*.jpg|GIF Files (*.gif)|*.gif",
+                                            program.settings.Text(PicturesSection, PicturesKey)});
+    // Where the next dialog starts is not worth a message when it cannot be stored.
+    if (chosen)
+        (void)program.settings.Save(PicturesSection, PicturesKey, platform::path::Parent(*chosen));
+    return chosen;
+}
+
+void frmImages::btnSet_Click(Picture& picture)
+{
+    const auto chosen = ShowOpenDialog();
+    if (!chosen)
+        return;
+    if (const auto there = images.IsThere(*chosen); !there || !*there) {
+        program.messages.Inform(there ? str::PictureNotFound : FileMessage(there.error()));
+        picture.btnSet.SetFocus();
+        return;
+    }
+    if (!program.toolkit.CanShowPicture(*chosen)) {
+        program.messages.Inform(program.Text(str::FileUnreadable) + "\r\n" + *chosen);
+        picture.btnSet.SetFocus();
+        return;
+    }
+    picture.change = *chosen;
+    picture.image.SetFile(*chosen);
+    picture.btnClear.SetEnabled(true);
+}
+
+void frmImages::btnClear_Click(Picture& picture)
+{
+    picture.change = "";
+    picture.image.SetFile("");
+    picture.btnSet.SetFocus(); // the button that has it takes no keys any more
+    picture.btnClear.SetEnabled(false);
+}
+
+void frmImages::OKButton_Click()
+{
+    ProfileImages::Changes changes;
+    for (Picture* picture : Pictures())
+        changes[static_cast<std::size_t>(picture->kind)] = picture->change;
+    if (images.Apply(profile, changes))
+        Close();
+    else
+        OKButton.SetFocus();
+}
+
+} // namespace profiles

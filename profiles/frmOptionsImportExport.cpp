@@ -1,0 +1,71 @@
+#include "profiles/frmOptionsImportExport.h"
+
+#include "app/base/Captions.h"
+#include "profiles/StringId.h"
+
+#include <utility>
+
+namespace profiles {
+namespace {
+
+constexpr int Width = 7800; ///< twips
+constexpr std::string_view DefaultFolderName = "Tessaly Pro Profiles";
+
+void Ask(ui::TextBox& box)
+{
+    box.SelectAll();
+    box.SetFocus();
+}
+
+} // namespace
+
+frmOptionsImportExport::frmOptionsImportExport(app::Program& program, ProfileManager& profiles,
+                                               ProfileTransfer& transfer, std::function<void()> openHelp)
+    : Form{program.toolkit, "frmOptionsImportExport", Style::Dialog, ui::Tag{482}}, program{program},
+      profiles{profiles}, transfer{transfer}
+{
+    app::LoadCaptions(*this, program.strings);
+    Layout(Column(Framed(fraExport, Column(lblExport, Row(Fill(txtExportPath), btnBrowse), lblFolder,
+                                           Row(lblProfileName, Fill(txtProfileName), btnExport))),
+                  Framed(fraImport, Column(lblImport, ui::Buttons(btnImport))), ui::Buttons(OKButton, btnHelp)),
+           Width);
+    const std::string last = program.settings.Text("Options", "ExportProfilePath");
+    txtExportPath.SetText(last.empty() ? program.settings.Text("Options", "Installed Path") : last);
+    txtProfileName.SetText(std::string{DefaultFolderName});
+    btnBrowse.Click = [this] { btnBrowse_Click(); };
+    btnExport.Click = [this] { btnExport_Click(); };
+    btnImport.Click = [this] { btnImport_Click(); };
+    OKButton.Click = [this] { Close(); };
+    btnHelp.Click = std::move(openHelp);
+}
+
+void frmOptionsImportExport::btnBrowse_Click()
+{
+    if (auto chosen = program.toolkit.BrowseForFolder(program.Text(str::ExportFolderPrompt), txtExportPath.Text()))
+        txtExportPath.SetText(std::move(*chosen));
+}
+
+void frmOptionsImportExport::btnExport_Click()
+{
+    if (std::exchange(running, true))
+        return;
+    const ExportOutcome outcome = transfer.Export(txtExportPath.Text(), txtProfileName.Text());
+    running = false;
+    if (outcome == ExportOutcome::BadLocation)
+        Ask(txtExportPath);
+    else if (outcome == ExportOutcome::BadName)
+        Ask(txtProfileName);
+}
+
+void frmOptionsImportExport::btnImport_Click()
+{
+    if (std::exchange(running, true))
+        return;
+    if (const auto folder =
+            program.toolkit.BrowseForFolder(program.Text(str::ImportFolderPrompt), txtExportPath.Text());
+        folder && transfer.Import(*folder))
+        (void)profiles.ListProfiles();
+    running = false;
+}
+
+} // namespace profiles

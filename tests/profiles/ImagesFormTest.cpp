@@ -1,0 +1,162 @@
+#include "profiles/frmImages.h"
+#include "tests/profiles/ProfilesFixture.h"
+
+#include <functional>
+
+namespace tests {
+namespace {
+
+using platform::Hive;
+using profiles::frmImages;
+using profiles::ImageKind;
+
+class ImagesFormTest : public ProfileTestBase {
+protected:
+    void SetUp() override
+    {
+        PutSetting("Profiles", "DefaultProfile", "Ann");
+        PutPicture("Ann", ImageKind::Logo, ".jpg", "old logo");
+        system.files.AddFile("C:\\Pics\\new.gif", "new");
+    }
+    void WithForm(const std::function<void(frmImages&)>& act, const std::string& profile = "Ann (default)")
+    {
+        frmImages form{program, manager, images, profile, [this] { ++helps; }};
+        toolkit.OnModal("frmImages", [&](ui::Form&) { act(form); });
+        form.ShowModal();
+    }
+    static void Cancel(frmImages& form) { form.CancelButton.UserClicks(); }
+    void Choose(frmImages::Picture& picture, const char* file)
+    {
+        toolkit.FileChoices.push_back(file);
+        picture.btnSet.UserClicks();
+    }
+    int helps{};
+};
+
+TEST_F(ImagesFormTest, ShowsWhatIsStoredAndTellsOfWhatIsGone)
+{
+    Put("Ann", "LocalPortrait", "C:\\gone.jpg");
+    toolkit.ExpectMessage(Text(240), ui::Icon::Information);
+    WithForm([&](frmImages& form) {
+        EXPECT_EQ(form.Logo.image.File(), Picture("Ann", "Logo.jpg"));
+        EXPECT_TRUE(form.Logo.btnClear.Enabled());
+        EXPECT_EQ(form.Portrait.image.File(), "");
+        EXPECT_TRUE(form.Portrait.btnClear.Enabled()) << "its path can be cleared";
+        EXPECT_FALSE(form.Signature.btnClear.Enabled());
+        form.btnHelp.UserClicks();
+        EXPECT_EQ(helps, 1);
+        Cancel(form);
+    });
+    WithForm(&Cancel, "New one");
+    EXPECT_TRUE(system.files.Exists(std::string{Images} + "\\New one"));
+}
+
+TEST_F(ImagesFormTest, OkCarriesOutWhatWasChosenLast)
+{
+    const struct {
+        const char* name;
+        std::function<void(frmImages&)> act;
+        std::vector<std::string> files; ///< of the profile's folder, with what they hold
+        const char* stored;
+    } rows[] = {
+        {"another ending", [&](auto& form) { Choose(form.Logo, "C:\\Pics\\new.gif"); }, {"Logo.gif=new"}, "Logo.gif"},
+        {"the stored file itself", [&](auto& form) { Choose(form.Logo, "C:\\Images\\Ann\\Logo.jpg"); },
+         {"Logo.jpg=old logo"}, "Logo.jpg"},
+        {"nothing", [](auto&) {}, {"Logo.jpg=old logo"}, "Logo.jpg"},
+        {"set and cleared", [&](auto& form) {
+             Choose(form.Logo, "C:\\Pics\\new.gif");
+             form.Logo.btnClear.UserClicks();
+             EXPECT_EQ(form.Logo.image.File(), "");
+             EXPECT_TRUE(form.Logo.btnSet.HasFocus());
+         }, {}, ""},
+        {"cleared and set", [&](auto& form) {
+             form.Logo.btnClear.UserClicks();
+             Choose(form.Logo, "C:\\Pics\\new.gif");
+             EXPECT_TRUE(form.Logo.btnClear.Enabled());
+         }, {"Logo.gif=new"}, "Logo.gif"},
+        {"a sibling's file", [&](auto& form) { Choose(form.Signature, "C:\\Images\\Ann\\Logo.jpg"); },
+         {"Logo.jpg=old logo", "Signature.jpg=old logo"}, "Logo.jpg"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        if (system.files.Exists(Picture("Ann", "Logo.gif")))
+            system.files.Remove(Picture("Ann", "Logo.gif"));
+        PutPicture("Ann", ImageKind::Logo, ".jpg", "old logo");
+        WithForm([&](frmImages& form) {
+            row.act(form);
+            form.OKButton.UserClicks();
+            EXPECT_FALSE(form.IsOpen());
+        });
+        std::vector<std::string> files;
+        const auto entries = system.files.List(std::string{Images} + "\\Ann");
+        for (const auto& entry : entries.value())
+            files.push_back(entry.name + "=" + Contents(Picture("Ann", entry.name)));
+        EXPECT_EQ(files, row.files);
+        EXPECT_EQ(At("Ann", "LocalLogo"), *row.stored != '\0' ? Picture("Ann", row.stored) : "");
+    }
+}
+
+TEST_F(ImagesFormTest, WhatCannotBeShownIsRefusedAndCancelChangesNothing)
+{
+    system.files.AddFile("C:\\Pics\\broken.jpg", "broken");
+    toolkit.BrokenPictures = {"C:\\Pics\\broken.jpg"};
+    WithForm([&](frmImages& form) {
+        const auto disk = system.files.Snapshot();
+        const auto values = system.registry.Snapshot();
+        toolkit.FileChoices.push_back(std::nullopt);
+        form.Logo.btnSet.UserClicks();
+        EXPECT_EQ(system.registry.Snapshot(), values) << "nothing was chosen";
+        const std::pair<const char*, std::string> rows[] = {
+            {"C:\\Pics\\gone.jpg", Text(237)}, {"C:\\Pics", Text(237)},
+            {"C:\\Pics\\broken.jpg", Text(281) + "\r\nC:\\Pics\\broken.jpg"}};
+        for (const auto& [file, message] : rows) {
+            toolkit.ExpectMessage(message, ui::Icon::Information);
+            Choose(form.Portrait, file);
+            EXPECT_FALSE(form.Portrait.change) << file;
+            EXPECT_FALSE(form.Portrait.btnClear.Enabled()) << file;
+            EXPECT_TRUE(form.Portrait.btnSet.HasFocus()) << file;
+        }
+        Choose(form.Logo, "C:\\Pics\\new.gif");
+        EXPECT_EQ(toolkit.FilesAsked.back().folder, "C:\\Pics") << "the folder of the last file";
+        EXPECT_EQ(form.Logo.image.File(), "C:\\Pics\\new.gif");
+        Cancel(form);
+        EXPECT_EQ(system.files.Snapshot(), disk);
+        EXPECT_EQ(At("Ann", "LocalLogo"), Picture("Ann", "Logo.jpg"));
+    });
+}
+
+TEST_F(ImagesFormTest, EveryFailingCallIsToldOnceAndKeepsThePictures)
+{
+    const auto calls = platform::memory::ForEachFault([](std::size_t n) {
+        SCOPED_TRACE("call " + std::to_string(n));
+        ProfileMachine machine;
+        machine.PutPicture("Ann", ImageKind::Logo, ".jpg", "old logo");
+        machine.system.files.AddFile("C:\\new.gif", "new");
+        machine.toolkit.ThrowAwayMessages = true;
+        machine.toolkit.FileChoices.push_back("C:\\new.gif");
+        machine.system.faults.FailAt(n, platform::error::AccessDenied);
+        frmImages form{machine.program, machine.manager, machine.images, "Ann", {}};
+        machine.toolkit.OnModal("frmImages", [&](ui::Form&) {
+            form.Logo.btnSet.UserClicks();
+            const bool chosen = form.Logo.change.has_value();
+            const std::size_t told = machine.toolkit.Messages.size();
+            form.OKButton.UserClicks();
+            if (form.IsOpen()) {
+                EXPECT_EQ(machine.toolkit.Messages.size(), told + 1);
+                EXPECT_EQ(form.Logo.change.has_value(), chosen) << "the user need not choose again";
+                form.CancelButton.UserClicks();
+            }
+        });
+        form.ShowModal();
+        const bool fired = machine.system.faults.Fired();
+        machine.system.faults.Clear();
+        EXPECT_LE(machine.toolkit.Messages.size(), 1u);
+        const std::string stored = machine.At("Ann", "LocalLogo");
+        EXPECT_EQ(machine.Contents(stored), stored.ends_with(".gif") ? "new" : "old logo") << stored;
+        return fired;
+    });
+    EXPECT_GE(calls, 30u);
+}
+
+} // namespace
+} // namespace tests

@@ -1,0 +1,101 @@
+#include "profiles/frmOptionsImportExport.h"
+#include "tests/profiles/ProfilesFixture.h"
+
+namespace tests {
+namespace {
+
+using profiles::frmOptionsImportExport;
+
+class ImportExportFormTest : public ProfileTestBase {
+protected:
+    void SetUp() override
+    {
+        system.files.AddFolder("C:\\Out");
+        PutSetting("Options", "Installed Path", "C:\\Desk");
+        Put("Ann", "FirstName", "Ann");
+    }
+    frmOptionsImportExport form{program, manager, transfer, [this] { ++helps; }};
+    int helps{};
+};
+
+TEST_F(ImportExportFormTest, StartsWithTheLastLocationElseTheInstallation)
+{
+    const std::pair<const char*, const char*> rows[] = {{"", "C:\\Desk"}, {"D:\\Last", "D:\\Last"}};
+    for (const auto& [stored, shown] : rows) {
+        PutSetting("Options", "ExportProfilePath", stored);
+        frmOptionsImportExport opened{program, manager, transfer, {}};
+        EXPECT_EQ(opened.txtExportPath.Text(), shown);
+        EXPECT_EQ(opened.txtProfileName.Text(), "Tessaly Pro Profiles");
+    }
+}
+
+TEST_F(ImportExportFormTest, RefusesAtTheFieldThatIsWrongThenExportsAndStays)
+{
+    form.Show();
+    const struct {
+        const char *location, *name;
+        std::string message;
+        ui::Icon icon;
+        ui::TextBox& asked;
+    } rows[] = {
+        {"", "Set", Text(406), ui::Icon::Information, form.txtExportPath},
+        {"C:\\Gone", "Set", Text(409), ui::Icon::Information, form.txtExportPath},
+        {"C:\\Out", "a/b", Text(397) + "\r\n\\ / : * ? \" < > |", ui::Icon::Critical, form.txtProfileName},
+    };
+    for (const auto& row : rows) {
+        form.txtExportPath.SetText(row.location);
+        form.txtProfileName.SetText(row.name);
+        form.btnExport.SetFocus();
+        toolkit.ExpectMessage(row.message, row.icon);
+        form.btnExport.UserClicks();
+        EXPECT_TRUE(row.asked.HasFocus()) << row.name;
+        EXPECT_EQ(row.asked.SelText(), row.asked.Text());
+        EXPECT_FALSE(toolkit.Busy);
+    }
+
+    toolkit.FolderChoices = {std::nullopt, "C:\\Out"};
+    form.btnBrowse.UserClicks();
+    form.btnBrowse.UserClicks();
+    EXPECT_EQ(form.txtExportPath.Text(), "C:\\Out");
+    form.txtProfileName.SetText(" Set ");
+    bool busy = false;
+    system.files.AddFile("C:\\Windows\\regedit.exe");
+    system.shell.OnRun([&](const auto&) {
+        busy = toolkit.Busy;
+        return platform::Result<>{};
+    });
+    toolkit.OnMessage = [&](const auto&) {
+        form.btnExport.UserClicks();
+        form.btnImport.UserClicks();
+    };
+    toolkit.ExpectMessage(Text(410) + "C:\\Out\\Set.", ui::Icon::Information);
+    form.btnExport.UserClicks();
+    EXPECT_TRUE(busy);
+    EXPECT_FALSE(toolkit.Busy);
+    EXPECT_EQ(system.shell.Runs().size(), 1u) << "the clicks under the message started nothing";
+    EXPECT_EQ(Setting("Options", "ExportProfilePath"), "C:\\Out");
+    EXPECT_TRUE(form.IsOpen());
+    form.btnHelp.UserClicks();
+    EXPECT_EQ(helps, 1);
+    form.OKButton.UserClicks();
+    EXPECT_FALSE(form.IsOpen());
+}
+
+TEST_F(ImportExportFormTest, AnImportRefillsTheProfilesAndRefusalsStayOpen)
+{
+    form.Show();
+    system.files.AddFile("C:\\In\\TSProfile.tspf",
+                         "REGEDIT4\r\n[" + profiles::FullProfilesKey() + "\\New]\r\n\"City\"=\"Bern\"\r\n");
+    toolkit.FolderChoices = {std::nullopt, "C:\\Out", "C:\\In"};
+    form.btnImport.UserClicks();
+    toolkit.ExpectMessage(Text(415) + Text(412), ui::Icon::Information);
+    form.btnImport.UserClicks();
+    EXPECT_TRUE(manager.Names().empty());
+    toolkit.ExpectMessage(Text(416), ui::Icon::Information);
+    form.btnImport.UserClicks();
+    EXPECT_EQ(manager.Names(), (std::vector<std::string>{"Ann", "New"}));
+    EXPECT_TRUE(form.IsOpen());
+}
+
+} // namespace
+} // namespace tests
