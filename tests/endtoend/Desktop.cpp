@@ -293,6 +293,23 @@ bool SelectNode(HWND window, const std::wstring& caption)
     return found != nullptr;
 }
 
+bool TypeLabel(HWND window, const std::wstring& label)
+{
+    const HWND tree = TreeOf(window);
+    HWND editor = nullptr;
+    const auto isOpen = [&] { return (editor = reinterpret_cast<HWND>(Ask(tree, TVM_GETEDITCONTROL))) != nullptr; };
+    // While the tree is being loaded the key does nothing; whoever presses it too early presses it again.
+    for (int attempt = 0; attempt < 10 && !editor; ++attempt) {
+        PressKey(tree, VK_F2);
+        WaitFor(isOpen, std::chrono::seconds{3});
+    }
+    if (!editor)
+        return false;
+    Ask(editor, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(label.c_str())); // carried across by the system
+    PressKey(editor, VK_RETURN);
+    return true;
+}
+
 std::vector<std::wstring> RowsOf(HWND window)
 {
     const HWND list = ListOf(window);

@@ -55,6 +55,8 @@ bool Choose(HWND window, const std::wstring& letters);
 /// The captions of the tree's nodes in their order, two blanks before those of each level below the top.
 std::vector<std::wstring> NodesOf(HWND window);
 bool SelectNode(HWND window, const std::wstring& caption);
+/// Gives the selected node another label, by the keyboard. False when the label does not open.
+bool TypeLabel(HWND window, const std::wstring& label);
 
 std::vector<std::wstring> RowsOf(HWND window);
 /// Selects the row by its name; false when it is not listed.

@@ -147,6 +147,14 @@ void Installation::Write(const fs::path& file, const std::string& contents)
     std::ofstream{file, std::ios::binary} << contents;
 }
 
+bool Installation::Link(const fs::path& link, const fs::path& target)
+{
+    const std::wstring folder = UnixPath(link.parent_path());
+    return !folder.empty() &&
+           RunUnixTool(L"ln", {L"-s", UnixPath(target), folder + L'/' + link.filename().wstring()}) &&
+           harness::WaitFor([&] { return fs::exists(link); });
+}
+
 fs::path Installation::PutRecorder(const fs::path& file)
 {
     fs::create_directories(file.parent_path());

@@ -59,6 +59,8 @@ public:
 
     /// Creates the file with its folders.
     static void Write(const std::filesystem::path& file, const std::string& contents = "template");
+    /// Makes a symbolic link. False where links cannot be made.
+    static bool Link(const std::filesystem::path& link, const std::filesystem::path& target);
     /// Puts a program at `file` that records its command line.
     static std::filesystem::path PutRecorder(const std::filesystem::path& file);
     /// The command line that a recorder got, after waiting for it; it is forgotten then.

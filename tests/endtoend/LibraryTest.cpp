@@ -18,14 +18,6 @@ protected:
         });
         return nodes;
     }
-    /// False where links cannot be made.
-    static bool Link(const fs::path& link, const fs::path& target)
-    {
-        const std::wstring folder = UnixPath(link.parent_path());
-        return !folder.empty() &&
-               RunUnixTool(L"ln", {L"-s", UnixPath(target), folder + L'/' + link.filename().wstring()}) &&
-               harness::WaitFor([&] { return fs::exists(link); });
-    }
     using Names = std::vector<std::wstring>;
 };
 
@@ -37,7 +29,7 @@ TEST_F(EndToEndLibraryTest, CleansEmptyCategoriesButNothingBehindALink)
     fs::create_directories(installation.library / L"Empty");
     fs::create_directories(installation.library / L"Business" / L"Empty, too");
     fs::create_directories(installation.library / L"Full" / L"Previews");
-    const bool linked = Link(installation.library / L"Linked", outside);
+    const bool linked = Installation::Link(installation.library / L"Linked", outside);
 
     const HWND window = Open();
     EXPECT_EQ(Categories(window), linked ? (Names{L"Business", L"Linked"}) : (Names{L"Business"}));
