@@ -8,7 +8,6 @@
 namespace browser {
 namespace {
 
-constexpr std::string_view AllTab = "All";
 
 constexpr FileTypeTabs::Type types[] = {
     {"Word", "ShowWordTemplates", app::str::TabWord, app::str::TabWordAgain, 149, "word"},

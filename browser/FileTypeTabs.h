@@ -22,6 +22,8 @@ public:
         std::string_view image;
     };
     static std::span<const Type> Types();
+    /// Key of the tab that shows every type.
+    static constexpr std::string_view AllTab = "All";
 
     FileTypeTabs(app::Program& program, ui::TabStrip& strip);
 

@@ -1,5 +1,6 @@
 #include "browser/PreviewPane.h"
 
+#include "app/base/StringId.h"
 #include "library/CategoryPath.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
@@ -11,10 +12,12 @@ using platform::path::Join;
 void PreviewPane::LoadThePreviewPane(const TemplateList::Row* row)
 {
     if (row == nullptr) {
+        picture.SetFallback({}, {});
         picture.SetFile({});
         facts.SetCaption({});
         return;
     }
+    picture.SetFallback(library::DiskPath(program.state.TemplatesPath, "NF.jpg"), program.Text(app::str::NoPreview));
     picture.SetFile(PictureOf(*row));
     std::string text = row->text;
     if (!row->inFolder.empty())

@@ -41,17 +41,24 @@ TemplateList::TemplateList(app::Program& program, ui::ListView& view) : program{
 
 void TemplateList::FillCategory(const std::string& category, std::string_view tab)
 {
+    const std::string shownTab{tab};
+    if (auto filled = ReadCategory(category, shownTab))
+        Show(std::move(*filled), EmptyText(shownTab));
+}
+
+std::optional<TemplateList::RowSet> TemplateList::ReadCategory(const std::string& category, std::string_view tab)
+{
     Clear();
     const unsigned thisFill = fill;
     const std::string folder = library::DiskPath(program.state.TemplatesPath, category);
     auto listing = program.platform.files.List(folder);
     const std::string shownTab{tab};
-    std::vector<Row> filled;
+    RowSet filled;
     filled.reserve(listing ? listing->size() : 0);
     for (std::size_t type = 0; type < TemplateExtensions.size(); ++type) {
         program.toolkit.DoEvents();
         if (fill != thisFill)
-            return; // the user went on to another folder
+            return std::nullopt; // the user went on to another folder
         if (!listing || !FileTypeTabs::Shows(shownTab, type))
             continue;
         for (platform::FileEntry& entry : *listing) {
@@ -60,17 +67,23 @@ void TemplateList::FillCategory(const std::string& category, std::string_view ta
             std::string baseName = text::Trimmed(path::WithoutLastFour(text::Trimmed(entry.name)));
             if (!IsExcluded(baseName))
                 filled.push_back({std::move(baseName), std::exchange(entry.name, {}), folder, category, type, true,
-                                  entry.size, entry.modified});
+                                  entry.size, entry.modified, {}});
         }
     }
-    rows = std::move(filled);
-    Finish(shownTab);
+    return filled;
 }
 
 void TemplateList::FillFavorites(const std::vector<std::string>& favorites, const ui::TreeView& nodes,
                                  std::string_view tab)
 {
+    Show(ReadFavorites(favorites, nodes, tab), EmptyText(tab));
+}
+
+TemplateList::RowSet TemplateList::ReadFavorites(const std::vector<std::string>& favorites, const ui::TreeView& nodes,
+                                                 std::string_view tab)
+{
     Clear();
+    RowSet filled;
     const std::string createNew = program.Text(app::str::CreateNew);
     for (const std::string& favorite : favorites) {
         const auto type = std::ranges::find(TemplateExtensions, path::LastFour(favorite));
@@ -96,9 +109,9 @@ void TemplateList::FillFavorites(const std::vector<std::string>& favorites, cons
             }
             return false;
         });
-        rows.push_back(std::move(row));
+        filled.push_back(std::move(row));
     }
-    Finish(tab);
+    return filled;
 }
 
 void TemplateList::Clear()
@@ -109,23 +122,24 @@ void TemplateList::Clear()
     view.Refill();
 }
 
-void TemplateList::Finish(std::string_view tab)
+void TemplateList::Show(RowSet shown, std::string emptyText)
 {
+    rows = std::move(shown);
     if (sortColumn >= 0)
         Sort();
-    std::string emptyText;
-    if (rows.empty()) {
-        if (tab == "Word")
-            emptyText = program.Text(app::str::NoWordTemplates);
-        else if (tab == "Excel")
-            emptyText = program.Text(app::str::NoExcelTemplates);
-        else if (tab == "PPT")
-            emptyText = program.Text(app::str::NoPowerPointTemplates);
-        else
-            emptyText = "0 " + program.Text(app::str::TemplatesAvailable);
-    }
-    view.SetEmptyText(std::move(emptyText));
+    view.SetEmptyText(rows.empty() ? std::move(emptyText) : std::string{});
     view.Refill();
+}
+
+std::string TemplateList::EmptyText(std::string_view tab) const
+{
+    if (tab == "Word")
+        return program.Text(app::str::NoWordTemplates);
+    if (tab == "Excel")
+        return program.Text(app::str::NoExcelTemplates);
+    if (tab == "PPT")
+        return program.Text(app::str::NoPowerPointTemplates);
+    return "0 " + program.Text(app::str::TemplatesAvailable);
 }
 
 void TemplateList::SortBy(int column)
@@ -136,8 +150,7 @@ void TemplateList::SortBy(int column)
     const Row* selected = Selected();
     const std::string selectedPath = selected != nullptr ? FullPath(*selected) : std::string{};
     Sort();
-    const auto now = std::ranges::find_if(rows, [&](const Row& row) { return FullPath(row) == selectedPath; });
-    view.Reordered(selectedPath.empty() || now == rows.end() ? -1 : static_cast<int>(now - rows.begin()));
+    view.Reordered(Find(selectedPath));
 }
 
 void TemplateList::Sort()
@@ -184,6 +197,13 @@ const TemplateList::Row* TemplateList::Selected() const
 std::string TemplateList::FullPath(const Row& row)
 {
     return path::Join(row.folder, row.file);
+}
+
+int TemplateList::Find(std::string_view fullPath) const
+{
+    const auto found =
+        std::ranges::find_if(rows, [&](const Row& row) { return text::EqualIgnoringCase(FullPath(row), fullPath); });
+    return found == rows.end() ? -1 : static_cast<int>(found - rows.begin());
 }
 
 std::string TemplateList::SizeText(std::uint64_t bytes)

@@ -5,6 +5,7 @@
 #include "ui/ListView.h"
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,7 +26,9 @@ public:
         bool hasDetails{};  ///< size and modified are known
         std::uint64_t size{};
         platform::FileTime modified{};
+        ui::Thumbnail thumbnail; ///< only in the thumbnail view
     };
+    using RowSet = std::vector<Row>;
 
     TemplateList(app::Program& program, ui::ListView& view);
 
@@ -40,6 +43,13 @@ public:
                        std::string_view tab);
     void Clear();
 
+    /// What FillCategory shows, for a caller that shows it in its own way; the list is cleared. Nothing when another
+    /// fill has begun meanwhile.
+    std::optional<RowSet> ReadCategory(const std::string& category, std::string_view tab);
+    RowSet ReadFavorites(const std::vector<std::string>& favorites, const ui::TreeView& nodes, std::string_view tab);
+    /// `emptyText` stands in the list when there are no rows.
+    void Show(RowSet shown, std::string emptyText);
+
     /// A click on a column heading: sorts by it, the other way round when it was sorted by it already.
     void SortBy(int column);
 
@@ -47,11 +57,16 @@ public:
     std::string Text(int row, int column) const override;
     int Icon(int row) const override { return static_cast<int>(At(row).type) + 1; }
     int SmallIcon(int row) const override { return static_cast<int>(At(row).type) + 3; }
+    ui::Thumbnail ThumbnailOf(int row) const override { return At(row).thumbnail; }
 
     const Row& At(int row) const { return rows.at(static_cast<std::size_t>(row)); }
     /// Null when no row is selected.
     const Row* Selected() const;
     static std::string FullPath(const Row& row);
+    /// Whether a template of this base name is never listed.
+    bool IsExcluded(const std::string& baseName) const;
+    /// The row of a full path, letter case ignored; -1 when it is not listed.
+    int Find(std::string_view fullPath) const;
     /// Bytes in whole kilobytes, cut: 5,000 bytes are "4KB".
     static std::string SizeText(std::uint64_t bytes);
     /// Short date, a blank, medium time, on the user's clock.
@@ -60,14 +75,13 @@ public:
 private:
     app::Program& program;
     ui::ListView& view;
-    std::vector<Row> rows;
+    RowSet rows;
     int sortColumn{-1};
     bool sortAscending{true};
     unsigned fill{}; ///< number of the latest fill
 
-    bool IsExcluded(const std::string& baseName) const;
     void Sort();
-    void Finish(std::string_view tab);
+    std::string EmptyText(std::string_view tab) const;
 };
 
 } // namespace browser

@@ -5,7 +5,7 @@
 namespace ui {
 
 /// A picture from a file, scaled into the bounds with its proportions and centred. A file that is missing or broken
-/// shows nothing.
+/// shows what SetFallback has set, if anything.
 class Image final : public Control {
 public:
     explicit Image(Form& form) : Control{form, {}} {}
@@ -15,9 +15,15 @@ public:
     const std::string& File() const { return file; }
     /// A full path, or "" for no picture. Setting the same path reads the file again.
     void SetFile(std::string path);
+    /// What stands in for a file that is missing or broken: another file, and when that cannot be shown either, a text.
+    const std::string& FallbackFile() const { return fallbackFile; }
+    const std::string& FallbackText() const { return fallbackText; }
+    void SetFallback(std::string path, std::string text);
 
 private:
     std::string file;
+    std::string fallbackFile;
+    std::string fallbackText;
 };
 
 } // namespace ui

@@ -10,6 +10,14 @@
 
 namespace ui {
 
+/// The pictures that make up one thumbnail, as full paths.
+struct Thumbnail {
+    std::string picture;
+    std::string fallback; ///< instead of a picture that is missing or broken; "" for the row's icon
+    std::string frame;    ///< the picture is drawn onto this one; "" for none
+    friend bool operator==(const Thumbnail&, const Thumbnail&) = default;
+};
+
 /// The rows behind a list view. The view asks for what it shows and keeps no copy.
 class ListModel {
 public:
@@ -19,12 +27,14 @@ public:
     /// Entry of ListView::LargeImages / SmallImages.
     virtual int Icon(int row) const = 0;
     virtual int SmallIcon(int row) const = 0;
+    /// What View::Thumbnails shows.
+    virtual Thumbnail ThumbnailOf(int) const { return {}; }
 };
 
-/// A list in one of four styles, with at most one selected row.
+/// A list in one of five styles, with at most one selected row.
 class ListView final : public Control {
 public:
-    enum class View { LargeIcons = 0, SmallIcons = 1, List = 2, Details = 3 };
+    enum class View { LargeIcons = 0, SmallIcons = 1, List = 2, Details = 3, Thumbnails = 4 };
 
     struct Column {
         std::string tagText; ///< string number of the heading

@@ -76,6 +76,15 @@ void Image::SetFile(std::string path)
     Changed(Aspect::Picture);
 }
 
+void Image::SetFallback(std::string path, std::string text)
+{
+    if (path == fallbackFile && text == fallbackText)
+        return;
+    fallbackFile = std::move(path);
+    fallbackText = std::move(text);
+    Changed(Aspect::Picture);
+}
+
 void Splitter::UserDrags(int position)
 {
     if (Moved)

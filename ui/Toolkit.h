@@ -55,6 +55,8 @@ public:
 
     /// The usable areas of the monitors in twips, the primary one first.
     virtual std::vector<Rect> WorkAreas() const = 0;
+    /// The primary monitor in pixels.
+    virtual Size ScreenSize() const = 0;
     /// The hourglass pointer, or the arrow.
     virtual void SetBusy(bool busy) = 0;
 };

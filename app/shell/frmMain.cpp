@@ -48,7 +48,7 @@ constexpr StoredColumn columns[] = {
 frmMain::frmMain(Program& program)
     : Form{program.toolkit, "frmMain", Style::Sizable}, program{program}, templateLibrary{program, tvTreeView},
       favorites{program}, folders{program, tvTreeView, templateLibrary, favorites}, tabs{program, fileTypeTabStrip}, templates{program, lvListView},
-      preview{program, imgPreview, lblPreview},
+      thumbnails{program, templates}, preview{program, imgPreview, lblPreview},
       launcher{program.platform.shell, program.platform.files, program.registry,
                program.messages,       program.toolkit,        program.strings},
       spreadsheets{program.platform.files, program.platform.shell, program.registry},
@@ -127,8 +127,10 @@ void frmMain::PreviousRunSettings()
     const Settings& settings = program.settings;
     folderListOn = settings.Flag(Section, "FolderListOn", true);
     previewPaneOn = settings.Flag(Section, "PreviewPaneOn", true);
-    lvListView.SetView(static_cast<ui::ListView::View>(
-        settings.Number(Section, "ListViewType", static_cast<int>(ui::ListView::View::LargeIcons), 0, 3)));
+    plainView = static_cast<ui::ListView::View>(
+        settings.Number(Section, "ListViewType", static_cast<int>(ui::ListView::View::LargeIcons), 0, 3));
+    const bool thumbnailViewOn = settings.Flag(Section, "ThumbnailViewOn", false);
+    lvListView.SetView(thumbnailViewOn ? ui::ListView::View::Thumbnails : plainView);
     auto listColumns = lvListView.Columns();
     for (std::size_t i = 0; i < std::size(columns); ++i)
         listColumns[i].width = settings.Number(Section, columns[i].setting, columns[i].width, 300, 30'000);
@@ -247,19 +249,45 @@ void frmMain::FillList()
     const Busy guard{*this};
     const auto* node = tvTreeView.Selected();
     const std::string tab = fileTypeTabStrip.Selected();
-    if (node == nullptr)
+    if (node != nullptr && library::FolderTree::IsCategory(*node)) {
+        if (ThumbnailViewOn())
+            LoadThumbnailImages();
+        else
+            templates.FillCategory(std::string{library::FolderTree::PathOf(*node)}, tab);
+    } else if (FavoritesSelected()) {
+        if (ThumbnailViewOn())
+            LoadThumbnailViewForMyFavorites();
+        else
+            templates.FillFavorites(favorites.List(), tvTreeView, tab);
+    } else {
         templates.Clear();
-    else if (library::FolderTree::IsCategory(*node))
-        templates.FillCategory(std::string{library::FolderTree::PathOf(*node)}, tab);
-    else if (templateLibrary.Tree().IsFavorites(*node))
-        templates.FillFavorites(favorites.List(), tvTreeView, tab);
-    else
-        templates.Clear();
+    }
     // So that the preview shows what the folder is about, and Enter opens something.
     lvListView.Select(0);
     LoadThePreviewPane();
     ShowStatus();
     EnableItemCommands();
+}
+
+void frmMain::LoadThumbnailImages()
+{
+    if (const auto* node = tvTreeView.Selected(); node != nullptr && library::FolderTree::IsCategory(*node))
+        thumbnails.LoadThumbnailImages(std::string{library::FolderTree::PathOf(*node)}, fileTypeTabStrip.Selected());
+}
+
+void frmMain::LoadThumbnailViewForMyFavorites()
+{
+    thumbnails.LoadThumbnailViewForMyFavorites(favorites.List(), tvTreeView, fileTypeTabStrip.Selected());
+}
+
+bool frmMain::GetSystemResolution()
+{
+    constexpr ui::Size tooSmall{640, 480}; // pixels: string 277 asks for more
+    const ui::Size screen = program.toolkit.ScreenSize();
+    if (screen.width > tooSmall.width && screen.height > tooSmall.height)
+        return true;
+    program.messages.Inform(str::ResolutionTooLow);
+    return false;
 }
 
 void frmMain::lvListView_Click()
@@ -300,7 +328,24 @@ void frmMain::EnableItemCommands()
 
 void frmMain::SetListView(ui::ListView::View view)
 {
+    const bool toThumbnails = view == ui::ListView::View::Thumbnails;
+    if (toThumbnails && !GetSystemResolution())
+        return;
+    const bool refills = toThumbnails != ThumbnailViewOn();
+    if (!toThumbnails)
+        plainView = view;
+    // The rows of one kind of view must not show in the other.
+    const std::string selected = SelectedPath();
+    if (refills)
+        templates.Clear();
     lvListView.SetView(view);
+    if (refills) {
+        FillList();
+        if (const int row = templates.Find(selected); row >= 0) {
+            lvListView.Select(row);
+            lvListView_Click();
+        }
+    }
     RefreshCommands();
 }
 
@@ -464,9 +509,10 @@ void frmMain::SaveState()
         number("MainHeight", Placement().height);
     }
     number("VertSplitterLeft", vertSplitterLeft);
-    number("ListViewType", static_cast<int>(lvListView.GetView()));
+    number("ListViewType", static_cast<int>(plainView));
     for (std::size_t i = 0; i < std::size(columns); ++i)
         number(columns[i].setting, lvListView.Columns()[i].width);
+    saved = settings.SaveFlag(Section, "ThumbnailViewOn", ThumbnailViewOn()).has_value() && saved;
     saved = settings.SaveFlag(Section, "FolderListOn", folderListOn).has_value() && saved;
     saved = settings.SaveFlag(Section, "PreviewPaneOn", previewPaneOn).has_value() && saved;
     templateLibrary.RememberSelection();

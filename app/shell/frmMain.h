@@ -11,6 +11,7 @@
 #include "browser/SpreadsheetFolder.h"
 #include "browser/TemplateList.h"
 #include "browser/TemplateOpener.h"
+#include "browser/Thumbnails.h"
 #include "library/Favorites.h"
 #include "library/FolderOperations.h"
 #include "library/TemplateLibrary.h"
@@ -48,6 +49,10 @@ public:
     void ClearViewState();
     void GetQuenbyFileOption();
     void LoadThePreviewPane();
+    void LoadThumbnailImages();
+    void LoadThumbnailViewForMyFavorites();
+    /// Whether the screen has room for the thumbnail view; string 277 when it has not.
+    bool GetSystemResolution();
     /// "Open", "Preview" and "View Thumbnail" follow whether the list holds any items.
     void EnableItemCommands();
 
@@ -93,6 +98,7 @@ private:
     library::FolderOperations folders;
     browser::FileTypeTabs tabs;
     browser::TemplateList templates;
+    browser::Thumbnails thumbnails;
     browser::PreviewPane preview;
     browser::Launcher launcher;
     browser::SpreadsheetFolder spreadsheets;
@@ -104,6 +110,7 @@ private:
 
     int horzSplitterTop{};
     int vertSplitterLeft{};
+    ui::ListView::View plainView{ui::ListView::View::LargeIcons}; ///< the last one that was not the thumbnails
     bool folderListOn{true};
     bool previewPaneOn{true};
     int busy{};          ///< routines on the stack that yield
@@ -147,6 +154,7 @@ private:
     void SelectParent();
     void MoveFocus();
     void SetListView(ui::ListView::View view);
+    bool ThumbnailViewOn() const { return lvListView.GetView() == ui::ListView::View::Thumbnails; }
     void ShowStatus();
     void RefreshCommands();
     std::string SelectedPath() const;

@@ -20,6 +20,7 @@ constexpr ViewCommand viewCommands[] = {
     {"mnuViewSmallIcons", 115, 143, "view-small", View::SmallIcons},
     {"mnuViewList", 116, 144, "view-list", View::List},
     {"mnuViewDetails", 117, 145, "view-details", View::Details},
+    {"mnuViewThumbnails", 118, 146, "view-thumbnails", View::Thumbnails},
 };
 
 struct TabCommand {
@@ -49,7 +50,6 @@ const LaterCommand laterCommands[] = {
     {"mnuFilePreview", 103, 0, "preview", {}, "Preview"},
     {"mnuFileProperties", 133, 175, "properties", {ui::KeyCode::Enter, false, false, true}},
     {"mnuEditFind", 109, 165, "find", ui::Ctrl('F')},
-    {"mnuViewThumbnails", 118, 146, "view-thumbnails", {}},
     {"mnuProfileEdit", 374, 417, "profiles", {}},
     {"mnuProfileManage", 375, 375, "profiles", {}},
     {"mnuProfileImportExport", 376, 482, "", {}},
@@ -103,6 +103,7 @@ void frmMain::AddCommands()
     for (const ViewCommand& view : viewCommands)
         commands.Add({.name = view.name, .caption = view.caption, .toolTip = view.toolTip, .image = view.image,
                       .run = [this, mode = view.view] { SetListView(mode); },
+                      .enabled = [mode = view.view, hasItems] { return mode != View::Thumbnails || hasItems(); },
                       .checked = [this, mode = view.view] { return lvListView.GetView() == mode; }});
     commands.Add({.name = "mnuViewFolderList", .caption = 119, .toolTip = 147, .image = "folder-list",
                   .run = [this] {

@@ -24,6 +24,7 @@ public:
     void DoEvents() override;
     void Post(std::function<void()> task) override;
     std::vector<Rect> WorkAreas() const override { return Areas; }
+    Size ScreenSize() const override { return Screen; }
     void SetBusy(bool busy) override { Busy = busy; }
 
     /// The next message box must have this text and icon; it is answered so.
@@ -42,6 +43,7 @@ public:
     void RunPosted();
 
     std::vector<Rect> Areas{{0, 0, 19200, 15000}};
+    Size Screen{1280, 1024};
     std::deque<std::optional<std::string>> FolderChoices;
     std::deque<std::optional<std::string>> FileChoices;
     std::set<std::string> BrokenPictures;

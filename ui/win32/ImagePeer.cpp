@@ -1,7 +1,10 @@
 #include "ui/win32/ImagePeer.h"
 
 #include "ui/win32/Canvas.h"
+#include "ui/win32/NativeText.h"
 #include "ui/win32/PictureLoader.h"
+
+#include <algorithm>
 
 namespace ui::win32 {
 
@@ -80,6 +83,8 @@ void ImagePeer::Paint()
     // Decoded here, so that pictures nobody sees cost nothing and a drag of the frame decodes once a size.
     if (!decoded || room.cx != decodedFor.cx || room.cy != decodedFor.cy) {
         PixelBuffer pixels = PictureLoader::Load(image.File(), room);
+        if (pixels.Empty() && image.FallbackFile() != image.File())
+            pixels = PictureLoader::Load(image.FallbackFile(), room);
         pixels.Flatten(GetSysColor(COLOR_3DFACE));
         bitmap = pixels.ToBitmap();
         shown = {pixels.Width(), pixels.Height()};
@@ -94,8 +99,23 @@ void ImagePeer::Paint()
         BitBlt(context, (room.cx - shown.cx) / 2, (room.cy - shown.cy) / 2, shown.cx, shown.cy, memory, 0, 0, SRCCOPY);
         SelectObject(memory, before);
         DeleteDC(memory);
+    } else if (!image.FallbackText().empty()) {
+        DrawFallbackText(context, client);
     }
     EndPaint(Handle(), &paint);
+}
+
+void ImagePeer::DrawFallbackText(HDC context, const RECT& client) const
+{
+    const std::wstring text = ToNative(image.FallbackText());
+    RECT room = client;
+    const SIZE size = Measure(image.FallbackText(), NormalFont(), std::max(1, static_cast<int>(client.right)));
+    room.top = std::max(0L, (client.bottom - size.cy) / 2);
+    const HGDIOBJ before = SelectObject(context, NormalFont());
+    SetBkMode(context, TRANSPARENT);
+    SetTextColor(context, GetSysColor(COLOR_GRAYTEXT));
+    DrawTextW(context, text.c_str(), static_cast<int>(text.size()), &room, DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);
+    SelectObject(context, before);
 }
 
 } // namespace ui::win32

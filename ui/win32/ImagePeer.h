@@ -26,6 +26,7 @@ private:
     bool decoded{};
 
     void Paint();
+    void DrawFallbackText(HDC context, const RECT& client) const;
 };
 
 } // namespace ui::win32

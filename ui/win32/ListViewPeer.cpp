@@ -5,6 +5,7 @@
 #include "ui/win32/Theme.h"
 
 #include <algorithm>
+#include <chrono>
 
 namespace ui::win32 {
 namespace {
@@ -12,6 +13,9 @@ namespace {
 constexpr int LargeSide = 480; ///< twips: 32 pixels at 96 dpi
 constexpr int SmallSide = 240;
 constexpr Size LargeSpacing{1500, 1275}; ///< twips from one large icon to the next
+constexpr Size ThumbnailSize{1950, 2250};
+constexpr Size ThumbnailSpacing{2400, 3000};
+constexpr int SelectionWidth = 30; ///< twips of the line around the selected thumbnail
 constexpr int EmptyTextMargin = 300;
 constexpr int LeastHeight = 600; ///< twips; no row can be shown in less
 /// Rows whose texts set the width of the columns of the plain list; enough for any folder that is read, not counted.
@@ -20,10 +24,16 @@ constexpr int MeasuredRows = 300;
 /// LVFI_SUBSTRING, which the compiler's headers lack: the typed letters of type-ahead.
 constexpr UINT SubstringFlag = 0x0004;
 
+constexpr UINT_PTR ComposeTimer = 1;
+constexpr UINT ComposePause = 10; ///< milliseconds: everything else that waits has its turn
+/// No further thumbnail is begun after this time, so that with the last one a turn stays far below what a user feels.
+constexpr std::chrono::milliseconds ComposeTurn{20};
+
 DWORD NativeView(ListView::View view)
 {
     switch (view) {
     case ListView::View::LargeIcons:
+    case ListView::View::Thumbnails:
         return LV_VIEW_ICON;
     case ListView::View::SmallIcons:
         return LV_VIEW_SMALLICON;
@@ -63,7 +73,7 @@ void ListViewPeer::DpiChanged()
     PeerBase::DpiChanged();
     const ByCode guard{*this};
     SyncImages(true);
-    Send(LVM_SETICONSPACING, 0, MAKELPARAM(Pixels(LargeSpacing.width), Pixels(LargeSpacing.height)));
+    SyncLargeSide();
     SyncColumns();
     SyncView();
     SyncRows();
@@ -79,6 +89,7 @@ void ListViewPeer::Sync(Aspect aspect)
         SyncSelection();
         break;
     case Aspect::View:
+        SyncLargeSide();
         SyncView();
         SyncSelection();
         break;
@@ -101,17 +112,135 @@ void ListViewPeer::SyncImages(bool always)
             return;
         shown = model.Pictures();
         ImageListHandle fresh = Window().Images().Build(model, Pixels(side));
-        Send(LVM_SETIMAGELIST, which, reinterpret_cast<LPARAM>(fresh.get()));
+        if (which != LVSIL_NORMAL || !showsThumbnails)
+            Send(LVM_SETIMAGELIST, which, reinterpret_cast<LPARAM>(fresh.get()));
         images = std::move(fresh);
     };
     replace(list.LargeImages, shownLarge, largeImages, LargeSide, LVSIL_NORMAL);
     replace(list.SmallImages, shownSmall, smallImages, SmallSide, LVSIL_SMALL);
 }
 
+void ListViewPeer::SyncLargeSide()
+{
+    showsThumbnails = list.GetView() == ListView::View::Thumbnails;
+    const Size spacing = showsThumbnails ? ThumbnailSpacing : LargeSpacing;
+    if (showsThumbnails)
+        thumbnailRoom.reset(
+            ImageList_Create(Pixels(ThumbnailSize.width), Pixels(ThumbnailSize.height), ILC_COLOR32, 0, 1));
+    Send(LVM_SETIMAGELIST, LVSIL_NORMAL,
+         reinterpret_cast<LPARAM>(showsThumbnails ? thumbnailRoom.get() : largeImages.get()));
+    Send(LVM_SETICONSPACING, 0, MAKELPARAM(Pixels(spacing.width), Pixels(spacing.height)));
+    ResetThumbnails();
+}
+
+void ListViewPeer::ResetThumbnails()
+{
+    thumbnails.Reset(showsThumbnails ? list.Rows() : 0, {Pixels(ThumbnailSize.width), Pixels(ThumbnailSize.height)});
+    if (showsThumbnails)
+        StartComposing();
+}
+
+void ListViewPeer::StartComposing()
+{
+    if (!composing)
+        composing = SetTimer(Handle(), ComposeTimer, ComposePause, nullptr) != 0;
+}
+
+void ListViewPeer::ComposeThumbnails()
+{
+    RECT client{};
+    GetClientRect(Handle(), &client);
+    const int first = RowAtOrBelow(0);
+    const int below = RowAtOrBelow(client.bottom);
+    // The row that `below` starts in may be partly in view, and so may the rest of its line.
+    const int perLine = std::max(1, static_cast<int>(client.right) / std::max(1, Pixels(ThumbnailSpacing.width)));
+    thumbnails.Show(first, below + perLine - 1);
+
+    const auto start = std::chrono::steady_clock::now();
+    while (showsThumbnails && list.Model() != nullptr) {
+        const std::optional<int> row = thumbnails.ComposeNext(*list.Model());
+        if (!row)
+            break;
+        const RECT place = IconPlace(*row);
+        InvalidateRect(Handle(), &place, FALSE);
+        if (std::chrono::steady_clock::now() - start > ComposeTurn)
+            return;
+        constexpr UINT userActs = QS_INPUT;
+        if (HIWORD(GetQueueStatus(userActs)) != 0)
+            return;
+    }
+    KillTimer(Handle(), ComposeTimer);
+    composing = false;
+}
+
+int ListViewPeer::RowAtOrBelow(int y) const
+{
+    int low = 0;
+    int high = list.Rows();
+    while (low < high) {
+        const int middle = low + (high - low) / 2;
+        if (IconPlace(middle).bottom > y)
+            high = middle;
+        else
+            low = middle + 1;
+    }
+    return low;
+}
+
+RECT ListViewPeer::IconPlace(int row) const
+{
+    RECT place{};
+    place.left = LVIR_ICON;
+    Send(LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
+    return place;
+}
+
+LRESULT ListViewPeer::OnCustomDraw(const NMLVCUSTOMDRAW& draw)
+{
+    if (!showsThumbnails)
+        return CDRF_DODEFAULT;
+    switch (draw.nmcd.dwDrawStage) {
+    case CDDS_PREPAINT:
+        return CDRF_NOTIFYITEMDRAW;
+    case CDDS_ITEMPREPAINT:
+        return CDRF_NOTIFYPOSTPAINT;
+    case CDDS_ITEMPOSTPAINT: {
+        const int row = static_cast<int>(draw.nmcd.dwItemSpec);
+        DrawThumbnail(draw.nmcd.hdc, row, row == list.Selected());
+        return CDRF_DODEFAULT;
+    }
+    default:
+        return CDRF_DODEFAULT;
+    }
+}
+
+void ListViewPeer::DrawThumbnail(HDC context, int row, bool isSelected)
+{
+    const RECT room = IconPlace(row);
+    if (!thumbnails.IsDone(row)) {
+        StartComposing();
+    } else if (!thumbnails.Draw(context, row, room) && row < list.Rows()) {
+        int width = 0;
+        int height = 0;
+        ImageList_GetIconSize(largeImages.get(), &width, &height);
+        ImageList_Draw(largeImages.get(), list.Model()->Icon(row), context, (room.left + room.right - width) / 2,
+                       (room.top + room.bottom - height) / 2, ILD_NORMAL);
+    }
+    if (!isSelected)
+        return;
+    RECT line = room;
+    const HBRUSH brush = GetSysColorBrush(GetFocus() == Handle() ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW);
+    for (int i = 0; i < Pixels(SelectionWidth); ++i) {
+        FrameRect(context, &line, brush);
+        InflateRect(&line, -1, -1);
+    }
+}
+
 void ListViewPeer::SyncRows()
 {
     SyncImages(false);
     Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list.Rows()), 0);
+    ResetThumbnails();
     SyncView();
     // Rows past the old count have no place in the icon views until they are arranged.
     Send(LVM_ARRANGE, LVA_DEFAULT);
@@ -207,6 +336,8 @@ std::optional<LRESULT> ListViewPeer::OnNotify(NMHDR& header)
     case LVN_GETDISPINFOW:
         FillIn(reinterpret_cast<NMLVDISPINFOW&>(header));
         return 0;
+    case NM_CUSTOMDRAW:
+        return OnCustomDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
     case LVN_ODFINDITEMW:
         return FindRow(reinterpret_cast<const NMLVFINDITEMW&>(header));
     case LVN_ITEMCHANGED: {
@@ -247,8 +378,12 @@ void ListViewPeer::FillIn(NMLVDISPINFOW& info) const
         lstrcpynW(item.pszText, text.c_str(), item.cchTextMax);
     }
     if ((item.mask & LVIF_IMAGE) != 0 && item.iSubItem == 0) {
-        const bool isLarge = list.GetView() == ListView::View::LargeIcons;
-        item.iImage = exists ? isLarge ? list.Model()->Icon(item.iItem) : list.Model()->SmallIcon(item.iItem) : -1;
+        if (showsThumbnails || !exists)
+            item.iImage = I_IMAGENONE; // thumbnails are drawn by DrawThumbnail
+        else if (list.GetView() == ListView::View::LargeIcons)
+            item.iImage = list.Model()->Icon(item.iItem);
+        else
+            item.iImage = list.Model()->SmallIcon(item.iItem);
     }
 }
 
@@ -289,6 +424,11 @@ bool ListViewPeer::UsesKey(const Key& key)
 std::optional<LRESULT> ListViewPeer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
+    case WM_TIMER:
+        if (wParam != ComposeTimer)
+            return std::nullopt;
+        ComposeThumbnails();
+        return 0;
     case WM_NOTIFY: {
         const Watch watch{*this};
         const auto& header = *reinterpret_cast<const NMHDR*>(lParam);

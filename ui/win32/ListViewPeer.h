@@ -3,6 +3,7 @@
 #include "ui/ListView.h"
 #include "ui/win32/DragOntoTree.h"
 #include "ui/win32/PeerBase.h"
+#include "ui/win32/ThumbnailStore.h"
 
 #include <map>
 
@@ -30,6 +31,10 @@ private:
     std::map<int, ui::ImageList::Picture> shownSmall;
     std::size_t shownColumns{};
     bool scrollLater{};
+    ImageListHandle thumbnailRoom; ///< no pictures, but the size that the native control leaves for them
+    ThumbnailStore thumbnails;
+    bool showsThumbnails{};
+    bool composing{}; ///< the timer runs
 
     int NativeSelection() const;
     void SyncRows();
@@ -39,6 +44,14 @@ private:
     void SyncColumns();
     void SyncImages(bool always);
     void FillIn(NMLVDISPINFOW& info) const;
+    void SyncLargeSide();
+    void ResetThumbnails();
+    void StartComposing();
+    void ComposeThumbnails();
+    int RowAtOrBelow(int y) const;
+    RECT IconPlace(int row) const;
+    LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& draw);
+    void DrawThumbnail(HDC context, int row, bool isSelected);
     int FindRow(const NMLVFINDITEMW& search) const;
     void OnRightButton(POINT point);
     void OpenMenuAtSelection();

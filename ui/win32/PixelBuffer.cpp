@@ -18,10 +18,35 @@ BITMAPINFO DescribeTopDown(int width, int height)
     return info;
 }
 
-/// The part of source pixel `at` that lies inside [from, to).
-double Overlap(int at, double from, double to)
+/// The source pixels that one new pixel covers, along one axis.
+struct Cover {
+    int first{};
+    std::vector<std::uint32_t> weights; ///< of the pixels from `first` on; each at most WholePixel
+    std::uint32_t total{};
+};
+constexpr std::uint32_t WholePixel = 256;
+
+std::vector<Cover> CoversOf(int source, int target)
 {
-    return std::min(to, at + 1.0) - std::max(from, static_cast<double>(at));
+    std::vector<Cover> covers(static_cast<std::size_t>(target));
+    const double step = static_cast<double>(source) / target;
+    for (int i = 0; i < target; ++i) {
+        Cover& cover = covers[static_cast<std::size_t>(i)];
+        const double from = i * step;
+        const double to = std::min(from + step, static_cast<double>(source));
+        cover.first = std::min(static_cast<int>(from), source - 1);
+        for (int at = cover.first; at < to && at < source; ++at) {
+            const double overlap = std::min(to, at + 1.0) - std::max(from, static_cast<double>(at));
+            const auto weight = static_cast<std::uint32_t>(std::lround(std::max(overlap, 0.0) * WholePixel));
+            cover.weights.push_back(weight);
+            cover.total += weight;
+        }
+        if (cover.total == 0) {
+            cover.weights.assign(1, WholePixel);
+            cover.total = WholePixel;
+        }
+    }
+    return covers;
 }
 
 std::uint8_t ToByte(double value)
@@ -35,6 +60,11 @@ PixelBuffer::PixelBuffer(int bufferWidth, int bufferHeight)
     : width{bufferWidth}, height{bufferHeight},
       pixels(static_cast<std::size_t>(width) * 4 * static_cast<std::size_t>(height))
 {
+}
+
+BITMAPINFO PixelBuffer::Description() const
+{
+    return DescribeTopDown(width, height);
 }
 
 PixelBuffer PixelBuffer::FromIcon(HICON icon, int size)
@@ -74,31 +104,28 @@ PixelBuffer PixelBuffer::ScaledTo(int newWidth, int newHeight) const
     if (Empty() || newWidth <= 0 || newHeight <= 0)
         return {};
     PixelBuffer scaled{newWidth, newHeight};
-    const double stepX = static_cast<double>(width) / newWidth;
-    const double stepY = static_cast<double>(height) / newHeight;
-    for (int y = 0; y < newHeight; ++y) {
-        const double top = y * stepY;
-        const double bottom = std::min(top + stepY, static_cast<double>(height));
-        for (int x = 0; x < newWidth; ++x) {
-            const double left = x * stepX;
-            const double right = std::min(left + stepX, static_cast<double>(width));
-            double sum[4]{};
-            double area = 0;
-            for (int sourceY = static_cast<int>(top); sourceY < bottom; ++sourceY) {
-                const double rowPart = Overlap(sourceY, top, bottom);
-                const std::uint8_t* row = pixels.data() + static_cast<std::size_t>(sourceY) * Stride();
-                for (int sourceX = static_cast<int>(left); sourceX < right; ++sourceX) {
-                    const double part = rowPart * Overlap(sourceX, left, right);
-                    const std::uint8_t* pixel = row + static_cast<std::size_t>(sourceX) * 4;
-                    for (int channel = 0; channel < 4; ++channel)
-                        sum[channel] += part * pixel[channel];
-                    area += part;
-                }
-            }
-            std::uint8_t* target =
-                scaled.Bytes() + static_cast<std::size_t>(y) * scaled.Stride() + static_cast<std::size_t>(x) * 4;
-            for (int channel = 0; channel < 4; ++channel)
-                target[channel] = area > 0 ? ToByte(sum[channel] / area) : std::uint8_t{0};
+    const std::vector<Cover> columns = CoversOf(width, newWidth);
+    const std::vector<Cover> rows = CoversOf(height, newHeight);
+    // First the covered rows are added up, then the covered columns: whole numbers, since thumbnails come in hundreds.
+    std::vector<std::uint32_t> sums(Stride());
+    for (std::size_t y = 0; y < rows.size(); ++y) {
+        std::ranges::fill(sums, 0u);
+        const std::uint8_t* source = pixels.data() + static_cast<std::size_t>(rows[y].first) * Stride();
+        for (const std::uint32_t weight : rows[y].weights) {
+            for (std::size_t i = 0; i < sums.size(); ++i)
+                sums[i] += weight * source[i];
+            source += Stride();
+        }
+        std::uint8_t* target = scaled.Bytes() + y * scaled.Stride();
+        for (const Cover& column : columns) {
+            std::uint64_t channels[4]{};
+            const std::uint32_t* sum = sums.data() + static_cast<std::size_t>(column.first) * 4;
+            for (const std::uint32_t weight : column.weights)
+                for (std::uint64_t& channel : channels)
+                    channel += std::uint64_t{weight} * *sum++;
+            const std::uint64_t area = std::uint64_t{rows[y].total} * column.total;
+            for (const std::uint64_t channel : channels)
+                *target++ = static_cast<std::uint8_t>((channel + area / 2) / area);
         }
     }
     return scaled;

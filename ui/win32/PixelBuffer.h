@@ -18,6 +18,9 @@ public:
     int Height() const { return height; }
     bool Empty() const { return pixels.empty(); }
     std::uint8_t* Bytes() { return pixels.data(); }
+    const std::uint8_t* Bytes() const { return pixels.data(); }
+    /// For the calls of the system that read or write such pixels.
+    BITMAPINFO Description() const;
     std::size_t Stride() const { return static_cast<std::size_t>(width) * 4; }
     std::size_t Size() const { return pixels.size(); }
 

@@ -261,6 +261,11 @@ std::vector<Rect> Win32Toolkit::WorkAreas() const
     return std::move(areas.found);
 }
 
+Size Win32Toolkit::ScreenSize() const
+{
+    return {GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+}
+
 void Win32Toolkit::SetBusy(bool isBusy)
 {
     busy = isBusy;

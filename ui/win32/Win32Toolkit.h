@@ -30,6 +30,7 @@ public:
     void DoEvents() override;
     void Post(std::function<void()> task) override;
     std::vector<Rect> WorkAreas() const override;
+    Size ScreenSize() const override;
     void SetBusy(bool busy) override;
 
     /// Handles messages until `Quit`.

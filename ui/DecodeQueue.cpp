@@ -1,0 +1,75 @@
+#include "ui/DecodeQueue.h"
+
+#include <algorithm>
+
+namespace ui {
+
+void DecodeQueue::Reset(int rows, int pictures)
+{
+    done.assign(static_cast<std::size_t>(std::max(rows, 0)), false);
+    count = 0;
+    capacity = pictures;
+    firstShown = 0;
+    lastShown = -1;
+    after = 0;
+    before = -1;
+}
+
+void DecodeQueue::Show(int first, int last)
+{
+    first = std::clamp(first, 0, Rows());
+    last = std::clamp(last, first - 1, Rows() - 1);
+    if (first == firstShown && last == lastShown)
+        return;
+    firstShown = first;
+    lastShown = last;
+    after = last + 1;
+    before = first - 1;
+}
+
+std::optional<int> DecodeQueue::Next()
+{
+    for (int row = firstShown; row <= lastShown; ++row)
+        if (!IsDone(row))
+            return row;
+    if (count >= capacity)
+        return std::nullopt;
+    while (after < Rows() && IsDone(after))
+        ++after;
+    if (after < Rows())
+        return after;
+    while (before >= 0 && IsDone(before))
+        --before;
+    if (before >= 0)
+        return before;
+    return std::nullopt;
+}
+
+std::optional<int> DecodeQueue::Done(int row)
+{
+    if (row < 0 || row >= Rows() || IsDone(row))
+        return std::nullopt;
+    done[static_cast<std::size_t>(row)] = true;
+    if (++count <= capacity)
+        return std::nullopt;
+    std::optional<int> farthest;
+    int distance = 0;
+    for (int other = 0; other < Rows(); ++other) {
+        const int away = std::max(firstShown - other, other - lastShown);
+        if (IsDone(other) && !IsShown(other) && away > distance) {
+            farthest = other;
+            distance = away;
+        }
+    }
+    if (farthest) {
+        done[static_cast<std::size_t>(*farthest)] = false;
+        --count;
+        if (*farthest > lastShown)
+            after = std::min(after, *farthest);
+        else
+            before = std::max(before, *farthest);
+    }
+    return farthest;
+}
+
+} // namespace ui
