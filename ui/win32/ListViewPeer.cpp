@@ -148,6 +148,10 @@ void ListViewPeer::StartComposing()
 
 void ListViewPeer::ComposeThumbnails()
 {
+    // The pause begins anew after each turn: a timer that ran on would always be due again, and whoever handles the
+    // waiting messages would not come to an end.
+    KillTimer(Handle(), ComposeTimer);
+    composing = false;
     RECT client{};
     GetClientRect(Handle(), &client);
     const int first = RowAtOrBelow(0);
@@ -160,17 +164,13 @@ void ListViewPeer::ComposeThumbnails()
     while (showsThumbnails && list.Model() != nullptr) {
         const std::optional<int> row = thumbnails.ComposeNext(*list.Model());
         if (!row)
-            break;
+            return;
         const RECT place = IconPlace(*row);
         InvalidateRect(Handle(), &place, FALSE);
-        if (std::chrono::steady_clock::now() - start > ComposeTurn)
-            return;
-        constexpr UINT userActs = QS_INPUT;
-        if (HIWORD(GetQueueStatus(userActs)) != 0)
-            return;
+        if (std::chrono::steady_clock::now() - start > ComposeTurn || HIWORD(GetQueueStatus(QS_INPUT)) != 0)
+            break;
     }
-    KillTimer(Handle(), ComposeTimer);
-    composing = false;
+    StartComposing();
 }
 
 int ListViewPeer::RowAtOrBelow(int y) const

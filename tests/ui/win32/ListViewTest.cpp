@@ -103,7 +103,7 @@ TEST_F(ListViewWindowTest, FollowsCodeWithoutRaisingEvents)
     form.lvList.Reordered(40);
     EXPECT_EQ(NativeSelection(), 40);
     for (const auto view : {ui::ListView::View::LargeIcons, ui::ListView::View::SmallIcons, ui::ListView::View::List,
-                            ui::ListView::View::Details}) {
+                            ui::ListView::View::Details, ui::ListView::View::Thumbnails}) {
         form.lvList.SetView(view);
         Pump();
         EXPECT_EQ(NativeSelection(), 40) << static_cast<int>(view);
@@ -162,7 +162,7 @@ TEST_F(ListViewWindowTest, ShowsTheSortAndReportsColumns)
 TEST_F(ListViewWindowTest, GivesRowsThatARefillAddsAPlaceInEveryView)
 {
     for (const auto view : {ui::ListView::View::LargeIcons, ui::ListView::View::SmallIcons, ui::ListView::View::List,
-                            ui::ListView::View::Details}) {
+                            ui::ListView::View::Details, ui::ListView::View::Thumbnails}) {
         CountingRows rows;
         rows.Count = 2;
         form.lvList.SetView(view);

@@ -1,0 +1,203 @@
+// The thumbnail view on a folder of many pictures: how soon they are there, and whether the window answers meanwhile.
+#include "ui/win32/Win32Toolkit.h"
+
+#include "browser/TemplateList.h"
+#include "browser/Thumbnails.h"
+#include "platform/win32/System.h"
+#include "ui/Form.h"
+#include "ui/win32/NativeText.h"
+#include "ui/win32/PeerBase.h"
+
+#include <psapi.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <thread>
+
+namespace bench {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double Since(Clock::time_point start)
+{
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+/// Posts messages from another thread and notes how long each waits: what a key or a click would wait.
+class Heart {
+public:
+    Heart()
+    {
+        WNDCLASSW windowClass{};
+        windowClass.lpfnWndProc = &Procedure;
+        windowClass.lpszClassName = L"BenchHeart";
+        RegisterClassW(&windowClass);
+        window = CreateWindowW(L"BenchHeart", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+        beats = std::thread{[this] {
+            while (!stopped) {
+                if (!waiting.exchange(true)) {
+                    posted = Clock::now();
+                    PostMessageW(window, WM_APP, 0, reinterpret_cast<LPARAM>(this));
+                }
+                Sleep(1);
+            }
+        }};
+    }
+    Heart(const Heart&) = delete;
+    Heart& operator=(const Heart&) = delete;
+    ~Heart()
+    {
+        stopped = true;
+        beats.join();
+        DestroyWindow(window);
+    }
+
+    double Longest{}; ///< milliseconds
+
+private:
+    HWND window{};
+    std::thread beats;
+    std::atomic<bool> stopped{};
+    std::atomic<bool> waiting{};
+    Clock::time_point posted;
+
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+    {
+        if (message != WM_APP)
+            return DefWindowProcW(window, message, wParam, lParam);
+        auto& heart = *reinterpret_cast<Heart*>(lParam);
+        heart.Longest = std::max(heart.Longest, Since(heart.posted));
+        heart.waiting = false;
+        return 0;
+    }
+};
+
+/// The list's rows, with a note of the thumbnails that were asked for: each is composed at once.
+class Watched final : public ui::ListModel {
+public:
+    explicit Watched(const browser::TemplateList& watchedRows) : rows{watchedRows} {}
+    int Rows() const override { return rows.Rows(); }
+    std::string Text(int row, int column) const override { return rows.Text(row, column); }
+    int Icon(int row) const override { return rows.Icon(row); }
+    int SmallIcon(int row) const override { return rows.SmallIcon(row); }
+    ui::Thumbnail ThumbnailOf(int row) const override
+    {
+        ++Asked;
+        return rows.ThumbnailOf(row);
+    }
+    mutable int Asked{};
+
+private:
+    const browser::TemplateList& rows;
+};
+
+class BenchForm final : public ui::Form {
+public:
+    explicit BenchForm(app::Program& program) : Form{program.toolkit, "BenchForm", Style::Sizable}
+    {
+        SetPlacement({300, 300, 15000, 11000});
+        list.SetBounds({0, 0, 14700, 10400});
+        list.SetView(ui::ListView::View::Thumbnails);
+    }
+    ui::ListView list{*this};
+
+    int InView() const
+    {
+        const HWND window = dynamic_cast<const ui::win32::PeerBase&>(*list.Peer()).Handle();
+        RECT client{};
+        GetClientRect(window, &client);
+        int count = 0;
+        for (int row = 0; row < list.Rows(); ++row) {
+            RECT place{};
+            place.left = LVIR_ICON;
+            SendMessageW(window, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
+            if (place.top >= client.bottom)
+                break;
+            ++count;
+        }
+        return count;
+    }
+};
+
+int Run(const std::string& library)
+{
+    ui::win32::Win32Toolkit toolkit;
+    platform::win32::System system;
+    app::Program program{system.AsPlatform(), toolkit};
+    program.state.SettingsAppName = "Tessaly bench"; // nobody's settings
+    program.state.TemplatesPath = library + "\\\\";
+    program.state.HddTemplatesPath = library;
+    BenchForm form{program};
+    browser::TemplateList templates{program, form.list};
+    Watched watched{templates};
+    form.list.SetModel(&watched);
+    browser::Thumbnails thumbnails{program, templates};
+    form.Show();
+    toolkit.DoEvents();
+
+    const auto pumpUntil = [&](const std::function<bool()>& condition) {
+        while (!condition()) {
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, 5, QS_ALLINPUT);
+            toolkit.DoEvents();
+        }
+    };
+    const auto load = [&](const char* category) {
+        watched.Asked = 0;
+        thumbnails.LoadThumbnailImages(category, "All");
+    };
+
+    load("Many"); // once, so that what follows does not wait for the disk
+    pumpUntil([&] { return watched.Asked >= watched.Rows(); });
+
+    double firstScreen{}, everything{}, change{};
+    Heart heart;
+    auto start = Clock::now();
+    load("Many");
+    const int rows = watched.Rows();
+    const int inView = form.InView();
+    pumpUntil([&] { return watched.Asked >= inView; });
+    toolkit.DoEvents(); // the last of them is drawn
+    firstScreen = Since(start);
+    pumpUntil([&] { return watched.Asked >= rows; });
+    everything = Since(start);
+
+    load("Many");
+    pumpUntil([&] { return watched.Asked >= rows / 4; });
+    start = Clock::now();
+    load("Few");
+    pumpUntil([&] { return watched.Asked >= watched.Rows(); });
+    toolkit.DoEvents();
+    change = Since(start);
+    const int few = watched.Asked;
+    pumpUntil([&] { return Since(start) > change + 500; }); // nothing of the old folder may come after it
+
+    PROCESS_MEMORY_COUNTERS memory{};
+    K32GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof(memory));
+    std::printf("pictures                          %8d, %d of them in view\n", rows, inView);
+    std::printf("first screen of thumbnails        %8.0f ms\n", firstScreen);
+    std::printf("all thumbnails                    %8.0f ms\n", everything);
+    std::printf("another folder (%2d) in the middle %8.0f ms, thumbnails composed since: %d\n", watched.Rows(), change,
+                watched.Asked);
+    std::printf("longest wait of a message         %8.0f ms\n", heart.Longest);
+    std::printf("peak memory                       %8.1f MB in use, %.1f MB reserved\n",
+                static_cast<double>(memory.PeakWorkingSetSize) / 1048576, static_cast<double>(memory.PeakPagefileUsage) / 1048576);
+    constexpr double bound = 50; // milliseconds
+    return few == watched.Asked && heart.Longest <= bound ? 0 : 1;
+}
+
+} // namespace
+} // namespace bench
+
+int wmain(int argc, wchar_t** argv)
+{
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: thumbnail_bench LIBRARY (with the categories Many and Few)\n");
+        return 2;
+    }
+    return bench::Run(ui::win32::FromNative(argv[1]));
+}

@@ -1,0 +1,139 @@
+// The thumbnail view: which pictures it shows, on which frame, and what its items are good for.
+#include "tests/support/TestMachine.h"
+
+namespace tests {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class ThumbnailsTest : public BrowserTest {
+protected:
+    void ShowThumbnails(std::string_view category)
+    {
+        if (browser.Main() == nullptr) {
+            PutSetting("Browser", "ThumbnailViewOn", "True");
+            Start();
+        }
+        Main().tvTreeView.UserSelects(category);
+    }
+    ui::Thumbnail At(int row) { return Main().Templates().ThumbnailOf(row); }
+    bool Run(std::string_view command) { return Main().Commands().Run(command); }
+};
+
+TEST_F(ThumbnailsTest, EveryPictureOfTheFolderIsOneItemInDirectoryOrder)
+{
+    AddTemplates({"Letters\\Previews\\Old.jpg", "Letters\\Previews\\ memo .JPG", "Letters\\Previews\\Thumbs.db",
+                  "Letters\\Previews\\x.jpeg"});
+    ShowThumbnails("Letters");
+    EXPECT_EQ(ListTexts(Main().lvListView), (Texts{"Old", "Memo"}));
+    EXPECT_EQ(At(1).picture, InLibrary("Letters\\Previews\\ memo .JPG"));
+    EXPECT_EQ(At(1).fallback, InLibrary("NF.jpg"));
+    EXPECT_EQ(Main().lvListView.Selected(), 0);
+
+    // The picture opens its template; one whose template is gone says so.
+    Main().lvListView.UserActivates(1);
+    ASSERT_EQ(system.shell.Opened().size(), 1u);
+    EXPECT_EQ(system.shell.Opened()[0], InLibrary("Letters\\Memo.swt"));
+    toolkit.ExpectMessage(Text(169), ui::Icon::Information);
+    Main().lvListView.UserSelects(0);
+    EXPECT_TRUE(Run("mnuAddToFavorites"));
+
+    ShowThumbnails("Letters\\Formal");
+    EXPECT_EQ(Main().lvListView.Rows(), 0);
+    EXPECT_EQ(Main().lvListView.EmptyText(), Text(154));
+    EXPECT_FALSE(Run("mnuFileOpen"));
+}
+
+TEST_F(ThumbnailsTest, TabsAndExcludedNamesCountHereToo)
+{
+    PutSetting("Options", "ExcludedTemplates", "Pitch");
+    AddTemplates({"Business\\Previews\\Invoice.jpg", "Business\\Previews\\Budget.jpg", "Business\\Previews\\Pitch.jpg",
+                  "Business\\Previews\\Lost.jpg"});
+    ShowThumbnails("Business");
+    const std::pair<const char*, Texts> tabs[] = {
+        {"Word", {"Invoice"}}, {"Excel", {"Budget"}}, {"PPT", {}}, {"All", {"Invoice", "Budget", "Lost"}}};
+    for (const auto& [tab, expected] : tabs) {
+        Main().fileTypeTabStrip.UserSelects(tab);
+        EXPECT_EQ(ListTexts(Main().lvListView), expected) << tab;
+    }
+}
+
+TEST_F(ThumbnailsTest, TheFrameIsLookedForWhereTheTemplatesAreButTakenFromTheHardDisk)
+{
+    AddTemplates({"Letters\\Previews\\Memo.jpg"});
+    PutSetting("Browser", "Access HDD_Templates", "False");
+    PutSetting("Browser", "CDROM Templates Path", Templates);
+    PutSetting("Browser", "HDD Templates Path", "D:\\Elsewhere");
+    PutSetting("Browser\\Favorites", "Letters\\Memo.swt", "");
+    system.files.AddFile("D:\\Elsewhere\\background.bmp", "frame");
+    ShowThumbnails("Letters");
+    EXPECT_EQ(At(0).frame, ""); // there, but not where the templates are
+
+    system.files.AddFile(InLibrary("background.bmp"), "frame");
+    ShowThumbnails("My Favorites");
+    ASSERT_EQ(ListTexts(Main().lvListView), Texts{"Memo"});
+    EXPECT_EQ(At(0).frame, InLibrary("background.bmp")); // favourites take it from where the templates are
+    EXPECT_EQ(At(0).picture, InLibrary("Letters\\Previews\\Memo.jpg"));
+    ShowThumbnails("Letters");
+    EXPECT_EQ(At(0).frame, "D:\\Elsewhere\\background.bmp");
+}
+
+TEST_F(ThumbnailsTest, TheViewIsAModeLikeTheOthersAndIsRemembered)
+{
+    AddTemplates({"Business\\Previews\\Budget.jpg", "Business\\Previews\\Terms.jpg"});
+    PutSetting("Browser", "ListViewType", "3");
+    Start();
+    Main().tvTreeView.UserSelects("Business");
+    Main().lvListView.UserSelects(3);
+    ASSERT_EQ(Main().Templates().Selected()->text, "Terms");
+    toolkit.Screen = {640, 480};
+    toolkit.ExpectMessage(Text(277), ui::Icon::Information);
+    EXPECT_TRUE(Run("mnuViewThumbnails"));
+    EXPECT_EQ(Main().lvListView.GetView(), ui::ListView::View::Details);
+
+    toolkit.Screen = {800, 600};
+    EXPECT_TRUE(Run("mnuViewThumbnails"));
+    EXPECT_EQ(Main().lvListView.GetView(), ui::ListView::View::Thumbnails);
+    EXPECT_EQ(Main().Templates().Selected()->text, "Terms");
+    EXPECT_TRUE(Main().Close());
+    toolkit.RunPosted();
+    EXPECT_EQ(Setting("Browser", "ThumbnailViewOn"), "True");
+    EXPECT_EQ(Setting("Browser", "ListViewType"), "3");
+
+    app::Browser again{system.AsPlatform(), toolkit};
+    again.Start("EXE", "", "", "", "");
+    EXPECT_EQ(ListTexts(again.Main()->lvListView), (Texts{"Budget", "Terms"}));
+    again.Main()->lvListView.UserSelects(1);
+    EXPECT_TRUE(again.Main()->Commands().Run("mnuViewDetails"));
+    EXPECT_EQ(again.Main()->lvListView.Rows(), 5);
+    EXPECT_EQ(again.Main()->Templates().Selected()->text, "Terms");
+    EXPECT_TRUE(again.Main()->Close());
+}
+
+TEST_F(ThumbnailsTest, AFolderOfPicturesThatCannotBeReadIsToldAndNothingElseStops)
+{
+    AddTemplates({"Letters\\Previews\\Memo.jpg"});
+    ShowThumbnails("Business");
+    system.files.SetUnreadable(InLibrary("Letters\\Previews"));
+    toolkit.ExpectMessage(Text(278), ui::Icon::Information);
+    ShowThumbnails("Letters");
+    EXPECT_EQ(Main().lvListView.Rows(), 0);
+    ShowThumbnails("Business");
+    EXPECT_EQ(Main().tvTreeView.Selected()->key, "Business");
+}
+
+TEST_F(ThumbnailsTest, AnotherFolderChosenInTheMiddleReplacesTheLoad)
+{
+    AddTemplates({"Letters\\Previews\\Memo.jpg", "Business\\Previews\\Budget.jpg"});
+    ShowThumbnails("Business");
+    const int first = toolkit.Yields();
+    toolkit.OnYield = [&](int yield) {
+        if (yield == first + 2)
+            Main().tvTreeView.UserSelects("Letters");
+    };
+    Main().tvTreeView.UserSelects("Letters\\Formal");
+    EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Memo"});
+}
+
+} // namespace
+} // namespace tests
