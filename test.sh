@@ -88,6 +88,7 @@ if [[ -z $native_only ]]; then
   tests=build/$flavour/tests
   suite platform-wine 300 wine "$tests/platform/platform_win32_tests.exe"
   suite automation-wine 600 wine "$tests/automation/automation_tests.exe"
+  suite profiles-wine 300 wine "$tests/profiles/win32/profiles_win32_tests.exe"
   for dpi in 96 144; do
     wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$dpi" /f >/dev/null
     wineserver -w

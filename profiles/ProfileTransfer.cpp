@@ -24,8 +24,6 @@ namespace {
 
 /// Bytes. Some thousand profiles; a larger file is none of ours.
 constexpr std::uint64_t largestImport = 16u << 20;
-/// Milliseconds that the registry editor gets, which else works in less than one second.
-constexpr std::uint32_t editorTime = 15'000;
 constexpr int deepestKey = 8;
 constexpr std::string_view invalidInFolderNames = "\\/:*?\"<>|";
 
@@ -270,7 +268,7 @@ bool ProfileTransfer::Import(std::string_view folder)
         return false;
     }
     // Two readers may take an odd line for two different things: the editor gets no file but what would be written here.
-    const bool isClean = WriteRegistryText(keys, program.platform.locale) == *bytes;
+    const bool isClean = IsPlainRegistryText(*bytes, keys, program.platform.locale);
     const std::string source{path::WithoutTrailingSeparator(folder)};
     const auto refused = [&](std::uint16_t message) {
         program.messages.Stop(message);

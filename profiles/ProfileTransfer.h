@@ -3,6 +3,7 @@
 #include "profiles/ProfileImages.h"
 #include "profiles/RegistryText.h"
 
+#include <cstdint>
 #include <expected>
 #include <optional>
 #include <string>
@@ -23,7 +24,11 @@ enum class ExportOutcome {
 /// looked at, and what it did not do is done here. Every outcome is told once.
 class ProfileTransfer {
 public:
-    ProfileTransfer(app::Program& program, ProfileImages& images) : program{program}, images{images} {}
+    /// Milliseconds that the registry editor gets, which else works in less than one second.
+    static constexpr std::uint32_t EditorTime = 15'000;
+
+    ProfileTransfer(app::Program& program, ProfileImages& images, std::uint32_t editorTime = EditorTime)
+        : program{program}, images{images}, editorTime{editorTime} {}
 
     /// Exports into a folder of this name below an existing folder. An earlier export there is replaced by a complete
     /// one or stays.
@@ -36,6 +41,7 @@ public:
 private:
     app::Program& program;
     ProfileImages& images;
+    std::uint32_t editorTime;
 
     struct PictureFolder {
         std::string name;

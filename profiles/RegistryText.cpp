@@ -313,6 +313,12 @@ std::string WriteRegistryText(const ExportedKeys& keys, platform::Locale& locale
     return Written(keys, {locale, true}).value_or("");
 }
 
+bool IsPlainRegistryText(std::string_view bytes, const ExportedKeys& keys, platform::Locale& locale)
+{
+    const auto hasBracket = [](const ExportedKey& key) { return key.name.find_first_of("[]") != std::string::npos; };
+    return std::ranges::none_of(keys, hasBracket) && Written(keys, {locale, false}) == bytes;
+}
+
 ExportedKeys ReadRegistryText(std::string_view bytes, platform::Locale& locale)
 {
     const Encoding encoding{locale, bytes.starts_with(std::string{signature}.append("\r\n").append(utf8Mark))};

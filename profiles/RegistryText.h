@@ -25,6 +25,10 @@ std::string FullProfilesKey();
 /// UTF-8 and says so in a comment behind the first line.
 std::string WriteRegistryText(const ExportedKeys& keys, platform::Locale& locale);
 
+/// Whether `bytes` are exactly what is written for `keys`, in the form that every registry editor reads alike: 8-bit,
+/// and no brackets in the names of keys.
+bool IsPlainRegistryText(std::string_view bytes, const ExportedKeys& keys, platform::Locale& locale);
+
 /// What a file holds at or below the profiles key. Everything else is left out: other keys with their values, values
 /// before any key, deletions, and every line that is not exactly understood.
 ExportedKeys ReadRegistryText(std::string_view bytes, platform::Locale& locale);

@@ -8,6 +8,7 @@ namespace platform::win32 {
 
 namespace {
 
+constexpr DWORD terminationTime = 2000; // milliseconds
 constexpr int lastErrorResult = 32; // of the shell: results above it mean that it worked
 
 Result<std::string> DocumentsFolder()
@@ -129,7 +130,9 @@ Result<std::uint32_t> Win32Shell::RunAndWait(std::string_view application, std::
             continue;
         }
         const auto failed = outcome == WAIT_TIMEOUT ? error::Timeout : LastError().error();
-        TerminateProcess(handle, 1);
+        // It ends in its own time, and holds its files until then.
+        if (TerminateProcess(handle, 1))
+            WaitForSingleObject(handle, terminationTime);
         return std::unexpected{failed};
     }
     DWORD code{};

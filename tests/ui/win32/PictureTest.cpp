@@ -60,10 +60,12 @@ TEST_F(PictureTest, ABrokenOrHostileFileShowsNothing)
           Bitmap(2, 2, 30000, 2), Bitmap(2, 2, 19000, 19000), Bitmap(2, 2, 0, 0)}) {
         const std::string file = Write(content);
         EXPECT_TRUE(PictureLoader::Load(file, {50, 50}).Empty()) << content.size();
+        EXPECT_FALSE(toolkit.CanShowPicture(file)) << content.size();
         EXPECT_EQ(ImageLoader{GetModuleHandleW(nullptr)}.FromFile(file, 16), nullptr);
     }
     EXPECT_TRUE(PictureLoader::Load("C:\\no such folder\\none.png", {50, 50}).Empty());
     EXPECT_TRUE(PictureLoader::Load(Write(whole), {0, 50}).Empty());
+    EXPECT_TRUE(toolkit.CanShowPicture(Write(whole)));
 }
 
 TEST_F(PictureTest, ScalingKeepsTheMeanAndTheEdges)

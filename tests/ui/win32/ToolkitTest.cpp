@@ -1,10 +1,16 @@
 #include "WindowTest.h"
 
+#include "ui/win32/NativeText.h"
+
 #include <stdexcept>
 
 using testing::ElementsAre;
 
 namespace {
+
+// Controls of the system's file dialog (dlgs.h: cmb1 and cmb13).
+constexpr int FilterBox = 0x470;
+constexpr int FileNameBox = 0x47C;
 
 /// Tries an act again and again, in whatever loop runs, until it succeeds.
 class Meanwhile {
@@ -82,6 +88,43 @@ TEST_F(ToolkitTest, CancellingTheFolderDialogGivesNothingAndKeepsTheCurrentFolde
     wchar_t after[MAX_PATH]{};
     GetCurrentDirectoryW(MAX_PATH, after);
     EXPECT_STREQ(before, after);
+}
+
+TEST_F(ToolkitTest, TheFileDialogGivesTheFileAndKeepsTheCurrentFolder)
+{
+    // Where the dialog starts is not the current folder.
+    const std::wstring folder = [] {
+        wchar_t path[MAX_PATH]{};
+        GetTempPathW(MAX_PATH, path);
+        return std::wstring{path} + L"TSFileDialog \u00fc";
+    }();
+    CreateDirectoryW(folder.c_str(), nullptr);
+    const std::wstring file = folder + L"\\picture.gif";
+    CloseHandle(CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+    wchar_t before[MAX_PATH]{};
+    GetCurrentDirectoryW(MAX_PATH, before);
+    const ui::OpenFileDialog question{"Select an Image", "JPEG Files (*.jpg)|*.jpg|GIF Files (*.gif)|*.gif",
+                                      ui::win32::FromNative(folder)};
+    const std::pair<WPARAM, std::optional<std::string>> rows[] = {{IDOK, ui::win32::FromNative(file)},
+                                                                  {IDCANCEL, std::nullopt}};
+    for (const auto& [pressed, answer] : rows) {
+        std::string filter;
+        const Meanwhile meanwhile{[&] {
+            const HWND dialog = SystemDialog(L"Select an Image");
+            if (dialog == nullptr || GetDlgItem(dialog, FilterBox) == nullptr)
+                return false;
+            filter = TextOf(GetDlgItem(dialog, FilterBox));
+            SetDlgItemTextW(dialog, FileNameBox, L"picture.gif");
+            return PostMessageW(dialog, WM_COMMAND, pressed, 0) != FALSE;
+        }};
+        EXPECT_EQ(toolkit.OpenFile(question), answer);
+        EXPECT_EQ(filter, "JPEG Files (*.jpg)");
+        wchar_t after[MAX_PATH]{};
+        GetCurrentDirectoryW(MAX_PATH, after);
+        EXPECT_STREQ(before, after);
+    }
+    DeleteFileW(file.c_str());
+    EXPECT_TRUE(RemoveDirectoryW(folder.c_str()));
 }
 
 TEST_F(ToolkitTest, APopUpMenuRunsItsEntryAfterItHasClosed)
