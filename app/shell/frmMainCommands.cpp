@@ -14,13 +14,14 @@ struct ViewCommand {
     int toolTip;
     const char* image;
     View view;
+    char digit; ///< of its key
 };
 constexpr ViewCommand viewCommands[] = {
-    {"mnuViewLargeIcons", 114, 142, "view-large", View::LargeIcons},
-    {"mnuViewSmallIcons", 115, 143, "view-small", View::SmallIcons},
-    {"mnuViewList", 116, 144, "view-list", View::List},
-    {"mnuViewDetails", 117, 145, "view-details", View::Details},
-    {"mnuViewThumbnails", 118, 146, "view-thumbnails", View::Thumbnails},
+    {"mnuViewLargeIcons", 114, 142, "view-large", View::LargeIcons, '1'},
+    {"mnuViewSmallIcons", 115, 143, "view-small", View::SmallIcons, '2'},
+    {"mnuViewList", 116, 144, "view-list", View::List, '3'},
+    {"mnuViewDetails", 117, 145, "view-details", View::Details, '4'},
+    {"mnuViewThumbnails", 118, 146, "view-thumbnails", View::Thumbnails, '5'},
 };
 
 struct TabCommand {
@@ -102,7 +103,7 @@ void frmMain::AddCommands()
                       .textNow = [this, number] { return recentFiles.MenuText(number); }});
     for (const ViewCommand& view : viewCommands)
         commands.Add({.name = view.name, .caption = view.caption, .toolTip = view.toolTip, .image = view.image,
-                      .run = [this, mode = view.view] { SetListView(mode); },
+                      .key = ui::Ctrl(view.digit), .run = [this, mode = view.view] { SetListView(mode); },
                       .enabled = [mode = view.view, hasItems] { return mode != View::Thumbnails || hasItems(); },
                       .checked = [this, mode = view.view] { return lvListView.GetView() == mode; }});
     commands.Add({.name = "mnuViewFolderList", .caption = 119, .toolTip = 147, .image = "folder-list",
@@ -179,7 +180,8 @@ void frmMain::BuildMenus()
     Popups = {&mnuTreePopup, &mnuListPopup};
 
     commands.FillToolBar(tbToolBar,
-                         {"mnuFileNew", "mnuFileOpen", "mnuFilePreview", "-", "mnuEditFind", "-", "mnuViewLargeIcons",
+                         {"mnuFileNew", "mnuFileOpen", "mnuFilePreview", "-", "mnuAddToFavorites",
+                          "mnuRemoveFromFavorites", "mnuEditFind", "-", "mnuViewLargeIcons",
                           "mnuViewSmallIcons", "mnuViewList", "mnuViewDetails", "mnuViewThumbnails", "-",
                           "mnuViewFolderList", "mnuViewPreviewPane", "-", "mnuRefreshTV", "-", "mnuGetNewDesigns",
                           "mnuReportABug"});
