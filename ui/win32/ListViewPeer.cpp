@@ -27,7 +27,7 @@ constexpr UINT SubstringFlag = 0x0004;
 constexpr UINT_PTR ComposeTimer = 1;
 constexpr UINT ComposePause = 10; ///< milliseconds: everything else that waits has its turn
 /// No further thumbnail is begun after this time, so that with the last one a turn stays far below what a user feels.
-constexpr std::chrono::milliseconds ComposeTurn{20};
+constexpr std::chrono::milliseconds ComposeTurn{15};
 
 DWORD NativeView(ListView::View view)
 {
@@ -152,6 +152,8 @@ void ListViewPeer::ComposeThumbnails()
     // waiting messages would not come to an end.
     KillTimer(Handle(), ComposeTimer);
     composing = false;
+    if (!showsThumbnails || list.Rows() == 0)
+        return;
     RECT client{};
     GetClientRect(Handle(), &client);
     const int first = RowAtOrBelow(0);
@@ -161,15 +163,13 @@ void ListViewPeer::ComposeThumbnails()
     thumbnails.Show(first, below + perLine - 1);
 
     const auto start = std::chrono::steady_clock::now();
-    while (showsThumbnails && list.Model() != nullptr) {
+    do {
         const std::optional<int> row = thumbnails.ComposeNext(*list.Model());
         if (!row)
             return;
         const RECT place = IconPlace(*row);
         InvalidateRect(Handle(), &place, FALSE);
-        if (std::chrono::steady_clock::now() - start > ComposeTurn || HIWORD(GetQueueStatus(QS_INPUT)) != 0)
-            break;
-    }
+    } while (std::chrono::steady_clock::now() - start < ComposeTurn && HIWORD(GetQueueStatus(QS_INPUT)) == 0);
     StartComposing();
 }
 
