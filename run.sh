@@ -57,6 +57,7 @@ if [[ -z $screenshot ]]; then
   exit 0
 fi
 
+keep_question_away
 # The caption is written when the start-up sequence is through: that is when the window is loaded.
 wine reg delete "$settings\\Customization" /v ApplicationName /f >/dev/null 2>&1 || true
 wine explorer /desktop=TSBrowser,1280x900 "$(windows_path "$program/TSBrowser.exe")" >/dev/null 2>&1 &
@@ -74,4 +75,5 @@ for _ in $(seq 80); do
   kill -0 "$browser_pid" 2>/dev/null || break
   sleep 0.1
 done
+give_question_back
 say "Saved $screenshot ($flavour, $dpi dpi)."

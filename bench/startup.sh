@@ -24,6 +24,8 @@ wine "$build/bench/start_timer.exe"
 printf '%-46s %6d ms\n' "Wine itself, from nothing" $(($(milliseconds) - before))
 
 wine "$build/bench/load_bench.exe" --folder "$(windows_path "$PWD/build/library")" "$rounds"
+keep_question_away
 # In a desktop of its own: without window frames Wine adds waits that no user has.
 wine explorer /desktop=bench,1280x900 "$(windows_path "$(realpath "$build/bench/start_timer.exe")")" \
     "$(windows_path "$(realpath "$build/TSBrowser.exe")")" "$rounds" | cat
+give_question_back

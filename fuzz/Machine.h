@@ -21,6 +21,7 @@ struct Machine {
     Machine()
     {
         Put("Options", "MSOVersion", {platform::ValueType::String, "XP"});
+        Put("Profiles", "FirstRun", {platform::ValueType::String, "0"});
         Put("Browser", "Access HDD_Templates", {platform::ValueType::String, "True"});
         Put("Browser", "HDD Templates Path", {platform::ValueType::String, Templates});
         system.automation.Register("CDIntf.CDIntf");

@@ -64,6 +64,13 @@ std::string ProfileManager::DisplayName(const std::string& name) const
     return IsDefault(name) ? name + std::string{DefaultSuffix} : name;
 }
 
+int ProfileManager::IndexOf(std::string_view listed) const
+{
+    const std::string wanted = Comparable(WithoutDefaultSuffix(listed));
+    const auto found = std::ranges::find(names, wanted, Comparable);
+    return found == names.end() ? -1 : static_cast<int>(found - names.begin());
+}
+
 std::vector<std::string> ProfileManager::DisplayNames() const
 {
     const std::string defaultName = Comparable(GetDefaultProfile());

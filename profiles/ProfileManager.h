@@ -38,6 +38,8 @@ public:
     /// The names as lists show them: the default one marked.
     std::vector<std::string> DisplayNames() const;
     std::string DisplayName(const std::string& name) const;
+    /// Where the name stands in Names(), letter case and blanks around it ignored; -1 when it does not.
+    int IndexOf(std::string_view name) const;
 
     bool ProfileExists(std::string_view name) const;
     /// Whether all texts but the pager's and all images are empty; true for an empty name.

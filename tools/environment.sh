@@ -116,6 +116,19 @@ use_prefix() {
   fi
 }
 
+# The program asks a new user for a profile. Where nobody is there to answer, the question is kept away, and given back
+# afterwards to whoever has not answered it yet.
+profile_settings='HKCU\Software\VB and VBA Program Settings\Tessaly GWX 1.0\Profiles'
+question_kept_away=""
+keep_question_away() {
+  wine reg query "$profile_settings" /v FirstRun >/dev/null 2>&1 && return
+  wine reg add "$profile_settings" /v FirstRun /d 0 /f >/dev/null
+  question_kept_away=yes
+}
+give_question_back() {
+  [[ -z $question_kept_away ]] || wine reg delete "$profile_settings" /v FirstRun /f >/dev/null 2>&1 || true
+}
+
 windows_path() {
   # Drive Z: is the root of the file system.
   printf 'Z:%s' "${1//\//\\}"

@@ -75,6 +75,7 @@ void TextBox::UserPastes(std::string_view pasted)
     UserFocuses();
     if (!HasFocus() || !IsUsable())
         return;
+    UserStartsPaste();
     // A box of one line takes the first of several.
     Enter(lines == Lines::One ? pasted.substr(0, pasted.find_first_of("\r\n")) : pasted);
 }
@@ -90,6 +91,12 @@ char32_t TextBox::UserPresses(char32_t character)
     if (KeyPress)
         KeyPress(character);
     return character;
+}
+
+void TextBox::UserStartsPaste()
+{
+    if (IsUsable() && Pasting)
+        Pasting();
 }
 
 void TextBox::UserEdits(std::string value, std::size_t cursor)

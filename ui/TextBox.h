@@ -43,6 +43,8 @@ public:
     /// A character, before it changes the text (backspace is 8). The handler may put another in its place, or 0 for
     /// none. Pasting raises no KeyPress.
     std::function<void(char32_t& character)> KeyPress;
+    /// Before a paste changes the text, however the user asked for it.
+    std::function<void()> Pasting;
     std::function<void()> MouseUp;
 
     /// Takes the focus, then presses one key after the other; "\b" is backspace.
@@ -53,6 +55,8 @@ public:
     // For the peer, whose native control edits by itself.
     /// The character that is to be entered in place of `character`; 0 for none.
     char32_t UserPresses(char32_t character);
+    /// The user is about to paste into the native control.
+    void UserStartsPaste();
     /// The user's editing made this the text, with the cursor at `cursor`.
     void UserEdits(std::string value, std::size_t cursor);
     /// The user moved the selection. No event.

@@ -42,6 +42,8 @@ std::string Browser::Start(std::string hostKind, std::string arg2, std::string a
         (void)program.settings.Save("Customization", "ApplicationName", program.state.ProductCaption);
     if (main == nullptr || !main->IsOpen())
         PostEnd();
+    else
+        PostFirstRunPrompt();
     return result;
 }
 
@@ -124,10 +126,27 @@ void Browser::EnsurePdfConverter()
                                      platform::WindowStyle::MinimizedFocus);
 }
 
+void Browser::Post(std::function<void()> task)
+{
+    program.toolkit.Post([alive = std::weak_ptr{life}, task = std::move(task)] {
+        if (!alive.expired())
+            task();
+    });
+}
+
+void Browser::PostFirstRunPrompt()
+{
+    // A host's call must not wait for the user's answer, and whatever the start still did may have run messages.
+    Post([this] {
+        if (main != nullptr && main->IsOpen())
+            main->PromptForFirstProfile();
+    });
+}
+
 void Browser::PostEnd()
 {
     // The window's own handlers may still be on the stack.
-    program.toolkit.Post([this] {
+    Post([this] {
         if (!running || (main != nullptr && main->IsOpen()))
             return;
         main.reset();

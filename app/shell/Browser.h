@@ -33,6 +33,7 @@ private:
     std::unique_ptr<frmMain> main;
     std::string result;
     bool running{};
+    std::shared_ptr<const bool> life = std::make_shared<const bool>(true);
 
     /// The start-up sequence; false when the main window was closed while it loaded.
     bool Run();
@@ -41,6 +42,10 @@ private:
     /// False when the window unloaded itself.
     bool LoadMain();
     void EnsurePdfConverter();
+    /// Runs it from the message loop, unless this browser is gone by then.
+    void Post(std::function<void()> task);
+    /// Asks a new user for a profile.
+    void PostFirstRunPrompt();
     void PostEnd();
 };
 

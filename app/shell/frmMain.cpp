@@ -52,7 +52,8 @@ frmMain::frmMain(Program& program)
       launcher{program.platform.shell, program.platform.files, program.registry,
                program.messages,       program.toolkit,        program.strings},
       spreadsheets{program.platform.files, program.platform.shell, program.registry},
-      opener{launcher, spreadsheets, program.messages}, recentFiles{program}, recentDocuments{program}, help{program, launcher}
+      opener{launcher, spreadsheets, program.messages}, recentFiles{program}, recentDocuments{program}, help{program, launcher},
+      profileDialogs{program, [this](std::string_view topic) { help.Open(topic); }}
 {
     SetCaption(program.state.ProductCaption);
     std::vector<ui::ListView::Column> listColumns;

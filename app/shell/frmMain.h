@@ -15,6 +15,7 @@
 #include "library/Favorites.h"
 #include "library/FolderOperations.h"
 #include "library/TemplateLibrary.h"
+#include "profiles/ProfileDialogs.h"
 #include "ui/Form.h"
 #include "ui/Image.h"
 #include "ui/Label.h"
@@ -70,6 +71,7 @@ public:
     void mnuRecentDocuments_Click();
     /// Asks how long recent documents are remembered.
     void mnuHistory_Click();
+    void PromptForFirstProfile() { profileDialogs.PromptForFirstProfile(); }
     /// Opens a recent file, 1 to 10.
     void mnuFile_Click(std::size_t number);
 
@@ -106,6 +108,7 @@ private:
     browser::RecentFiles recentFiles;
     browser::RecentDocuments recentDocuments;
     HelpDocuments help;
+    profiles::ProfileDialogs profileDialogs;
     CommandTable commands;
 
     int horzSplitterTop{};

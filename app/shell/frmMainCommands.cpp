@@ -51,9 +51,6 @@ const LaterCommand laterCommands[] = {
     {"mnuFilePreview", 103, 0, "preview", {}, "Preview"},
     {"mnuFileProperties", 133, 175, "properties", {ui::KeyCode::Enter, false, false, true}},
     {"mnuEditFind", 109, 165, "find", ui::Ctrl('F')},
-    {"mnuProfileEdit", 374, 417, "profiles", {}},
-    {"mnuProfileManage", 375, 375, "profiles", {}},
-    {"mnuProfileImportExport", 376, 482, "", {}},
     {"mnuInstallNewTemplates", 393, 467, "packs", {}},
     {"mnuSolutionPackManager", 396, 449, "packs", {}},
     {"mnuGetNewDesigns", 394, 388, "more", {}},
@@ -134,6 +131,12 @@ void frmMain::AddCommands()
     commands.Add({.name = "mnuHelpSearch", .caption = 129, .run = [this] { help.Open("Using Find HTML"); }});
     commands.Add({.name = "mnuReportABug", .caption = 524, .toolTip = 524, .image = "bug",
                   .visible = [this] { return program.settings.Text("Options", "ReportABug") == "1"; }});
+    commands.Add({.name = "mnuProfileEdit", .caption = 374, .toolTip = 417, .image = "profiles",
+                  .run = [this] { profileDialogs.EditProfile(); }});
+    commands.Add({.name = "mnuProfileManage", .caption = 375, .toolTip = 375, .image = "profiles",
+                  .run = [this] { profileDialogs.ManageProfiles(); }});
+    commands.Add({.name = "mnuProfileImportExport", .caption = 376, .toolTip = 482,
+                  .run = [this] { profileDialogs.ImportOrExport(); }});
     for (const LaterCommand& later : laterCommands)
         commands.Add({.name = later.name, .caption = later.caption, .text = later.text, .toolTip = later.toolTip,
                       .image = later.image, .key = later.key});

@@ -152,9 +152,8 @@ TEST_F(MainWindowTest, ASettingThatCannotBeSavedIsToldOnceAndTheWindowCloses)
 TEST_F(MainWindowTest, EveryCommandIsInTheMenusAndThoseToComeAreDisabled)
 {
     Start();
-    const std::set<std::string> toCome{"mnuFilePreview", "mnuFileProperties", "mnuEditFind", "mnuProfileEdit",
-        "mnuProfileManage", "mnuProfileImportExport", "mnuInstallNewTemplates", "mnuSolutionPackManager",
-        "mnuGetNewDesigns", "mnuHelpAbout"};
+    const std::set<std::string> toCome{"mnuFilePreview", "mnuFileProperties", "mnuEditFind", "mnuInstallNewTemplates",
+        "mnuSolutionPackManager", "mnuGetNewDesigns", "mnuHelpAbout"};
     Main().lvListView.UserSelects(0);
     Main().MenuOpening();
     std::set<std::string> disabled;
@@ -224,6 +223,22 @@ TEST_F(MainWindowTest, HelpDocumentsAndLinksOpenThroughTheLauncher)
     PutSetting("Help", "General HTML", "  ");
     toolkit.ExpectMessage(Text(280), Icon::Information);
     Main().UserPresses(ui::Plain(KeyCode::F1));
+}
+
+TEST_F(MainWindowTest, TheProfilesMenuOpensItsDialogs)
+{
+    Start();
+    for (const auto& [command, form] : {std::pair{"mnuProfileEdit", "EnterSenderInformationForm"},
+                                        {"mnuProfileManage", "frmManageProfiles"},
+                                        {"mnuProfileImportExport", "frmOptionsImportExport"}}) {
+        int opened = 0;
+        toolkit.OnModal(form, [&](ui::Form& shown) {
+            ++opened;
+            shown.UserCloses();
+        });
+        Item(command).UserClicks();
+        EXPECT_EQ(opened, 1) << command;
+    }
 }
 
 // Keys and clicks.

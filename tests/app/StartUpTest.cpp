@@ -1,3 +1,4 @@
+#include "profiles/frmProfileInformation.h"
 #include "tests/support/TestMachine.h"
 
 #include "platform/Text.h"
@@ -346,6 +347,70 @@ TEST_F(StartUpTest, SpeaksTheLanguageOfTheResourceLibrary)
     EXPECT_EQ(Main().lvListView.Columns().front().text, std::string(511, 'n'));
     EXPECT_EQ(Main().MenuBar.Items().back()->Caption, "&Help") << "what the library lacks is the program's own";
     EXPECT_EQ(Program().state.SettingsAppName, "Tessaly GWX 1.0");
+}
+
+// The invitation to enter a profile.
+
+class FirstRunTest : public BrowserTest {
+protected:
+    FirstRunTest() { PutSetting("Profiles", "FirstRun", ""); }
+    void OnPrompt(std::function<void(profiles::frmProfileInformation&)> act)
+    {
+        toolkit.OnModal("frmProfileInformation", [act](ui::Form& form) {
+            act(static_cast<profiles::frmProfileInformation&>(form));
+        });
+    }
+};
+
+TEST_F(FirstRunTest, AsksAfterEachStartUntilTheUserDoesNotWantToBeAsked)
+{
+    const struct {
+        bool dontRemind, edit, closeBox;
+    } rows[] = {{false, false, false}, {false, true, false}, {true, false, true}};
+    for (const auto& row : rows) {
+        Start(); // an unexpected dialog fails the test: none opens before the start is through
+        int asked = 0;
+        OnPrompt([&](auto& prompt) {
+            ++asked;
+            EXPECT_TRUE(Main().IsVisible() && prompt.btnEditProfile.HasFocus());
+            EXPECT_FALSE(prompt.chkDontRemind.Checked());
+            if (row.dontRemind)
+                prompt.chkDontRemind.UserClicks();
+            if (row.edit)
+                toolkit.OnModal("EnterSenderInformationForm", [&](ui::Form& editor) {
+                    EXPECT_FALSE(prompt.IsOpen());
+                    editor.UserCloses();
+                });
+            if (row.closeBox)
+                prompt.UserCloses();
+            else
+                (row.edit ? prompt.btnEditProfile : prompt.btnClose).UserClicks();
+        });
+        toolkit.RunPosted();
+        EXPECT_EQ(asked, 1);
+        EXPECT_EQ(Setting("Profiles", "FirstRun"), row.dontRemind ? "0" : "");
+        Main().Close();
+        toolkit.RunPosted();
+    }
+    Start();
+    toolkit.RunPosted();
+}
+
+TEST_F(FirstRunTest, AsksNobodyWhoHasClosedTheWindowOrCannotBeRememberedTwice)
+{
+    Start();
+    Main().Close();
+    toolkit.RunPosted();
+
+    Start();
+    OnPrompt([&](auto& prompt) {
+        prompt.chkDontRemind.UserClicks();
+        system.registry.SetClosed(platform::Hive::CurrentUser, std::string{SettingsKey} + "\\Profiles");
+        toolkit.ExpectMessage(Text(173), ui::Icon::Critical);
+        prompt.btnClose.UserClicks();
+        EXPECT_FALSE(prompt.IsOpen());
+    });
+    toolkit.RunPosted();
 }
 
 } // namespace

@@ -28,6 +28,7 @@ protected:
         CopyKey(Settings, SettingsBefore);
         RegDeleteTreeW(HKEY_CURRENT_USER, Settings);
         Set(L"Options", L"MSOVersion", L"XP");
+        Set(L"Profiles", L"FirstRun", L"0");
         Set(L"Browser", L"Access HDD_Templates", L"True");
         Set(L"Browser", L"HDD Templates Path", library);
     }

@@ -110,6 +110,7 @@ Installation::Installation()
     CopyKey(SettingsKey, SettingsBefore);
     RegDeleteTreeW(HKEY_CURRENT_USER, SettingsKey);
     Set(L"Options", L"MSOVersion", L"XP");
+    Set(L"Profiles", L"FirstRun", L"0");
     Set(L"Options", L"Installed Path", program.parent_path().wstring());
     Set(L"Browser", L"Access HDD_Templates", L"True");
     Set(L"Browser", L"HDD Templates Path", library.wstring());

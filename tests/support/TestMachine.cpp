@@ -24,6 +24,7 @@ TestMachine::TestMachine()
 void TestMachine::SetUp()
 {
     PutSetting("Options", "MSOVersion", "XP");
+    PutSetting("Profiles", "FirstRun", "0");
     PutSetting("Browser", "Access HDD_Templates", "True");
     PutSetting("Browser", "HDD Templates Path", Templates);
     system.automation.Register("CDIntf.CDIntf");

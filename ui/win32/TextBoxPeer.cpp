@@ -139,6 +139,9 @@ std::optional<LRESULT> TextBoxPeer::OnMessage(UINT message, WPARAM wParam, LPARA
         return OnCharacter(wParam, lParam);
     case WM_GETDLGCODE:
         return DialogCode(wParam, lParam);
+    case WM_PASTE:
+        box.UserStartsPaste();
+        return std::nullopt;
     case WM_KEYDOWN:
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:

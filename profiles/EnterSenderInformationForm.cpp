@@ -1,0 +1,265 @@
+#include "profiles/EnterSenderInformationForm.h"
+
+#include "app/base/Captions.h"
+#include "platform/Text.h"
+#include "profiles/FieldChecks.h"
+#include "profiles/StringId.h"
+#include "profiles/frmImages.h"
+#include "profiles/frmManageProfiles.h"
+#include "profiles/frmNewProfile.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace profiles {
+namespace {
+
+// All lengths in twips.
+constexpr ui::Size TextWidth{2700, 0};
+constexpr ui::Size PhoneWidth{1800, 0};
+constexpr int ColumnGap = 240;
+constexpr ui::Size SectionGap{0, 45};
+
+} // namespace
+
+EnterSenderInformationForm::EnterSenderInformationForm(app::Program& program, ProfileManager& profiles,
+                                                       ProfileImages& images, ProfileOperations& operations,
+                                                       std::function<void(std::string_view topic)> openHelp)
+    : Form{program.toolkit, "EnterSenderInformationForm", Style::Dialog, ui::Tag{417}}, program{program},
+      profiles{profiles}, images{images}, operations{operations}, openHelp{std::move(openHelp)},
+      phones{program.platform.locale.DecimalSeparator()},
+      boxes{&SenderFirstNameText,   &SenderLastNameText,        &SenderTitleText,         &SenderCompanyText,
+            &SenderAddress1Text,    &SenderAddress2Text,        &SenderCityText,          &SenderStateText,
+            &SenderZipText,         &SenderCountryText,         &SenderPhoneOfficeText,   &SenderPhoneHomeText,
+            &SenderPhoneFaxText,    &SenderPhoneCellText,       &SenderPhoneTollFreeText, &SenderPagerText,
+            &SenderEmailAddressText, &SenderWebsiteText,        &SenderDisclaimerLine1Text, &SenderDisclaimerLine2Text}
+{
+    LoadCaptions(*this, program.strings);
+    LayOut();
+    WireFields();
+    WireButtons();
+    FillProfiles(profiles.GetCurrentProfile());
+    LoadFields();
+    chkAutoComplete.SetChecked(program.settings.Text(ProfileManager::Section, "ShowAutoComplete") == "1");
+}
+
+void EnterSenderInformationForm::LayOut()
+{
+    const auto field = [](ui::Label& label, ui::TextBox& box, ui::Size least = TextWidth) {
+        return ui::Row(label, ui::Fill(ui::Least(box, least)));
+    };
+    const auto phone = [&](ui::Label& label, ui::TextBox& box) { return field(label, box, PhoneWidth); };
+    ui::Cell fields = ui::Row(
+        ui::Grid(field(lblFirstName, SenderFirstNameText), field(lblLastName, SenderLastNameText),
+                 field(lblTitle, SenderTitleText), field(lblCompany, SenderCompanyText),
+                 field(lblEmail, SenderEmailAddressText), field(lblWebsite, SenderWebsiteText)),
+        ui::Grid(phone(lblPhoneOffice, SenderPhoneOfficeText), phone(lblPhoneHome, SenderPhoneHomeText),
+                 phone(lblPhoneCell, SenderPhoneCellText), phone(lblPhoneFax, SenderPhoneFaxText),
+                 phone(lblPhoneTollFree, SenderPhoneTollFreeText), phone(lblPager, SenderPagerText)),
+        ui::Fill(ui::Grid(field(lblAddress1, SenderAddress1Text), field(lblAddress2, SenderAddress2Text),
+                          field(lblCity, SenderCityText), field(lblCountry, SenderCountryText),
+                          field(lblState, SenderStateText), field(lblZip, SenderZipText))));
+    fields.gap = ColumnGap;
+    ui::Cell options = ui::Row(chkAutoApply, chkAutoComplete);
+    options.gap = ColumnGap;
+    const ui::Cell gap = ui::Least(ui::Cell{}, SectionGap);
+    Layout(Column(ui::Row(lblProfile, ui::Fill(ProfileCombo), btnManageProfiles, btnAddProfile), options, gap, fields,
+                  gap, SenderDisclaimerLine1Text, SenderDisclaimerLine2Text, gap,
+                  ui::Row(cmdImages, ui::Fill(ui::Buttons(OKButton, CancelButton, cmdHelp)))));
+}
+
+void EnterSenderInformationForm::WireFields()
+{
+    for (ui::TextBox* phone : Phones())
+        WirePhone(*phone);
+    SenderStateText.Change = [this] {
+        Check(SenderStateText, IsStateText(SenderStateText.Text()), str::StateNotAlphabetical);
+    };
+    SenderZipText.Change = [this] {
+        Check(SenderZipText, IsZipText(SenderZipText.Text()), str::ZipWithSpecialCharacters);
+    };
+    ProfileCombo.Click = [this] { ProfileCombo_Click(); };
+}
+
+void EnterSenderInformationForm::WireButtons()
+{
+    btnManageProfiles.Click = [this] { btnManageProfiles_Click(); };
+    btnAddProfile.Click = [this] { AddProfile(); };
+    cmdImages.Click = [this] {
+        frmImages{program, profiles, images, selected, [this] { openHelp("ProfileImageHelp"); }}.ShowModal();
+    };
+    chkAutoComplete.Click = [this] { SaveAutoComplete(); };
+    OKButton.Click = [this] { OKButton_Click(); };
+    CancelButton.Click = [this] { Close(); };
+    cmdHelp.Click = [this] { openHelp("Profile HTML"); };
+}
+
+std::span<ui::TextBox* const> EnterSenderInformationForm::Phones() const
+{
+    constexpr auto first = static_cast<std::size_t>(Field::PhoneOffice);
+    constexpr auto last = static_cast<std::size_t>(Field::Pager);
+    return std::span{boxes}.subspan(first, last - first + 1);
+}
+
+void EnterSenderInformationForm::WirePhone(ui::TextBox& box)
+{
+    const auto beforeOvertyping = [this, &box] { phones.BeforeOvertyping(box.SelText(), box.Text()); };
+    box.KeyPress = [beforeOvertyping](char32_t&) { beforeOvertyping(); };
+    box.Pasting = beforeOvertyping;
+    box.MouseUp = beforeOvertyping;
+    box.Change = [this, &box] {
+        if (!byCode)
+            phones.TextChanged(box.Text());
+    };
+    box.LostFocus = [this, &box] { LeavePhone(box); };
+}
+
+bool EnterSenderInformationForm::LeavePhone(ui::TextBox& box)
+{
+    const PhoneFormatter::Outcome outcome = phones.Leave(box.Text());
+    if (outcome.refused) {
+        program.messages.Inform(str::InvalidNumber);
+        Put(box, "");
+        box.SetFocus();
+    } else if (outcome.text) {
+        Put(box, *outcome.text);
+    }
+    return !outcome.refused;
+}
+
+void EnterSenderInformationForm::Check(ui::TextBox& box, bool isAccepted, std::uint16_t message)
+{
+    if (byCode || isAccepted)
+        return;
+    program.messages.Inform(message);
+    Put(box, "");
+}
+
+void EnterSenderInformationForm::Put(ui::TextBox& box, std::string text)
+{
+    byCode = true;
+    box.SetText(std::move(text));
+    byCode = false;
+}
+
+void EnterSenderInformationForm::FillProfiles(std::string_view wanted)
+{
+    profiles.ListProfiles();
+    ProfileCombo.SetItems(profiles.DisplayNames());
+    int index = profiles.IndexOf(wanted);
+    if (index < 0)
+        index = profiles.IndexOf(profiles.GetDefaultProfile());
+    ProfileCombo.Select(std::max(index, 0));
+    selected = WithoutDefaultSuffix(ProfileCombo.Text());
+    cmdImages.SetEnabled(!selected.empty());
+    chkAutoApply.SetChecked(profiles.AppliesDefault());
+}
+
+void EnterSenderInformationForm::LoadFields()
+{
+    profiles.LoadProfile(selected);
+    unread = profiles.Current.unread;
+    for (std::size_t i = 0; i < FieldCount; ++i)
+        Put(*boxes[i], profiles.Current.texts[i]);
+}
+
+bool EnterSenderInformationForm::SaveProfileToRegistry(const std::string& name)
+{
+    for (std::size_t i = 0; i < FieldCount; ++i)
+        profiles.Current.texts[i] = platform::text::Trimmed(boxes[i]->Text());
+    profiles.Current.unread = unread;
+    return profiles.SaveProfileText(name);
+}
+
+bool EnterSenderInformationForm::HasText() const
+{
+    return std::ranges::any_of(boxes, [](const ui::TextBox* box) { return !box->Text().empty(); });
+}
+
+bool EnterSenderInformationForm::Saved(const platform::Result<>& result)
+{
+    if (!result)
+        program.messages.Stop(str::SetValueFailed);
+    return result.has_value();
+}
+
+void EnterSenderInformationForm::ProfileCombo_Click()
+{
+    if (!SaveProfileToRegistry(selected)) {
+        ProfileCombo.Select(profiles.IndexOf(selected));
+        return;
+    }
+    selected = WithoutDefaultSuffix(ProfileCombo.Text());
+    LoadFields();
+}
+
+bool EnterSenderInformationForm::AddProfile()
+{
+    // What was typed while there was no profile becomes the new one's.
+    const bool keepsFields = selected.empty() && HasText();
+    if (!SaveProfileToRegistry(selected))
+        return false;
+    frmNewProfile form{program, profiles, operations};
+    form.ShowModal();
+    if (form.Created().empty())
+        return false;
+    const bool saved = Saved(profiles.SetCurrentProfile(form.Created()));
+    FillProfiles(form.Created());
+    if (keepsFields && profiles.IsProfileEmpty(selected))
+        return saved && SaveProfileToRegistry(selected);
+    LoadFields();
+    return saved;
+}
+
+void EnterSenderInformationForm::btnManageProfiles_Click()
+{
+    // That dialog has the same check box.
+    if (!SaveProfileToRegistry(selected) || !Saved(profiles.SetAppliesDefault(chkAutoApply.Checked())))
+        return;
+    const bool keepsFields = selected.empty() && HasText();
+    const std::string before = selected;
+    ManageProfiles();
+    FillProfiles(profiles.ProfileExists(before) ? before : profiles.GetCurrentProfile());
+    if (!keepsFields || !profiles.IsProfileEmpty(selected))
+        LoadFields();
+}
+
+void EnterSenderInformationForm::ManageProfiles()
+{
+    frmManageProfiles form{program, profiles, operations};
+    form.DefaultChanged = [this] { ShowDefaultMark(ProfileCombo, profiles); };
+    form.ShowModal();
+}
+
+void EnterSenderInformationForm::OKButton_Click()
+{
+    // Enter presses the button without leaving the field.
+    for (ui::TextBox* phone : Phones())
+        if (phone->HasFocus() && !LeavePhone(*phone))
+            return;
+    if (selected.empty() && HasText() && !AddProfile())
+        return;
+    if (!Saved(profiles.SetCurrentProfile(selected)) || !SaveProfileToRegistry(selected))
+        return;
+    const std::string defaultName = profiles.GetDefaultProfile();
+    const bool isEmpty = profiles.IsProfileEmpty(defaultName);
+    if (!Saved(profiles.SetAppliesDefault(chkAutoApply.Checked())))
+        return;
+    if (!isEmpty && !Saved(program.settings.Save(ProfileManager::Section, "FirstRun", "0")))
+        return;
+    if (isEmpty && program.messages.Ask(program.Text(str::EmptyDefaultStart) + "'" + defaultName + "'" +
+                                        program.Text(str::EmptyDefaultEnd) + "\r\n" +
+                                        program.Text(str::EmptyDefaultReason) + "\r\n" +
+                                        program.Text(str::EmptyDefaultQuestion)))
+        ManageProfiles();
+    if (SaveAutoComplete())
+        Close();
+}
+
+bool EnterSenderInformationForm::SaveAutoComplete()
+{
+    return Saved(program.settings.Save(ProfileManager::Section, "ShowAutoComplete",
+                                       chkAutoComplete.Checked() ? "1" : "0"));
+}
+
+} // namespace profiles

@@ -1,0 +1,43 @@
+#include "profiles/ProfileDialogs.h"
+
+#include "profiles/EnterSenderInformationForm.h"
+#include "profiles/frmManageProfiles.h"
+#include "profiles/frmOptionsImportExport.h"
+#include "profiles/frmProfileInformation.h"
+
+#include <utility>
+
+namespace profiles {
+
+ProfileDialogs::ProfileDialogs(app::Program& program, std::function<void(std::string_view topic)> openHelp)
+    : program{program}, openHelp{std::move(openHelp)}, manager{program}, images{program, manager},
+      operations{program, manager, images}, transfer{program, images}
+{
+}
+
+void ProfileDialogs::EditProfile()
+{
+    EnterSenderInformationForm{program, manager, images, operations, openHelp}.ShowModal();
+}
+
+void ProfileDialogs::ManageProfiles()
+{
+    frmManageProfiles{program, manager, operations}.ShowModal();
+}
+
+void ProfileDialogs::ImportOrExport()
+{
+    frmOptionsImportExport{program, manager, transfer, [this] { openHelp("ImportExportHTML"); }}.ShowModal();
+}
+
+void ProfileDialogs::PromptForFirstProfile()
+{
+    if (!frmProfileInformation::IsDue(program))
+        return;
+    frmProfileInformation prompt{program};
+    prompt.ShowModal();
+    if (prompt.WantsToEdit())
+        EditProfile();
+}
+
+} // namespace profiles

@@ -1,0 +1,134 @@
+#include "profiles/frmManageProfiles.h"
+
+#include "app/base/Captions.h"
+#include "platform/Text.h"
+#include "profiles/StringId.h"
+#include "profiles/frmNewProfile.h"
+#include "profiles/frmRenameProfile.h"
+
+#include <algorithm>
+
+namespace profiles {
+namespace {
+
+constexpr ui::Size ListSize{4800, 3600}; ///< twips
+
+} // namespace
+
+frmManageProfiles::frmManageProfiles(app::Program& program, ProfileManager& profiles, ProfileOperations& operations)
+    : Form{program.toolkit, "frmManageProfiles", Style::Dialog, ui::Tag{469}}, program{program}, profiles{profiles},
+      operations{operations}
+{
+    LoadCaptions(*this, program.strings);
+    // The text is a menu's, too; a title bar would show the mark of its mnemonic.
+    std::string title = Caption();
+    std::erase(title, '&');
+    SetCaption(title);
+    Layout(Column(Row(Fill(Least(lstProfiles, ListSize)), Column(btnAdd, btnRename, btnDelete, btnSetDefault)),
+                  Row(Fill(chkAutoApply), btnClose)));
+    lstProfiles.Click = [this] { EnableButtons(); };
+    lstProfiles.DblClick = [this] { btnRename_Click(); };
+    btnAdd.Click = [this] { btnAdd_Click(); };
+    btnRename.Click = [this] { btnRename_Click(); };
+    btnDelete.Click = [this] { btnDelete_Click(); };
+    btnSetDefault.Click = [this] { btnSetDefault_Click(); };
+    btnClose.Click = [this] { Close(); };
+    KeyDown = [this](const ui::Key& key) { return OnKey(key); };
+    Closing = [this] {
+        SaveAutoApply();
+        return true;
+    };
+    chkAutoApply.SetChecked(profiles.AppliesDefault());
+    Refill(profiles.GetCurrentProfile());
+}
+
+void ShowDefaultMark(ui::ItemControl& list, const ProfileManager& profiles)
+{
+    for (std::size_t i = 0; i < list.Items().size(); ++i)
+        list.SetItem(i, profiles.DisplayName(WithoutDefaultSuffix(list.Items()[i])));
+}
+
+void frmManageProfiles::Refill(const std::string& selected)
+{
+    profiles.ListProfiles();
+    const int index = profiles.IndexOf(selected); // before the list goes, which the name may be from
+    lstProfiles.SetItems(profiles.DisplayNames());
+    lstProfiles.Select(std::max(index, 0));
+    EnableButtons();
+}
+
+void frmManageProfiles::EnableButtons()
+{
+    const bool isSelected = lstProfiles.Selected() >= 0;
+    btnRename.SetEnabled(isSelected);
+    btnDelete.SetEnabled(isSelected);
+    btnSetDefault.SetEnabled(isSelected && !lstProfiles.Text().ends_with(DefaultSuffix));
+    // A button that is disabled under the user's hands would leave the keyboard nowhere.
+    if (const ui::Control* active = ActiveControl(); active != nullptr && !active->Enabled())
+        lstProfiles.SetFocus();
+}
+
+bool frmManageProfiles::OnKey(const ui::Key& key)
+{
+    if (!lstProfiles.HasFocus() || lstProfiles.Selected() < 0)
+        return false;
+    if (key == ui::Plain(ui::KeyCode::Delete))
+        btnDelete_Click();
+    else if (key == ui::Plain(ui::KeyCode::F2))
+        btnRename_Click();
+    else
+        return false;
+    return true;
+}
+
+void frmManageProfiles::btnAdd_Click()
+{
+    frmNewProfile form{program, profiles, operations};
+    form.ShowModal();
+    Refill(form.Created().empty() ? lstProfiles.Text() : form.Created());
+}
+
+void frmManageProfiles::btnRename_Click()
+{
+    frmRenameProfile form{program, profiles, operations, WithoutDefaultSuffix(lstProfiles.Text())};
+    form.ShowModal();
+    Refill(form.NewName().empty() ? lstProfiles.Text() : form.NewName());
+}
+
+void frmManageProfiles::btnDelete_Click()
+{
+    if (lstProfiles.Items().size() == 1) {
+        program.messages.Inform(str::LastProfileStays);
+        return;
+    }
+    if (!program.messages.Ask(str::DeleteProfileQuestion))
+        return;
+    const int index = lstProfiles.Selected();
+    if (!operations.Delete(WithoutDefaultSuffix(lstProfiles.Text())))
+        return;
+    const auto& names = lstProfiles.Items();
+    const bool isLast = index + 1 == static_cast<int>(names.size());
+    Refill(names[static_cast<std::size_t>(isLast ? index - 1 : index + 1)]);
+}
+
+void frmManageProfiles::btnSetDefault_Click()
+{
+    if (lstProfiles.Text().ends_with(DefaultSuffix))
+        return;
+    if (!profiles.SetDefaultProfile(platform::text::Trimmed(lstProfiles.Text()))) {
+        program.messages.Stop(str::SetValueFailed);
+        return;
+    }
+    ShowDefaultMark(lstProfiles, profiles);
+    EnableButtons();
+    if (DefaultChanged)
+        DefaultChanged();
+}
+
+void frmManageProfiles::SaveAutoApply()
+{
+    if (!profiles.SetAppliesDefault(chkAutoApply.Checked()))
+        program.messages.Stop(str::SetValueFailed);
+}
+
+} // namespace profiles

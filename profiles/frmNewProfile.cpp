@@ -1,0 +1,47 @@
+#include "profiles/frmNewProfile.h"
+
+#include "app/base/Captions.h"
+#include "platform/Text.h"
+#include "profiles/NameEntry.h"
+#include "profiles/StringId.h"
+
+namespace profiles {
+namespace {
+
+constexpr ui::Size ListSize{4500, 1800}; ///< twips
+
+} // namespace
+
+frmNewProfile::frmNewProfile(app::Program& program, ProfileManager& profiles, ProfileOperations& operations)
+    : Form{program.toolkit, "frmNewProfile", Style::Dialog, ui::Tag{475}}, program{program}, profiles{profiles},
+      operations{operations}
+{
+    LoadCaptions(*this, program.strings);
+    Layout(Column(lblName, Description, lblCopyFrom, Least(lstCopyFrom, ListSize), Buttons(OKButton, CancelButton)));
+    Description.SetMaxLength(LongestName);
+    lstCopyFrom.DblClick = [this] { OKButton_Click(); };
+    OKButton.Click = [this] { OKButton_Click(); };
+    CancelButton.Click = [this] { Close(); };
+
+    profiles.ListProfiles();
+    std::vector<std::string> sources = profiles.DisplayNames();
+    sources.insert(sources.begin(), program.Text(str::BlankProfile));
+    lstCopyFrom.SetItems(std::move(sources));
+    lstCopyFrom.Select(0);
+}
+
+void frmNewProfile::OKButton_Click()
+{
+    if (!AcceptsName(program, profiles, Description))
+        return;
+    const std::string name = platform::text::Trimmed(Description.Text());
+    const bool isBlank = lstCopyFrom.Selected() <= 0;
+    if (!operations.Create(name, isBlank ? std::string{} : WithoutDefaultSuffix(lstCopyFrom.Text()))) {
+        Description.SetFocus();
+        return;
+    }
+    created = name;
+    Close();
+}
+
+} // namespace profiles

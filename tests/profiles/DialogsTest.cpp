@@ -1,0 +1,196 @@
+// The small dialogs that manage the set of profiles.
+#include "tests/profiles/FormChecks.h"
+#include "tests/profiles/ProfilesFixture.h"
+
+#include "profiles/EnterSenderInformationForm.h"
+#include "profiles/frmManageProfiles.h"
+#include "profiles/frmNewProfile.h"
+#include "profiles/frmProfileInformation.h"
+#include "profiles/frmRenameProfile.h"
+
+#include <algorithm>
+
+namespace tests {
+namespace {
+
+using platform::Hive;
+using profiles::frmManageProfiles;
+using profiles::frmNewProfile;
+using profiles::frmRenameProfile;
+using ui::Answer;
+using ui::Icon;
+using Texts = std::vector<std::string>;
+
+class ProfileDialogsTest : public ProfileTestBase {
+protected:
+    ProfileDialogsTest()
+    {
+        for (const char* name : {"Ann", "Bob", "Größe"})
+            Put(name, "FirstName", name);
+        PutSetting("Profiles", "DefaultProfile", "bob");
+        PutSetting("Profiles", "CurrentProfileToUse", "Ann");
+    }
+    template <class Form>
+    void OnModal(const char* name, std::function<void(Form&)> act)
+    {
+        toolkit.OnModal(name, [act](ui::Form& form) { act(static_cast<Form&>(form)); });
+    }
+};
+
+TEST_F(ProfileDialogsTest, EveryDialogIsLaidOutForMouseAndKeyboard)
+{
+    frmManageProfiles manage{program, manager, operations};
+    frmNewProfile add{program, manager, operations};
+    frmRenameProfile rename{program, manager, operations, "Ann"};
+    profiles::frmProfileInformation prompt{program};
+    profiles::EnterSenderInformationForm editor{program, manager, images, operations, {}};
+    const std::pair<ui::Form*, const char*> forms[] = {{&manage, "Manage Profiles"}, {&add, "Add Profile"},
+        {&rename, "Rename Profile"}, {&prompt, "Enter Initial Profile"}, {&editor, "Edit Profile"}};
+    for (const auto& [form, title] : forms) {
+        SCOPED_TRACE(title);
+        EXPECT_EQ(form->Caption(), title);
+        CheckForm(*form);
+        EXPECT_LE(form->ClientSize().width, 1024 * 15);
+        EXPECT_LE(form->ClientSize().height, 740 * 15);
+    }
+}
+
+TEST_F(ProfileDialogsTest, ManagingFollowsTheSelection)
+{
+    frmManageProfiles form{program, manager, operations};
+    form.Realize();
+    EXPECT_EQ(form.lstProfiles.Items(), (Texts{"Ann", "Bob (default)", "Größe"}));
+    EXPECT_EQ(form.lstProfiles.Text(), "Ann");
+
+    OnModal<frmNewProfile>("frmNewProfile", [](auto& add) {
+        add.Description.UserTypes(" Cid ");
+        add.OKButton.UserClicks();
+    });
+    form.btnAdd.UserClicks();
+    EXPECT_EQ(form.lstProfiles.Text(), "Cid");
+    OnModal<frmNewProfile>("frmNewProfile", [](auto& add) { add.CancelButton.UserClicks(); });
+    form.btnAdd.UserClicks();
+    EXPECT_EQ(form.lstProfiles.Text(), "Cid") << "the list is read anew";
+
+    form.lstProfiles.UserSelects(1);
+    EXPECT_FALSE(form.btnSetDefault.Enabled());
+    OnModal<frmRenameProfile>("frmRenameProfile", [](auto& rename) {
+        EXPECT_EQ(rename.txtName.SelText(), "Bob");
+        rename.txtName.UserTypes("Zoë");
+        rename.OKButton.UserClicks();
+    });
+    form.lstProfiles.UserActivates(1);
+    EXPECT_EQ(form.lstProfiles.Text(), "Zoë (default)");
+    EXPECT_EQ(Setting("Profiles", "DefaultProfile"), "Zoë");
+
+    form.lstProfiles.UserSelects(0);
+    bool told = false;
+    form.DefaultChanged = [&] { told = true; };
+    form.btnSetDefault.SetFocus();
+    form.btnSetDefault.UserClicks();
+    EXPECT_EQ(form.lstProfiles.Items().front(), "Ann (default)");
+    EXPECT_EQ(std::ranges::count(form.lstProfiles.Items(), "Zoë"), 1);
+    EXPECT_EQ(form.lstProfiles.Selected(), 0);
+    EXPECT_TRUE(told && form.lstProfiles.HasFocus()) << "the button that had the focus is disabled now";
+    EXPECT_EQ(Setting("Profiles", "DefaultProfile"), "Ann");
+
+    system.registry.SetClosed(Hive::CurrentUser, std::string{SettingsKey} + "\\Profiles");
+    form.lstProfiles.UserSelects(1);
+    toolkit.ExpectMessage(Text(173), Icon::Critical);
+    form.btnSetDefault.UserClicks();
+    EXPECT_EQ(form.lstProfiles.Items().front(), "Ann (default)");
+    toolkit.ExpectMessage(Text(173), Icon::Critical);
+    form.btnClose.UserClicks();
+    EXPECT_FALSE(form.IsOpen()) << "nobody is locked in";
+}
+
+TEST_F(ProfileDialogsTest, DeletingAsksAndKeepsTheLastProfile)
+{
+    PutPicture("Bob", profiles::ImageKind::Logo, ".jpg", "logo");
+    frmManageProfiles form{program, manager, operations};
+    form.Realize();
+    form.lstProfiles.UserSelects(1);
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        EXPECT_EQ(form.lstProfiles.Text(), "Bob (default)");
+        toolkit.ExpectMessage(Text(215), Icon::Question, answer);
+        form.btnDelete.UserClicks();
+    }
+    EXPECT_EQ(form.lstProfiles.Items(), (Texts{"Ann", "Größe"}));
+    EXPECT_EQ(form.lstProfiles.Text(), "Größe") << "the next one";
+    EXPECT_EQ(system.files.AllPaths(Images), Texts{});
+    toolkit.ExpectMessage(Text(215), Icon::Question, Answer::Yes);
+    form.lstProfiles.SetFocus();
+    form.UserPresses(ui::Plain(ui::KeyCode::Delete));
+    EXPECT_EQ(form.lstProfiles.Text(), "Ann") << "the one before, for want of a next one";
+    toolkit.ExpectMessage(Text(214), Icon::Information);
+    form.btnDelete.UserClicks();
+    EXPECT_TRUE(manager.ProfileExists("Ann"));
+}
+
+TEST_F(ProfileDialogsTest, ManagingStoresTheCheckBoxHoweverItIsClosed)
+{
+    for (const bool byButton : {true, false}) {
+        frmManageProfiles form{program, manager, operations};
+        form.Realize();
+        EXPECT_EQ(form.chkAutoApply.Checked(), !byButton);
+        form.chkAutoApply.UserClicks();
+        if (byButton)
+            form.btnClose.UserClicks();
+        else
+            form.UserCloses();
+        EXPECT_EQ(Setting("Profiles", "PromptForProfile"), byButton ? "0" : "1");
+    }
+}
+
+TEST_F(ProfileDialogsTest, ARefusedNameLeavesTheDialogOpenWithTheFocusInTheNameBox)
+{
+    frmNewProfile add{program, manager, operations};
+    frmRenameProfile rename{program, manager, operations, "Ann"};
+    add.Realize();
+    rename.Realize();
+    EXPECT_EQ(add.lstCopyFrom.Items(), (Texts{"blank profile", "Ann", "Bob (default)", "Größe"}));
+    EXPECT_EQ(add.lstCopyFrom.Selected(), 0);
+    const struct {
+        const char* typed;
+        std::uint16_t message;
+        const char* left;
+    } rows[] = {{"  ", 134, "  "}, {"-Ann", 135, "-Ann"}, {"a/b", 134, "a/b"}, {"Blank Profile", 134, "Blank Profile"}, {" gRÖßE ", 136, ""}};
+    const auto before = system.registry.Snapshot();
+    const auto isRefused = [&](ui::Form& form, ui::TextBox& box, ui::Button& ok, const auto& row) {
+        SCOPED_TRACE(row.typed);
+        box.SetText(row.typed);
+        ok.SetFocus();
+        toolkit.ExpectMessage(Text(row.message), Icon::Information);
+        ok.UserClicks();
+        EXPECT_TRUE(form.IsOpen() && box.HasFocus());
+        EXPECT_EQ(box.Text(), row.left);
+        EXPECT_EQ(box.SelText(), row.left);
+    };
+    for (const auto& row : rows) {
+        isRefused(add, add.Description, add.OKButton, row);
+        isRefused(rename, rename.txtName, rename.OKButton, row);
+    }
+    EXPECT_EQ(system.registry.Snapshot(), before);
+}
+
+TEST_F(ProfileDialogsTest, AddingCopiesFromTheChosenProfile)
+{
+    for (const auto& [line, first] : {std::pair{0, ""}, {2, "Bob"}}) {
+        frmNewProfile form{program, manager, operations};
+        form.Realize();
+        form.Description.UserTypes("New " + std::to_string(line));
+        form.lstCopyFrom.UserSelects(line);
+        form.OKButton.UserClicks();
+        EXPECT_EQ(form.Created(), "New " + std::to_string(line));
+        EXPECT_EQ(At(form.Created(), "FirstName"), first);
+    }
+    frmNewProfile cancelled{program, manager, operations};
+    cancelled.Realize();
+    cancelled.Description.UserTypes("Never");
+    cancelled.CancelButton.UserClicks();
+    EXPECT_EQ(cancelled.Created(), "");
+    EXPECT_FALSE(manager.ProfileExists("Never"));
+}
+
+} // namespace
+} // namespace tests

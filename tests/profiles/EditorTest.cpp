@@ -1,0 +1,338 @@
+// The editor of one profile's fields.
+#include "tests/profiles/ProfilesFixture.h"
+
+#include "profiles/EnterSenderInformationForm.h"
+#include "profiles/frmManageProfiles.h"
+#include "profiles/frmNewProfile.h"
+#include "profiles/frmRenameProfile.h"
+
+#include <functional>
+#include <optional>
+
+namespace tests {
+namespace {
+
+using platform::Hive;
+using profiles::EnterSenderInformationForm;
+using profiles::Field;
+using profiles::frmManageProfiles;
+using profiles::frmNewProfile;
+using ui::Answer;
+using ui::Icon;
+using Texts = std::vector<std::string>;
+
+class EditorTest : public ProfileTestBase {
+protected:
+    EditorTest()
+    {
+        Put("Ann", "FirstName", "Ann");
+        Put("Bob", "FirstName", "Bob");
+        PutSetting("Profiles", "DefaultProfile", "Bob");
+        PutSetting("Profiles", "CurrentProfileToUse", "Ann");
+    }
+    EnterSenderInformationForm& Open()
+    {
+        editor.emplace(program, manager, images, operations, [this](std::string_view topic) { helpAsked = topic; });
+        editor->Realize();
+        return *editor;
+    }
+    template <class Form>
+    void OnModal(const char* name, std::function<void(Form&)> act)
+    {
+        toolkit.OnModal(name, [act](ui::Form& form) { act(static_cast<Form&>(form)); });
+    }
+    std::string EmptyDefaultQuestion(const std::string& name) const
+    {
+        return Text(233) + "'" + name + "'" + Text(234) + "\r\n" + Text(235) + "\r\n" + Text(236);
+    }
+
+    std::optional<EnterSenderInformationForm> editor;
+    std::string helpAsked;
+};
+
+TEST_F(EditorTest, EveryFieldEditsItsOwnValue)
+{
+    auto& form = Open();
+    const std::pair<ui::TextBox*, const char*> rows[] = {
+        {&form.SenderFirstNameText, "FirstName"}, {&form.SenderLastNameText, "LastName"}, {&form.SenderTitleText, "Title"},
+        {&form.SenderCompanyText, "CompanyName"}, {&form.SenderPhoneOfficeText, "PhoneOffice"},
+        {&form.SenderPhoneHomeText, "PhoneHome"}, {&form.SenderPhoneCellText, "PhoneCell"},
+        {&form.SenderPhoneFaxText, "PhoneFax"}, {&form.SenderPhoneTollFreeText, "PhoneTollFree"},
+        {&form.SenderPagerText, "Pager No"}, {&form.SenderAddress1Text, "AddressLine1"},
+        {&form.SenderAddress2Text, "AddressLine2"}, {&form.SenderCityText, "City"}, {&form.SenderCountryText, "Country"},
+        {&form.SenderStateText, "State"}, {&form.SenderZipText, "ZipCode"}, {&form.SenderEmailAddressText, "EmailAddress"},
+        {&form.SenderWebsiteText, "Website"}, {&form.SenderDisclaimerLine1Text, "DisclaimerLine1"},
+        {&form.SenderDisclaimerLine2Text, "DisclaimerLine2"}};
+    ASSERT_EQ(std::size(rows), profiles::FieldCount);
+    Texts typed;
+    for (const auto& [box, value] : rows) {
+        typed.push_back("text" + std::string(typed.size(), 'x')); // letters, which every field takes
+        box->SetText(" " + typed.back() + " ");
+    }
+    form.ProfileCombo.UserSelects(1);
+    EXPECT_EQ(form.SenderFirstNameText.Text(), "Bob");
+    EXPECT_EQ(form.SenderLastNameText.Text(), "");
+    for (std::size_t i = 0; i < std::size(rows); ++i)
+        EXPECT_EQ(At("Ann", rows[i].second), typed[i]) << rows[i].second;
+    form.ProfileCombo.UserSelects(0);
+    for (std::size_t i = 0; i < std::size(rows); ++i)
+        EXPECT_EQ(rows[i].first->Text(), typed[i]) << rows[i].second;
+}
+
+TEST_F(EditorTest, OpensOnTheProfileInUseElseOnTheDefault)
+{
+    for (const auto& [stored, shown] : {std::pair{"Ann", "Ann"}, {"", "Bob (default)"}, {"Gone", "Bob (default)"}}) {
+        PutSetting("Profiles", "CurrentProfileToUse", stored);
+        EXPECT_EQ(Open().ProfileCombo.Text(), shown) << stored;
+    }
+    PutSetting("Profiles", "DefaultProfile", "Gone, too");
+    EXPECT_EQ(Open().ProfileCombo.Text(), "Ann");
+    EXPECT_EQ(editor->SenderFirstNameText.Text(), "Ann");
+}
+
+TEST_F(EditorTest, EditsThatCannotBeSavedStay)
+{
+    auto& form = Open();
+    form.SenderCityText.UserTypes("Oslo");
+    system.registry.SetClosed(Hive::CurrentUser, profiles::ProfileKey("Ann"));
+    const std::function<void()> acts[] = {[&] { form.ProfileCombo.UserSelects(1); }, [&] { form.OKButton.UserClicks(); },
+        [&] { form.btnAddProfile.UserClicks(); }, [&] { form.btnManageProfiles.UserClicks(); }};
+    for (const auto& act : acts) {
+        toolkit.ExpectMessage(Text(173), Icon::Critical);
+        act();
+        EXPECT_TRUE(form.IsOpen());
+        EXPECT_EQ(form.ProfileCombo.Text() + " " + form.SenderCityText.Text(), "Ann Oslo");
+    }
+}
+
+TEST_F(EditorTest, OkStoresEverythingAndCancelNothing)
+{
+    for (const bool ok : {false, true}) {
+        auto& form = Open();
+        EXPECT_FALSE(form.chkAutoApply.Checked());
+        form.chkAutoApply.UserClicks();
+        form.SenderCityText.UserTypes("Oslo");
+        (ok ? form.OKButton : form.CancelButton).UserClicks();
+        EXPECT_FALSE(form.IsOpen());
+        EXPECT_EQ(At("Ann", "City"), ok ? "Oslo" : "(none)");
+        EXPECT_EQ(Setting("Profiles", "PromptForProfile"), ok ? "0" : "(none)");
+        EXPECT_EQ(Setting("Profiles", "FirstRun"), ok ? "0" : "(none)");
+        EXPECT_EQ(Setting("Profiles", "ShowAutoComplete"), ok ? "0" : "(none)");
+    }
+    auto& form = Open();
+    EXPECT_TRUE(form.chkAutoApply.Checked());
+    form.chkAutoComplete.UserClicks();
+    EXPECT_EQ(Setting("Profiles", "ShowAutoComplete"), "1") << "at once";
+    form.cmdHelp.UserClicks();
+    EXPECT_EQ(helpAsked, "Profile HTML");
+    form.ProfileCombo.UserSelects(1);
+    form.OKButton.UserClicks();
+    EXPECT_EQ(Setting("Profiles", "CurrentProfileToUse"), "Bob") << "without the mark of the default";
+    EXPECT_TRUE(Open().chkAutoComplete.Checked());
+}
+
+TEST_F(EditorTest, OkAsksAboutADefaultProfileWithoutData)
+{
+    Put("Bob", "FirstName", "");
+    Put("Bob", "Pager No", "555");
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        toolkit.ExpectMessage(EmptyDefaultQuestion("Bob"), Icon::Question, answer);
+        if (answer == Answer::Yes)
+            OnModal<frmManageProfiles>("frmManageProfiles", [&](auto& form) {
+                form.btnSetDefault.UserClicks();
+                form.btnClose.UserClicks();
+            });
+        Open().OKButton.UserClicks();
+        EXPECT_FALSE(editor->IsOpen());
+        EXPECT_FALSE(HasSetting("Profiles", "FirstRun"));
+        EXPECT_EQ(Setting("Profiles", "DefaultProfile"), answer == Answer::Yes ? "Ann" : "Bob");
+    }
+    Open().OKButton.UserClicks();
+    EXPECT_EQ(Setting("Profiles", "FirstRun"), "0");
+}
+
+TEST_F(EditorTest, ManagingKeepsTheEditsAndMovesTheMarkInTheOpenCombo)
+{
+    auto& form = Open();
+    form.SenderCityText.UserTypes("Oslo");
+    form.chkAutoApply.UserClicks();
+    OnModal<frmManageProfiles>("frmManageProfiles", [&](auto& manage) {
+        EXPECT_TRUE(manage.chkAutoApply.Checked());
+        manage.btnSetDefault.UserClicks();
+        EXPECT_EQ(form.ProfileCombo.Items(), (Texts{"Ann (default)", "Bob"}));
+        EXPECT_EQ(form.ProfileCombo.Selected(), 0);
+        manage.lstProfiles.UserSelects(1);
+        toolkit.OnModal("frmRenameProfile", [](ui::Form& rename) {
+            static_cast<profiles::frmRenameProfile&>(rename).txtName.UserTypes("Bo");
+            static_cast<profiles::frmRenameProfile&>(rename).OKButton.UserClicks();
+        });
+        manage.btnRename.UserClicks();
+        manage.btnClose.UserClicks();
+    });
+    form.btnManageProfiles.UserClicks();
+    EXPECT_EQ(form.ProfileCombo.Items(), (Texts{"Ann (default)", "Bo"}));
+    EXPECT_EQ(form.ProfileCombo.Text() + " " + form.SenderCityText.Text(), "Ann (default) Oslo");
+    EXPECT_TRUE(form.chkAutoApply.Checked());
+
+    // The profile that is shown goes away.
+    OnModal<frmManageProfiles>("frmManageProfiles", [&](auto& manage) {
+        manage.lstProfiles.UserSelects(0);
+        toolkit.ExpectMessage(Text(215), Icon::Question, Answer::Yes);
+        manage.btnDelete.UserClicks();
+        manage.btnClose.UserClicks();
+    });
+    form.btnManageProfiles.UserClicks();
+    EXPECT_EQ(form.ProfileCombo.Text() + " " + form.SenderFirstNameText.Text(), "Bo Bob");
+    form.ProfileCombo.UserSelects(-1);
+    EXPECT_FALSE(manager.ProfileExists("Ann")) << "nothing may bring the deleted profile back";
+}
+
+TEST_F(EditorTest, AddingSavesTheEditsAndShowsTheNewProfile)
+{
+    auto& form = Open();
+    form.SenderCityText.UserTypes("Oslo");
+    for (const char* name : {"", "Cid"}) {
+        OnModal<frmNewProfile>("frmNewProfile", [&](auto& add) {
+            add.Description.UserTypes(name);
+            add.lstCopyFrom.UserSelects(1);
+            (*name ? add.OKButton : add.CancelButton).UserClicks();
+        });
+        form.btnAddProfile.UserClicks();
+        EXPECT_EQ(form.ProfileCombo.Text(), *name ? name : "Ann");
+        EXPECT_EQ(form.SenderCityText.Text(), "Oslo");
+    }
+    EXPECT_EQ(Setting("Profiles", "CurrentProfileToUse"), "Cid");
+    EXPECT_EQ(At("Cid", "City"), "Oslo") << "the copy has the edits of a moment ago";
+}
+
+TEST_F(EditorTest, WithoutAnyProfileWhatIsTypedBecomesANewOne)
+{
+    for (const char* name : {"Ann", "Bob"})
+        system.registry.DeleteKey(Hive::CurrentUser, profiles::ProfileKey(name));
+    PutSetting("Profiles", "DefaultProfile", "");
+    auto& form = Open();
+    EXPECT_FALSE(form.cmdImages.Enabled());
+    form.SenderFirstNameText.UserTypes("Zoë");
+    OnModal<frmNewProfile>("frmNewProfile", [](auto& add) { add.CancelButton.UserClicks(); });
+    form.OKButton.UserClicks();
+    EXPECT_TRUE(form.IsOpen());
+    EXPECT_EQ(form.SenderFirstNameText.Text(), "Zoë");
+    OnModal<frmNewProfile>("frmNewProfile", [](auto& add) {
+        add.Description.UserTypes("Home");
+        add.OKButton.UserClicks();
+    });
+    toolkit.ExpectMessage(EmptyDefaultQuestion(""), Icon::Question, Answer::No);
+    form.OKButton.UserClicks();
+    EXPECT_FALSE(form.IsOpen());
+    EXPECT_EQ(At("Home", "FirstName"), "Zoë");
+    EXPECT_EQ(Setting("Profiles", "CurrentProfileToUse"), "Home");
+}
+
+TEST_F(EditorTest, OneFormatFlagServesAllThePhoneFields)
+{
+    Put("Ann", "PhoneFax", "123");
+    auto& form = Open();
+    auto& office = form.SenderPhoneOfficeText;
+    auto& home = form.SenderPhoneHomeText;
+    auto& cell = form.SenderPhoneCellText;
+    auto& fax = form.SenderPhoneFaxText;
+    const auto leave = [&](ui::TextBox& box) {
+        form.SenderCityText.UserFocuses();
+        return box.Text();
+    };
+    office.UserTypes("5551234");
+    EXPECT_EQ(leave(office), "555-1234");
+    fax.UserTypes("4"); // before what is there, and not over it
+    EXPECT_EQ(leave(fax), "4123");
+    home.UserTypes("5551234"); // the first key in an empty field
+    EXPECT_EQ(leave(home), "555-1234");
+    cell.UserPastes("18005551234"); // so does a paste
+    EXPECT_EQ(leave(cell), "1-800-555-1234");
+    cell.UserSelects(0, 5);
+    cell.UserPastes("9");
+    cell.SetText("8005551234");
+    EXPECT_EQ(leave(cell), "8005551234") << "over a part of it is no new number";
+    cell.UserFocuses();
+    cell.SelectAll();
+    cell.UserReleasesMouse();
+    EXPECT_EQ(leave(cell), "(800) 555-1234");
+    office.SelectAll();
+    office.UserTypes("\b"); // emptied: the turn of whichever field is left next
+    fax.SelectAll();
+    fax.UserPastes("5551234 x12");
+    EXPECT_EQ(leave(fax), "5551234 x12") << "has no shape";
+    form.SenderPagerText.SetText("5551234");
+    form.SenderPagerText.UserFocuses();
+    EXPECT_EQ(leave(form.SenderPagerText), "5551234") << "but took the turn";
+    // Filling the fields by code is no emptying.
+    form.ProfileCombo.UserSelects(1);
+    office.SetText("5551234");
+    office.UserFocuses();
+    EXPECT_EQ(leave(office), "5551234");
+}
+
+TEST_F(EditorTest, ARefusedNumberIsClearedAndHoldsTheFocusAgainstEnter)
+{
+    auto& form = Open();
+    for (const Field field : {Field::PhoneOffice, Field::PhoneHome, Field::PhoneFax, Field::PhoneCell,
+                              Field::PhoneTollFree, Field::Pager})
+        for (ui::Control* next : {static_cast<ui::Control*>(&form.OKButton), static_cast<ui::Control*>(&form.SenderCityText)}) {
+            ui::TextBox& box = form.BoxOf(field);
+            box.UserTypes("555*1234");
+            toolkit.ExpectMessage(Text(106), Icon::Information);
+            if (next == &form.OKButton)
+                form.OKButton.UserClicks();
+            else
+                next->UserFocuses();
+            EXPECT_TRUE(form.IsOpen() && box.HasFocus() && box.Text().empty());
+        }
+    form.SenderPagerText.UserTypes("5551234");
+    form.OKButton.UserClicks();
+    EXPECT_EQ(At("Ann", "Pager No"), "555-1234") << "formatted although the focus was never moved";
+}
+
+TEST_F(EditorTest, StateAndZipRefuseWhatIsTypedOrPastedNotWhatIsStored)
+{
+    Put("Ann", "State", "N.Y.");
+    Put("Ann", "ZipCode", "#1");
+    auto& form = Open();
+    EXPECT_EQ(form.SenderStateText.Text() + form.SenderZipText.Text(), "N.Y.#1");
+    form.ProfileCombo.UserSelects(1);
+    EXPECT_EQ(At("Ann", "State") + At("Ann", "ZipCode"), "N.Y.#1");
+    const struct {
+        ui::TextBox* box;
+        const char* text;
+        std::uint16_t message;
+    } rows[] = {{&form.SenderStateText, "New York", 0}, {&form.SenderStateText, "N.Y.", 107}, {&form.SenderStateText, "Å", 107},
+                {&form.SenderZipText, "K1A 0B1", 0}, {&form.SenderZipText, "12345-6789", 0}, {&form.SenderZipText, "1_2", 131}};
+    for (const auto& row : rows) {
+        row.box->SelectAll();
+        if (row.message != 0)
+            toolkit.ExpectMessage(Text(row.message), Icon::Information);
+        row.box->UserPastes(row.text);
+        EXPECT_EQ(row.box->Text(), row.message == 0 ? row.text : "") << row.text;
+    }
+    toolkit.ExpectMessage(Text(107), Icon::Information);
+    form.SenderStateText.UserTypes("N.Y");
+    EXPECT_EQ(form.SenderStateText.Text(), "Y") << "cleared at the full stop, typed on";
+    EXPECT_TRUE(form.SenderStateText.HasFocus());
+}
+
+TEST_F(EditorTest, WhatCannotBeReadIsNotOverwrittenAlsoAfterAnotherProfileWasLoaded)
+{
+    const platform::RegistryValue odd{platform::ValueType::Binary, "theirs"};
+    system.registry.Put(Hive::CurrentUser, profiles::ProfileKey("Ann"), "City", odd);
+    auto& form = Open();
+    OnModal<frmManageProfiles>("frmManageProfiles", [&](auto& manage) {
+        manager.LoadProfile("Bob");
+        manage.btnClose.UserClicks();
+    });
+    form.btnManageProfiles.UserClicks();
+    manager.LoadProfile("Bob"); // as the pictures' dialog may
+    form.ProfileCombo.UserSelects(1);
+    EXPECT_EQ(system.registry.Query(Hive::CurrentUser, profiles::ProfileKey("Ann"), "City"), odd);
+    EXPECT_EQ(At("Bob", "City"), "(none)");
+}
+
+} // namespace
+} // namespace tests
