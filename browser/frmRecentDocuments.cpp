@@ -4,8 +4,12 @@
 #include "app/base/StringId.h"
 #include "browser/TemplateList.h"
 #include "platform/Path.h"
+#include "platform/Text.h"
 
 #include <algorithm>
+#include <iterator>
+#include <string_view>
+#include <utility>
 
 namespace browser {
 namespace {
@@ -13,6 +17,12 @@ namespace {
 // All lengths in twips.
 constexpr ui::Size ListSize{9000, 4500};
 enum ShownColumn { NameColumn, FolderColumn, ModifiedColumn };
+
+/// Pictures of the documents by their endings; the first one is for all others.
+constexpr std::pair<std::string_view, const char*> documentImages[] = {
+    {"", "all"},       {".doc", "word"}, {".swt", "word"},  {".ccw", "excel"},
+    {".prt", "ppt"}, {".pdf", "pdf"},  {".mst", "photo"},
+};
 
 } // namespace
 
@@ -26,6 +36,8 @@ frmRecentDocuments::frmRecentDocuments(app::Program& program, RecentDocuments& d
     cmdRemove.SetCaption("&Remove");
     lvDocuments.SetColumns({{"218", {}, 2700}, {"219", {}, 3900}, {"221", {}, 2100}});
     lvDocuments.SetView(ui::ListView::View::Details);
+    for (int i = 0; i < static_cast<int>(std::size(documentImages)); ++i)
+        lvDocuments.SmallImages.SetNamed(i, documentImages[i].second);
     LoadCaptions(*this, program.strings);
     lvDocuments.SetModel(this);
     Layout(Column(Least(lvDocuments, ListSize), Buttons(cmdOpen, cmdRemove, cmdClear, cmdOptions, cmdClose)));
@@ -46,6 +58,16 @@ frmRecentDocuments::frmRecentDocuments(app::Program& program, RecentDocuments& d
     };
     cmdClose.Click = [this] { Close(); };
     Fill();
+}
+
+int frmRecentDocuments::SmallIcon(int row) const
+{
+    const std::string& file = documents.List().at(static_cast<std::size_t>(row)).path;
+    const auto found = std::ranges::find_if(std::begin(documentImages) + 1, std::end(documentImages),
+                                            [&](const auto& image) {
+                                                return platform::text::EndsWithIgnoringCase(file, image.first);
+                                            });
+    return found == std::end(documentImages) ? 0 : static_cast<int>(found - std::begin(documentImages));
 }
 
 void frmRecentDocuments::Fill()

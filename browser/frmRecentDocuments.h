@@ -35,7 +35,7 @@ private:
     int Rows() const override { return static_cast<int>(modified.size()); }
     std::string Text(int row, int column) const override;
     int Icon(int) const override { return 0; }
-    int SmallIcon(int) const override { return 0; }
+    int SmallIcon(int row) const override;
 
     void Fill();
     /// Full path of the selected document; "" when none is.
