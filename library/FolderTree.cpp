@@ -38,6 +38,7 @@ FolderTree::FolderTree(app::Program& program, ui::TreeView& tree) : program{prog
 void FolderTree::BuildTreeFromFolderTable(const FolderTable& table, FolderListings& listings)
 {
     const ui::TreeUpdate update{tree};
+    const std::set<std::string> open = OpenCategories();
     tree.Clear();
     tree.Images.Shrink(treeimage::EBook);
     program.progress.Increment();
@@ -68,7 +69,23 @@ void FolderTree::BuildTreeFromFolderTable(const FolderTable& table, FolderListin
 
     AddSeparator();
     AddSpecial(program.Text(app::str::GetMoreTemplates), treeimage::GetMore);
+    tree.ForEach([&](Node& node) {
+        if (!node.children.empty() && open.contains(PathOf(node)))
+            tree.SetExpanded(node, true);
+        return true;
+    });
     SelectLastBrowsed();
+}
+
+std::set<std::string> FolderTree::OpenCategories() const
+{
+    std::set<std::string> open;
+    tree.ForEach([&](const Node& node) {
+        if (node.expanded && IsCategory(node))
+            open.insert(PathOf(node));
+        return true;
+    });
+    return open;
 }
 
 Node* FolderTree::AddSpecial(const std::string& text, int image)

@@ -5,6 +5,7 @@
 #include "library/FolderTable.h"
 #include "ui/TreeView.h"
 
+#include <set>
 #include <string>
 
 namespace library {
@@ -19,7 +20,8 @@ class FolderTree {
 public:
     FolderTree(app::Program& program, ui::TreeView& tree);
 
-    /// Clears the tree and builds it again, selecting the node that was last browsed (else the first category).
+    /// Clears the tree and builds it again, selecting the node that was last browsed (else the first category). Open
+    /// branches stay open.
     void BuildTreeFromFolderTable(const FolderTable& table, FolderListings& listings);
 
     /// Whether the node is a category (not a special node, not a separator).
@@ -47,6 +49,8 @@ private:
     void AddTopLevel(const std::string& name, FolderListings& listings);
     void AddBelow(const FolderTable& table, std::size_t row, FolderListings& listings);
     std::string EBookSuffix() const;
+    /// Paths of the categories whose branches are open.
+    std::set<std::string> OpenCategories() const;
     void SelectLastBrowsed();
 };
 

@@ -177,6 +177,26 @@ TEST_F(FolderTest, TopLevelFoldersAndAnOpenFindPaneRefuseBoth)
     EXPECT_TRUE(system.files.Exists(InLibrary("Letters\\Formal\\Complaint.swt")));
 }
 
+TEST_F(FolderTest, OpenBranchesStayOpenHoweverTheTreeIsBuiltAgain)
+{
+    AddTemplates({"Letters\\Formal\\Deep\\x.swt"});
+    Start();
+    Tree().UserExpands("Business");
+    Select("Letters\\Formal");
+    const auto isOpen = [&](const char* path) { return Tree().Find(path)->expanded; };
+    toolkit.ExpectMessage("Enter a folder name.", Icon::Information);
+    Rename("Letters\\Formal", "");
+    EXPECT_TRUE(isOpen("Business") && isOpen("Letters") && !isOpen("Letters\\Formal"));
+
+    system.files.SetHeldOpen(InLibrary("Letters\\Formal\\Complaint.swt"));
+    system.files.Remove(InLibrary("Business\\Contracts"));
+    ExpectDeleteQuestion("Formal");
+    toolkit.ExpectMessage(Text(515) + "\r" + Text(516), Icon::Critical);
+    Main().Commands().Run("mnupopDeletefolder");
+    EXPECT_TRUE(isOpen("Letters")) << "what could not be deleted is in sight";
+    EXPECT_FALSE(isOpen("Business")) << "nothing is left in it";
+}
+
 // Delete.
 
 TEST_F(FolderTest, DeletingAsksAndTakesTheTemplatesThePreviewsAndTheFoldersOfAnyDepth)
