@@ -12,7 +12,7 @@ namespace ui::win32 {
 namespace {
 
 constexpr int ImageSide = 240; ///< twips: 16 pixels at 96 dpi
-/// Sent to itself when a notification has ended during which the model changed.
+/// Sent to itself when a notification has ended during which the model changed or the pop-up menu was asked for.
 constexpr UINT CatchUp = WM_APP + 1;
 /// Sent to itself when the user has typed a label: the handler may show boxes, which the native tree must not be in
 /// the middle of closing its edit box for.
@@ -29,7 +29,8 @@ TreeViewPeer::TreeViewPeer(TreeView& peerTree, FormWindow& form, int id) : PeerB
 {
     // The system's own theme marks branches without lines; lines stand in where there is no theme.
     const DWORD lines = IsThemed() ? 0u : static_cast<DWORD>(TVS_HASLINES);
-    Create(WC_TREEVIEWW, TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_EDITLABELS | lines, WS_EX_CLIENTEDGE, id);
+    Create(WC_TREEVIEWW, TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_EDITLABELS | lines,
+           WS_EX_CLIENTEDGE, id);
     UseExplorerTheme(Handle());
 }
 
@@ -338,7 +339,7 @@ void TreeViewPeer::FoldSelection()
 
 void TreeViewPeer::AfterNotification(const Watch& watch)
 {
-    if (!watch.Gone() && behind)
+    if (!watch.Gone() && (behind || menuWanted))
         PostMessageW(Handle(), CatchUp, 0, 0);
 }
 
@@ -353,6 +354,8 @@ std::optional<LRESULT> TreeViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
     case CatchUp:
         if (behind)
             SyncItems();
+        if (menuWanted && !IsNotifying())
+            ShowMenu(*std::exchange(menuWanted, std::nullopt));
         return 0;
     case LabelTyped:
         tree.UserEndsLabelEdit(std::exchange(typedLabel, {}));
@@ -379,9 +382,17 @@ std::optional<LRESULT> TreeViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
         OnRightButton({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
         return 0;
     case WM_RBUTTONUP:
-        if (tree.ContextMenu)
-            tree.ContextMenu(InForm({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}));
+        // The handler of the selection may yield: what the menu is about shows first.
+        if (IsNotifying())
+            menuWanted = POINT{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+        else
+            ShowMenu({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
         return 0;
+    case WM_SYSKEYDOWN:
+        // Not every native tree hands Shift+F10 on to the system, which turns it into WM_CONTEXTMENU.
+        if (wParam == VK_F10)
+            return DefWindowProcW(Handle(), message, wParam, lParam);
+        return std::nullopt;
     case WM_CONTEXTMENU: {
         // The mouse's way is answered above; this is the keyboard's.
         RECT place{};
@@ -391,13 +402,18 @@ std::optional<LRESULT> TreeViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
             std::memcpy(&place, &item, sizeof(item));
             Send(TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&place));
         }
-        if (tree.ContextMenu)
-            tree.ContextMenu(InForm({place.left, place.bottom}));
+        ShowMenu({place.left, place.bottom});
         return 0;
     }
     default:
         return std::nullopt;
     }
+}
+
+void TreeViewPeer::ShowMenu(POINT point)
+{
+    if (tree.ContextMenu)
+        tree.ContextMenu(InForm(point));
 }
 
 void TreeViewPeer::OnRightButton(POINT point)

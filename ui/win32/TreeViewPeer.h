@@ -4,6 +4,7 @@
 #include "ui/win32/PeerBase.h"
 
 #include <map>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -48,11 +49,12 @@ private:
     std::map<int, ui::ImageList::Picture> shownPictures;
     std::vector<Row> rows;
     std::unordered_map<std::string, std::size_t> byKey;
-    bool expanding{};        ///< the selection that moves with a closing branch is told after that
-    bool selectionMayMove{}; ///< a branch opened or closed during the message that is being handled
-    std::string droppedOn;   ///< key of the marked node
-    std::string typedLabel;  ///< waits until the native tree has closed the label
-    bool behind{};           ///< the model changed inside a notification
+    bool expanding{};                ///< the selection that moves with a closing branch is told after that
+    bool selectionMayMove{};         ///< a branch opened or closed during the message that is being handled
+    std::string droppedOn;           ///< key of the marked node
+    std::string typedLabel;          ///< waits until the native tree has closed the label
+    std::optional<POINT> menuWanted; ///< asked for inside a notification
+    bool behind{};                   ///< the model changed inside a notification
 
     void SyncItems();
     void SyncSelection();
@@ -70,6 +72,7 @@ private:
     void OnSelected(const NMTREEVIEWW& change);
     void OnExpanded(const NMTREEVIEWW& change);
     void OnRightButton(POINT point);
+    void ShowMenu(POINT point);
 };
 
 } // namespace ui::win32

@@ -82,6 +82,17 @@ protected:
         return {};
     }
     /// What opens and closes the node's branch.
+    /// As the system sees it; the program's own keys come before it.
+    void ShiftF10()
+    {
+        BYTE before[256];
+        GetKeyboardState(before);
+        BYTE keys[256]{};
+        keys[VK_SHIFT] = 0x80;
+        SetKeyboardState(keys);
+        SendMessageW(tree, WM_SYSKEYDOWN, VK_F10, 1);
+        SetKeyboardState(before);
+    }
     POINT BranchMark(std::string_view text) const
     {
         TVHITTESTINFO hit{};
@@ -117,6 +128,7 @@ TEST_F(TreeViewWindowTest, TurnsEachActOfTheUserIntoOneEvent)
         {"context key",
          [&] { SendMessageW(tree, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(tree), -1); },
          {"context Letters"}},
+        {"shift and F10", [&] { ShiftF10(); }, {"context Letters"}},
         {"double click", [&] { DoubleClick(tree, At("Letters")); }, {"double Letters", "collapse Letters"}},
     };
     for (const Act& act : acts) {
@@ -125,6 +137,17 @@ TEST_F(TreeViewWindowTest, TurnsEachActOfTheUserIntoOneEvent)
         EXPECT_EQ(form.Events, act.events) << act.name;
     }
     EXPECT_EQ(Outline(), ModelOutline());
+}
+
+TEST_F(TreeViewWindowTest, AsksForItsMenuWhenTheSelectionIsDealtWith)
+{
+    form.tvTree.Click = [this] {
+        Pump(); // the button goes up
+        form.Events.push_back("dealt with");
+    };
+    RightClick(tree, At("Faxes"));
+    Pump();
+    EXPECT_THAT(form.Events, ElementsAre("dealt with", "context Faxes"));
 }
 
 TEST_F(TreeViewWindowTest, MovesTheSelectionOutOfABranchThatCloses)
