@@ -15,7 +15,7 @@ namespace browser {
 namespace {
 
 // All lengths in twips.
-constexpr ui::Size ListSize{9000, 4500};
+constexpr ui::Size ListSize{10200, 4500};
 enum ShownColumn { NameColumn, FolderColumn, ModifiedColumn };
 
 /// Pictures of the documents by their endings; the first one is for all others.
@@ -34,7 +34,7 @@ frmRecentDocuments::frmRecentDocuments(app::Program& program, RecentDocuments& d
 {
     cmdOpen.SetCaption("&Open");
     cmdRemove.SetCaption("&Remove");
-    lvDocuments.SetColumns({{"218", {}, 2700}, {"219", {}, 3900}, {"221", {}, 2100}});
+    lvDocuments.SetColumns({{"218", {}, 3900}, {"219", {}, 3900}, {"221", {}, 2100}});
     lvDocuments.SetView(ui::ListView::View::Details);
     for (int i = 0; i < static_cast<int>(std::size(documentImages)); ++i)
         lvDocuments.SmallImages.SetNamed(i, documentImages[i].second);
@@ -140,6 +140,7 @@ void frmRecentDocuments::cmdClear_Click()
         return;
     documents.Clear();
     Fill();
+    lvDocuments.SetFocus(); // the button that was pressed may be disabled now
 }
 
 void frmRecentDocuments::EnableButtons()
