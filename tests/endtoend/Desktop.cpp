@@ -301,7 +301,7 @@ bool TypeLabel(HWND window, const std::wstring& label)
     // While the tree is being loaded the key does nothing; whoever presses it too early presses it again.
     for (int attempt = 0; attempt < 10 && !editor; ++attempt) {
         PressKey(tree, VK_F2);
-        WaitFor(isOpen, std::chrono::seconds{3});
+        WaitFor(isOpen, std::chrono::seconds{1});
     }
     if (!editor)
         return false;

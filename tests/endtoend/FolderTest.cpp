@@ -14,12 +14,12 @@ using Names = std::vector<std::wstring>;
 
 const std::wstring Title = L"Tessaly Desk";
 
-/// A file or folder that another process, this one, lets nobody else touch.
+/// A file or folder that another process, this one, has open: others may look at it, but not rename or delete it.
 class Held {
 public:
     explicit Held(const fs::path& path)
-        : handle{
-              CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr)}
+        : handle{CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                             FILE_FLAG_BACKUP_SEMANTICS, nullptr)}
     {
         EXPECT_NE(handle, INVALID_HANDLE_VALUE);
     }
@@ -84,7 +84,7 @@ protected:
         // While the tree is being loaded the key does nothing; whoever presses it too early presses it again.
         for (int attempt = 0; attempt < 10 && !SystemDialog(); ++attempt) {
             PressKey(Child(window, WC_TREEVIEWW), VK_DELETE);
-            harness::WaitFor([] { return SystemDialog() != nullptr; }, std::chrono::seconds{3});
+            harness::WaitFor([] { return SystemDialog() != nullptr; }, std::chrono::seconds{1});
         }
         EXPECT_EQ(AnswerBox().text, L"Are you sure you want to delete \"Formal\" and all its contents?");
     }
