@@ -405,7 +405,10 @@ bool frmMain::OnTreeKey(const ui::Key& key)
 
 bool frmMain::OnListKey(const ui::Key& key)
 {
-    // Not the folder's Delete: in the list it is about the template.
+    // F2 and Delete are the folder's in the tree. In the list, where the user looks at a template, F2 must not rename
+    // the folder, and Delete is about the template.
+    if (key == ui::Plain(ui::KeyCode::F2))
+        return true;
     if (key == ui::Plain(ui::KeyCode::Delete))
         return commands.Run("mnuRemoveFromFavorites");
     return OnTreeKey(key);

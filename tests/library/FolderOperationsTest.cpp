@@ -167,6 +167,8 @@ TEST_F(FolderTest, TopLevelFoldersAndAnOpenFindPaneRefuseBoth)
         Tree().KeyDown(ui::Plain(ui::KeyCode::Delete));
     }
     Select("Letters\\Formal");
+    EXPECT_TRUE(Main().lvListView.KeyDown(ui::Plain(ui::KeyCode::F2))); // about the folder, not while in the list
+    EXPECT_FALSE(Tree().EditedLabel());
     Program().state.FindPaneOpen = true;
     EXPECT_FALSE(Tree().UserStartsLabelEdit("Letters\\Formal"));
     toolkit.ExpectMessage("Cannot rename folders when Find pane is open.\rClose the Find pane and try again.", Icon::Information);
