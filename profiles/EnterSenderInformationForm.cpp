@@ -41,6 +41,8 @@ EnterSenderInformationForm::EnterSenderInformationForm(app::Program& program, Pr
     FillProfiles(profiles.GetCurrentProfile());
     LoadFields();
     chkAutoComplete.SetChecked(program.settings.Text(ProfileManager::Section, "ShowAutoComplete") == "1");
+    if (selected.empty())
+        SenderFirstNameText.SetFocus(); // there is nothing to choose from
 }
 
 void EnterSenderInformationForm::LayOut()

@@ -44,6 +44,18 @@ TEST_F(EndToEndHostTest, LeavesItsWindowToTheUserUntilHeExits)
     EXPECT_TRUE(IsGone());
 }
 
+TEST_F(EndToEndHostTest, IsNotKeptWaitingByTheQuestionToANewUser)
+{
+    installation.Remove(L"Profiles", L"FirstRun");
+    harness::Script host{Create() + StartWith("") + "Set b = Nothing\r\nWScript.Echo \"released\"\r\n"};
+    EXPECT_EQ(host.OutputAtEnd(), "[]\nreleased\n");
+    const HWND question = Await(Dialog);
+    EXPECT_EQ(TextOf(question), L"Enter Initial Profile");
+    EXPECT_FALSE(IsWindowEnabled(MainWindow()));
+    Press(ButtonOf(question, L"&Close"));
+    EXPECT_TRUE(AwaitGone(question));
+}
+
 TEST_F(EndToEndHostTest, RefusesEverySecondStartAndChangesNothing)
 {
     harness::Script host{Create() + StartWith("First") + StartWith("Second") + "WScript.Echo \"done\"\r\n"};

@@ -211,7 +211,7 @@ TEST_F(EditorTest, WithoutAnyProfileWhatIsTypedBecomesANewOne)
         system.registry.DeleteKey(Hive::CurrentUser, profiles::ProfileKey(name));
     PutSetting("Profiles", "DefaultProfile", "");
     auto& form = Open();
-    EXPECT_FALSE(form.cmdImages.Enabled());
+    EXPECT_TRUE(!form.cmdImages.Enabled() && form.SenderFirstNameText.HasFocus());
     form.SenderFirstNameText.UserTypes("Zoë");
     OnModal<frmNewProfile>("frmNewProfile", [](auto& add) { add.CancelButton.UserClicks(); });
     form.OKButton.UserClicks();

@@ -119,8 +119,11 @@ TEST_F(EntryControlsTest, AKeyIsSeenBeforeItChangesTheTextAndCanBeReplaced)
     form.first.UserTypes("xab");
     EXPECT_EQ(form.first.Text(), "Äb");
     EXPECT_EQ(seen, (Events{"old/old", "old/old", "/Ä"}));
+    form.first.Pasting = [&] { seen.push_back("paste over " + form.first.SelText()); };
+    form.first.SelectAll();
     form.first.UserPastes("x");
-    EXPECT_EQ(seen.size(), 3u);
+    EXPECT_EQ(seen.size(), 4u);
+    EXPECT_EQ(seen.back(), "paste over Äb");
 }
 
 TEST_F(EntryControlsTest, AFieldThatIsLeftMayTakeTheFocusBack)

@@ -116,9 +116,11 @@ TEST_F(EntryControlsTest, PastingIsAnEditAndLimitsHold)
     GlobalUnlock(memory);
     SetClipboardData(CF_UNICODETEXT, memory);
     CloseClipboard();
+    form.txtLast.Pasting = [&] { form.Events.push_back("over " + form.txtLast.SelText()); };
+    const std::string before = form.txtLast.Text();
     form.txtLast.SelectAll();
-    SendMessageW(HandleOf(form.txtLast), WM_PASTE, 0, 0);
-    EXPECT_THAT(form.Events, ElementsAre("last=abcdefghij"));
+    Type(22); // Ctrl+V
+    EXPECT_THAT(form.Events, ElementsAre("over " + before, "last=abcdefghij"));
     form.txtLast.SetReadOnly(true);
     TypeAll(L"z");
     EXPECT_EQ(form.txtLast.Text(), "abcdefghij");
