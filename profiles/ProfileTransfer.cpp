@@ -394,7 +394,10 @@ void ProfileTransfer::RunEditor(const std::string& arguments)
 
 void ProfileTransfer::TellFolder(std::uint16_t reason)
 {
-    program.messages.Inform(program.Text(reason) + program.Text(str::SelectCorrectFolder));
+    std::string message = program.Text(reason);
+    if (!message.ends_with(' ')) // one of the two texts brings its blank along
+        message += ' ';
+    program.messages.Inform(message + program.Text(str::SelectCorrectFolder));
 }
 
 } // namespace profiles

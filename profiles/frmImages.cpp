@@ -16,9 +16,12 @@ constexpr std::string_view PicturesKey = "Pictures Path";
 
 ui::Cell Place(frmImages::Picture& picture)
 {
-    return ui::Framed(picture.frame,
-                      ui::Row(picture.image, ui::Fill(ui::Column(ui::Fill(ui::Cell{picture.text}),
-                                                                 ui::Buttons(picture.btnSet, picture.btnClear)))));
+    // The Clear buttons are alike and stand below one another, whatever their neighbours' captions need.
+    ui::Cell content =
+        ui::Row(picture.image, ui::Fill(ui::Column(ui::Fill(ui::Cell{picture.text}),
+                                                   ui::Row(ui::Fill(ui::Cell{}), picture.btnSet, picture.btnClear))));
+    content.gap = 2 * ui::LayoutGap;
+    return ui::Framed(picture.frame, std::move(content));
 }
 
 std::uint16_t MissingMessage(ImageKind kind)

@@ -88,7 +88,7 @@ TEST_F(ImportExportFormTest, AnImportRefillsTheProfilesAndRefusalsStayOpen)
                          "REGEDIT4\r\n[" + profiles::FullProfilesKey() + "\\New]\r\n\"City\"=\"Bern\"\r\n");
     toolkit.FolderChoices = {std::nullopt, "C:\\Out", "C:\\In"};
     form.btnImport.UserClicks();
-    toolkit.ExpectMessage(Text(415) + Text(412), ui::Icon::Information);
+    toolkit.ExpectMessage(Text(415) + " " + Text(412), ui::Icon::Information);
     form.btnImport.UserClicks();
     EXPECT_TRUE(manager.Names().empty());
     toolkit.ExpectMessage(Text(416), ui::Icon::Information);

@@ -26,7 +26,7 @@ protected:
     {
         Put("Ann", "FirstName", "Ann \"the\" C:\\x\\ Größe");
         Put("Ann", "DisclaimerLine1", "two\r\nlines\tand a tab");
-        Put("日本 [x]", "LastName", "名前 😀");
+        Put("日本", "LastName", "名前 😀");
         Put("Bob", "", "unnamed");
         Put("Bob", "quo\"te\\", "v");
         const std::pair<ValueType, std::string> odd[] = {
@@ -74,13 +74,17 @@ TEST_F(TransferTest, EverythingComesBackWithoutAnEditorThatWorks)
     std::erase_if(after, [](const auto& line) { return line.first.ends_with("ExportProfilePath"); });
     EXPECT_EQ(after, registry);
     EXPECT_EQ(system.files.Snapshot(Images), disk);
-    EXPECT_EQ(system.shell.Runs().size(), 1u) << "an editor would take such a name for another";
-
-    system.registry.RemoveKey(Hive::CurrentUser, profiles::ProfileKey("日本 [x]"));
-    ASSERT_EQ(Export(), ExportOutcome::Done);
-    toolkit.ExpectMessage(Text(416), ui::Icon::Information);
-    ASSERT_TRUE(transfer.Import("C:\\Out\\Set"));
-    EXPECT_EQ(system.shell.Runs().at(2).commandLine,
+    EXPECT_EQ(system.shell.Runs().size(), 1u) << "not every editor reads such names alike";
+    system.registry.RemoveKey(Hive::CurrentUser, profiles::ProfileKey("日本"));
+    Put("[x]", "LastName", "x");
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_EQ(Export(), ExportOutcome::Done);
+        toolkit.ExpectMessage(Text(416), ui::Icon::Information);
+        ASSERT_TRUE(transfer.Import("C:\\Out\\Set"));
+        system.registry.RemoveKey(Hive::CurrentUser, profiles::ProfileKey("[x]"));
+    }
+    ASSERT_EQ(system.shell.Runs().size(), 4u) << "the last import alone goes through the editor";
+    EXPECT_EQ(system.shell.Runs().at(3).commandLine,
               "\"C:\\Windows\\regedit.exe\" /i /s \"C:\\Out\\Set\\TSProfile.tspf\"");
 }
 
@@ -136,7 +140,7 @@ TEST_F(TransferTest, ImportTellsWhyAFolderOrFileIsNone)
 {
     toolkit.ExpectMessage(Text(411) + Text(412), ui::Icon::Information);
     EXPECT_FALSE(transfer.Import("C:\\Gone"));
-    toolkit.ExpectMessage(Text(415) + Text(412), ui::Icon::Information);
+    toolkit.ExpectMessage(Text(415) + " " + Text(412), ui::Icon::Information);
     EXPECT_FALSE(transfer.Import("C:\\Out"));
     const std::string key = "\r\n[" + top + "\\Ann]\r\n\"FirstName\"=\"Ann\"\r\n";
     std::string utf16;

@@ -10,7 +10,7 @@ namespace ui::win32 {
 
 ImagePeer::ImagePeer(Image& peerImage, FormWindow& form, int id) : PeerBase{peerImage, form}, image{peerImage}
 {
-    Create(CanvasClass(), 0, image.Box.width > 0 ? static_cast<DWORD>(WS_EX_STATICEDGE) : 0u, id);
+    Create(CanvasClass(), 0, 0, id);
 }
 
 Size ImagePeer::Preferred(int) const
@@ -79,7 +79,8 @@ void ImagePeer::Paint()
 {
     RECT client{};
     GetClientRect(Handle(), &client);
-    const SIZE room{client.right, client.bottom};
+    const LONG edge = image.Box.width > 0 ? 1 : 0;
+    const SIZE room{client.right - 2 * edge, client.bottom - 2 * edge};
     // Decoded here, so that pictures nobody sees cost nothing and a drag of the frame decodes once a size.
     if (!decoded || room.cx != decodedFor.cx || room.cy != decodedFor.cy) {
         PixelBuffer pixels = PictureLoader::Load(image.File(), room);
@@ -93,10 +94,12 @@ void ImagePeer::Paint()
     }
     PAINTSTRUCT paint{};
     HDC context = BeginPaint(Handle(), &paint);
+    if (edge > 0)
+        FrameRect(context, &client, GetSysColorBrush(COLOR_3DSHADOW));
     if (bitmap) {
         HDC memory = CreateCompatibleDC(context);
         const HGDIOBJ before = SelectObject(memory, bitmap.get());
-        BitBlt(context, (room.cx - shown.cx) / 2, (room.cy - shown.cy) / 2, shown.cx, shown.cy, memory, 0, 0, SRCCOPY);
+        BitBlt(context, edge + (room.cx - shown.cx) / 2, edge + (room.cy - shown.cy) / 2, shown.cx, shown.cy, memory, 0, 0, SRCCOPY);
         SelectObject(memory, before);
         DeleteDC(memory);
     } else if (!image.FallbackText().empty()) {
