@@ -52,7 +52,14 @@ std::uint16_t FileMessage(platform::Error failure)
 
 std::string ProfileImages::ImagesFolder() const
 {
-    return std::string{path::WithoutTrailingSeparator(program.settings.Text("Options", "Profile Images Path"))};
+    const auto stored = program.settings.Read("Options", "Profile Images Path");
+    if (!stored)
+        return {};
+    if (!stored->empty())
+        return std::string{path::WithoutTrailingSeparator(*stored)};
+    // Nobody has set one: pictures must not be refused for that.
+    const auto documents = program.platform.shell.FolderPath(platform::KnownFolder::Personal);
+    return documents && !documents->empty() ? path::Join(*documents, program.Text(str::ProfileImagesTitle)) : std::string{};
 }
 
 std::string ProfileImages::FolderOf(std::string_view profile) const

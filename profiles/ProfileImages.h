@@ -25,7 +25,7 @@ class ProfileImages {
 public:
     ProfileImages(app::Program& program, ProfileManager& profiles) : program{program}, profiles{profiles} {}
 
-    /// The setting; "" when there is none.
+    /// The setting, else a folder among the user's documents; "" when there is neither.
     std::string ImagesFolder() const;
     /// "" when the profile can have no folder.
     std::string FolderOf(std::string_view profile) const;

@@ -48,6 +48,10 @@ bool ProfileOperations::Create(const std::string& name, const std::string& sourc
         return false;
     }
     (void)batch.Finish();
+    // The first profile is the default one: nobody should have to say so. A choice once made stays.
+    if (const auto chosen = program.settings.Read(ProfileManager::Section, "DefaultProfile");
+        chosen && chosen->empty() && profiles.Names().empty())
+        (void)profiles.SetDefaultProfile(name);
     return true;
 }
 

@@ -16,7 +16,7 @@ public:
         : program{program}, profiles{profiles}, images{images} {}
 
     /// A new profile with a valid name; `source` names the profile whose fields and pictures it gets, "" for an empty
-    /// one. False when nothing was made.
+    /// one. The first of all becomes the default. False when nothing was made.
     bool Create(const std::string& name, const std::string& source);
     /// Moves the whole profile to a valid new name: the old key and the old pictures go only after the new ones are
     /// complete and read back. False when the old profile is left as it was.

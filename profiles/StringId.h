@@ -15,6 +15,6 @@ inline constexpr std::uint16_t
     LogoMissing = 239, PortraitMissing = 240, SignatureMissing = 241, FileUnreadable = 281, BlankProfile = 395, FolderNameCharacters = 397,
     SelectExportFolder = 406, ExportPathUnreadable = 407, RetypeExportPath = 408, ExportFolderMissing = 409,
     Exported = 410, NoProfileData = 411, SelectCorrectFolder = 412, InvalidRegistryFile = 413, NoProfilesInFile = 414,
-    NoProfilesInFolder = 415, Imported = 416;
+    NoProfilesInFolder = 415, Imported = 416, ProfileImagesTitle = 456;
 
 } // namespace profiles::str

@@ -55,6 +55,16 @@ std::string Settings::Text(std::string_view section, std::string_view key, std::
     return GetSetting(state.SettingsAppName, section, key, otherwise);
 }
 
+platform::Result<std::string> Settings::Read(std::string_view section, std::string_view key) const
+{
+    auto value = registry.Query(Hive::CurrentUser, SectionKey(state.SettingsAppName, section), key);
+    if (!value && value.error() != platform::error::FileNotFound)
+        return std::unexpected{value.error()};
+    if (!value || (value->type != ValueType::String && value->type != ValueType::ExpandString))
+        return std::string{};
+    return std::move(value->data);
+}
+
 int Settings::Number(std::string_view section, std::string_view key, int otherwise, int low, int high) const
 {
     return platform::text::ToInt(Text(section, key), otherwise, low, high);

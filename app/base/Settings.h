@@ -26,6 +26,9 @@ public:
 
     // The same for the program's own application name.
     std::string Text(std::string_view section, std::string_view key, std::string_view otherwise = {}) const;
+    /// The same, "" when it is absent or no text, and an error when that cannot be told: for what must not take a
+    /// failure for "nothing set".
+    platform::Result<std::string> Read(std::string_view section, std::string_view key) const;
     /// Whole number clamped to [low, high]; what is no number gives `otherwise`.
     int Number(std::string_view section, std::string_view key, int otherwise, int low, int high) const;
     bool Flag(std::string_view section, std::string_view key, bool otherwise) const;

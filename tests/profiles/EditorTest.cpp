@@ -221,10 +221,10 @@ TEST_F(EditorTest, WithoutAnyProfileWhatIsTypedBecomesANewOne)
         add.Description.UserTypes("Home");
         add.OKButton.UserClicks();
     });
-    toolkit.ExpectMessage(EmptyDefaultQuestion(""), Icon::Question, Answer::No);
     form.OKButton.UserClicks();
     EXPECT_FALSE(form.IsOpen());
     EXPECT_EQ(At("Home", "FirstName"), "Zoë");
+    EXPECT_EQ(Setting("Profiles", "DefaultProfile"), "Home");
     EXPECT_EQ(Setting("Profiles", "CurrentProfileToUse"), "Home");
 }
 

@@ -193,6 +193,16 @@ TEST_F(PictureTest, TheSourceMayBeThePictureItselfOrOneThatChangesToo)
     EXPECT_EQ(Contents(Picture("Ann", "Portrait.jpg")), "logo");
 }
 
+TEST_F(PictureTest, WithoutAFolderOfTheirOwnTheyGoToTheDocuments)
+{
+    system.files.AddFile("C:\\new.gif", "gif");
+    system.files.AddFolder("C:\\Users\\User\\Documents");
+    PutSetting("Options", "Profile Images Path", "");
+    ASSERT_TRUE(Apply({"C:\\new.gif", std::nullopt, std::nullopt}));
+    EXPECT_EQ(At("Ann", "LocalLogo"), "C:\\Users\\User\\Documents\\Profile Images\\Ann\\Logo.gif");
+    EXPECT_EQ(Contents(At("Ann", "LocalLogo")), "gif");
+}
+
 TEST_F(PictureTest, AMissingSourceChangesNothing)
 {
     PutPicture("Ann", ImageKind::Logo, ".jpg", "old");
