@@ -9,7 +9,7 @@ namespace ui {
 /// as there is room for the pictures.
 class DecodeQueue {
 public:
-    /// `capacity`: how many pictures are kept at a time, beyond those in view.
+    /// `capacity`: how many pictures are kept at a time; those in view are kept in any case.
     void Reset(int rows, int capacity);
     /// The rows in view, both ends included; `last` < `first` for none.
     void Show(int first, int last);

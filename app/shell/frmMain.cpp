@@ -123,6 +123,12 @@ void frmMain::PostLoad()
     ShowStatus();
 }
 
+void frmMain::PromptForFirstProfile()
+{
+    const Busy guard{*this};
+    profileDialogs.PromptForFirstProfile();
+}
+
 void frmMain::PreviousRunSettings()
 {
     const Settings& settings = program.settings;

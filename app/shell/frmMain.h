@@ -71,7 +71,8 @@ public:
     void mnuRecentDocuments_Click();
     /// Asks how long recent documents are remembered.
     void mnuHistory_Click();
-    void PromptForFirstProfile() { profileDialogs.PromptForFirstProfile(); }
+    /// Invites a new user to enter a profile.
+    void PromptForFirstProfile();
     /// Opens a recent file, 1 to 10.
     void mnuFile_Click(std::size_t number);
 

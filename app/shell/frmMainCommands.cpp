@@ -131,12 +131,18 @@ void frmMain::AddCommands()
     commands.Add({.name = "mnuHelpSearch", .caption = 129, .run = [this] { help.Open("Using Find HTML"); }});
     commands.Add({.name = "mnuReportABug", .caption = 524, .toolTip = 524, .image = "bug",
                   .visible = [this] { return program.settings.Text("Options", "ReportABug") == "1"; }});
+    const auto withProfiles = [this](void (profiles::ProfileDialogs::*open)()) {
+        return [this, open] {
+            const Busy guard{*this};
+            (profileDialogs.*open)();
+        };
+    };
     commands.Add({.name = "mnuProfileEdit", .caption = 374, .toolTip = 417, .image = "profiles",
-                  .run = [this] { profileDialogs.EditProfile(); }});
+                  .run = withProfiles(&profiles::ProfileDialogs::EditProfile)});
     commands.Add({.name = "mnuProfileManage", .caption = 375, .toolTip = 375, .image = "profiles",
-                  .run = [this] { profileDialogs.ManageProfiles(); }});
+                  .run = withProfiles(&profiles::ProfileDialogs::ManageProfiles)});
     commands.Add({.name = "mnuProfileImportExport", .caption = 376, .toolTip = 482,
-                  .run = [this] { profileDialogs.ImportOrExport(); }});
+                  .run = withProfiles(&profiles::ProfileDialogs::ImportOrExport)});
     for (const LaterCommand& later : laterCommands)
         commands.Add({.name = later.name, .caption = later.caption, .text = later.text, .toolTip = later.toolTip,
                       .image = later.image, .key = later.key});
