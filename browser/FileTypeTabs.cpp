@@ -8,7 +8,6 @@
 namespace browser {
 namespace {
 
-
 constexpr FileTypeTabs::Type types[] = {
     {"Word", "ShowWordTemplates", app::str::TabWord, app::str::TabWordAgain, 149, "word"},
     {"Excel", "ShowXLTemplates", app::str::TabExcel, app::str::TabExcelAgain, 150, "excel"},

@@ -18,7 +18,9 @@ class Launcher {
 public:
     Launcher(platform::Shell& shell, platform::FileSystem& files, app::RegistryAccess& registry,
              app::Messages& messages, ui::Toolkit& toolkit, const app::StringTable& strings)
-        : shell{shell}, files{files}, registry{registry}, messages{messages}, toolkit{toolkit}, strings{strings} {}
+        : shell{shell}, files{files}, registry{registry}, messages{messages}, toolkit{toolkit}, strings{strings}
+    {
+    }
 
     /// 1 when a failure message was shown, 0 otherwise: success, or a failure that stays silent.
     struct Outcome {

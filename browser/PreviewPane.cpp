@@ -23,7 +23,8 @@ void PreviewPane::LoadThePreviewPane(const TemplateList::Row* row)
     if (!row->inFolder.empty())
         text += "\r\n" + row->inFolder;
     if (row->hasDetails)
-        text += "\r\n" + TemplateList::SizeText(row->size) + "\r\n" + TemplateList::ModifiedText(program, row->modified);
+        text +=
+            "\r\n" + TemplateList::SizeText(row->size) + "\r\n" + TemplateList::ModifiedText(program, row->modified);
     facts.SetCaption(std::move(text));
 }
 

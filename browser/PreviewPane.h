@@ -13,7 +13,9 @@ namespace browser {
 class PreviewPane {
 public:
     PreviewPane(app::Program& program, ui::Image& picture, ui::Label& facts)
-        : program{program}, picture{picture}, facts{facts} {}
+        : program{program}, picture{picture}, facts{facts}
+    {
+    }
 
     /// Shows this row; null empties the pane.
     void LoadThePreviewPane(const TemplateList::Row* row);

@@ -96,15 +96,13 @@ std::pair<platform::Hive, std::string> RecentDocuments::KeyOf(bool isOwn) const
     if (!isOwn)
         if (auto place = app::RegistryAccess::SplitPath(program.Text(app::str::RecentDocumentsKey)))
             return std::move(*place);
-    return {platform::Hive::CurrentUser, "Software\\VB and VBA Program Settings\\" + program.state.SettingsAppName + "\\" +
-                                             std::string{Section}};
+    return {platform::Hive::CurrentUser,
+            "Software\\VB and VBA Program Settings\\" + program.state.SettingsAppName + "\\" + std::string{Section}};
 }
 
 void RecentDocuments::ValidateFilesFromHistoryList()
 {
-    std::erase_if(documents, [this](const Document& document) {
-        return IsGone(document.path) && Delete(document);
-    });
+    std::erase_if(documents, [this](const Document& document) { return IsGone(document.path) && Delete(document); });
 }
 
 bool RecentDocuments::IsGone(const std::string& file) const

@@ -80,7 +80,8 @@ std::string RecentFiles::MenuText(std::size_t number) const
     if (number < 1 || number > files.size())
         return {};
     // A single "&" would underline the letter after it.
-    return std::to_string(number) + " " + platform::text::Replaced(std::string{path::Name(files[number - 1])}, "&", "&&");
+    return std::to_string(number) + " " +
+           platform::text::Replaced(std::string{path::Name(files[number - 1])}, "&", "&&");
 }
 
 } // namespace browser

@@ -35,7 +35,9 @@ platform::Result<std::string> SpreadsheetFolder::SaveFile(std::string_view fileN
 
 std::string SpreadsheetFolder::FreeName(std::string_view baseName)
 {
-    const auto isThere = [this](const std::string& name) { return files.Stat(Join(workingDirectory, name)).has_value(); };
+    const auto isThere = [this](const std::string& name) {
+        return files.Stat(Join(workingDirectory, name)).has_value();
+    };
     const std::string ending{library::TemplateExtensions[library::SpreadsheetTemplate]};
     std::string name = std::string{baseName} + ending;
     for (int n = 1; isThere(name); ++n)

@@ -13,7 +13,9 @@ namespace browser {
 class SpreadsheetFolder {
 public:
     SpreadsheetFolder(platform::FileSystem& files, platform::Shell& shell, const app::RegistryAccess& registry)
-        : files{files}, shell{shell}, registry{registry} {}
+        : files{files}, shell{shell}, registry{registry}
+    {
+    }
 
     /// Reads the working directory from this registry value (full key path); when it names no folder, the user's
     /// documents folder is taken.

@@ -99,7 +99,8 @@ TemplateList::RowSet TemplateList::ReadFavorites(const std::vector<std::string>&
         row.folder = library::DiskPath(program.state.TemplatesPath, folder);
         nodes.ForEach([&](ui::TreeView::Node& node) {
             if (!library::FolderTree::IsCategory(node) ||
-                !text::EqualIgnoringCase(library::WithoutCreateNew(library::FolderTree::PathOf(node), createNew), folder))
+                !text::EqualIgnoringCase(library::WithoutCreateNew(library::FolderTree::PathOf(node), createNew),
+                                         folder))
                 return true;
             row.inFolder = folder;
             if (const auto entry = program.platform.files.Stat(FullPath(row))) {

@@ -18,12 +18,12 @@ public:
     enum Column { NameColumn, FolderColumn, SizeColumn, ModifiedColumn };
 
     struct Row {
-        std::string text;   ///< base name
-        std::string file;   ///< file name with its ending
-        std::string folder; ///< full path of its folder
+        std::string text;     ///< base name
+        std::string file;     ///< file name with its ending
+        std::string folder;   ///< full path of its folder
         std::string inFolder; ///< what the "In Folder" column shows
-        std::size_t type{}; ///< position among the template extensions
-        bool hasDetails{};  ///< size and modified are known
+        std::size_t type{};   ///< position among the template extensions
+        bool hasDetails{};    ///< size and modified are known
         std::uint64_t size{};
         platform::FileTime modified{};
         ui::Thumbnail thumbnail; ///< only in the thumbnail view
@@ -39,8 +39,7 @@ public:
     /// one yields replaces it.
     void FillCategory(const std::string& category, std::string_view tab);
     /// Fills the list with the favourites (relative paths) whose ending, letter case counting, is a template's.
-    void FillFavorites(const std::vector<std::string>& favorites, const ui::TreeView& nodes,
-                       std::string_view tab);
+    void FillFavorites(const std::vector<std::string>& favorites, const ui::TreeView& nodes, std::string_view tab);
     void Clear();
 
     /// What FillCategory shows, for a caller that shows it in its own way; the list is cleared. Nothing when another

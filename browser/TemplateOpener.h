@@ -13,7 +13,9 @@ namespace browser {
 class TemplateOpener {
 public:
     TemplateOpener(Launcher& launcher, SpreadsheetFolder& spreadsheets, app::Messages& messages)
-        : launcher{launcher}, spreadsheets{spreadsheets}, messages{messages} {}
+        : launcher{launcher}, spreadsheets{spreadsheets}, messages{messages}
+    {
+    }
 
     /// Called with the path of every template that was opened without a failure message.
     std::function<void(const std::string& path)> Opened;
@@ -22,7 +24,8 @@ public:
     std::function<void(const std::string& path)> Created;
 
     void Open(const std::string& path);
-    /// The same for a file that the user takes from those opened before; nobody is told. False when a failure was shown.
+    /// The same for a file that the user takes from those opened before; nobody is told. False when a failure was
+    /// shown.
     bool OpenAgain(const std::string& path);
     /// A spreadsheet is copied into the working directory first, so that the user works on the copy; other templates
     /// make a new document by themselves when they are opened.

@@ -30,7 +30,8 @@ bool IsMissing(platform::Error error)
 void Thumbnails::LoadThumbnailImages(const std::string& category, std::string_view tab)
 {
     FindBackground();
-    Load load{library::WithoutCreateNew(category, program.Text(app::str::CreateNew)), {}, tab == FileTypeTabs::AllTab, {}};
+    Load load{
+        library::WithoutCreateNew(category, program.Text(app::str::CreateNew)), {}, tab == FileTypeTabs::AllTab, {}};
     auto templates = list.ReadCategory(category, tab);
     if (!templates)
         return; // the user went on to another folder
@@ -76,9 +77,9 @@ void Thumbnails::LoadThumbnailViewForMyFavorites(const std::vector<std::string>&
     FindBackground();
     TemplateList::RowSet rows = list.ReadFavorites(favorites, nodes, tab);
     for (TemplateList::Row& row : rows)
-        row.thumbnail = Composed(path::Join(path::Join(row.folder, Previews),
-                                            text::Trimmed(row.text) + std::string{PictureEnding}),
-                                 program.state.TemplatesPath);
+        row.thumbnail =
+            Composed(path::Join(path::Join(row.folder, Previews), text::Trimmed(row.text) + std::string{PictureEnding}),
+                     program.state.TemplatesPath);
     Show(std::move(rows));
 }
 

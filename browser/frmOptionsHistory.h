@@ -21,7 +21,8 @@ public:
     ui::Label lblExplanation{*this, ui::Tag{480}};
     ui::Label lblBefore{*this};
     ui::TextBox txtNoOfMonthsForHistoryList{*this};
-    ui::UpDown UpDownMonths{*this, txtNoOfMonthsForHistoryList, RecentDocuments::LeastMonths, RecentDocuments::MostMonths};
+    ui::UpDown UpDownMonths{*this, txtNoOfMonthsForHistoryList, RecentDocuments::LeastMonths,
+                            RecentDocuments::MostMonths};
     ui::Label lblAfter{*this};
     ui::Button cmdOK{*this, ui::Tag{}, ui::Role::Default};
     ui::Button cmdCancel{*this, ui::Tag{231}, ui::Role::Cancel};

@@ -20,7 +20,7 @@ enum ShownColumn { NameColumn, FolderColumn, ModifiedColumn };
 
 /// Pictures of the documents by their endings; the first one is for all others.
 constexpr std::pair<std::string_view, const char*> documentImages[] = {
-    {"", "all"},       {".doc", "word"}, {".swt", "word"},  {".ccw", "excel"},
+    {"", "all"},     {".doc", "word"}, {".swt", "word"},  {".ccw", "excel"},
     {".prt", "ppt"}, {".pdf", "pdf"},  {".mst", "photo"},
 };
 
@@ -63,10 +63,10 @@ frmRecentDocuments::frmRecentDocuments(app::Program& program, RecentDocuments& d
 int frmRecentDocuments::SmallIcon(int row) const
 {
     const std::string& file = documents.List().at(static_cast<std::size_t>(row)).path;
-    const auto found = std::ranges::find_if(std::begin(documentImages) + 1, std::end(documentImages),
-                                            [&](const auto& image) {
-                                                return platform::text::EndsWithIgnoringCase(file, image.first);
-                                            });
+    const auto found =
+        std::ranges::find_if(std::begin(documentImages) + 1, std::end(documentImages), [&](const auto& image) {
+            return platform::text::EndsWithIgnoringCase(file, image.first);
+        });
     return found == std::end(documentImages) ? 0 : static_cast<int>(found - std::begin(documentImages));
 }
 

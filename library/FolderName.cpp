@@ -18,7 +18,8 @@ bool IsDevice(std::string_view name)
         return true;
     if (!stem.starts_with("com") && !stem.starts_with("lpt"))
         return false;
-    static constexpr std::array<std::string_view, 3> raised{"\u00B9", "\u00B2", "\u00B3"}; // the system takes them for 1, 2, 3
+    // The system takes these for 1, 2, 3.
+    static constexpr std::array<std::string_view, 3> raised{"\u00B9", "\u00B2", "\u00B3"};
     const std::string_view number = std::string_view{stem}.substr(3);
     return (number.size() == 1 && number[0] >= '0' && number[0] <= '9') ||
            std::ranges::find(raised, number) != raised.end();

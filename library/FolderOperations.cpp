@@ -83,8 +83,7 @@ std::optional<std::string> FolderOperations::RefusalOf(const std::string& catego
         return program.Text(app::str::EnterFolderName);
     if (platform::text::Length(newName) > LongestFolderName)
         return program.Text(app::str::FolderNameTooLong);
-    const std::string forbidden =
-        program.Text(app::str::FolderNameCharacters) + "\r\n\\ / : * ? \" < > |";
+    const std::string forbidden = program.Text(app::str::FolderNameCharacters) + "\r\n\\ / : * ? \" < > |";
     if (HasForbiddenCharacter(newName))
         return forbidden;
     if (newName.starts_with('.'))
@@ -106,9 +105,10 @@ bool FolderOperations::Move(const std::string& from, const std::string& to)
     // next start drops those whose file is not there.
     if (!favorites.StoreMoved(from, to))
         return false;
-    const bool isMoved = program.platform.files
-                             .Move(DiskPath(program.state.TemplatesPath, from), DiskPath(program.state.TemplatesPath, to))
-                             .has_value();
+    const bool isMoved =
+        program.platform.files
+            .Move(DiskPath(program.state.TemplatesPath, from), DiskPath(program.state.TemplatesPath, to))
+            .has_value();
     favorites.ForgetMoved(from, to, isMoved);
     if (!isMoved)
         program.messages.Inform(program.Text(app::str::RenameFailed) + "\r\n" + program.Text(app::str::CloseTemplates));

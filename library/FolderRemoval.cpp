@@ -19,8 +19,8 @@ bool IsBelowTopLevel(const std::string& category)
 {
     const auto names = platform::text::Split(category, '\\');
     return names.size() > 1 && std::ranges::none_of(names, [](const std::string& name) {
-        return name.empty() || name == "." || name == ".." || name.find_first_of("/:") != std::string::npos;
-    });
+               return name.empty() || name == "." || name == ".." || name.find_first_of("/:") != std::string::npos;
+           });
 }
 
 } // namespace
@@ -60,8 +60,10 @@ bool FolderRemoval::ListFolder(std::size_t index)
         return false;
     for (const platform::FileEntry& entry : *listing) {
         if (entry.IsFolder())
-            folders.push_back({path::Join(folder, entry.name), entry.IsLink(),
-                               platform::text::EqualIgnoringCase(entry.name, Previews), {}});
+            folders.push_back({path::Join(folder, entry.name),
+                               entry.IsLink(),
+                               platform::text::EqualIgnoringCase(entry.name, Previews),
+                               {}});
         else if (folders[index].isPreviews || TemplateTypeOf(entry.name))
             folders[index].doomed.push_back(entry.name);
     }

@@ -13,7 +13,9 @@ namespace library {
 class FolderRemoval {
 public:
     FolderRemoval(platform::FileSystem& files, std::string templatesPath)
-        : files{files}, templatesPath{std::move(templatesPath)} {}
+        : files{files}, templatesPath{std::move(templatesPath)}
+    {
+    }
 
     /// `category` is relative to the templates path and lies below a top-level folder. False when anything of it is
     /// still there; what could be removed is gone then, but nothing is when a folder could not be listed.

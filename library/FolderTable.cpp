@@ -46,7 +46,8 @@ void FolderTable::AddRow(std::size_t row, const FolderWalk& walk, const FolderWa
     if (node.parent >= 0) {
         const FolderWalk::Node& parent = walk.Nodes()[static_cast<std::size_t>(node.parent)];
         cell[Path] = node.path;
-        cell[ParentRow] = std::to_string(FindFolderRow(parent.parent < 0 ? std::string_view{} : parent.path, parent.name));
+        cell[ParentRow] =
+            std::to_string(FindFolderRow(parent.parent < 0 ? std::string_view{} : parent.path, parent.name));
     }
     firstRow.try_emplace({cell[Path], cell[Name]}, row);
     cells[0][Name] = std::to_string(row);

@@ -123,8 +123,8 @@ void FolderTree::AddBelow(const FolderTable& table, std::size_t row, FolderListi
         return; // below a folder that is not drawn
     const auto& listing = listings.Of(DiskPath(program.state.TemplatesPath, path));
     const bool isEBook = listing && std::ranges::any_of(*listing, [](const platform::FileEntry& entry) {
-        return IsPlainFile(entry) && TemplateTypeOf(entry.name) == PdfTemplate;
-    });
+                             return IsPlainFile(entry) && TemplateTypeOf(entry.name) == PdfTemplate;
+                         });
     const std::string suffix = isEBook ? EBookSuffix() : std::string{};
     Node* node = tree.Add(parent, path + suffix, name + suffix, isEBook ? treeimage::EBook : treeimage::Folder,
                           isEBook ? treeimage::EBook : treeimage::FolderOpen);

@@ -16,10 +16,10 @@ class FolderWalk {
 public:
     struct Node {
         std::string key;
-        std::string name; ///< last path component
-        std::string path; ///< relative to the templates path
+        std::string name;  ///< last path component
+        std::string path;  ///< relative to the templates path
         bool behindLink{}; ///< a junction or symbolic link, or below one: shown, but nothing is removed there
-        int parent{-1}; ///< index into Nodes; -1 for a top-level folder
+        int parent{-1};    ///< index into Nodes; -1 for a top-level folder
         std::vector<std::size_t> children;
     };
 

@@ -29,8 +29,9 @@ public:
 
     /// Starts `application` (a full path; never searched for) with the command line as given and does not wait.
     virtual Result<> Run(std::string_view application, std::string_view commandLine, WindowStyle style) = 0;
-    /// The same, and waits until the program has ended: its exit code. A program that runs for longer than `milliseconds`
-    /// is ended (error::Timeout). Messages that other programs send are answered meanwhile, nothing else is handled.
+    /// The same, and waits until the program has ended: its exit code. A program that runs for longer than
+    /// `milliseconds` is ended (error::Timeout). Messages that other programs send are answered meanwhile, nothing else
+    /// is handled.
     virtual Result<std::uint32_t> RunAndWait(std::string_view application, std::string_view commandLine,
                                              WindowStyle style, std::uint32_t milliseconds) = 0;
 

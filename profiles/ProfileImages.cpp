@@ -59,7 +59,8 @@ std::string ProfileImages::ImagesFolder() const
         return std::string{path::WithoutTrailingSeparator(*stored)};
     // Nobody has set one: pictures must not be refused for that.
     const auto documents = program.platform.shell.FolderPath(platform::KnownFolder::Personal);
-    return documents && !documents->empty() ? path::Join(*documents, program.Text(str::ProfileImagesTitle)) : std::string{};
+    return documents && !documents->empty() ? path::Join(*documents, program.Text(str::ProfileImagesTitle))
+                                            : std::string{};
 }
 
 std::string ProfileImages::FolderOf(std::string_view profile) const
@@ -81,7 +82,8 @@ std::string ProfileImages::GetExistingFile(std::string_view profile, ImageKind k
     const std::string folder = FolderOf(profile);
     if (folder.empty())
         return {};
-    for (const platform::FileEntry& entry : program.platform.files.List(folder).value_or(std::vector<platform::FileEntry>{}))
+    for (const platform::FileEntry& entry :
+         program.platform.files.List(folder).value_or(std::vector<platform::FileEntry>{}))
         if (!entry.IsFolder() && text::ContainsIgnoringCase(entry.name, KindWord(kind)))
             return path::Join(folder, entry.name);
     return {};

@@ -21,10 +21,10 @@ namespace {
 constexpr std::string_view invalidInNames[] = {"\\", "/", "?", ":", "\"", "<", ">", "|", "*"};
 
 constexpr std::array<Field, FieldCount> writeOrder{
-    Field::FirstName, Field::LastName, Field::Title, Field::CompanyName, Field::AddressLine1, Field::AddressLine2,
-    Field::City, Field::State, Field::ZipCode, Field::Country, Field::PhoneOffice, Field::PhoneHome, Field::PhoneCell,
-    Field::PhoneFax, Field::PhoneTollFree, Field::Pager, Field::EmailAddress, Field::Website, Field::DisclaimerLine1,
-    Field::DisclaimerLine2};
+    Field::FirstName,    Field::LastName,     Field::Title,     Field::CompanyName,     Field::AddressLine1,
+    Field::AddressLine2, Field::City,         Field::State,     Field::ZipCode,         Field::Country,
+    Field::PhoneOffice,  Field::PhoneHome,    Field::PhoneCell, Field::PhoneFax,        Field::PhoneTollFree,
+    Field::Pager,        Field::EmailAddress, Field::Website,   Field::DisclaimerLine1, Field::DisclaimerLine2};
 
 bool IsControl(char c)
 {

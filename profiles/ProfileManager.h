@@ -61,13 +61,22 @@ public:
     std::optional<std::uint16_t> ValidateProfileName(std::string_view text);
 
     std::string GetDefaultProfile() const { return program.settings.Text(Section, "DefaultProfile"); }
-    platform::Result<> SetDefaultProfile(std::string_view name) { return program.settings.Save(Section, "DefaultProfile", name); }
+    platform::Result<> SetDefaultProfile(std::string_view name)
+    {
+        return program.settings.Save(Section, "DefaultProfile", name);
+    }
     std::string GetCurrentProfile() const { return program.settings.Text(Section, "CurrentProfileToUse"); }
-    platform::Result<> SetCurrentProfile(std::string_view name) { return program.settings.Save(Section, "CurrentProfileToUse", name); }
+    platform::Result<> SetCurrentProfile(std::string_view name)
+    {
+        return program.settings.Save(Section, "CurrentProfileToUse", name);
+    }
     bool IsDefault(std::string_view name) const;
     /// The check box "apply the default profile without prompting".
     bool AppliesDefault() const { return !program.settings.Flag(Section, "PromptForProfile", true); }
-    platform::Result<> SetAppliesDefault(bool applies) { return program.settings.Save(Section, "PromptForProfile", applies ? "0" : "1"); }
+    platform::Result<> SetAppliesDefault(bool applies)
+    {
+        return program.settings.Save(Section, "PromptForProfile", applies ? "0" : "1");
+    }
 
     static constexpr std::string_view Section = "Profiles";
 

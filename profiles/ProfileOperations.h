@@ -13,7 +13,9 @@ namespace profiles {
 class ProfileOperations {
 public:
     ProfileOperations(app::Program& program, ProfileManager& profiles, ProfileImages& images)
-        : program{program}, profiles{profiles}, images{images} {}
+        : program{program}, profiles{profiles}, images{images}
+    {
+    }
 
     /// A new profile with a valid name; `source` names the profile whose fields and pictures it gets, "" for an empty
     /// one. The first of all becomes the default. False when nothing was made.

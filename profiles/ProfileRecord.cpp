@@ -5,9 +5,9 @@ namespace profiles {
 std::string_view ValueName(Field field)
 {
     static constexpr std::array<std::string_view, FieldCount> names{
-        "FirstName", "LastName", "Title", "CompanyName", "AddressLine1", "AddressLine2", "City", "State", "ZipCode",
-        "Country", "PhoneOffice", "PhoneHome", "PhoneFax", "PhoneCell", "PhoneTollFree", "Pager No", "EmailAddress",
-        "Website", "DisclaimerLine1", "DisclaimerLine2"};
+        "FirstName",     "LastName", "Title",        "CompanyName", "AddressLine1",    "AddressLine2",   "City",
+        "State",         "ZipCode",  "Country",      "PhoneOffice", "PhoneHome",       "PhoneFax",       "PhoneCell",
+        "PhoneTollFree", "Pager No", "EmailAddress", "Website",     "DisclaimerLine1", "DisclaimerLine2"};
     return names[static_cast<std::size_t>(field)];
 }
 

@@ -16,7 +16,8 @@ inline constexpr std::size_t FieldCount = 20;
 
 enum class ImageKind : std::size_t { Logo, Portrait, Signature };
 inline constexpr std::size_t ImageCount = 3;
-inline constexpr std::array<ImageKind, ImageCount> AllImages{ImageKind::Logo, ImageKind::Portrait, ImageKind::Signature};
+inline constexpr std::array<ImageKind, ImageCount> AllImages{ImageKind::Logo, ImageKind::Portrait,
+                                                             ImageKind::Signature};
 
 /// The value's name in the profile's registry key, which the suite's templates read.
 std::string_view ValueName(Field field);

@@ -159,7 +159,7 @@ ExportOutcome ProfileTransfer::Export(std::string_view location, std::string_vie
 }
 
 std::expected<std::string, ExportOutcome> ProfileTransfer::ExportFolder(std::string_view typedLocation,
-                                                                      std::string_view folderName)
+                                                                        std::string_view folderName)
 {
     const std::string trimmed = text::Trimmed(typedLocation);
     if (trimmed.empty()) {
@@ -226,7 +226,8 @@ Result<std::vector<ProfileTransfer::PictureFolder>> ProfileTransfer::PictureFold
         return found;
     const auto entries = program.platform.files.List(folder);
     if (!entries)
-        return IsMissing(entries.error()) ? Result<std::vector<PictureFolder>>{found} : std::unexpected{entries.error()};
+        return IsMissing(entries.error()) ? Result<std::vector<PictureFolder>>{found}
+                                          : std::unexpected{entries.error()};
     for (const FileEntry& entry : *entries) {
         if (!entry.IsFolder() || entry.IsLink())
             continue;
@@ -249,7 +250,8 @@ Result<> ProfileTransfer::CopyPictures(FileBatch& batch, const std::vector<Pictu
         if (const auto made = batch.MakeFolder(target); !made)
             return made;
         for (const std::string& file : folder.files)
-            if (const auto copied = batch.Copy(path::Join(path::Join(from, folder.name), file), path::Join(target, file));
+            if (const auto copied =
+                    batch.Copy(path::Join(path::Join(from, folder.name), file), path::Join(target, file));
                 !copied)
                 return copied;
     }
@@ -267,7 +269,8 @@ bool ProfileTransfer::Import(std::string_view folder)
         program.messages.Stop(str::NoProfilesInFile);
         return false;
     }
-    // Two readers may take an odd line for two different things: the editor gets no file but what would be written here.
+    // Two readers may take an odd line for two different things: the editor gets no file but what would be written
+    // here.
     const bool isClean = IsPlainRegistryText(*bytes, keys, program.platform.locale);
     const std::string source{path::WithoutTrailingSeparator(folder)};
     const auto refused = [&](std::uint16_t message) {

@@ -28,7 +28,9 @@ public:
     static constexpr std::uint32_t EditorTime = 15'000;
 
     ProfileTransfer(app::Program& program, ProfileImages& images, std::uint32_t editorTime = EditorTime)
-        : program{program}, images{images}, editorTime{editorTime} {}
+        : program{program}, images{images}, editorTime{editorTime}
+    {
+    }
 
     /// Exports into a folder of this name below an existing folder. An earlier export there is replaced by a complete
     /// one or stays.
@@ -58,8 +60,8 @@ private:
     platform::Result<ExportedKeys> ReadProfiles() const;
     platform::Result<> WriteExport(FileBatch& batch, const ExportedKeys& profiles, const std::string& file);
     platform::Result<std::vector<PictureFolder>> PictureFolders(const std::string& folder) const;
-    platform::Result<> CopyPictures(FileBatch& batch, const std::vector<PictureFolder>& folders, const std::string& from,
-                                    const std::string& to);
+    platform::Result<> CopyPictures(FileBatch& batch, const std::vector<PictureFolder>& folders,
+                                    const std::string& from, const std::string& to);
     std::optional<std::string> ReadImport(std::string_view folder);
     platform::Result<> MergeImport(const ExportedKeys& wanted, const std::string& cleanFile);
     void RunEditor(const std::string& arguments);

@@ -52,8 +52,8 @@ std::string FromUtf16Bytes(std::string_view bytes)
 {
     std::u16string units;
     for (std::size_t i = 0; i + 1 < bytes.size(); i += 2)
-        units += static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) |
-                                       static_cast<unsigned char>(bytes[i + 1]) << 8);
+        units +=
+            static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) | static_cast<unsigned char>(bytes[i + 1]) << 8);
     return utf::ToUtf8<char16_t>(units);
 }
 

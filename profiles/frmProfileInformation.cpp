@@ -16,9 +16,9 @@ frmProfileInformation::frmProfileInformation(app::Program& program)
     : Form{program.toolkit, "frmProfileInformation", Style::Dialog, ui::Tag{494}}, program{program}
 {
     LoadCaptions(*this, program.strings);
-    Layout(Column(lblPurpose, lblChoice, Least(ui::Cell{}, SectionGap), chkDontRemind,
-                  Buttons(btnEditProfile, btnClose)),
-           Width);
+    Layout(
+        Column(lblPurpose, lblChoice, Least(ui::Cell{}, SectionGap), chkDontRemind, Buttons(btnEditProfile, btnClose)),
+        Width);
     // The check box comes first in the order, but the answer is what the user is asked for.
     btnEditProfile.SetFocus();
     btnEditProfile.Click = [this] {

@@ -20,7 +20,9 @@ struct Tag {
 
 /// What of a control changed by code, so that its peer can bring the native window in step. A peer reads the new
 /// state from the control.
-enum class Aspect { Caption, ToolTip, Bounds, Visible, Enabled, Focus, Value, Picture, Items, Selection, View, Columns, Scroll, LabelEdit };
+enum class Aspect {
+    Caption, ToolTip, Bounds, Visible, Enabled, Focus, Value, Picture, Items, Selection, View, Columns, Scroll, LabelEdit
+};
 
 /// The native side of one control. The control owns it; it exists while the form's window exists.
 class ControlPeer {
@@ -44,7 +46,8 @@ public:
     /// The kind of control, as the caption loader knows it: "Label", "TabStrip", ...
     virtual std::string_view TypeName() const = 0;
 
-    /// Set at design time: string numbers as text (TagText: caption, ToolTipText: tool tip); the caption loader turns them into Caption and ToolTip.
+    /// Set at design time: string numbers as text (TagText: caption, ToolTipText: tool tip); the caption loader turns
+    /// them into Caption and ToolTip.
     std::string TagText;
     std::string ToolTipText;
     /// For tests and saved pictures; not shown.

@@ -170,8 +170,8 @@ void Form::Layout(Cell content, int width)
 void Form::PlaceControls()
 {
     if (layout)
-        Place(*layout, {LayoutMargin, LayoutMargin, clientSize.width - 2 * LayoutMargin,
-                        clientSize.height - 2 * LayoutMargin});
+        Place(*layout,
+              {LayoutMargin, LayoutMargin, clientSize.width - 2 * LayoutMargin, clientSize.height - 2 * LayoutMargin});
 }
 
 void Form::TellFocus()

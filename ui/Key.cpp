@@ -8,8 +8,8 @@ namespace {
 std::string CodeText(KeyCode code)
 {
     static constexpr std::pair<KeyCode, const char*> named[] = {
-        {KeyCode::Backspace, "Backspace"}, {KeyCode::Tab, "Tab"},       {KeyCode::Enter, "Enter"},
-        {KeyCode::Escape, "Esc"},          {KeyCode::Delete, "Del"},    {KeyCode::Insert, "Ins"},
+        {KeyCode::Backspace, "Backspace"}, {KeyCode::Tab, "Tab"},    {KeyCode::Enter, "Enter"},
+        {KeyCode::Escape, "Esc"},          {KeyCode::Delete, "Del"}, {KeyCode::Insert, "Ins"},
         {KeyCode::Apps, "Menu"},
     };
     for (const auto& [key, text] : named)

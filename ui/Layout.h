@@ -19,9 +19,9 @@ struct Cell {
     Kind kind{Kind::Space};
     Control* control{};
     std::vector<Cell> cells;
-    bool fill{};      ///< takes what is left over, in the direction of its row or column
-    Size minimum{};   ///< twips
-    bool equal{};     ///< cells share the width of the widest
+    bool fill{};        ///< takes what is left over, in the direction of its row or column
+    Size minimum{};     ///< twips
+    bool equal{};       ///< cells share the width of the widest
     int gap{LayoutGap}; ///< twips between the cells
 
     Cell() = default;

@@ -38,9 +38,10 @@ TreeView::Node* TreeView::Add(Node* parent, std::string key, std::string text, i
     auto& siblings = parent != nullptr ? parent->children : roots;
     auto place = siblings.end();
     if (parent != nullptr && parent->sorted)
-        place = std::ranges::upper_bound(siblings, node->text, [this](const std::string& a, const std::string& b) {
-            return (Compare ? Compare(a, b) : a.compare(b)) < 0;
-        }, [](const std::unique_ptr<Node>& sibling) -> const std::string& { return sibling->text; });
+        place = std::ranges::upper_bound(
+            siblings, node->text,
+            [this](const std::string& a, const std::string& b) { return (Compare ? Compare(a, b) : a.compare(b)) < 0; },
+            [](const std::unique_ptr<Node>& sibling) -> const std::string& { return sibling->text; });
     Node* added = node.get();
     siblings.insert(place, std::move(node));
     ItemsChanged();

@@ -5,7 +5,6 @@
 #include "ui/TabStrip.h"
 #include "ui/ToolBar.h"
 
-
 namespace app {
 namespace {
 

@@ -16,7 +16,7 @@ public:
     /// hand should end now, because the window it works for is closing.
     bool Increment();
 
-    int ProgressCount{};    ///< percent
+    int ProgressCount{}; ///< percent
     bool ProgressStopped{true};
     bool Cancelled{};
     /// Shows the new count; set while the progress window is there.

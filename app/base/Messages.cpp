@@ -4,8 +4,8 @@ namespace app {
 
 bool Messages::Ask(std::string text)
 {
-    return toolkit.ShowMessage({std::move(text), state.ProductCaption, ui::Icon::Question, ui::MessageButtons::YesNo}) ==
-           ui::Answer::Yes;
+    return toolkit.ShowMessage({std::move(text), state.ProductCaption, ui::Icon::Question,
+                                ui::MessageButtons::YesNo}) == ui::Answer::Yes;
 }
 
 void Messages::Show(std::string text, ui::Icon icon)

@@ -13,7 +13,9 @@ namespace app {
 class Messages {
 public:
     Messages(ui::Toolkit& toolkit, const StringTable& strings, const StartUpState& state)
-        : toolkit{toolkit}, strings{strings}, state{state} {}
+        : toolkit{toolkit}, strings{strings}, state{state}
+    {
+    }
 
     void Inform(std::string text) { Show(std::move(text), ui::Icon::Information); }
     void Inform(std::uint16_t id) { Inform(strings.LoadString(id)); }

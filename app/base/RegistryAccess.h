@@ -20,7 +20,9 @@ public:
     using Value = std::variant<std::string, std::uint32_t, std::vector<std::uint8_t>>;
 
     RegistryAccess(platform::Registry& registry, Messages& messages, ui::Toolkit& toolkit)
-        : registry{registry}, messages{messages}, toolkit{toolkit} {}
+        : registry{registry}, messages{messages}, toolkit{toolkit}
+    {
+    }
 
     /// Nothing when the value is missing, of another type, or longer than 255 characters (or bytes).
     std::optional<Value> QueryValue(platform::Hive hive, std::string_view subKey, std::string_view name) const;

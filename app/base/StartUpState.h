@@ -6,13 +6,13 @@ namespace app {
 
 /// What one start of the browser settles once and everything else reads.
 struct StartUpState {
-    std::string HostKind; ///< "EXE" when the browser runs by itself
+    std::string HostKind;                        ///< "EXE" when the browser runs by itself
     std::string StartArg2, StartArg3, StartArg4; ///< kept for the host, unchanged
-    std::string ProductCaption; ///< title of every message box, section of Support.ini
+    std::string ProductCaption;                  ///< title of every message box, section of Support.ini
     std::string ProductName;
-    std::string SettingsAppName; ///< application name of the settings store
-    std::string MsoVersion; ///< accepted Office generation
-    std::string TemplatesPath; ///< where templates are read from, with a trailing "\"
+    std::string SettingsAppName;                      ///< application name of the settings store
+    std::string MsoVersion;                           ///< accepted Office generation
+    std::string TemplatesPath;                        ///< where templates are read from, with a trailing "\"
     std::string HddTemplatesPath, CdromTemplatesPath; ///< as stored
     std::string ShowPathToggle;
     std::string ListingPattern; ///< TemplatesPath and "*.*", for listing it
@@ -20,7 +20,7 @@ struct StartUpState {
     bool TemplatesPathError{};
     bool FindPaneOpen{};
     bool BrowserReady{};
-    bool MainLoaded{}; ///< the main window has been loaded and filled
+    bool MainLoaded{};         ///< the main window has been loaded and filled
     std::string ProgramFolder; ///< where the program lies, without a trailing separator
 };
 

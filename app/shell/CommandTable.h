@@ -13,16 +13,16 @@ namespace app {
 
 /// One thing the user can ask for. Menu entries, toolbar buttons, pop-up entries and keys are all made from it.
 struct Command {
-    std::string name;       ///< also the name of its menu entry
-    int caption{};          ///< string number; 0: `text` stands as it is
-    std::string text;       ///< design-time caption
-    int toolTip{};          ///< string number; 0: none
-    std::string image;      ///< one of the program's pictures; "" for none
+    std::string name;  ///< also the name of its menu entry
+    int caption{};     ///< string number; 0: `text` stands as it is
+    std::string text;  ///< design-time caption
+    int toolTip{};     ///< string number; 0: none
+    std::string image; ///< one of the program's pictures; "" for none
     ui::Key key;
-    std::function<void()> run; ///< none: nothing in the program does this yet, and it shows disabled
-    std::function<bool()> enabled; ///< none: always
-    std::function<bool()> checked; ///< none: not a switch
-    std::function<bool()> visible; ///< none: always
+    std::function<void()> run;            ///< none: nothing in the program does this yet, and it shows disabled
+    std::function<bool()> enabled;        ///< none: always
+    std::function<bool()> checked;        ///< none: not a switch
+    std::function<bool()> visible;        ///< none: always
     std::function<std::string()> textNow; ///< caption of an entry that changes; none: it stays
 };
 
@@ -41,7 +41,8 @@ public:
         std::vector<std::string> entries;
     };
     /// Adds the entries to `menu`. An entry "name>" opens a sub-menu of that name from `subMenus`.
-    void Fill(ui::Menu& menu, const std::vector<std::string>& entries, const std::vector<MenuLayout>& subMenus = {}) const;
+    void Fill(ui::Menu& menu, const std::vector<std::string>& entries,
+              const std::vector<MenuLayout>& subMenus = {}) const;
     void FillToolBar(ui::ToolBar& bar, const std::vector<std::string>& entries);
 
     /// Brings the states of everything made from the commands up to date.

@@ -45,9 +45,10 @@ ui::Rect PlacementWithin(const ui::Rect& stored, const std::vector<ui::Rect>& wo
     const auto reachable = std::ranges::find_if(workAreas, [&](const ui::Rect& a) { return CanBeReached(stored, a); });
     if (reachable != workAreas.end() && FitsOnAll(stored, workAreas))
         return stored;
-    const ui::Rect& area = reachable != workAreas.end()
-                               ? *reachable
-                               : *std::ranges::min_element(workAreas, {}, [&](const ui::Rect& a) { return Distance(stored, a); });
+    const ui::Rect& area =
+        reachable != workAreas.end()
+            ? *reachable
+            : *std::ranges::min_element(workAreas, {}, [&](const ui::Rect& a) { return Distance(stored, a); });
     ui::Rect window = stored;
     window.width = std::min(window.width, area.width);
     window.height = std::min(window.height, area.height);

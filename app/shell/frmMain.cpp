@@ -24,9 +24,9 @@ constexpr int SplitterWidth = 75;
 constexpr int VertSplitterMargin = 300;       ///< never further left
 constexpr int VertSplitterRightMargin = 3000; ///< never closer to the window's right edge
 constexpr int HorzSplitterMargin = 900;       ///< least height of the tree
-constexpr int LeastPreviewHeight = 2700; ///< the facts, and a picture that shows something
+constexpr int LeastPreviewHeight = 2700;      ///< the facts, and a picture that shows something
 constexpr int PaneMargin = 60;
-constexpr int FactsHeight = 840;   ///< four lines of text
+constexpr int FactsHeight = 840;        ///< four lines of text
 constexpr int LeastStoredHeight = 4500; ///< a window that is hardly more than its title bar is damage, too
 constexpr int PlacementLimit = 200'000; ///< a stored coordinate beyond this is damage
 
@@ -47,12 +47,13 @@ constexpr StoredColumn columns[] = {
 
 frmMain::frmMain(Program& program)
     : Form{program.toolkit, "frmMain", Style::Sizable}, program{program}, templateLibrary{program, tvTreeView},
-      favorites{program}, folders{program, tvTreeView, templateLibrary, favorites}, tabs{program, fileTypeTabStrip}, templates{program, lvListView},
-      thumbnails{program, templates}, preview{program, imgPreview, lblPreview},
+      favorites{program}, folders{program, tvTreeView, templateLibrary, favorites}, tabs{program, fileTypeTabStrip},
+      templates{program, lvListView}, thumbnails{program, templates}, preview{program, imgPreview, lblPreview},
       launcher{program.platform.shell, program.platform.files, program.registry,
                program.messages,       program.toolkit,        program.strings},
-      spreadsheets{program.platform.files, program.platform.shell, program.registry},
-      opener{launcher, spreadsheets, program.messages}, recentFiles{program}, recentDocuments{program}, help{program, launcher},
+      spreadsheets{program.platform.files, program.platform.shell, program.registry}, opener{launcher, spreadsheets,
+                                                                                             program.messages},
+      recentFiles{program}, recentDocuments{program}, help{program, launcher},
       profileDialogs{program, [this](std::string_view topic) { help.Open(topic); }}
 {
     SetCaption(program.state.ProductCaption);
@@ -102,8 +103,10 @@ bool frmMain::LoadTemplateBrowser()
 {
     {
         const Busy guard{*this};
-        horzSplitterTop = program.settings.Number(Section, "HorzSplitterTop", DefaultHorzSplitterTop, 0, PlacementLimit);
-        vertSplitterLeft = program.settings.Number(Section, "VertSplitterLeft", DefaultVertSplitterLeft, 0, PlacementLimit);
+        horzSplitterTop =
+            program.settings.Number(Section, "HorzSplitterTop", DefaultHorzSplitterTop, 0, PlacementLimit);
+        vertSplitterLeft =
+            program.settings.Number(Section, "VertSplitterLeft", DefaultVertSplitterLeft, 0, PlacementLimit);
         GetQuenbyFileOption();
         PreviousRunSettings();
         favorites.GetFavoritesFromRegistry();

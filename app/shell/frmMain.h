@@ -117,7 +117,7 @@ private:
     ui::ListView::View plainView{ui::ListView::View::LargeIcons}; ///< the last one that was not the thumbnails
     bool folderListOn{true};
     bool previewPaneOn{true};
-    int busy{};          ///< routines on the stack that yield
+    int busy{};           ///< routines on the stack that yield
     bool closeWhenIdle{}; ///< the window was closed in the middle of one of them
 
     /// Marks a routine that yields. A close that comes while one is on the stack waits until the last of them is done,

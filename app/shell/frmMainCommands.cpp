@@ -66,8 +66,8 @@ void frmMain::AddCommands()
 
     commands.Add({.name = "mnuFileNew", .caption = 102, .toolTip = 141, .image = "new", .key = ui::Ctrl('N'),
                   .run = [this] { opener.CreateDocument(SelectedPath()); }, .enabled = hasSelection});
-    commands.Add({.name = "mnuFileNewDocument", .caption = 226, .run = [this] { opener.CreateDocument(SelectedPath()); },
-                  .enabled = hasSelection});
+    commands.Add({.name = "mnuFileNewDocument", .caption = 226,
+                  .run = [this] { opener.CreateDocument(SelectedPath()); }, .enabled = hasSelection});
     commands.Add({.name = "mnuFileNewTemplate", .caption = 227, .run = [this] { lvListView_DblClick(); },
                   .enabled = hasSelection});
     commands.Add({.name = "mnuFileOpen", .text = "&Open", .image = "open", .key = ui::Ctrl('O'),
@@ -81,7 +81,8 @@ void frmMain::AddCommands()
         return tvTreeView.Selected() != nullptr && folderListOn && !templateLibrary.Loading();
     };
     commands.Add({.name = "mnupopRenamefolder", .caption = 526, .toolTip = 526, .image = "rename",
-                  .key = ui::Plain(ui::KeyCode::F2), .run = [this] { folders.StartRename(); }, .enabled = canChangeFolder});
+                  .key = ui::Plain(ui::KeyCode::F2), .run = [this] { folders.StartRename(); },
+                  .enabled = canChangeFolder});
     commands.Add({.name = "mnupopDeletefolder", .caption = 525, .toolTip = 525, .image = "delete",
                   .run = [this] { mnupopDeletefolder_Click(); }, .enabled = canChangeFolder});
     commands.Add({.name = "mnuAddToFavorites", .caption = 355, .toolTip = 355, .image = "add-favorite",
@@ -171,7 +172,8 @@ void frmMain::BuildMenus()
         {"mnuView", 113,
          {"mnuViewLargeIcons", "mnuViewSmallIcons", "mnuViewList", "mnuViewDetails", "mnuViewThumbnails", "-",
           "mnuViewFolderList", "mnuViewPreviewPane", "-", "mnuRefreshTV"}},
-        {"mnuOptions", 121, {"mnuSettingsWord", "mnuSettingsPPT", "mnuSettingsXL", "mnuSettingsPhoto", "-", "mnuHistory"}},
+        {"mnuOptions", 121,
+         {"mnuSettingsWord", "mnuSettingsPPT", "mnuSettingsXL", "mnuSettingsPhoto", "-", "mnuHistory"}},
         {"mnuProfiles", 373, {"mnuProfileEdit", "mnuProfileManage", "mnuProfileImportExport"}},
         {"mnuTools", 392,
          {"mnuRecentDocuments", "-", "mnuInstallNewTemplates", "mnuSolutionPackManager", "mnuGetNewDesigns"}},
@@ -181,7 +183,8 @@ void frmMain::BuildMenus()
         {"mnuNew", 102, {"mnuFileNewDocument", "mnuFileNewTemplate"}},
     };
     for (const CommandTable::MenuLayout& menu : menus)
-        commands.Fill(MenuBar.Add(std::make_unique<ui::Menu>(menu.name, ui::Tag{menu.caption})), menu.entries, subMenus);
+        commands.Fill(MenuBar.Add(std::make_unique<ui::Menu>(menu.name, ui::Tag{menu.caption})), menu.entries,
+                      subMenus);
 
     commands.Fill(mnuTreePopup, {"mnuRefreshTV", "-", "mnupopRenamefolder", "mnupopDeletefolder"});
     commands.Fill(mnuListPopup, {"mnuFileOpen", "mnuFileNew", "mnuFilePreview", "-", "mnuAddToFavorites",

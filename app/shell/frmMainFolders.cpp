@@ -84,8 +84,8 @@ void frmMain::mnuAddToFavorites_Click()
         return;
     }
     const std::size_t root = library::DiskPath(program.state.TemplatesPath, "").size(); // its last "\\" included
-    favorites.AddToFavorites(library::WithoutCreateNew(path.substr(std::min(root, path.size())),
-                                                       program.Text(str::CreateNew)), row->text);
+    favorites.AddToFavorites(
+        library::WithoutCreateNew(path.substr(std::min(root, path.size())), program.Text(str::CreateNew)), row->text);
 }
 
 void frmMain::mnuRemoveFromFavorites_Click()

@@ -44,8 +44,9 @@ frmTSOCXLoadProgressIndicator::~frmTSOCXLoadProgressIndicator()
 void frmTSOCXLoadProgressIndicator::ShowCount(int percent)
 {
     prgLoad.SetValue(percent);
-    lblProgress.SetCaption(program.Text(str::PleaseWait) + program.state.ProductCaption + program.Text(str::BrowserLoads) +
-                           " - " + std::to_string(percent) + program.Text(str::PercentDone));
+    lblProgress.SetCaption(program.Text(str::PleaseWait) + program.state.ProductCaption +
+                           program.Text(str::BrowserLoads) + " - " + std::to_string(percent) +
+                           program.Text(str::PercentDone));
 }
 
 } // namespace app

@@ -196,7 +196,8 @@ Result<> Win32FileSystem::Write(std::string_view path, std::string_view bytes)
     const auto native = ToNativePath(path);
     if (!native)
         return std::unexpected{native.error()};
-    FileHandle file{CreateFileW(native->c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr)};
+    FileHandle file{
+        CreateFileW(native->c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr)};
     if (!file)
         return LastError();
     Result<> outcome;

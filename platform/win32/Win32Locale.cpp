@@ -67,7 +67,8 @@ std::string Win32Locale::FromAnsi(std::string_view bytes)
     if (bytes.empty())
         return {};
     const int length = static_cast<int>(bytes.size());
-    std::wstring text(static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, nullptr, 0)), L'\0');
+    std::wstring text(static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, nullptr, 0)),
+                      L'\0');
     MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, text.data(), static_cast<int>(text.size()));
     return ToUtf8(text);
 }
@@ -77,8 +78,8 @@ std::optional<std::string> Win32Locale::ToAnsi(std::string_view text)
     const std::wstring wide = ToUtf16(text);
     const int length = static_cast<int>(wide.size());
     std::string bytes(wide.size() * 4, '\0'); // no code page takes more for one unit
-    const int written = WideCharToMultiByte(CP_ACP, 0, wide.data(), length, bytes.data(), static_cast<int>(bytes.size()),
-                                            nullptr, nullptr);
+    const int written = WideCharToMultiByte(CP_ACP, 0, wide.data(), length, bytes.data(),
+                                            static_cast<int>(bytes.size()), nullptr, nullptr);
     bytes.resize(static_cast<std::size_t>(written));
     // What comes back different had no character of its own: the system puts a similar one, or "?".
     if (FromAnsi(bytes) != text)

@@ -9,7 +9,7 @@ namespace platform::win32 {
 namespace {
 
 constexpr DWORD terminationTime = 2000; // milliseconds
-constexpr int lastErrorResult = 32; // of the shell: results above it mean that it worked
+constexpr int lastErrorResult = 32;     // of the shell: results above it mean that it worked
 
 Result<std::string> DocumentsFolder()
 {

@@ -48,7 +48,7 @@ public:
     std::deque<std::optional<std::string>> FileChoices;
     std::set<std::string> BrokenPictures;
     std::vector<OpenFileDialog> FilesAsked; ///< every file dialog that was shown
-    std::vector<MessageBox> Messages; ///< every box that was shown
+    std::vector<MessageBox> Messages;       ///< every box that was shown
     std::vector<std::string> Unexpected;
     std::vector<Form*> OpenForms;
     bool Busy{};

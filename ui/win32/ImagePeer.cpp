@@ -99,7 +99,8 @@ void ImagePeer::Paint()
     if (bitmap) {
         HDC memory = CreateCompatibleDC(context);
         const HGDIOBJ before = SelectObject(memory, bitmap.get());
-        BitBlt(context, edge + (room.cx - shown.cx) / 2, edge + (room.cy - shown.cy) / 2, shown.cx, shown.cy, memory, 0, 0, SRCCOPY);
+        BitBlt(context, edge + (room.cx - shown.cx) / 2, edge + (room.cy - shown.cy) / 2, shown.cx, shown.cy, memory, 0,
+               0, SRCCOPY);
         SelectObject(memory, before);
         DeleteDC(memory);
     } else if (!image.FallbackText().empty()) {

@@ -5,8 +5,8 @@
 namespace ui::win32 {
 namespace {
 
-constexpr int Width = 1500;      ///< twips
-constexpr int ManyLines = 4;     ///< lines in sight of a box of several
+constexpr int Width = 1500;              ///< twips
+constexpr int ManyLines = 4;             ///< lines in sight of a box of several
 constexpr WPARAM SelectAllCharacter = 1; ///< Ctrl+A, which older systems leave to the program
 
 DWORD StyleOf(const TextBox& box)
@@ -73,7 +73,9 @@ std::wstring TextBoxPeer::NativeText() const
 
 void TextBoxPeer::ShowSelection()
 {
-    const auto units = [&](std::size_t bytes) { return ToNative(std::string_view{box.Text()}.substr(0, bytes)).size(); };
+    const auto units = [&](std::size_t bytes) {
+        return ToNative(std::string_view{box.Text()}.substr(0, bytes)).size();
+    };
     Send(EM_SETSEL, units(box.SelStart()), static_cast<LPARAM>(units(box.SelStart() + box.SelLength())));
     Send(EM_SCROLLCARET);
 }

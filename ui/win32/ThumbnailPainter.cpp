@@ -14,8 +14,8 @@ constexpr int BorderPart = 13;
 /// The size with the picture's proportions that just fits.
 SIZE FittedInto(const PixelBuffer& picture, SIZE room)
 {
-    const double scale = std::min(static_cast<double>(room.cx) / picture.Width(),
-                                  static_cast<double>(room.cy) / picture.Height());
+    const double scale =
+        std::min(static_cast<double>(room.cx) / picture.Width(), static_cast<double>(room.cy) / picture.Height());
     return {std::max(1L, static_cast<LONG>(picture.Width() * scale)),
             std::max(1L, static_cast<LONG>(picture.Height() * scale))};
 }

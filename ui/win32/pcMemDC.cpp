@@ -74,8 +74,8 @@ PixelBuffer pcMemDC::Picture() const
     BITMAPINFO description = picture.Description();
     // The bitmap must not be selected while it is read.
     SelectObject(context, formerBitmap);
-    const int rows = GetDIBits(context, bitmap.get(), 0, static_cast<UINT>(height), picture.Bytes(), &description,
-                               DIB_RGB_COLORS);
+    const int rows =
+        GetDIBits(context, bitmap.get(), 0, static_cast<UINT>(height), picture.Bytes(), &description, DIB_RGB_COLORS);
     SelectObject(context, bitmap.get());
     if (rows != height)
         return {};

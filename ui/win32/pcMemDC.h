@@ -18,8 +18,8 @@ public:
     void CreateFromPicture(const PixelBuffer& picture);
     /// The same from a bitmap, which stays the caller's.
     void CreateFromHBitmap(HBITMAP picture);
-    /// Draws a picture into a place (pixels), stretched where the sizes differ. `operation` is a raster operation such as
-    /// SRCCOPY.
+    /// Draws a picture into a place (pixels), stretched where the sizes differ. `operation` is a raster operation such
+    /// as SRCCOPY.
     void PaintPicture(const PixelBuffer& picture, const RECT& place, DWORD operation);
     /// What the context holds now, opaque.
     PixelBuffer Picture() const;
