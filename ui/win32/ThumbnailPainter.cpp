@@ -25,6 +25,7 @@ PixelBuffer LoadEither(const Thumbnail& thumbnail, SIZE room)
     PixelBuffer picture = PictureLoader::Load(thumbnail.picture, room);
     if (picture.Empty() && thumbnail.fallback != thumbnail.picture)
         picture = PictureLoader::Load(thumbnail.fallback, room);
+    picture.Flatten(RGB(255, 255, 255)); // a memory context has no alpha: what shows through is paper
     return picture;
 }
 
