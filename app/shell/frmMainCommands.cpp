@@ -138,11 +138,11 @@ void frmMain::AddCommands()
             (profileDialogs.*open)();
         };
     };
-    commands.Add({.name = "mnuProfileEdit", .caption = 374, .toolTip = 417, .image = "profiles",
+    commands.Add({.name = "mnuProfileEdit", .caption = 374, .toolTip = 417, .image = "profiles", .key = ui::Ctrl('E'),
                   .run = withProfiles(&profiles::ProfileDialogs::EditProfile)});
-    commands.Add({.name = "mnuProfileManage", .caption = 375, .toolTip = 375, .image = "profiles",
+    commands.Add({.name = "mnuProfileManage", .caption = 375, .toolTip = 375, .image = "profiles", .key = ui::Ctrl('M'),
                   .run = withProfiles(&profiles::ProfileDialogs::ManageProfiles)});
-    commands.Add({.name = "mnuProfileImportExport", .caption = 376, .toolTip = 482,
+    commands.Add({.name = "mnuProfileImportExport", .caption = 376, .toolTip = 482, .key = ui::Ctrl('I'),
                   .run = withProfiles(&profiles::ProfileDialogs::ImportOrExport)});
     for (const LaterCommand& later : laterCommands)
         commands.Add({.name = later.name, .caption = later.caption, .text = later.text, .toolTip = later.toolTip,
