@@ -55,8 +55,8 @@ std::optional<int> DecodeQueue::Done(int row)
     std::optional<int> farthest;
     int distance = 0;
     for (int other = 0; other < Rows(); ++other) {
-        const int away = std::max(firstShown - other, other - lastShown);
-        if (IsDone(other) && !IsShown(other) && away > distance) {
+        const int away = std::max(firstShown - other, other - lastShown); // not above 0 for a row in view
+        if (IsDone(other) && away > distance) {
             farthest = other;
             distance = away;
         }

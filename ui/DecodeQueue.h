@@ -29,7 +29,6 @@ private:
     int before{}; ///< rows from firstShown - 1 down to here are done
 
     int Rows() const { return static_cast<int>(done.size()); }
-    bool IsShown(int row) const { return row >= firstShown && row <= lastShown; }
 };
 
 } // namespace ui

@@ -86,7 +86,7 @@ TEST_F(ThumbnailsTest, TheViewIsAModeLikeTheOthersAndIsRemembered)
     Main().tvTreeView.UserSelects("Business");
     Main().lvListView.UserSelects(3);
     ASSERT_EQ(Main().Templates().Selected()->text, "Terms");
-    toolkit.Screen = {640, 480};
+    toolkit.Screen = {640, 900};
     toolkit.ExpectMessage(Text(277), ui::Icon::Information);
     EXPECT_TRUE(Run("mnuViewThumbnails"));
     EXPECT_EQ(Main().lvListView.GetView(), ui::ListView::View::Details);
