@@ -91,6 +91,7 @@ void ListViewPeer::Sync(Aspect aspect)
     case Aspect::View:
         SyncLargeSide();
         SyncView();
+        Arrange();
         SyncSelection();
         break;
     case Aspect::Columns:
@@ -127,9 +128,10 @@ void ListViewPeer::SyncLargeSide()
     if (showsThumbnails)
         thumbnailRoom.reset(
             ImageList_Create(Pixels(ThumbnailSize.width), Pixels(ThumbnailSize.height), ILC_COLOR32, 0, 1));
+    // The pictures come last: they make the control take the height of a line anew, by which it scrolls.
+    Send(LVM_SETICONSPACING, 0, MAKELPARAM(Pixels(spacing.width), Pixels(spacing.height)));
     Send(LVM_SETIMAGELIST, LVSIL_NORMAL,
          reinterpret_cast<LPARAM>(showsThumbnails ? thumbnailRoom.get() : largeImages.get()));
-    Send(LVM_SETICONSPACING, 0, MAKELPARAM(Pixels(spacing.width), Pixels(spacing.height)));
     ResetThumbnails();
 }
 
@@ -204,17 +206,15 @@ LRESULT ListViewPeer::OnCustomDraw(const NMLVCUSTOMDRAW& draw)
         return CDRF_NOTIFYITEMDRAW;
     case CDDS_ITEMPREPAINT:
         return CDRF_NOTIFYPOSTPAINT;
-    case CDDS_ITEMPOSTPAINT: {
-        const int row = static_cast<int>(draw.nmcd.dwItemSpec);
-        DrawThumbnail(draw.nmcd.hdc, row, row == list.Selected());
+    case CDDS_ITEMPOSTPAINT:
+        DrawThumbnail(draw.nmcd.hdc, static_cast<int>(draw.nmcd.dwItemSpec));
         return CDRF_DODEFAULT;
-    }
     default:
         return CDRF_DODEFAULT;
     }
 }
 
-void ListViewPeer::DrawThumbnail(HDC context, int row, bool isSelected)
+void ListViewPeer::DrawThumbnail(HDC context, int row)
 {
     const RECT room = IconPlace(row);
     if (!thumbnails.IsDone(row)) {
@@ -226,7 +226,8 @@ void ListViewPeer::DrawThumbnail(HDC context, int row, bool isSelected)
         ImageList_Draw(largeImages.get(), list.Model()->Icon(row), context, (room.left + room.right - width) / 2,
                        (room.top + room.bottom - height) / 2, ILD_NORMAL);
     }
-    if (!isSelected)
+    // The native state: rows are drawn before the model hears of another selection.
+    if (Send(LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED) == 0)
         return;
     RECT line = room;
     const HBRUSH brush = GetSysColorBrush(GetFocus() == Handle() ? COLOR_HIGHLIGHT : COLOR_BTNSHADOW);
@@ -242,14 +243,21 @@ void ListViewPeer::SyncRows()
     Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list.Rows()), 0);
     ResetThumbnails();
     SyncView();
-    // Rows past the old count have no place in the icon views until they are arranged.
-    Send(LVM_ARRANGE, LVA_DEFAULT);
+    Arrange();
     if (list.Selected() < 0) {
         Send(WM_VSCROLL, SB_TOP);
         Send(WM_HSCROLL, SB_LEFT);
     }
     SyncSelection();
     InvalidateRect(Handle(), nullptr, TRUE);
+}
+
+void ListViewPeer::Arrange()
+{
+    // Rows past the old count have no place in the icon views until they are arranged; and how far the list scrolls is
+    // told by the places that they had when the count was set.
+    Send(LVM_ARRANGE, LVA_DEFAULT);
+    Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list.Rows()), LVSICF_NOSCROLL);
 }
 
 void ListViewPeer::SyncSelection()

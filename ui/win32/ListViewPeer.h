@@ -38,6 +38,7 @@ private:
 
     int NativeSelection() const;
     void SyncRows();
+    void Arrange();
     void SyncSelection();
     void ShowSelection();
     void SyncView();
@@ -51,7 +52,7 @@ private:
     int RowAtOrBelow(int y) const;
     RECT IconPlace(int row) const;
     LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& draw);
-    void DrawThumbnail(HDC context, int row, bool isSelected);
+    void DrawThumbnail(HDC context, int row);
     int FindRow(const NMLVFINDITEMW& search) const;
     void OnRightButton(POINT point);
     void OpenMenuAtSelection();

@@ -179,6 +179,30 @@ TEST_F(ListViewWindowTest, GivesRowsThatARefillAddsAPlaceInEveryView)
     }
 }
 
+TEST_F(ListViewWindowTest, TheKeyboardScrollsTheSelectionIntoViewInEveryView)
+{
+    for (const auto view : {ui::ListView::View::LargeIcons, ui::ListView::View::SmallIcons, ui::ListView::View::List,
+                            ui::ListView::View::Details, ui::ListView::View::Thumbnails}) {
+        form.lvList.SetView(view);
+        form.lvList.Select(0);
+        Pump();
+        for (const WORD key : {WORD{VK_END}, WORD{VK_HOME}}) {
+            Press(key);
+            Pump();
+            RECT client{};
+            GetClientRect(list, &client);
+            RECT place{};
+            place.left = LVIR_BOUNDS;
+            SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(form.lvList.Selected()),
+                         reinterpret_cast<LPARAM>(&place));
+            EXPECT_EQ(form.lvList.Selected(), key == VK_END ? form.Rows.Count - 1 : 0);
+            EXPECT_TRUE(place.top >= 0 && place.bottom <= client.bottom)
+                << "view " << static_cast<int>(view) << ": " << place.top << " to " << place.bottom << " of "
+                << client.bottom;
+        }
+    }
+}
+
 TEST_F(ListViewWindowTest, DrawsTheEmptyTextInItsOwnArea)
 {
     const auto inked = [&] {

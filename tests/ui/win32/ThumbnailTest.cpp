@@ -171,6 +171,24 @@ TEST_F(ThumbnailTest, AListShowsThemTheVisibleOnesFirstAndNeverKeepsTheUserWaiti
     UpdateWindow(list);
     EXPECT_GT(std::ranges::count(Capture(list), 0x212121u), 100 * 100);
 
+    // One row alone is marked, whichever way the selection moved.
+    const auto marked = [&](int row) {
+        RECT place{};
+        place.left = LVIR_ICON;
+        SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
+        UpdateWindow(list);
+        return Capture(list).at(static_cast<std::size_t>(place.top * client.right + place.left)) != 0xFFFFFF;
+    };
+    form.lvList.Select(0);
+    toolkit.DoEvents();
+    Focus(form.lvList);
+    Press(VK_RIGHT);
+    EXPECT_FALSE(marked(0));
+    EXPECT_TRUE(marked(1));
+    form.lvList.Select(2);
+    EXPECT_FALSE(marked(1));
+    EXPECT_TRUE(marked(2));
+
     // Another folder drops what was not composed yet.
     form.lvList.Refill();
     toolkit.DoEvents();
