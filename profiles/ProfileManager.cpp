@@ -75,6 +75,7 @@ std::vector<std::string> ProfileManager::DisplayNames() const
 {
     const std::string defaultName = Comparable(GetDefaultProfile());
     std::vector<std::string> shown;
+    shown.reserve(names.size());
     for (const std::string& name : names)
         shown.push_back(Comparable(name) == defaultName ? name + std::string{DefaultSuffix} : name);
     return shown;

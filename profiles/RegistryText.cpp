@@ -169,8 +169,11 @@ std::optional<std::string> TakeQuoted(std::string_view& line)
             line.remove_prefix(i + 1);
             return result;
         }
-        if (line[i] == '\\' && (++i == line.size() || (line[i] != '\\' && line[i] != '"')))
-            return std::nullopt;
+        if (line[i] == '\\') {
+            ++i;
+            if (i == line.size() || (line[i] != '\\' && line[i] != '"'))
+                return std::nullopt;
+        }
         result += line[i];
     }
     return std::nullopt;

@@ -47,8 +47,8 @@ frmImages::Picture::Picture(ui::Form& form, ImageKind kind, int frameTag, int te
     image.Box = PictureBox;
 }
 
-frmImages::frmImages(app::Program& program, ProfileManager& profiles, ProfileImages& images, std::string profileName,
-                     std::function<void()> openHelp)
+frmImages::frmImages(app::Program& program, ProfileManager& profiles, ProfileImages& images,
+                     std::string_view profileName, std::function<void()> openHelp)
     : Form{program.toolkit, "frmImages", Style::Dialog, ui::Tag{456}}, program{program}, profiles{profiles},
       images{images}, profile{WithoutDefaultSuffix(profileName)}
 {

@@ -13,6 +13,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace profiles {
 
@@ -20,7 +21,7 @@ namespace profiles {
 class frmImages final : public ui::Form {
 public:
     /// Loads `profile` into profiles.Current and tells of pictures that are gone.
-    frmImages(app::Program& program, ProfileManager& profiles, ProfileImages& images, std::string profile,
+    frmImages(app::Program& program, ProfileManager& profiles, ProfileImages& images, std::string_view profile,
               std::function<void()> openHelp);
 
     /// What the dialog shows of one picture, and what is to become of it.
