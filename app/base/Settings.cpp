@@ -21,9 +21,18 @@ std::string SectionKey(std::string_view app, std::string_view section)
 std::string Settings::GetSetting(std::string_view app, std::string_view section, std::string_view key,
                                  std::string_view otherwise) const
 {
+    auto found = Find(app, section, key);
+    return found && *found ? std::move(**found) : std::string{otherwise};
+}
+
+platform::Result<std::optional<std::string>> Settings::Find(std::string_view app, std::string_view section,
+                                                            std::string_view key) const
+{
     auto value = registry.Query(Hive::CurrentUser, SectionKey(app, section), key);
+    if (!value && value.error() != platform::error::FileNotFound)
+        return std::unexpected{value.error()};
     if (!value || (value->type != ValueType::String && value->type != ValueType::ExpandString))
-        return std::string{otherwise};
+        return std::nullopt;
     return std::move(value->data);
 }
 
@@ -57,12 +66,10 @@ std::string Settings::Text(std::string_view section, std::string_view key, std::
 
 platform::Result<std::string> Settings::Read(std::string_view section, std::string_view key) const
 {
-    auto value = registry.Query(Hive::CurrentUser, SectionKey(state.SettingsAppName, section), key);
-    if (!value && value.error() != platform::error::FileNotFound)
-        return std::unexpected{value.error()};
-    if (!value || (value->type != ValueType::String && value->type != ValueType::ExpandString))
-        return std::string{};
-    return std::move(value->data);
+    auto found = Find(state.SettingsAppName, section, key);
+    if (!found)
+        return std::unexpected{found.error()};
+    return std::move(*found).value_or("");
 }
 
 int Settings::Number(std::string_view section, std::string_view key, int otherwise, int low, int high) const

@@ -3,6 +3,7 @@
 #include "app/base/StartUpState.h"
 #include "platform/Registry.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -39,6 +40,10 @@ public:
 private:
     platform::Registry& registry;
     const StartUpState& state;
+
+    /// A text; nothing when it is absent or no text.
+    platform::Result<std::optional<std::string>> Find(std::string_view app, std::string_view section,
+                                                      std::string_view key) const;
 };
 
 } // namespace app

@@ -191,13 +191,19 @@ Result<MemoryFileSystem::Place> MemoryFileSystem::Find(std::string_view path, bo
     return place;
 }
 
+Result<MemoryFileSystem::Place> MemoryFileSystem::FindEntry(std::string_view path, bool followLast) const
+{
+    auto place = Find(path, followLast);
+    if (place && !place->node)
+        return Fail(error::FileNotFound);
+    return place;
+}
+
 Result<MemoryFileSystem::Node*> MemoryFileSystem::FindFollowed(std::string_view path) const
 {
-    const auto place = Find(path, true);
+    const auto place = FindEntry(path, true);
     if (!place)
         return Fail(place.error());
-    if (!place->node)
-        return Fail(error::FileNotFound);
     return place->node;
 }
 
@@ -228,11 +234,9 @@ Result<FileEntry> MemoryFileSystem::Stat(std::string_view path)
 {
     if (const auto fault = faults.Enter("FileSystem.Stat", path))
         return Fail(*fault);
-    const auto place = Find(path, false);
+    const auto place = FindEntry(path, false);
     if (!place)
         return Fail(place.error());
-    if (!place->node)
-        return Fail(error::FileNotFound);
     return place->node->entry;
 }
 
@@ -263,11 +267,9 @@ Result<> MemoryFileSystem::Move(std::string_view from, std::string_view to)
 {
     if (const auto fault = faults.Enter("FileSystem.Move", std::string{from}.append(" -> ").append(to)))
         return Fail(*fault);
-    const auto source = Find(from, false);
+    const auto source = FindEntry(from, false);
     if (!source)
         return Fail(source.error());
-    if (!source->node)
-        return Fail(error::FileNotFound);
     if (!source->parent)
         return Fail(error::AccessDenied);
     const auto place = Find(to, false);
@@ -301,11 +303,9 @@ Result<> MemoryFileSystem::DeleteFile(std::string_view path)
 {
     if (const auto fault = faults.Enter("FileSystem.DeleteFile", path))
         return Fail(*fault);
-    const auto place = Find(path, false);
+    const auto place = FindEntry(path, false);
     if (!place)
         return Fail(place.error());
-    if (!place->node)
-        return Fail(error::FileNotFound);
     if (place->node->entry.IsFolder() || (place->node->entry.attributes & attribute::ReadOnly) != 0)
         return Fail(error::AccessDenied);
     if (place->node->heldOpen)
@@ -318,11 +318,9 @@ Result<> MemoryFileSystem::RemoveFolder(std::string_view path)
 {
     if (const auto fault = faults.Enter("FileSystem.RemoveFolder", path))
         return Fail(*fault);
-    const auto place = Find(path, false);
+    const auto place = FindEntry(path, false);
     if (!place)
         return Fail(place.error());
-    if (!place->node)
-        return Fail(error::FileNotFound);
     const Node& node = *place->node;
     if (!node.entry.IsFolder())
         return Fail(error::InvalidFolder);
@@ -380,11 +378,9 @@ Result<> MemoryFileSystem::Replace(std::string_view from, std::string_view to)
 {
     if (const auto fault = faults.Enter("FileSystem.Replace", std::string{from}.append(" -> ").append(to)))
         return Fail(*fault);
-    const auto source = Find(from, false);
+    const auto source = FindEntry(from, false);
     if (!source)
         return Fail(source.error());
-    if (!source->node)
-        return Fail(error::FileNotFound);
     const auto place = Find(to, false);
     if (!place)
         return Fail(place.error());

@@ -83,6 +83,8 @@ private:
     struct Place; ///< where an entry is or would be
 
     Result<Place> Find(std::string_view path, bool followLast, int linksLeft = 63) const;
+    /// The same for an entry that must be there; error::FileNotFound.
+    Result<Place> FindEntry(std::string_view path, bool followLast) const;
     Result<Node*> FindFollowed(std::string_view path) const;
     Node& Must(std::string_view path) const;
     void AddFolderAt(const Place& place);

@@ -82,6 +82,25 @@ TEST_F(MainWindowTest, TheSplittersStayWithinTheirLimits)
     }
 }
 
+TEST_F(MainWindowTest, ACloseWhileADialogIsOpenWaitsForIt)
+{
+    const std::pair<const char*, const char*> dialogs[] = {
+        {"mnuRecentDocuments", "frmRecentDocuments"},       {"mnuHistory", "frmOptionsHistory"},
+        {"mnuProfileEdit", "EnterSenderInformationForm"},   {"mnuProfileManage", "frmManageProfiles"},
+        {"mnuProfileImportExport", "frmOptionsImportExport"}};
+    for (const auto& [command, name] : dialogs) {
+        Start();
+        toolkit.OnModal(name, [&](ui::Form& form) {
+            EXPECT_FALSE(Main().Close()) << name;
+            form.UserCloses();
+        });
+        const app::frmMain& main = Main();
+        EXPECT_TRUE(main.Commands().Run(command)) << name;
+        EXPECT_FALSE(main.IsOpen()) << name;
+        toolkit.RunPosted();
+    }
+}
+
 TEST_F(MainWindowTest, ClosingSavesThePlaceOfTheNormalStateOnly)
 {
     Start();

@@ -223,4 +223,16 @@ Tree RegistrationTree(HKEY root)
     return tree;
 }
 
+void CopyKey(const wchar_t* from, const wchar_t* to)
+{
+    HKEY source = nullptr;
+    HKEY target = nullptr;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, from, 0, KEY_READ, &source) != ERROR_SUCCESS)
+        return;
+    RegCreateKeyExW(HKEY_CURRENT_USER, to, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &target, nullptr);
+    RegCopyTreeW(source, nullptr, target);
+    RegCloseKey(source);
+    RegCloseKey(target);
+}
+
 } // namespace harness

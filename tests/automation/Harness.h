@@ -85,4 +85,7 @@ std::map<std::wstring, std::wstring> RegistryTree(HKEY root, const std::wstring&
 /// bitnesses, and how many keys stand beside them.
 std::map<std::wstring, std::wstring> RegistrationTree(HKEY root);
 
+/// Copies one of the user's keys with all below it; nothing when it is not there.
+void CopyKey(const wchar_t* from, const wchar_t* to);
+
 } // namespace harness

@@ -25,7 +25,7 @@ protected:
         CreateDirectoryW((library + L"\\Letters").c_str(), nullptr);
         CloseHandle(CreateFileW((library + L"\\Letters\\Dear.swt").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0,
                                 nullptr));
-        CopyKey(Settings, SettingsBefore);
+        harness::CopyKey(Settings, SettingsBefore);
         RegDeleteTreeW(HKEY_CURRENT_USER, Settings);
         Set(L"Options", L"MSOVersion", L"XP");
         Set(L"Profiles", L"FirstRun", L"0");
@@ -36,7 +36,7 @@ protected:
     {
         harness::EndProcesses(ExeName);
         RegDeleteTreeW(HKEY_CURRENT_USER, Settings);
-        CopyKey(SettingsBefore, Settings);
+        harness::CopyKey(SettingsBefore, Settings);
         RegDeleteTreeW(HKEY_CURRENT_USER, SettingsBefore);
         DeleteFileW((library + L"\\Letters\\Dear.swt").c_str());
         RemoveDirectoryW((library + L"\\Letters").c_str());
@@ -46,17 +46,6 @@ protected:
     static DWORD Run(const wchar_t* arguments)
     {
         return harness::Child{harness::OwnFolder() + L"..\\..\\" + ExeName, arguments}.ExitCode();
-    }
-    static void CopyKey(const wchar_t* from, const wchar_t* to)
-    {
-        HKEY source = nullptr;
-        HKEY target = nullptr;
-        if (RegOpenKeyExW(HKEY_CURRENT_USER, from, 0, KEY_READ, &source) != ERROR_SUCCESS)
-            return;
-        RegCreateKeyExW(HKEY_CURRENT_USER, to, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &target, nullptr);
-        RegCopyTreeW(source, nullptr, target);
-        RegCloseKey(source);
-        RegCloseKey(target);
     }
     static void Set(const wchar_t* section, const wchar_t* name, const std::wstring& value)
     {

@@ -9,18 +9,6 @@ namespace fs = std::filesystem;
 
 constexpr wchar_t SettingsBefore[] = L"Software\\TSBrowserEndToEnd settings before";
 
-void CopyKey(const wchar_t* from, const wchar_t* to)
-{
-    HKEY source = nullptr;
-    HKEY target = nullptr;
-    if (RegOpenKeyExW(HKEY_CURRENT_USER, from, 0, KEY_READ, &source) != ERROR_SUCCESS)
-        return;
-    RegCreateKeyExW(HKEY_CURRENT_USER, to, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &target, nullptr);
-    RegCopyTreeW(source, nullptr, target);
-    RegCloseKey(source);
-    RegCloseKey(target);
-}
-
 bool IsKey(HKEY root, const std::wstring& key)
 {
     HKEY opened = nullptr;
@@ -107,7 +95,7 @@ Installation::Installation()
     fs::copy_file(fs::path{harness::OwnFolder()} / L"..\\.." / ExeName, program);
     Write(library / L"Business" / L"Letter.swt");
 
-    CopyKey(SettingsKey, SettingsBefore);
+    harness::CopyKey(SettingsKey, SettingsBefore);
     RegDeleteTreeW(HKEY_CURRENT_USER, SettingsKey);
     Set(L"Options", L"MSOVersion", L"XP");
     Set(L"Profiles", L"FirstRun", L"0");
@@ -119,7 +107,7 @@ Installation::Installation()
 Installation::~Installation()
 {
     RegDeleteTreeW(HKEY_CURRENT_USER, SettingsKey);
-    CopyKey(SettingsBefore, SettingsKey);
+    harness::CopyKey(SettingsBefore, SettingsKey);
     RegDeleteTreeW(HKEY_CURRENT_USER, SettingsBefore);
     Clear(folder);
 }

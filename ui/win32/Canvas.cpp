@@ -1,6 +1,6 @@
 #include "ui/win32/Canvas.h"
 
-#include "ui/win32/WindowsHeader.h"
+#include "ui/win32/NativeText.h"
 
 namespace ui::win32 {
 
@@ -19,6 +19,26 @@ const wchar_t* CanvasClass()
         return RegisterClassExW(&windowClass);
     }();
     return registered != 0 ? name : L"";
+}
+
+void DrawCentred(HDC context, HBITMAP bitmap, SIZE size, const RECT& room)
+{
+    const HDC memory = CreateCompatibleDC(context);
+    const HGDIOBJ before = SelectObject(memory, bitmap);
+    BitBlt(context, (room.left + room.right - size.cx) / 2, (room.top + room.bottom - size.cy) / 2, size.cx, size.cy,
+           memory, 0, 0, SRCCOPY);
+    SelectObject(memory, before);
+    DeleteDC(memory);
+}
+
+void DrawNote(HDC context, const std::string& text, HFONT font, RECT room)
+{
+    const std::wstring native = ToNative(text);
+    const HGDIOBJ before = SelectObject(context, font);
+    SetBkMode(context, TRANSPARENT);
+    SetTextColor(context, GetSysColor(COLOR_GRAYTEXT));
+    DrawTextW(context, native.c_str(), static_cast<int>(native.size()), &room, DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);
+    SelectObject(context, before);
 }
 
 } // namespace ui::win32

@@ -1,7 +1,6 @@
 #include "ui/win32/ImagePeer.h"
 
 #include "ui/win32/Canvas.h"
-#include "ui/win32/NativeText.h"
 #include "ui/win32/PictureLoader.h"
 
 #include <algorithm>
@@ -97,29 +96,13 @@ void ImagePeer::Paint()
     if (edge > 0)
         FrameRect(context, &client, GetSysColorBrush(COLOR_3DSHADOW));
     if (bitmap) {
-        HDC memory = CreateCompatibleDC(context);
-        const HGDIOBJ before = SelectObject(memory, bitmap.get());
-        BitBlt(context, edge + (room.cx - shown.cx) / 2, edge + (room.cy - shown.cy) / 2, shown.cx, shown.cy, memory, 0,
-               0, SRCCOPY);
-        SelectObject(memory, before);
-        DeleteDC(memory);
+        DrawCentred(context, bitmap.get(), shown, client);
     } else if (!image.FallbackText().empty()) {
-        DrawFallbackText(context, client);
+        const SIZE size = Measure(image.FallbackText(), NormalFont(), std::max(1, static_cast<int>(client.right)));
+        client.top = std::max(0L, (client.bottom - size.cy) / 2);
+        DrawNote(context, image.FallbackText(), NormalFont(), client);
     }
     EndPaint(Handle(), &paint);
-}
-
-void ImagePeer::DrawFallbackText(HDC context, const RECT& client) const
-{
-    const std::wstring text = ToNative(image.FallbackText());
-    RECT room = client;
-    const SIZE size = Measure(image.FallbackText(), NormalFont(), std::max(1, static_cast<int>(client.right)));
-    room.top = std::max(0L, (client.bottom - size.cy) / 2);
-    const HGDIOBJ before = SelectObject(context, NormalFont());
-    SetBkMode(context, TRANSPARENT);
-    SetTextColor(context, GetSysColor(COLOR_GRAYTEXT));
-    DrawTextW(context, text.c_str(), static_cast<int>(text.size()), &room, DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);
-    SelectObject(context, before);
 }
 
 } // namespace ui::win32

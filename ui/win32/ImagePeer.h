@@ -26,7 +26,6 @@ private:
     bool decoded{};
 
     void Paint();
-    void DrawFallbackText(HDC context, const RECT& client) const;
 };
 
 } // namespace ui::win32

@@ -1,5 +1,6 @@
 #include "ui/win32/ListViewPeer.h"
 
+#include "ui/win32/Canvas.h"
 #include "ui/win32/FormWindow.h"
 #include "ui/win32/NativeText.h"
 #include "ui/win32/Theme.h"
@@ -552,13 +553,8 @@ void ListViewPeer::PaintEmptyText()
         room.top += top.bottom - top.top;
     InflateRect(&room, -Pixels(EmptyTextMargin), -Pixels(EmptyTextMargin));
 
-    const std::wstring text = ToNative(list.EmptyText());
     HDC context = GetDC(Handle());
-    const HGDIOBJ before = SelectObject(context, NormalFont());
-    SetBkMode(context, TRANSPARENT);
-    SetTextColor(context, GetSysColor(COLOR_GRAYTEXT));
-    DrawTextW(context, text.c_str(), static_cast<int>(text.size()), &room, DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);
-    SelectObject(context, before);
+    DrawNote(context, list.EmptyText(), NormalFont(), room);
     ReleaseDC(Handle(), context);
 }
 

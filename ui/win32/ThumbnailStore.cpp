@@ -1,5 +1,7 @@
 #include "ui/win32/ThumbnailStore.h"
 
+#include "ui/win32/Canvas.h"
+
 #include <algorithm>
 
 namespace ui::win32 {
@@ -38,13 +40,7 @@ bool ThumbnailStore::Draw(HDC context, int row, const RECT& room) const
     const auto found = thumbnails.find(row);
     if (found == thumbnails.end() || !found->second.bitmap)
         return false;
-    const SIZE size = found->second.size;
-    const HDC memory = CreateCompatibleDC(context);
-    const HGDIOBJ before = SelectObject(memory, found->second.bitmap.get());
-    BitBlt(context, (room.left + room.right - size.cx) / 2, (room.top + room.bottom - size.cy) / 2, size.cx, size.cy,
-           memory, 0, 0, SRCCOPY);
-    SelectObject(memory, before);
-    DeleteDC(memory);
+    DrawCentred(context, found->second.bitmap.get(), found->second.size, room);
     return true;
 }
 

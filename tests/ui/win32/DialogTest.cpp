@@ -125,11 +125,7 @@ TEST_F(DialogWindowTest, EveryCaptionFitsItsControlAtEachDpi)
     dialog.btnRetry.SetCaption("&Retry with a much longer translated caption");
     dialog.Realize();
     for (const int dpi : {96, 120, 144, 192}) {
-        const HWND window = HandleOf(dialog);
-        RECT outer{};
-        GetWindowRect(window, &outer);
-        const RECT suggested{outer.left, outer.top, outer.left + 600 * dpi / 96, outer.top + 260 * dpi / 96};
-        SendMessageW(window, 0x02E0 /* WM_DPICHANGED */, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&suggested));
+        MoveToDpi(HandleOf(dialog), dpi, {600, 260});
         for (const ui::Control* control : dialog.Controls()) {
             if (control->Caption().empty())
                 continue;

@@ -310,11 +310,7 @@ TEST_F(EntryControlsTest, EnterAndEscReachTheDialogFromEveryField)
 TEST_F(EntryControlsTest, NothingIsClippedOrUnevenAtAnyDpi)
 {
     for (const int dpi : {96, 120, 144, 192}) {
-        const HWND window = HandleOf(form);
-        RECT outer{};
-        GetWindowRect(window, &outer);
-        const RECT suggested{outer.left, outer.top, outer.left + 560 * dpi / 96, outer.top + 640 * dpi / 96};
-        SendMessageW(window, 0x02E0 /* WM_DPICHANGED */, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&suggested));
+        MoveToDpi(HandleOf(form), dpi, {560, 640});
         for (const ui::Control* control : form.Controls()) {
             const ui::Size needed = control->PreferredSize(control->Bounds().width);
             RECT place{};

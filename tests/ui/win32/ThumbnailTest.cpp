@@ -171,24 +171,6 @@ TEST_F(ThumbnailTest, AListShowsThemTheVisibleOnesFirstAndNeverKeepsTheUserWaiti
     UpdateWindow(list);
     EXPECT_GT(std::ranges::count(Capture(list), 0x212121u), 100 * 100);
 
-    // One row alone is marked, whichever way the selection moved.
-    const auto marked = [&](int row) {
-        RECT place{};
-        place.left = LVIR_ICON;
-        SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
-        UpdateWindow(list);
-        return Capture(list).at(static_cast<std::size_t>(place.top * client.right + place.left)) != 0xFFFFFF;
-    };
-    form.lvList.Select(0);
-    toolkit.DoEvents();
-    Focus(form.lvList);
-    Press(VK_RIGHT);
-    EXPECT_FALSE(marked(0));
-    EXPECT_TRUE(marked(1));
-    form.lvList.Select(2);
-    EXPECT_FALSE(marked(1));
-    EXPECT_TRUE(marked(2));
-
     // Another folder drops what was not composed yet.
     form.lvList.Refill();
     toolkit.DoEvents();
@@ -199,6 +181,51 @@ TEST_F(ThumbnailTest, AListShowsThemTheVisibleOnesFirstAndNeverKeepsTheUserWaiti
     rows.Asked.clear();
     EXPECT_TRUE(PumpUntil([&] { return few.Asked.size() == 2; }));
     EXPECT_THAT(rows.Asked, testing::IsEmpty());
+    form.lvList.SetModel(nullptr);
+}
+
+TEST_F(ThumbnailTest, OneRowAloneIsMarkedAlsoWhenTheListScrollsForIt)
+{
+    DemoForm form{toolkit};
+    Open(form);
+    HWND list = HandleOf(form.lvList);
+    form.lvList.SetView(ui::ListView::View::Thumbnails);
+    Focus(form.lvList);
+    const auto placeOf = [&](int row) {
+        RECT place{};
+        place.left = LVIR_ICON;
+        SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
+        return place;
+    };
+    PictureRows rows;
+    rows.Count = 60;
+    form.lvList.SetModel(&rows);
+    Pump();
+    RECT client{};
+    GetClientRect(list, &client);
+    // One line more than there is room for, so that the first one stays partly in view when the last one is shown.
+    int line = 1;
+    while (placeOf(line).top == placeOf(0).top)
+        ++line;
+    int count = line;
+    while (placeOf(count - 1).bottom + 40 < client.bottom)
+        count += line;
+    rows.Count = count;
+    form.lvList.Refill();
+    form.lvList.Select(0);
+    Pump();
+    const auto marked = [&](int row) {
+        UpdateWindow(list);
+        const RECT place = placeOf(row); // its lower left corner
+        return Capture(list).at(static_cast<std::size_t>((place.bottom - 1) * client.right + place.left)) != 0xFFFFFF;
+    };
+    ASSERT_TRUE(marked(0));
+    Press(VK_END);
+    Pump();
+    ASSERT_LT(placeOf(0).top, 0);
+    ASSERT_GT(placeOf(0).bottom, 0);
+    EXPECT_FALSE(marked(0));
+    EXPECT_TRUE(marked(count - 1));
     form.lvList.SetModel(nullptr);
 }
 

@@ -98,6 +98,15 @@ void WindowTest::RightClick(HWND window, POINT at)
     Pump();
 }
 
+void WindowTest::MoveToDpi(HWND window, int dpi, SIZE size)
+{
+    RECT place{};
+    GetWindowRect(window, &place);
+    place.right = place.left + size.cx * dpi / 96;
+    place.bottom = place.top + size.cy * dpi / 96;
+    SendMessageW(window, 0x02E0 /* WM_DPICHANGED */, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
+}
+
 std::string WindowTest::TextOf(HWND window)
 {
     wchar_t text[256]{};

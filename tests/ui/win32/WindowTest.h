@@ -37,6 +37,8 @@ protected:
     void RightClick(HWND window, POINT at);
 
     static std::string TextOf(HWND window);
+    /// The window moves to a monitor of this dpi; `size` is what it would have at 96.
+    static void MoveToDpi(HWND window, int dpi, SIZE size);
 };
 
 /// The pixels of a window's client area, 32 bits each, rows from the top.
