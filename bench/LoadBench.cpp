@@ -177,8 +177,7 @@ bool MeasureFill(Disk& disk, ui::Toolkit& toolkit, bool shown, const Size& size,
         form.Show();
 
     std::size_t entries{};
-    const auto least =
-        LeastTimes(size.rounds, {[&] { entries = disk.Enumerate(folder); }, [&] { form.Fill(); }});
+    const auto least = LeastTimes(size.rounds, {[&] { entries = disk.Enumerate(folder); }, [&] { form.Fill(); }});
     Expect(entries, static_cast<std::size_t>(size.templatesInList), "entries enumerated");
     Expect(static_cast<std::size_t>(form.list.Rows()), entries, "rows in the list");
     return Print("list fill / bare enumeration", least[1], least[0], bound);

@@ -185,7 +185,8 @@ int Run(const std::string& library)
                 watched.Asked);
     std::printf("longest wait of a message         %8.0f ms\n", heart.Longest);
     std::printf("peak memory                       %8.1f MB in use, %.1f MB reserved\n",
-                static_cast<double>(memory.PeakWorkingSetSize) / 1048576, static_cast<double>(memory.PeakPagefileUsage) / 1048576);
+                static_cast<double>(memory.PeakWorkingSetSize) / 1048576,
+                static_cast<double>(memory.PeakPagefileUsage) / 1048576);
     constexpr double bound = 50; // milliseconds
     return few == watched.Asked && heart.Longest <= bound ? 0 : 1;
 }

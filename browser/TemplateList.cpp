@@ -66,8 +66,15 @@ std::optional<TemplateList::RowSet> TemplateList::ReadCategory(const std::string
                 continue;
             std::string baseName = text::Trimmed(path::WithoutLastFour(text::Trimmed(entry.name)));
             if (!IsExcluded(baseName))
-                filled.push_back({std::move(baseName), std::exchange(entry.name, {}), folder, category, type, true,
-                                  entry.size, entry.modified, {}});
+                filled.push_back({std::move(baseName),
+                                  std::exchange(entry.name, {}),
+                                  folder,
+                                  category,
+                                  type,
+                                  true,
+                                  entry.size,
+                                  entry.modified,
+                                  {}});
         }
     }
     return filled;
@@ -169,9 +176,8 @@ void TemplateList::Sort()
             return program.platform.locale.Compare(a.text, b.text);
         }
     };
-    std::ranges::stable_sort(rows, [&](const Row& a, const Row& b) {
-        return sortAscending ? order(a, b) < 0 : order(b, a) < 0;
-    });
+    std::ranges::stable_sort(
+        rows, [&](const Row& a, const Row& b) { return sortAscending ? order(a, b) < 0 : order(b, a) < 0; });
 }
 
 std::string TemplateList::Text(int row, int column) const

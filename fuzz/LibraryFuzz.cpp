@@ -13,20 +13,26 @@ namespace path = platform::path;
 
 namespace {
 
+// clang-format off
 constexpr const char* folderNames[] = {"Letters", "letters", "Formal", "Previews", "PREVIEWS", "2004", "-1.5", "2004_TS",
                                        "Guides", "Guides eBook", "Create New", "My Favorites", "Get More Templates",
                                        "Tessaly Professional 3.0", "Recent Documents Search", "a.jpg", "Grüße", "文書"};
 constexpr const char* fileNames[] = {"a.swt", "B.SWT", "c.ccw", "d.pdf", "e.mst", "f.prt", "x.swtx", "cover.jpg",
                                      "folder.ico", "Folder2.ICO", "readme.txt", ".swt", "swt", "Previews"};
+// clang-format on
 
 std::string TakeName(FuzzedDataProvider& input, std::span<const char* const> usual)
 {
     if (input.ConsumeIntegralInRange(0, 3) != 0)
         return usual[input.ConsumeIntegralInRange<std::size_t>(0, usual.size() - 1)];
     std::string name = "n" + input.ConsumeRandomLengthString(12) + "n";
-    std::ranges::replace_if(name, [](char c) {
-        return static_cast<unsigned char>(c) < 0x20 || std::string_view{"<>:\"/\\|?*"}.find(c) != std::string_view::npos;
-    }, '-');
+    std::ranges::replace_if(
+        name,
+        [](char c) {
+            return static_cast<unsigned char>(c) < 0x20 ||
+                   std::string_view{"<>:\"/\\|?*"}.find(c) != std::string_view::npos;
+        },
+        '-');
     return name;
 }
 
@@ -64,7 +70,8 @@ Made MakeLibrary(platform::memory::MemoryFileSystem& files, FuzzedDataProvider& 
             break;
         case 5:
             if (isFree) {
-                files.AddLink(place, input.ConsumeBool() ? "C:\\Outside" : folder, input.ConsumeBool() ? 0 : 0xA000000C);
+                files.AddLink(place, input.ConsumeBool() ? "C:\\Outside" : folder,
+                              input.ConsumeBool() ? 0 : 0xA000000C);
                 made.links = true;
             }
             break;
@@ -107,7 +114,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     files.AddFolder("C:\\Outside\\Empty");
     files.SetSorted(input.ConsumeBool());
     machine.Put("Browser", "HDD Templates Path",
-                {platform::ValueType::String, fuzz::Templates + std::string(input.ConsumeIntegralInRange<std::size_t>(0, 2), '\\')});
+                {platform::ValueType::String,
+                 fuzz::Templates + std::string(input.ConsumeIntegralInRange<std::size_t>(0, 2), '\\')});
     const Made made = MakeLibrary(files, input);
     const auto before = files.Snapshot();
 
@@ -141,7 +149,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
             continue;
         Check(place.starts_with(fuzz::Templates + "\\") && line == "attributes 16", "gone: " + place);
         // What was in it, if anything, was an empty folder itself and went before it.
-        for (auto below = before.upper_bound(place + "\\"); below != before.end() && below->first.starts_with(place + "\\"); ++below)
+        for (auto below = before.upper_bound(place + "\\");
+             below != before.end() && below->first.starts_with(place + "\\"); ++below)
             Check(!after.contains(below->first), "gone with something in it: " + place);
     }
     return 0;

@@ -17,9 +17,8 @@ std::string TakePath(FuzzedDataProvider& input)
     std::string text = input.ConsumeRandomLengthString(300);
     constexpr std::string_view meaningful = "\\\\\\/:.?* aACxs";
     if (plain)
-        std::ranges::transform(text, text.begin(), [=](char c) {
-            return meaningful[static_cast<unsigned char>(c) % meaningful.size()];
-        });
+        std::ranges::transform(text, text.begin(),
+                               [=](char c) { return meaningful[static_cast<unsigned char>(c) % meaningful.size()]; });
     return text;
 }
 
@@ -35,13 +34,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     Check(path::Normalized(normalized) == normalized, "normalized twice is normalized once");
     Check(path::Same(a, normalized), "a path is its normalized self");
     Check(path::Same(a, b) == path::Same(b, a), "the order does not matter");
-    Check(normalized.find('/') == std::string::npos && normalized.find("\\\\", 1) == std::string::npos, "one separator");
+    Check(normalized.find('/') == std::string::npos && normalized.find("\\\\", 1) == std::string::npos,
+          "one separator");
     if (path::IsAbsolute(a)) {
         Check(path::IsAbsolute(normalized), "a normalized path stays absolute");
         Check(path::IsAbsolute(path::Join(a, b)), "a path below an absolute one is absolute");
         Check(path::Same(a, a + "\\"), "a separator at the end does not count");
         const bool isDrive = normalized.size() <= 3;
-        Check(isDrive || path::Same(path::Join(path::Parent(normalized), path::Name(normalized)), normalized), "parent and name");
+        Check(isDrive || path::Same(path::Join(path::Parent(normalized), path::Name(normalized)), normalized),
+              "parent and name");
     }
     Check(path::Name(a).find('\\') == std::string_view::npos, "a name has no separator");
     Check(!path::Parent(a).ends_with('\\'), "a parent has no separator at its end");

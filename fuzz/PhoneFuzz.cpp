@@ -66,7 +66,8 @@ void CheckLife(profiles::PhoneFormatter formatter, const std::vector<std::string
         const bool isRefused = pending.find_first_of(refused) != std::string::npos;
         const bool isShaped = pending.find_first_of(separators) != std::string::npos;
         Check(outcome.refused == isRefused, "refused for its characters alone");
-        Check(outcome.text.has_value() == (turn && !pending.empty() && !isRefused && !isShaped), "formatted in its turn");
+        Check(outcome.text.has_value() == (turn && !pending.empty() && !isRefused && !isShaped),
+              "formatted in its turn");
         if (outcome.text) {
             turn = false;
             Check(*outcome.text == formatter.Format(number).value_or(pending), "its shape, or itself");
@@ -99,7 +100,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     for (const std::string& field : {numbers.front(), any}) {
         Check(profiles::IsStateText(field) == std::ranges::all_of(field, [](char c) { return IsOneOf(c, " "); }),
               "letters and blanks");
-        Check(profiles::IsZipText(field) == std::ranges::all_of(field, [](char c) { return IsOneOf(c, " -0123456789"); }),
+        Check(profiles::IsZipText(field) ==
+                  std::ranges::all_of(field, [](char c) { return IsOneOf(c, " -0123456789"); }),
               "letters, digits, blanks and hyphens");
     }
     return 0;

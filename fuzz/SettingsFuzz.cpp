@@ -11,6 +11,7 @@ using platform::ValueType;
 namespace {
 
 constexpr std::pair<const char*, const char*> settings[] = {
+    // clang-format off
     {"Browser", "TSMaximized"}, {"Browser", "MainLeft"}, {"Browser", "MainTop"}, {"Browser", "MainWidth"},
     {"Browser", "MainHeight"}, {"Browser", "HorzSplitterTop"}, {"Browser", "VertSplitterLeft"},
     {"Browser", "ListViewType"}, {"Browser", "ListViewFileColumnSize"}, {"Browser", "ListViewFolderColumnSize"},
@@ -20,14 +21,30 @@ constexpr std::pair<const char*, const char*> settings[] = {
     {"Browser", "ShowPPTTemplates"}, {"Browser", "ShowPhotoTemplates"}, {"Browser", "Access HDD_Templates"},
     {"Browser", "HDD Templates Path"}, {"Browser", "CDROM Templates Path"}, {"Options", "MSOVersion"},
     {"Options", "ExcludedTemplates"}, {"Options", "Installed Path"}, {"Customization", "ApplicationName"},
+    // clang-format on
 };
-constexpr const char* typicalTexts[] = {"", "True", "False", "0", "-1", "1", "3", "99999999999999999999", "-32000",
-                                        "15000", "All", "Word", "Letters", "My Favorites", "C:\\Templates", "X:\\"};
+constexpr const char* typicalTexts[] = {"",
+                                        "True",
+                                        "False",
+                                        "0",
+                                        "-1",
+                                        "1",
+                                        "3",
+                                        "99999999999999999999",
+                                        "-32000",
+                                        "15000",
+                                        "All",
+                                        "Word",
+                                        "Letters",
+                                        "My Favorites",
+                                        "C:\\Templates",
+                                        "X:\\"};
 
 void Spoil(fuzz::Machine& machine, FuzzedDataProvider& input)
 {
     const auto take = [&] {
-        return input.ConsumeBool() ? std::string{input.PickValueInArray(typicalTexts)} : input.ConsumeRandomLengthString(600);
+        return input.ConsumeBool() ? std::string{input.PickValueInArray(typicalTexts)}
+                                   : input.ConsumeRandomLengthString(600);
     };
     while (input.remaining_bytes() > 0) {
         const auto type = static_cast<ValueType>(input.ConsumeBool() ? 1 : input.ConsumeIntegralInRange(0, 12));
@@ -57,10 +74,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     for (const char* file : {"Letters\\Memo.swt", "Letters\\Formal\\Note.swt", "Money\\Budget.ccw", "Money\\Guide.pdf"})
         machine.system.files.AddFile(fuzz::Templates + "\\" + file, "contents");
     machine.toolkit.Areas.clear();
-    for (int left = input.ConsumeIntegralInRange(-30'000, 0), count = input.ConsumeIntegralInRange(1, 3); count > 0; --count) {
+    for (int left = input.ConsumeIntegralInRange(-30'000, 0), count = input.ConsumeIntegralInRange(1, 3); count > 0;
+         --count) {
         const int width = input.ConsumeIntegralInRange(9700, 60'000); // a window is never narrower
-        machine.toolkit.Areas.push_back({left, input.ConsumeIntegralInRange(-9000, 9000), width,
-                                         input.ConsumeIntegralInRange(6000, 30'000)});
+        machine.toolkit.Areas.push_back(
+            {left, input.ConsumeIntegralInRange(-9000, 9000), width, input.ConsumeIntegralInRange(6000, 30'000)});
         left += width;
     }
     Spoil(machine, input);
@@ -68,9 +86,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
 
     for (int start = 1; start <= 2; ++start) // the second one reads what the first one has stored
         machine.Run([&](app::frmMain& main) {
-            Check(std::ranges::any_of(machine.toolkit.Areas, [&](const ui::Rect& area) {
-                return CanBeCaught(main.Placement(), area);
-            }), "the window can be caught");
+            Check(std::ranges::any_of(machine.toolkit.Areas,
+                                      [&](const ui::Rect& area) { return CanBeCaught(main.Placement(), area); }),
+                  "the window can be caught");
             for (const ui::Control* control : main.Controls())
                 Check(!control->Visible() || (control->Bounds().width >= 0 && control->Bounds().height >= 0),
                       "no control is inside out");

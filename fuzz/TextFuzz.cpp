@@ -36,18 +36,21 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     Check(text::Length(a) == utf16.size(), "the length is that of UTF-16");
     std::u16string wild(b.size() / 2, u'\0');
     for (std::size_t i = 0; i < wild.size(); ++i)
-        wild[i] = static_cast<char16_t>(static_cast<unsigned char>(b[2 * i]) << 8 | static_cast<unsigned char>(b[2 * i + 1]));
+        wild[i] =
+            static_cast<char16_t>(static_cast<unsigned char>(b[2 * i]) << 8 | static_cast<unsigned char>(b[2 * i + 1]));
     Check(utf::ToUtf16<char16_t>(utf::ToUtf8<char16_t>(wild)) == wild, "UTF-16 comes back unchanged");
 
     const int number = text::ToInt(a, otherwise, low, high);
     Check(number >= low && number <= high, "a number is in range");
     Check(text::ToInt(" " + std::to_string(otherwise) + b.substr(b.find_first_not_of("0123456789") == 0 ? 0 : b.size()),
-                      0, low, high) == std::clamp(otherwise, low, high), "a number is read back");
+                      0, low, high) == std::clamp(otherwise, low, high),
+          "a number is read back");
     if (text::IsNumeric(a))
         Check(text::ToBool(a, true) == text::ToBool(a, false), "a number is true or false");
 
     const std::string trimmed = text::Trimmed(a);
-    Check(!trimmed.starts_with(' ') && !trimmed.ends_with(' ') && text::Trimmed(trimmed) == trimmed, "no blanks are left");
+    Check(!trimmed.starts_with(' ') && !trimmed.ends_with(' ') && text::Trimmed(trimmed) == trimmed,
+          "no blanks are left");
     std::string joined;
     for (const std::string& piece : text::Split(a, '|'))
         joined += piece + "|";

@@ -27,12 +27,26 @@ EnterSenderInformationForm::EnterSenderInformationForm(app::Program& program, Pr
                                                        std::function<void(std::string_view topic)> openHelp)
     : Form{program.toolkit, "EnterSenderInformationForm", Style::Dialog, ui::Tag{417}}, program{program},
       profiles{profiles}, images{images}, operations{operations}, openHelp{std::move(openHelp)},
-      phones{program.platform.locale.DecimalSeparator()},
-      boxes{&SenderFirstNameText,   &SenderLastNameText,        &SenderTitleText,         &SenderCompanyText,
-            &SenderAddress1Text,    &SenderAddress2Text,        &SenderCityText,          &SenderStateText,
-            &SenderZipText,         &SenderCountryText,         &SenderPhoneOfficeText,   &SenderPhoneHomeText,
-            &SenderPhoneFaxText,    &SenderPhoneCellText,       &SenderPhoneTollFreeText, &SenderPagerText,
-            &SenderEmailAddressText, &SenderWebsiteText,        &SenderDisclaimerLine1Text, &SenderDisclaimerLine2Text}
+      phones{program.platform.locale.DecimalSeparator()}, boxes{&SenderFirstNameText,
+                                                                &SenderLastNameText,
+                                                                &SenderTitleText,
+                                                                &SenderCompanyText,
+                                                                &SenderAddress1Text,
+                                                                &SenderAddress2Text,
+                                                                &SenderCityText,
+                                                                &SenderStateText,
+                                                                &SenderZipText,
+                                                                &SenderCountryText,
+                                                                &SenderPhoneOfficeText,
+                                                                &SenderPhoneHomeText,
+                                                                &SenderPhoneFaxText,
+                                                                &SenderPhoneCellText,
+                                                                &SenderPhoneTollFreeText,
+                                                                &SenderPagerText,
+                                                                &SenderEmailAddressText,
+                                                                &SenderWebsiteText,
+                                                                &SenderDisclaimerLine1Text,
+                                                                &SenderDisclaimerLine2Text}
 {
     LoadCaptions(*this, program.strings);
     LayOut();
@@ -51,16 +65,16 @@ void EnterSenderInformationForm::LayOut()
         return ui::Row(label, ui::Fill(ui::Least(box, least)));
     };
     const auto phone = [&](ui::Label& label, ui::TextBox& box) { return field(label, box, PhoneWidth); };
-    ui::Cell fields = ui::Row(
-        ui::Grid(field(lblFirstName, SenderFirstNameText), field(lblLastName, SenderLastNameText),
-                 field(lblTitle, SenderTitleText), field(lblCompany, SenderCompanyText),
-                 field(lblEmail, SenderEmailAddressText), field(lblWebsite, SenderWebsiteText)),
-        ui::Grid(phone(lblPhoneOffice, SenderPhoneOfficeText), phone(lblPhoneHome, SenderPhoneHomeText),
-                 phone(lblPhoneCell, SenderPhoneCellText), phone(lblPhoneFax, SenderPhoneFaxText),
-                 phone(lblPhoneTollFree, SenderPhoneTollFreeText), phone(lblPager, SenderPagerText)),
-        ui::Fill(ui::Grid(field(lblAddress1, SenderAddress1Text), field(lblAddress2, SenderAddress2Text),
-                          field(lblCity, SenderCityText), field(lblCountry, SenderCountryText),
-                          field(lblState, SenderStateText), field(lblZip, SenderZipText))));
+    ui::Cell fields =
+        ui::Row(ui::Grid(field(lblFirstName, SenderFirstNameText), field(lblLastName, SenderLastNameText),
+                         field(lblTitle, SenderTitleText), field(lblCompany, SenderCompanyText),
+                         field(lblEmail, SenderEmailAddressText), field(lblWebsite, SenderWebsiteText)),
+                ui::Grid(phone(lblPhoneOffice, SenderPhoneOfficeText), phone(lblPhoneHome, SenderPhoneHomeText),
+                         phone(lblPhoneCell, SenderPhoneCellText), phone(lblPhoneFax, SenderPhoneFaxText),
+                         phone(lblPhoneTollFree, SenderPhoneTollFreeText), phone(lblPager, SenderPagerText)),
+                ui::Fill(ui::Grid(field(lblAddress1, SenderAddress1Text), field(lblAddress2, SenderAddress2Text),
+                                  field(lblCity, SenderCityText), field(lblCountry, SenderCountryText),
+                                  field(lblState, SenderStateText), field(lblZip, SenderZipText))));
     fields.gap = ColumnGap;
     ui::Cell options = ui::Row(chkAutoApply, chkAutoComplete);
     options.gap = ColumnGap;
@@ -249,10 +263,10 @@ void EnterSenderInformationForm::OKButton_Click()
         return;
     if (!isEmpty && !Saved(program.settings.Save(ProfileManager::Section, "FirstRun", "0")))
         return;
-    if (isEmpty && program.messages.Ask(program.Text(str::EmptyDefaultStart) + "'" + defaultName + "'" +
-                                        program.Text(str::EmptyDefaultEnd) + "\r\n" +
-                                        program.Text(str::EmptyDefaultReason) + "\r\n" +
-                                        program.Text(str::EmptyDefaultQuestion)))
+    if (isEmpty &&
+        program.messages.Ask(program.Text(str::EmptyDefaultStart) + "'" + defaultName + "'" +
+                             program.Text(str::EmptyDefaultEnd) + "\r\n" + program.Text(str::EmptyDefaultReason) +
+                             "\r\n" + program.Text(str::EmptyDefaultQuestion)))
         ManageProfiles();
     if (SaveAutoComplete())
         Close();
@@ -260,8 +274,8 @@ void EnterSenderInformationForm::OKButton_Click()
 
 bool EnterSenderInformationForm::SaveAutoComplete()
 {
-    return Saved(program.settings.Save(ProfileManager::Section, "ShowAutoComplete",
-                                       chkAutoComplete.Checked() ? "1" : "0"));
+    return Saved(
+        program.settings.Save(ProfileManager::Section, "ShowAutoComplete", chkAutoComplete.Checked() ? "1" : "0"));
 }
 
 } // namespace profiles

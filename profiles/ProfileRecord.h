@@ -9,8 +9,10 @@ namespace profiles {
 
 /// The texts of a profile, in the order in which they are read.
 enum class Field : std::size_t {
+    // clang-format off
     FirstName, LastName, Title, CompanyName, AddressLine1, AddressLine2, City, State, ZipCode, Country, PhoneOffice,
     PhoneHome, PhoneFax, PhoneCell, PhoneTollFree, Pager, EmailAddress, Website, DisclaimerLine1, DisclaimerLine2
+    // clang-format on
 };
 inline constexpr std::size_t FieldCount = 20;
 

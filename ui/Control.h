@@ -21,7 +21,20 @@ struct Tag {
 /// What of a control changed by code, so that its peer can bring the native window in step. A peer reads the new
 /// state from the control.
 enum class Aspect {
-    Caption, ToolTip, Bounds, Visible, Enabled, Focus, Value, Picture, Items, Selection, View, Columns, Scroll, LabelEdit
+    Caption,
+    ToolTip,
+    Bounds,
+    Visible,
+    Enabled,
+    Focus,
+    Value,
+    Picture,
+    Items,
+    Selection,
+    View,
+    Columns,
+    Scroll,
+    LabelEdit
 };
 
 /// The native side of one control. The control owns it; it exists while the form's window exists.

@@ -39,8 +39,14 @@ struct Key {
     explicit operator bool() const { return code != KeyCode::None; }
 };
 
-inline Key Ctrl(char letter) { return Key{static_cast<KeyCode>(letter), true}; }
-inline Key Plain(KeyCode code) { return Key{code}; }
+inline Key Ctrl(char letter)
+{
+    return Key{static_cast<KeyCode>(letter), true};
+}
+inline Key Plain(KeyCode code)
+{
+    return Key{code};
+}
 
 /// As menus show it: "Ctrl+N", "Alt+Enter", "F5"; "" for no key.
 std::string KeyText(const Key& key);

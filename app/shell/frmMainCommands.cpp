@@ -64,6 +64,7 @@ void frmMain::AddCommands()
     const auto hasItems = [this] { return templates.Rows() > 0; };
     const auto hasSelection = [this] { return templates.Selected() != nullptr; };
 
+    // clang-format off
     commands.Add({.name = "mnuFileNew", .caption = 102, .toolTip = 141, .image = "new", .key = ui::Ctrl('N'),
                   .run = [this] { opener.CreateDocument(SelectedPath()); }, .enabled = hasSelection});
     commands.Add({.name = "mnuFileNewDocument", .caption = 226,
@@ -144,9 +145,14 @@ void frmMain::AddCommands()
                   .run = withProfiles(&profiles::ProfileDialogs::ManageProfiles)});
     commands.Add({.name = "mnuProfileImportExport", .caption = 376, .toolTip = 482, .key = ui::Ctrl('I'),
                   .run = withProfiles(&profiles::ProfileDialogs::ImportOrExport)});
+    // clang-format on
     for (const LaterCommand& later : laterCommands)
-        commands.Add({.name = later.name, .caption = later.caption, .text = later.text, .toolTip = later.toolTip,
-                      .image = later.image, .key = later.key});
+        commands.Add({.name = later.name,
+                      .caption = later.caption,
+                      .text = later.text,
+                      .toolTip = later.toolTip,
+                      .image = later.image,
+                      .key = later.key});
     for (const std::string& link : help.WebLinks())
         commands.Add({.name = "mnuWebLink " + link, .text = link, .run = [this, link] { help.OpenLink(link); }});
 }
@@ -162,20 +168,25 @@ void frmMain::BuildMenus()
     helpEntries.insert(helpEntries.end(), {"mnuReportABug", "mnuHelpAbout"});
 
     const std::vector<CommandTable::MenuLayout> menus{
-        {"mnuFile", 101,
+        {"mnuFile",
+         101,
          {"mnuNew>", "mnuFileOpen", "mnuFilePreview", "mnuFileProperties", "-", "mnuFileExit", "-mnuRecentSeparator",
           "mnuFile1", "mnuFile2", "mnuFile3", "mnuFile4", "mnuFile5", "mnuFile6", "mnuFile7", "mnuFile8", "mnuFile9",
           "mnuFile10"}},
-        {"mnuEdit", 108,
+        {"mnuEdit",
+         108,
          {"mnuEditFind", "-", "mnuAddToFavorites", "mnuRemoveFromFavorites", "-", "mnupopRenamefolder",
           "mnupopDeletefolder"}},
-        {"mnuView", 113,
+        {"mnuView",
+         113,
          {"mnuViewLargeIcons", "mnuViewSmallIcons", "mnuViewList", "mnuViewDetails", "mnuViewThumbnails", "-",
           "mnuViewFolderList", "mnuViewPreviewPane", "-", "mnuRefreshTV"}},
-        {"mnuOptions", 121,
+        {"mnuOptions",
+         121,
          {"mnuSettingsWord", "mnuSettingsPPT", "mnuSettingsXL", "mnuSettingsPhoto", "-", "mnuHistory"}},
         {"mnuProfiles", 373, {"mnuProfileEdit", "mnuProfileManage", "mnuProfileImportExport"}},
-        {"mnuTools", 392,
+        {"mnuTools",
+         392,
          {"mnuRecentDocuments", "-", "mnuInstallNewTemplates", "mnuSolutionPackManager", "mnuGetNewDesigns"}},
         {"mnuHelp", 127, helpEntries},
     };
@@ -191,12 +202,27 @@ void frmMain::BuildMenus()
                                  "mnuRemoveFromFavorites", "-", "mnuFileProperties"});
     Popups = {&mnuTreePopup, &mnuListPopup};
 
-    commands.FillToolBar(tbToolBar,
-                         {"mnuFileNew", "mnuFileOpen", "mnuFilePreview", "-", "mnuAddToFavorites",
-                          "mnuRemoveFromFavorites", "mnuEditFind", "-", "mnuViewLargeIcons",
-                          "mnuViewSmallIcons", "mnuViewList", "mnuViewDetails", "mnuViewThumbnails", "-",
-                          "mnuViewFolderList", "mnuViewPreviewPane", "-", "mnuRefreshTV", "-", "mnuGetNewDesigns",
-                          "mnuReportABug"});
+    commands.FillToolBar(tbToolBar, {"mnuFileNew",
+                                     "mnuFileOpen",
+                                     "mnuFilePreview",
+                                     "-",
+                                     "mnuAddToFavorites",
+                                     "mnuRemoveFromFavorites",
+                                     "mnuEditFind",
+                                     "-",
+                                     "mnuViewLargeIcons",
+                                     "mnuViewSmallIcons",
+                                     "mnuViewList",
+                                     "mnuViewDetails",
+                                     "mnuViewThumbnails",
+                                     "-",
+                                     "mnuViewFolderList",
+                                     "mnuViewPreviewPane",
+                                     "-",
+                                     "mnuRefreshTV",
+                                     "-",
+                                     "mnuGetNewDesigns",
+                                     "mnuReportABug"});
 }
 
 } // namespace app

@@ -23,18 +23,27 @@ TEST_F(BaseTest, TheTableHoldsEveryTextAsItIsStored)
 {
     EXPECT_EQ(app::StringTable::Rows(), 431u);
     const std::pair<std::uint16_t, const char*> rows[] = {
-        {101, "&File"}, {106, "Enter a valid number."}, {154, "Empty"}, {172, ""}, {257, "Cannot load Solution  Pack Executable."},
-        {339, "Tessaly Professinal 3.0  Browser - Unable to read Templates Path"}, {355, "&Add to Favorites     "},
+        {101, "&File"},
+        {106, "Enter a valid number."},
+        {154, "Empty"},
+        {172, ""},
+        {257, "Cannot load Solution  Pack Executable."},
+        {339, "Tessaly Professinal 3.0  Browser - Unable to read Templates Path"},
+        {355, "&Add to Favorites     "},
         {364, "\\HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Tessaly GWX 1.0\\Browser\\Favorites"},
         {378, "\\HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Tessaly 1.0 GWX\\Browser\\Recent Documents"},
-        {481, "Don't remember documents older than                 months"}, {548, "Tessaly"}, {549, ""}, {0, ""}};
+        {481, "Don't remember documents older than                 months"},
+        {548, "Tessaly"},
+        {549, ""},
+        {0, ""}};
     for (const auto& [id, text] : rows)
         EXPECT_EQ(program.strings.LoadString(id), text) << id;
 }
 
 TEST_F(BaseTest, TheResourceLibraryOverridesTextByText)
 {
-    system.resources.Add("C:\\Desk\\TS_RES.dll", {{102, "Neu"}, {103, std::string(600, 'x')}, {104, ""}, {9000, "more"}});
+    system.resources.Add("C:\\Desk\\TS_RES.dll",
+                         {{102, "Neu"}, {103, std::string(600, 'x')}, {104, ""}, {9000, "more"}});
     program.strings.LoadResourceLibrary("C:\\Desk");
     EXPECT_EQ(program.Text(102), "Neu");
     EXPECT_EQ(program.Text(103), std::string(511, 'x'));
@@ -103,8 +112,8 @@ TEST_F(BaseTest, SettingsGiveTheDefaultForWhateverIsNoText)
     EXPECT_EQ(program.settings.Text("Spoiled", "empty", "default"), "") << "an empty text is a text";
     EXPECT_EQ(program.settings.Text("Missing", "missing", "default"), "default");
 
-    const std::pair<const char*, int> numbers[] = {{"12", 12},   {" 12 ", 12}, {"-5", 0},   {"99999999999999999999", 100},
-                                                   {"abc", 42},  {"", 42},     {"12abc", 12}};
+    const std::pair<const char*, int> numbers[] = {
+        {"12", 12}, {" 12 ", 12}, {"-5", 0}, {"99999999999999999999", 100}, {"abc", 42}, {"", 42}, {"12abc", 12}};
     for (const auto& [text, number] : numbers) {
         PutSetting("Spoiled", "number", text);
         EXPECT_EQ(program.settings.Number("Spoiled", "number", 42, 0, 100), number) << text;
@@ -122,7 +131,8 @@ TEST_F(BaseTest, SettingsWriteBelowTheirOwnApplicationName)
     ASSERT_TRUE(program.settings.SaveSetting("Tessaly 1.0 GWX", "Browser\\Recent Documents", "a", "b"));
     EXPECT_EQ(system.registry.StringAt(
                   Hive::CurrentUser,
-                  "Software\\VB and VBA Program Settings\\Tessaly 1.0 GWX\\Browser\\Recent Documents", "a"), "b");
+                  "Software\\VB and VBA Program Settings\\Tessaly 1.0 GWX\\Browser\\Recent Documents", "a"),
+              "b");
     ASSERT_TRUE(program.settings.SaveFlag("New\\Section", "flag", true));
     EXPECT_EQ(Setting("New\\Section", "flag"), "True");
     EXPECT_TRUE(program.settings.DeleteSetting("Tessaly GWX 1.0", "New\\Section", "flag"));
@@ -134,7 +144,12 @@ TEST_F(BaseTest, SettingsWriteBelowTheirOwnApplicationName)
 TEST_F(BaseTest, RawValuesAreReadByTypeUpToTheirBuffer)
 {
     using Value = app::RegistryAccess::Value;
-    const std::string u255 = [] { std::string text; for (int i = 0; i < 255; ++i) text += "é"; return text; }();
+    const std::string u255 = [] {
+        std::string text;
+        for (int i = 0; i < 255; ++i)
+            text += "é";
+        return text;
+    }();
     struct Case {
         RegistryValue stored;
         std::optional<Value> read;
@@ -145,7 +160,7 @@ TEST_F(BaseTest, RawValuesAreReadByTypeUpToTheirBuffer)
         {{ValueType::String, u255}, Value{u255}},
         {{ValueType::String, u255 + "x"}, std::nullopt},
         {{ValueType::Dword, {"\x78\x56\x34\x12", 4}}, Value{std::uint32_t{0x12345678}}},
-        {{ValueType::Dword, "short" }, std::nullopt},
+        {{ValueType::Dword, "short"}, std::nullopt},
         {{ValueType::Binary, {"\0\xff", 2}}, Value{std::vector<std::uint8_t>{0, 255}}},
         {{ValueType::Binary, std::string(256, 'x')}, std::nullopt},
         {{ValueType::MultiString, "a"}, std::nullopt},

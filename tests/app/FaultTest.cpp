@@ -77,7 +77,8 @@ void ExpectSilentNextStart(TestMachine& machine, bool favoriteWasGone = false)
               (std::vector<std::string>{"My Favorites", "Business", "  Contracts", "Letters", "  Formal", "",
                                         "Get More Templates"}));
     EXPECT_EQ(machine.system.registry.StringAt(Hive::CurrentUser, std::string{SettingsKey} + "\\Browser\\Favorites",
-                                               "Letters\\Memo.swt"), favoriteWasGone ? "(none)" : "");
+                                               "Letters\\Memo.swt"),
+              favoriteWasGone ? "(none)" : "");
     browser.Main()->Unload();
     machine.toolkit.RunPosted();
     EXPECT_TRUE(machine.system.files.Exists("C:\\Outside\\Empty")) << "pruned through a link";
@@ -154,7 +155,9 @@ TEST(FaultSequenceTest, FilesAndFoldersMayComeAndGoInTheMiddleOfARescan)
 {
     const std::function<void(TestMachine&)> changes[] = {
         [](TestMachine& m) { m.system.files.Remove(m.InLibrary("Letters")); },
-        [](TestMachine& m) { m.AddTemplates({"Letters\\Late\\New.swt", "AAA\\New.swt"}); },
+        [](TestMachine& m) {
+            m.AddTemplates({"Letters\\Late\\New.swt", "AAA\\New.swt"});
+        },
         [](TestMachine& m) {
             m.system.files.Remove(m.InLibrary("Business\\Contracts"));
             m.system.files.AddLink(m.InLibrary("Business\\Contracts"), "C:\\Outside");

@@ -1,8 +1,8 @@
 // One call of the system after the other fails while the user changes folders and lists.
 #include "tests/support/TestMachine.h"
 
-#include "platform/memory/FaultPlan.h"
 #include "platform/Text.h"
+#include "platform/memory/FaultPlan.h"
 
 #include <algorithm>
 #include <functional>
@@ -48,7 +48,8 @@ void ExpectViewsToAgree(TestMachine& machine, app::frmMain& main, bool couldBeRe
     Texts stored = Stored(machine);
     // A favourite whose file could not be looked for is kept until the next start.
     for (Texts* names : {&inMemory, &stored})
-        std::erase_if(*names, [&](const std::string& name) { return !machine.system.files.Exists(machine.InLibrary(name)); });
+        std::erase_if(*names,
+                      [&](const std::string& name) { return !machine.system.files.Exists(machine.InLibrary(name)); });
     std::ranges::sort(inMemory);
     std::ranges::sort(stored);
     EXPECT_EQ(inMemory, stored);
@@ -74,33 +75,38 @@ const Operation operations[] = {
          main.Commands().Run("mnupopRenamefolder");
          main.tvTreeView.UserEndsLabelEdit("Casual");
      },
-     {"Complaint.swt", "Thanks.swt", "Memo.swt"}, 20},
+     {"Complaint.swt", "Thanks.swt", "Memo.swt"},
+     20},
     {"delete",
      [](app::frmMain& main) {
          Select(main, "Letters\\Formal");
          main.tvTreeView.KeyDown(ui::Plain(ui::KeyCode::Delete));
      },
-     {"Memo.swt"}, 20},
+     {"Memo.swt"},
+     20},
     {"add a favourite",
      [](app::frmMain& main) {
          Select(main, "Business\\Contracts");
          main.Commands().Run("mnuAddToFavorites");
      },
-     {"Complaint.swt", "Thanks.swt", "Memo.swt"}, 4},
+     {"Complaint.swt", "Thanks.swt", "Memo.swt"},
+     4},
     {"remove a favourite",
      [](app::frmMain& main) {
          Select(main, "My Favorites");
          main.lvListView.UserSelects(0);
          main.Commands().Run("mnuRemoveFromFavorites");
      },
-     {"Thanks.swt", "Memo.swt"}, 4},
+     {"Thanks.swt", "Memo.swt"},
+     4},
     {"save recent files",
      [](app::frmMain& main) {
          Select(main, "Letters\\Formal");
          main.lvListView.UserActivates(0);
          main.lvListView.UserActivates(1);
      },
-     {"Complaint.swt", "Thanks.swt", "Memo.swt"}, 6},
+     {"Complaint.swt", "Thanks.swt", "Memo.swt"},
+     6},
 };
 
 class FolderFaultTest : public ::testing::TestWithParam<platform::Error> {};
@@ -111,7 +117,8 @@ TEST_P(FolderFaultTest, AFailingCallLosesNoFavouriteAndTheViewsAgreeWithWhatIsTh
         const auto calls = ForEachFault([&](std::size_t n) {
             TestMachine machine;
             machine.AddTemplates({"Letters\\Formal\\Thanks.swt"});
-            for (const char* favorite : {"Letters\\Formal\\Complaint.swt", "Letters\\Formal\\Thanks.swt", "Letters\\Memo.swt"})
+            for (const char* favorite :
+                 {"Letters\\Formal\\Complaint.swt", "Letters\\Formal\\Thanks.swt", "Letters\\Memo.swt"})
                 machine.system.registry.PutString(Hive::CurrentUser, favoritesKey, favorite, "");
             machine.system.files.AddFile("C:\\Outside\\precious.swt");
             machine.system.files.AddLink(machine.InLibrary("Letters\\Formal\\Linked"), "C:\\Outside");
@@ -135,7 +142,8 @@ TEST_P(FolderFaultTest, AFailingCallLosesNoFavouriteAndTheViewsAgreeWithWhatIsTh
             ExpectNoFavoriteLost(machine, operation.kept);
             EXPECT_TRUE(machine.system.files.Exists("C:\\Outside\\precious.swt"));
             EXPECT_LE(main.RecentFiles().List().size(), 2u);
-            ExpectViewsToAgree(machine, main, !failed.starts_with("FileSystem.List") && !failed.starts_with("FileSystem.Stat"));
+            ExpectViewsToAgree(machine, main,
+                               !failed.starts_with("FileSystem.List") && !failed.starts_with("FileSystem.Stat"));
             main.Unload();
             machine.toolkit.RunPosted();
             return fired;

@@ -35,9 +35,9 @@ TEST_F(MainWindowTest, TakesItsPlaceFromTheSettingsAndIsNeverTooNarrow)
     EXPECT_EQ(Main().State(), State::Normal);
     EXPECT_EQ(Main().imgVertSplitter.Bounds().left, 1965);
 
-    const std::pair<const char*, const char*> settings[] = {
-        {"MainLeft", "300"}, {"MainTop", "400"}, {"MainWidth", "5000"}, {"MainHeight", "9000"},
-        {"VertSplitterLeft", "3000"}, {"HorzSplitterTop", "4000"}};
+    const std::pair<const char*, const char*> settings[] = {{"MainLeft", "300"},          {"MainTop", "400"},
+                                                            {"MainWidth", "5000"},        {"MainHeight", "9000"},
+                                                            {"VertSplitterLeft", "3000"}, {"HorzSplitterTop", "4000"}};
     Main().Close();
     toolkit.RunPosted();
     for (const auto& [key, value] : settings)
@@ -66,7 +66,8 @@ TEST_F(MainWindowTest, TheSplittersStayWithinTheirLimits)
 {
     Start();
     auto& vertical = Main().imgVertSplitter;
-    const std::pair<int, int> positions[] = {{100, 300}, {3000, 3000}, {6700, 6700}, {6701, 6700}, {99999, 6700}, {-5, 300}};
+    const std::pair<int, int> positions[] = {{100, 300},   {3000, 3000},  {6700, 6700},
+                                             {6701, 6700}, {99999, 6700}, {-5, 300}};
     for (const auto& [wanted, allowed] : positions) {
         vertical.UserDrags(wanted);
         EXPECT_EQ(vertical.Bounds().left, allowed) << wanted;
@@ -84,10 +85,11 @@ TEST_F(MainWindowTest, TheSplittersStayWithinTheirLimits)
 
 TEST_F(MainWindowTest, ACloseWhileADialogIsOpenWaitsForIt)
 {
-    const std::pair<const char*, const char*> dialogs[] = {
-        {"mnuRecentDocuments", "frmRecentDocuments"},       {"mnuHistory", "frmOptionsHistory"},
-        {"mnuProfileEdit", "EnterSenderInformationForm"},   {"mnuProfileManage", "frmManageProfiles"},
-        {"mnuProfileImportExport", "frmOptionsImportExport"}};
+    const std::pair<const char*, const char*> dialogs[] = {{"mnuRecentDocuments", "frmRecentDocuments"},
+                                                           {"mnuHistory", "frmOptionsHistory"},
+                                                           {"mnuProfileEdit", "EnterSenderInformationForm"},
+                                                           {"mnuProfileManage", "frmManageProfiles"},
+                                                           {"mnuProfileImportExport", "frmOptionsImportExport"}};
     for (const auto& [command, name] : dialogs) {
         Start();
         toolkit.OnModal(name, [&](ui::Form& form) {
@@ -109,8 +111,9 @@ TEST_F(MainWindowTest, ClosingSavesThePlaceOfTheNormalStateOnly)
     Main().Close();
     toolkit.RunPosted();
     EXPECT_EQ(Setting("Browser", "TSMaximized"), "False");
-    EXPECT_EQ(Setting("Browser", "MainLeft") + "," + Setting("Browser", "MainTop") + "," + Setting("Browser", "MainWidth") +
-                  "," + Setting("Browser", "MainHeight"), "200,300,10000,8000");
+    EXPECT_EQ(Setting("Browser", "MainLeft") + "," + Setting("Browser", "MainTop") + "," +
+                  Setting("Browser", "MainWidth") + "," + Setting("Browser", "MainHeight"),
+              "200,300,10000,8000");
     EXPECT_EQ(Setting("Browser", "VertSplitterLeft"), "2500");
 
     Start();
@@ -171,8 +174,9 @@ TEST_F(MainWindowTest, ASettingThatCannotBeSavedIsToldOnceAndTheWindowCloses)
 TEST_F(MainWindowTest, EveryCommandIsInTheMenusAndThoseToComeAreDisabled)
 {
     Start();
-    const std::set<std::string> toCome{"mnuFilePreview", "mnuFileProperties", "mnuEditFind", "mnuInstallNewTemplates",
-        "mnuSolutionPackManager", "mnuGetNewDesigns", "mnuHelpAbout"};
+    const std::set<std::string> toCome{
+        "mnuFilePreview",         "mnuFileProperties", "mnuEditFind", "mnuInstallNewTemplates",
+        "mnuSolutionPackManager", "mnuGetNewDesigns",  "mnuHelpAbout"};
     Main().lvListView.UserSelects(0);
     Main().MenuOpening();
     std::set<std::string> disabled;
@@ -184,8 +188,8 @@ TEST_F(MainWindowTest, EveryCommandIsInTheMenusAndThoseToComeAreDisabled)
         EXPECT_TRUE(item.Separator || !item.Visible || !item.Caption.empty()) << item.Name;
     });
     EXPECT_EQ(disabled, toCome);
-    for (const int id : {102, 226, 227, 103, 104, 109, 114, 115, 116, 117, 118, 119, 120, 122, 123, 124, 125, 133, 128, 129,
-                         130, 374, 375, 376, 379, 393, 394, 396, 524, 525, 526, 354, 355, 105})
+    for (const int id : {102, 226, 227, 103, 104, 109, 114, 115, 116, 117, 118, 119, 120, 122, 123, 124, 125,
+                         133, 128, 129, 130, 374, 375, 376, 379, 393, 394, 396, 524, 525, 526, 354, 355, 105})
         EXPECT_GE(captions.count(Text(id)), 1u) << id;
 }
 

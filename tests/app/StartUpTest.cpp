@@ -150,11 +150,11 @@ TEST_P(PdfConverterTest, IsInstalledSilentlyOnlyWhenItsClassIsMissing)
          platform::WindowStyle::MinimizedFocus}};
     EXPECT_EQ(system.shell.Runs(), GetParam().installs ? install : decltype(install){});
 }
-INSTANTIATE_TEST_SUITE_P(
-    Outcomes, PdfConverterTest,
-    ::testing::Values(Converter{{}, false}, Converter{std::unexpected{platform::error::CannotCreateObject}, true},
-                      Converter{std::unexpected{platform::error::AutomationModuleNotFound}, true},
-                      Converter{std::unexpected{platform::error::AccessDenied}, false}));
+INSTANTIATE_TEST_SUITE_P(Outcomes, PdfConverterTest,
+                         ::testing::Values(Converter{{}, false},
+                                           Converter{std::unexpected{platform::error::CannotCreateObject}, true},
+                                           Converter{std::unexpected{platform::error::AutomationModuleNotFound}, true},
+                                           Converter{std::unexpected{platform::error::AccessDenied}, false}));
 
 TEST_F(StartUpTest, KeepsTheTemplatesPathWithOneMoreSeparator)
 {
@@ -192,8 +192,8 @@ TEST_F(StartUpTest, CountsTheLoadInTheProductsWordsAndNeverPastAHundred)
         AddTemplates({"Category " + std::to_string(i) + "\\A.swt"});
     std::vector<std::string> labels;
     toolkit.OnYield = [&](int) {
-        const auto* form = dynamic_cast<app::frmTSOCXLoadProgressIndicator*>(
-            toolkit.Find("frmTSOCXLoadProgressIndicator"));
+        const auto* form =
+            dynamic_cast<app::frmTSOCXLoadProgressIndicator*>(toolkit.Find("frmTSOCXLoadProgressIndicator"));
         if (form != nullptr && (labels.empty() || labels.back() != form->lblProgress.Caption()))
             labels.push_back(form->lblProgress.Caption());
     };
@@ -214,8 +214,8 @@ TEST_F(StartUpTest, TakesItsPicturesFromTheSupportFolder)
     std::string progressIcon;
     bool splashShown = true;
     toolkit.OnYield = [&](int) {
-        if (auto* form = dynamic_cast<app::frmTSOCXLoadProgressIndicator*>(
-                toolkit.Find("frmTSOCXLoadProgressIndicator"))) {
+        if (auto* form =
+                dynamic_cast<app::frmTSOCXLoadProgressIndicator*>(toolkit.Find("frmTSOCXLoadProgressIndicator"))) {
             progressIcon = form->IconFile();
             splashShown = form->imgSplash.Visible();
         }
@@ -280,9 +280,9 @@ TEST_P(TemplatesPathTroubleTest, IsExplainedAndCancelQuits)
     EXPECT_EQ(ended, 1);
 }
 INSTANTIATE_TEST_SUITE_P(Reasons, TemplatesPathTroubleTest,
-                         ::testing::Values(Trouble{"True", "Q:\\Templates", 272}, Trouble{"False", "Q:\\Templates", 336},
-                                           Trouble{"True", "Templates", 273}, Trouble{"True", "", 512},
-                                           Trouble{"False", "", 512}));
+                         ::testing::Values(Trouble{"True", "Q:\\Templates", 272},
+                                           Trouble{"False", "Q:\\Templates", 336}, Trouble{"True", "Templates", 273},
+                                           Trouble{"True", "", 512}, Trouble{"False", "", 512}));
 
 TEST_F(StartUpTest, RetryGoesOnOnceTheDriveIsBack)
 {
@@ -356,9 +356,8 @@ protected:
     FirstRunTest() { PutSetting("Profiles", "FirstRun", ""); }
     void OnPrompt(std::function<void(profiles::frmProfileInformation&)> act)
     {
-        toolkit.OnModal("frmProfileInformation", [act](ui::Form& form) {
-            act(static_cast<profiles::frmProfileInformation&>(form));
-        });
+        toolkit.OnModal("frmProfileInformation",
+                        [act](ui::Form& form) { act(static_cast<profiles::frmProfileInformation&>(form)); });
     }
 };
 

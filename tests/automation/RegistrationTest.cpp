@@ -115,8 +115,9 @@ TEST_F(RegistrationTest, ForOneUserWritesOnlyThatUsersClass)
 {
     // A new user has no classes yet; the key above ours is the system's and stays.
     HKEY classes{};
-    ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Classes", 0, nullptr, 0, KEY_READ, nullptr, &classes, nullptr),
-              ERROR_SUCCESS);
+    ASSERT_EQ(
+        RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Classes", 0, nullptr, 0, KEY_READ, nullptr, &classes, nullptr),
+        ERROR_SUCCESS);
     RegCloseKey(classes);
     const auto usersBefore = RegistrationTree(HKEY_CURRENT_USER);
     ASSERT_EQ(Run(L"/RegServer /PerUser"), 0u);

@@ -13,8 +13,8 @@ constexpr std::string_view Calcora = "C:\\Program Files\\Calcora\\clc.exe";
 class LauncherTest : public ::testing::Test, public TestMachine {
 protected:
     app::Program program{system.AsPlatform(), toolkit};
-    browser::Launcher launcher{program.platform.shell, program.platform.files, program.registry,
-                               program.messages,       toolkit,                program.strings};
+    browser::Launcher launcher{
+        program.platform.shell, program.platform.files, program.registry, program.messages, toolkit, program.strings};
     browser::SpreadsheetFolder spreadsheets{program.platform.files, program.platform.shell, program.registry};
     browser::TemplateOpener opener{launcher, spreadsheets, program.messages};
 
@@ -65,15 +65,18 @@ INSTANTIATE_TEST_SUITE_P(
         Failure{"C:\\T\\a.b.ccw", 2, 1, NotFound, Icon::Information},
         Failure{"C:\\T\\help.htm", 2, 1, NoHelp, Icon::Information},
         Failure{"http://nowhere.example/", 3, 1, NoHelp, Icon::Information},
-        Failure{"C:\\T\\a.swt", 31, 1, "Unable to launch 'a.swt'.\r\nScrivello is not installed on the system.", Icon::None},
-        Failure{"C:\\T\\a.b.ccw", 31, 1, "Unable to launch 'a.b.ccw'.\r\nCalcora is not installed on the system.", Icon::None},
-        Failure{"C:\\T\\a.MST", 31, 1, "Unable to launch 'a.MST'.\r\nVistrel is not installed on the system.", Icon::None},
-        Failure{"C:\\T\\a.prt", 31, 1, "Unable to launch 'a.prt'.\r\nVistrel is not installed on the system.", Icon::None},
+        Failure{"C:\\T\\a.swt", 31, 1, "Unable to launch 'a.swt'.\r\nScrivello is not installed on the system.",
+                Icon::None},
+        Failure{"C:\\T\\a.b.ccw", 31, 1, "Unable to launch 'a.b.ccw'.\r\nCalcora is not installed on the system.",
+                Icon::None},
+        Failure{"C:\\T\\a.MST", 31, 1, "Unable to launch 'a.MST'.\r\nVistrel is not installed on the system.",
+                Icon::None},
+        Failure{"C:\\T\\a.prt", 31, 1, "Unable to launch 'a.prt'.\r\nVistrel is not installed on the system.",
+                Icon::None},
         Failure{"C:\\x\\report.final.pdf", 31, 1,
                 "Unable to launch 'report.final.pdf'.\r\nThe associated application is not installed on the system.",
                 Icon::None},
-        Failure{"C:\\T\\help.htm", 31, 0, "", Icon::None},
-        Failure{"C:\\T\\a.swt", 5, 0, "", Icon::None},
+        Failure{"C:\\T\\help.htm", 31, 0, "", Icon::None}, Failure{"C:\\T\\a.swt", 5, 0, "", Icon::None},
         Failure{"C:\\T\\a.swt", 42, 0, "", Icon::None}));
 
 TEST_F(LauncherTest, HandsEverythingButPlainSpreadsheetsToTheShell)
@@ -92,9 +95,9 @@ TEST_F(LauncherTest, StartsTheSpreadsheetWithItsOwnCommandLine)
     InstallCalcora();
     EXPECT_EQ(launcher.Launch("C:\\My Templates\\Budget.CCW").result, 0);
     EXPECT_EQ(system.shell.Runs(),
-              (std::vector<MemoryShell::Started>{{std::string{Calcora},
-                                                  "\"C:\\Program Files\\Calcora\\clc.exe\" /+  \"C:\\My Templates\\Budget.CCW\"",
-                                                  platform::WindowStyle::MinimizedFocus}}));
+              (std::vector<MemoryShell::Started>{
+                  {std::string{Calcora}, "\"C:\\Program Files\\Calcora\\clc.exe\" /+  \"C:\\My Templates\\Budget.CCW\"",
+                   platform::WindowStyle::MinimizedFocus}}));
     EXPECT_TRUE(system.shell.Opened().empty());
 }
 
@@ -112,7 +115,8 @@ TEST_F(LauncherTest, TellsAMissingSpreadsheetRegistrationFromAMissingProgram)
 TEST_F(LauncherTest, ASpreadsheetThatWillNotStartIsReportedAndNotRemembered)
 {
     InstallCalcora();
-    system.shell.OnRun([](const auto&) -> platform::Result<> { return std::unexpected{platform::error::GeneralFailure}; });
+    system.shell.OnRun(
+        [](const auto&) -> platform::Result<> { return std::unexpected{platform::error::GeneralFailure}; });
     bool remembered = false;
     opener.Opened = [&](const std::string&) { remembered = true; };
     toolkit.ExpectMessage("Unable to launch 'b.ccw'. Please check if the associated application to launch the file is "

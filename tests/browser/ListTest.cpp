@@ -55,8 +55,10 @@ TEST_F(ListTest, EachTabShowsItsTypesInTheOrderOfTheEndings)
 
 TEST_F(ListTest, SizesAreWholeKilobytesAndDatesTheUsersOwn)
 {
-    system.files.AddFile(InLibrary("Letters\\Size.ccw"), std::string(1023, 'x'), MemoryClock::At({2020, 2, 29, 23, 30, 0}));
-    system.files.AddFile(InLibrary("Letters\\Size.prt"), std::string(5000, 'x'), MemoryClock::At({2021, 7, 4, 5, 7, 0}));
+    system.files.AddFile(InLibrary("Letters\\Size.ccw"), std::string(1023, 'x'),
+                         MemoryClock::At({2020, 2, 29, 23, 30, 0}));
+    system.files.AddFile(InLibrary("Letters\\Size.prt"), std::string(5000, 'x'),
+                         MemoryClock::At({2021, 7, 4, 5, 7, 0}));
     system.files.SetSize(InLibrary("Letters\\Size.prt"), 5'000'000'000);
     system.clock.SetOffsetMinutes(60);
     Show("Letters");

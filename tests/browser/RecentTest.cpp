@@ -176,8 +176,7 @@ TEST(AgeingTest, CountsCalendarMonthsAndLetsTheDayDecideInTheFirstAndTheLast)
 class RecentDocumentsTest : public BrowserTest {
 protected:
     const std::string own = std::string{SettingsKey} + "\\Browser\\History List";
-    const std::string suite =
-        "Software\\VB and VBA Program Settings\\Tessaly 1.0 GWX\\Browser\\Recent Documents";
+    const std::string suite = "Software\\VB and VBA Program Settings\\Tessaly 1.0 GWX\\Browser\\Recent Documents";
 
     RecentDocumentsTest() { Program().state.SettingsAppName = "Tessaly GWX 1.0"; }
     void AddDocument(const std::string& key, const std::string& path, const std::string& recorded, LocalTime modified)
@@ -240,7 +239,8 @@ TEST_F(RecentDocumentsTest, TheOldAreForgottenUnlessTheyWereRecordedLately)
     EXPECT_EQ(Paths(documents), (Texts{"C:\\D\\copied today.ccw", "C:\\D\\edge.ccw"}));
     EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, own, "C:\\D\\old.ccw"), "(none)");
 
-    for (const auto& [stored, months] : {std::pair{"6", 6}, {"", 12}, {"x", 12}, {"0", 1}, {"-5", 1}, {"99999", 32767}}) {
+    for (const auto& [stored, months] :
+         {std::pair{"6", 6}, {"", 12}, {"x", 12}, {"0", 1}, {"-5", 1}, {"99999", 32767}}) {
         PutSetting("Options", "History List Time Period", stored);
         EXPECT_EQ(documents.TimePeriod(), months) << stored;
     }
@@ -278,7 +278,8 @@ TEST_F(RecentDocumentsTest, TheViewOpensRemovesAndClears)
         toolkit.OnModal("frmRecentDocuments", [&](ui::Form& shown) {
             auto& form = static_cast<browser::frmRecentDocuments&>(shown);
             toolkit.ExpectMessage("Are you sure you want to remove all documents from this list? The documents "
-                                  "themselves are not deleted.", Icon::Question, answer);
+                                  "themselves are not deleted.",
+                                  Icon::Question, answer);
             form.cmdClear.UserClicks();
             EXPECT_EQ(form.lvDocuments.Rows(), answer == ui::Answer::No ? 1 : 0);
             EXPECT_EQ(form.cmdOpen.Enabled(), answer == ui::Answer::No);
@@ -294,12 +295,14 @@ TEST_F(RecentDocumentsTest, TheTimePeriodIsSavedByOkAloneAndOnlyWhenItIsANumber)
     PutSetting("Help", "Recent Documents HTML", "C:\\Help\\recent.htm");
     Start();
     const auto show = [&](const std::function<void(browser::frmOptionsHistory&)>& act) {
-        toolkit.OnModal("frmOptionsHistory", [&](ui::Form& form) { act(static_cast<browser::frmOptionsHistory&>(form)); });
+        toolkit.OnModal("frmOptionsHistory",
+                        [&](ui::Form& form) { act(static_cast<browser::frmOptionsHistory&>(form)); });
         Main().Commands().Run("mnuHistory");
     };
     show([&](auto& form) {
         EXPECT_EQ(form.Caption(), "Recent Documents");
-        EXPECT_EQ(form.lblBefore.Caption() + "|" + form.lblAfter.Caption(), "Don't remember documents older than|months");
+        EXPECT_EQ(form.lblBefore.Caption() + "|" + form.lblAfter.Caption(),
+                  "Don't remember documents older than|months");
         EXPECT_EQ(form.txtNoOfMonthsForHistoryList.Text(), "12");
         form.UpDownMonths.UserSteps(1);
         form.cmdCancel.UserClicks();
@@ -324,8 +327,8 @@ TEST_F(RecentDocumentsTest, TheTimePeriodIsSavedByOkAloneAndOnlyWhenItIsANumber)
 
 TEST_F(RecentDocumentsTest, TheCopyOfASpreadsheetTemplateIsRecorded)
 {
-    system.registry.PutString(Hive::LocalMachine, "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\CLC.EXE", "",
-                              "C:\\Calc\\clc.exe");
+    system.registry.PutString(Hive::LocalMachine, "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\CLC.EXE",
+                              "", "C:\\Calc\\clc.exe");
     system.files.AddFile("C:\\Calc\\clc.exe");
     system.files.AddFolder("C:\\Users\\User\\Documents");
     Start();

@@ -26,7 +26,8 @@ protected:
     static std::string StartWith(const std::string& caption)
     {
         return "kind = \"HOST\"\r\ncaption = \"" + caption +
-               "\"\r\nr = b.Start(kind, \"C:\\Program Files\\Host\", \"3\", \"4\", caption)\r\nWScript.Echo \"[\" & r & "
+               "\"\r\nr = b.Start(kind, \"C:\\Program Files\\Host\", \"3\", \"4\", caption)\r\nWScript.Echo \"[\" & r "
+               "& "
                "\"]\"\r\n";
     }
 };

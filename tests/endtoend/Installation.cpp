@@ -178,8 +178,7 @@ std::wstring UnixPath(const fs::path& path)
     if (!found)
         return {};
     std::wstring result(MAX_PATH * 4, L'\0');
-    const int length =
-        MultiByteToWideChar(CP_UTF8, 0, found, -1, result.data(), static_cast<int>(result.size()));
+    const int length = MultiByteToWideChar(CP_UTF8, 0, found, -1, result.data(), static_cast<int>(result.size()));
     result.resize(length > 0 ? static_cast<std::size_t>(length) - 1 : 0);
     HeapFree(GetProcessHeap(), 0, found);
     return result;

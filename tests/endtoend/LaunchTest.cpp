@@ -49,14 +49,9 @@ TEST_F(EndToEndLaunchTest, HandsEachTemplateToItsProgram)
         fs::path program;
         const wchar_t* between;
     } rows[] = {
-        {L"Plan.swt", word, L" "},
-        {L"Show.prt", show, L" "},
-        {L"Photo.mst", show, L" "},
-        {L"Book.pdf", reader, L" "},
-        {L"Budget.ccw", calc, L" /+  "},
-        {L"Profit & Loss  100%.swt", word, L" "},
-        {UnicodeName, word, L" "},
-        {LongName, word, L" "},
+        {L"Plan.swt", word, L" "},   {L"Show.prt", show, L" "},       {L"Photo.mst", show, L" "},
+        {L"Book.pdf", reader, L" "}, {L"Budget.ccw", calc, L" /+  "}, {L"Profit & Loss  100%.swt", word, L" "},
+        {UnicodeName, word, L" "},   {LongName, word, L" "},
     };
     const HWND window = OpenCategory();
     for (const auto& row : rows) {

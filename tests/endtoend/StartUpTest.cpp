@@ -26,9 +26,9 @@ TEST_F(ConverterTest, IsInstalledEvenWhereTheProgramCannotRun)
         else
             installation.Remove(L"Options", L"MSOVersion");
         Start();
-        EXPECT_EQ(AnswerBox(), (Box{Title,
-                                    L"The application is currently unable to run.\r\nPlease reinstall the application.",
-                                    Box::Icon::Critical}));
+        EXPECT_EQ(AnswerBox(),
+                  (Box{Title, L"The application is currently unable to run.\r\nPlease reinstall the application.",
+                       Box::Icon::Critical}));
         EXPECT_EQ(installation.Recorded(installer), InstallerLine());
         ExpectEnd();
     }
@@ -42,7 +42,8 @@ TEST_F(ConverterTest, IsInstalledOnlyWhenItsClassCannotBeCreated)
         std::wstring classId;
         bool installs;
     } rows[] = {
-        {"a class that works", L"{0D43FE01-F093-11CF-8940-00A0C9054228}", false}, // the system's Scripting.FileSystemObject
+        {"a class that works", L"{0D43FE01-F093-11CF-8940-00A0C9054228}",
+         false}, // the system's Scripting.FileSystemObject
         {"a class without its library", ownClass, true},
     };
     const RegistryValue server{HKEY_LOCAL_MACHINE, std::wstring{Classes} + L"CLSID\\" + ownClass + L"\\InprocServer32",

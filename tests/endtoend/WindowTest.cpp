@@ -31,7 +31,8 @@ TEST_F(MainWindowTest, SpeaksTheLanguageOfTheTextsBesideIt)
     fs::copy_file(fs::path{harness::OwnFolder()} / L"endtoend_texts.dll",
                   installation.program.parent_path() / L"TS_RES.dll");
     const HWND window = Open();
-    EXPECT_EQ(NodesOf(window), (std::vector<std::wstring>{L"Meine Favoriten", L"Business", L"", L"Get More Templates"}));
+    EXPECT_EQ(NodesOf(window),
+              (std::vector<std::wstring>{L"Meine Favoriten", L"Business", L"", L"Get More Templates"}));
     // The menus, by their letters: "Ansicht", "Liste", and "Datei", "Beenden".
     EXPECT_TRUE(Choose(window, L"al"));
     const HWND list = Child(window, WC_LISTVIEWW);
@@ -92,8 +93,9 @@ TEST_F(MainWindowTest, ComesBackWhereItWasClosed)
     Close();
 
     const std::pair<const wchar_t*, const wchar_t*> stored[] = {
-        {L"TSMaximized", L"False"},   {L"MainLeft", L"1800"},     {L"MainTop", L"1350"},
-        {L"MainWidth", L"12000"},     {L"MainHeight", L"9000"},   {L"HorzSplitterTop", L"5250"},
+        {L"TSMaximized", L"False"},     {L"MainLeft", L"1800"},
+        {L"MainTop", L"1350"},          {L"MainWidth", L"12000"},
+        {L"MainHeight", L"9000"},       {L"HorzSplitterTop", L"5250"},
         {L"VertSplitterLeft", L"1965"}, {L"LastFolderBrowsed", L"My Favorites"},
     };
     for (const auto& [name, text] : stored)

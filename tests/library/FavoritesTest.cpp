@@ -17,10 +17,7 @@ protected:
         for (const std::string& path : paths)
             system.registry.PutString(Hive::CurrentUser, key, path, "");
     }
-    Texts Stored()
-    {
-        return system.registry.ValueNames(Hive::CurrentUser, key).value_or(Texts{});
-    }
+    Texts Stored() { return system.registry.ValueNames(Hive::CurrentUser, key).value_or(Texts{}); }
     ui::Menu& Item(std::string_view name)
     {
         Main().MenuOpening();

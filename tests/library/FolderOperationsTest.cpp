@@ -32,7 +32,8 @@ protected:
     }
     void ExpectDeleteQuestion(const std::string& name, Answer answer = Answer::Yes)
     {
-        toolkit.ExpectMessage("Are you sure you want to delete \"" + name + "\" and all its contents?", Icon::Question, answer);
+        toolkit.ExpectMessage("Are you sure you want to delete \"" + name + "\" and all its contents?", Icon::Question,
+                              answer);
     }
     std::string Selected() { return Tree().Selected() != nullptr ? Tree().Selected()->key : std::string{}; }
     Texts Favorites() { return system.registry.ValueNames(Hive::CurrentUser, favoritesKey).value_or(Texts{}); }
@@ -43,7 +44,8 @@ protected:
 TEST_F(FolderTest, ANewNameIsRefusedInTheOrderOfItsFaults)
 {
     AddTemplates({"Letters\\Family\\a.swt"});
-    const std::string taken = "Cannot rename Formal: A folder with the name you specified already exists. Specify a different folder name.";
+    const std::string taken =
+        "Cannot rename Formal: A folder with the name you specified already exists. Specify a different folder name.";
     const std::string characters =
         "A folder name cannot contain any of the following characters:\r\n\\ / : * ? \" < > |";
     const std::string tooLong = "Folder name cannot exceed more than 40 characters.";
@@ -69,7 +71,8 @@ TEST_F(FolderTest, ANewNameIsRefusedInTheOrderOfItsFaults)
     for (const char forbidden : std::string{"\\/:*?\"<>|"})
         cases.push_back({std::string{"a"} + forbidden + "b", characters});
     // What the system would refuse, or quietly turn into another name.
-    for (const char* name : {"trail.", "trail ", "tab\tbed", "CON", "nul.txt", "Com1", "lpt9.old", "aux .x", "COM\xC2\xB9"})
+    for (const char* name :
+         {"trail.", "trail ", "tab\tbed", "CON", "nul.txt", "Com1", "lpt9.old", "aux .x", "COM\xC2\xB9"})
         cases.push_back({name, characters});
     Start();
     const auto disk = system.files.Snapshot();
@@ -88,8 +91,9 @@ TEST_F(FolderTest, ANameOfFortyCharactersAndOddButHonestOnesAreTaken)
 {
     Start();
     std::string path = "Letters\\Formal";
-    for (const std::string& name : {std::string(40, 'x'), std::string(38, 'y') + "\xC3\xA4z", std::string{"a.b"},
-                                   std::string{" leading"}, std::string{"Console"}, std::string{"com10"}, std::string{"\xE6\x97\xA5\xE6\x9C\xAC"}}) {
+    for (const std::string& name :
+         {std::string(40, 'x'), std::string(38, 'y') + "\xC3\xA4z", std::string{"a.b"}, std::string{" leading"},
+          std::string{"Console"}, std::string{"com10"}, std::string{"\xE6\x97\xA5\xE6\x9C\xAC"}}) {
         SCOPED_TRACE(name);
         Rename(path, name);
         path = "Letters\\" + name;
@@ -102,7 +106,8 @@ TEST_F(FolderTest, ANameOfFortyCharactersAndOddButHonestOnesAreTaken)
 TEST_F(FolderTest, ARenamedFolderKeepsItsPlaceItsFavouritesAndItsRecentFiles)
 {
     AddTemplates({"Letters\\Formal\\Deep\\x.swt", "Letters\\Formality\\y.swt"});
-    for (const char* favorite : {"Letters\\Formal\\Complaint.swt", "letters\\formal\\Deep\\x.swt", "Letters\\Formality\\y.swt"})
+    for (const char* favorite :
+         {"Letters\\Formal\\Complaint.swt", "letters\\formal\\Deep\\x.swt", "Letters\\Formality\\y.swt"})
         system.registry.PutString(Hive::CurrentUser, favoritesKey, favorite, "");
     Start();
     Select("Letters\\Formal");
@@ -113,8 +118,8 @@ TEST_F(FolderTest, ARenamedFolderKeepsItsPlaceItsFavouritesAndItsRecentFiles)
     EXPECT_EQ(Selected(), "Letters\\Casual");
     EXPECT_EQ(Setting("Browser", "LastFolderBrowsed"), "Letters\\Casual");
     EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Complaint"});
-    EXPECT_EQ(Main().Favorites().List(), (Texts{"Letters\\Casual\\Complaint.swt", "Letters\\Casual\\Deep\\x.swt",
-                                                "Letters\\Formality\\y.swt"}));
+    EXPECT_EQ(Main().Favorites().List(),
+              (Texts{"Letters\\Casual\\Complaint.swt", "Letters\\Casual\\Deep\\x.swt", "Letters\\Formality\\y.swt"}));
     const Texts stored = Favorites();
     EXPECT_EQ(std::set<std::string>(stored.begin(), stored.end()),
               (std::set<std::string>{"Letters\\Casual\\Complaint.swt", "Letters\\Casual\\Deep\\x.swt",
@@ -171,9 +176,11 @@ TEST_F(FolderTest, TopLevelFoldersAndAnOpenFindPaneRefuseBoth)
     EXPECT_FALSE(Tree().EditedLabel());
     Program().state.FindPaneOpen = true;
     EXPECT_FALSE(Tree().UserStartsLabelEdit("Letters\\Formal"));
-    toolkit.ExpectMessage("Cannot rename folders when Find pane is open.\rClose the Find pane and try again.", Icon::Information);
+    toolkit.ExpectMessage("Cannot rename folders when Find pane is open.\rClose the Find pane and try again.",
+                          Icon::Information);
     Main().UserPresses(ui::Plain(ui::KeyCode::F2));
-    toolkit.ExpectMessage("Cannot delete folders when Find pane is open.\rClose the Find pane and try again.", Icon::Information);
+    toolkit.ExpectMessage("Cannot delete folders when Find pane is open.\rClose the Find pane and try again.",
+                          Icon::Information);
     Tree().KeyDown(ui::Plain(ui::KeyCode::Delete));
     EXPECT_FALSE(Tree().EditedLabel());
     EXPECT_TRUE(system.files.Exists(InLibrary("Letters\\Formal\\Complaint.swt")));
@@ -256,12 +263,15 @@ TEST_F(FolderTest, WhatCannotBeDeletedIsToldAndTheRestIsGone)
         Texts left;
     };
     const Case cases[] = {
-        {"a text file", [&] { system.files.AddFile(InLibrary("Letters\\Formal\\Sub\\read.me"), "mine"); },
+        {"a text file",
+         [&] { system.files.AddFile(InLibrary("Letters\\Formal\\Sub\\read.me"), "mine"); },
          {"Sub", "Sub\\read.me"}},
         {"in use", [&] { system.files.SetHeldOpen(InLibrary("Letters\\Formal\\Complaint.swt")); }, {"Complaint.swt"}},
-        {"read-only", [&] { system.files.SetAttributes(InLibrary("Letters\\Formal\\Sub\\b.swt"), platform::attribute::ReadOnly); },
+        {"read-only",
+         [&] { system.files.SetAttributes(InLibrary("Letters\\Formal\\Sub\\b.swt"), platform::attribute::ReadOnly); },
          {"Sub", "Sub\\b.swt"}},
-        {"a folder that cannot be listed: nothing goes", [&] { system.files.SetUnreadable(InLibrary("Letters\\Formal\\Sub")); },
+        {"a folder that cannot be listed: nothing goes",
+         [&] { system.files.SetUnreadable(InLibrary("Letters\\Formal\\Sub")); },
          {"Complaint.swt", "Sub", "Sub\\b.swt"}},
     };
     for (const Case& which : cases) {
@@ -303,7 +313,8 @@ TEST_F(FolderTest, LinksAreRemovedAndWhatTheyPointAtIsWhole)
     EXPECT_FALSE(system.files.Exists(InLibrary("Letters\\Away")));
     EXPECT_TRUE(system.files.Exists(InLibrary("Letters\\Memo.swt")));
     EXPECT_EQ(system.files.Snapshot("C:\\Outside"), outside);
-    for (const char* odd : {"Letters", "", "Letters\\..\\Business", "Letters\\.", "..\\x", "Letters\\\\Formal", "C:\\Outside\\Sub"})
+    for (const char* odd :
+         {"Letters", "", "Letters\\..\\Business", "Letters\\.", "..\\x", "Letters\\\\Formal", "C:\\Outside\\Sub"})
         EXPECT_FALSE(removal.Remove(odd)) << odd;
     EXPECT_EQ(system.files.Snapshot("C:\\Outside"), outside);
 }

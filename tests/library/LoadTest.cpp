@@ -11,7 +11,11 @@ using ui::Icon;
 
 class LoadTest : public BrowserTest {
 protected:
-    LoadTest() { system.files.Remove(Templates); system.files.AddFolder(Templates); }
+    LoadTest()
+    {
+        system.files.Remove(Templates);
+        system.files.AddFolder(Templates);
+    }
 
     /// The tree's categories as read back, without the special nodes.
     Texts Categories()
@@ -35,7 +39,8 @@ protected:
 
 TEST_F(LoadTest, DrawsTheSpecialNodesAroundTheCategories)
 {
-    AddTemplates({"Zebra\\A.swt", "Apes\\A.swt", "Tessaly Professional 3.0\\A.swt", "Tessaly Professional 3.0\\Sub\\A.swt"});
+    AddTemplates(
+        {"Zebra\\A.swt", "Apes\\A.swt", "Tessaly Professional 3.0\\A.swt", "Tessaly Professional 3.0\\Sub\\A.swt"});
     Start();
     EXPECT_EQ(TreeTexts(Main().tvTreeView),
               (Texts{"My Favorites", "Tessaly Professional 3.0", "  Sub", "Zebra", "Apes", "", "Get More Templates"}));
@@ -105,7 +110,8 @@ TEST_F(LoadTest, TheThirdLevelSkipsPreviewsWithoutStoppingThere)
 
 TEST_F(LoadTest, NumericCategoriesGetAKeyThatIsNoNumber)
 {
-    AddTemplates({"Years\\a.swt", "2004\\a.swt", "2004\\May\\a.swt", "-1.5\\a.swt", "2004a\\a.swt", "Years\\2005\\a.swt"});
+    AddTemplates(
+        {"Years\\a.swt", "2004\\a.swt", "2004\\May\\a.swt", "-1.5\\a.swt", "2004a\\a.swt", "Years\\2005\\a.swt"});
     Start();
     EXPECT_EQ(Node("2004_TS").text, "2004");
     EXPECT_EQ(Node("-1.5_TS").text, "-1.5");
@@ -181,8 +187,8 @@ TEST_F(LoadTest, RemovesOnlyFoldersThatAreEntirelyEmpty)
     system.files.SetAttributes(InLibrary("Hidden\\desktop.ini"), platform::attribute::Hidden);
     Start();
     const std::pair<const char*, bool> expected[] = {
-        {"Empty", false}, {"Nested\\Empty", false}, {"OnlySub\\Empty", false}, {"OnlySub", true},
-        {"Cards\\Previews", true}, {"Text", true}, {"Hidden", true}, {"Nested\\Full", true}};
+        {"Empty", false},          {"Nested\\Empty", false}, {"OnlySub\\Empty", false}, {"OnlySub", true},
+        {"Cards\\Previews", true}, {"Text", true},           {"Hidden", true},          {"Nested\\Full", true}};
     for (const auto& [folder, isThere] : expected)
         EXPECT_EQ(OnDisk(folder), isThere) << folder;
     EXPECT_EQ(Categories(), (Texts{"Cards", "Nested", "  Full"}));
@@ -286,8 +292,8 @@ TEST_F(LoadTest, ComesBackToTheFolderLastBrowsed)
 {
     AddTemplates({"A\\x.swt", "A\\B\\y.swt", "C\\z.swt"});
     const std::pair<const char*, const char*> cases[] = {
-        {"A\\B", "A\\B"}, {"a\\b", "A\\B"}, {"My Favorites", "My Favorites"}, {"", "A"}, {"Gone", "A"},
-        {"Tessaly Desk", "A"}, {"Get More Templates", "A"}};
+        {"A\\B", "A\\B"}, {"a\\b", "A\\B"},      {"My Favorites", "My Favorites"}, {"", "A"},
+        {"Gone", "A"},    {"Tessaly Desk", "A"}, {"Get More Templates", "A"}};
     for (const auto& [stored, selected] : cases) {
         PutSetting("Browser", "LastFolderBrowsed", stored);
         Start();

@@ -60,7 +60,8 @@ TEST_F(Win32Test, StartsAProgramByItsFullPathWithTheCommandLineAsGiven)
 TEST_F(Win32Test, WaitsForAProgramAndEndsOneThatDoesNotEnd)
 {
     const std::string cmd = path::Join(SystemFolder(), "cmd.exe");
-    EXPECT_EQ(system.shell.RunAndWait(cmd, "cmd.exe /c exit 7", WindowStyle::MinimizedFocus, 60'000), Result<std::uint32_t>{7});
+    EXPECT_EQ(system.shell.RunAndWait(cmd, "cmd.exe /c exit 7", WindowStyle::MinimizedFocus, 60'000),
+              Result<std::uint32_t>{7});
     // A program with a window stays, whatever the standard input of the tests is.
     const std::string staying = path::Join(SystemFolder(), "notepad.exe");
     EXPECT_EQ(system.shell.RunAndWait(staying, "notepad.exe", WindowStyle::MinimizedFocus, 300),

@@ -44,8 +44,11 @@ TEST_F(ProfileDialogsTest, EveryDialogIsLaidOutForMouseAndKeyboard)
     frmRenameProfile rename{program, manager, operations, "Ann"};
     profiles::frmProfileInformation prompt{program};
     profiles::EnterSenderInformationForm editor{program, manager, images, operations, {}};
-    const std::pair<ui::Form*, const char*> forms[] = {{&manage, "Manage Profiles"}, {&add, "Add Profile"},
-        {&rename, "Rename Profile"}, {&prompt, "Enter Initial Profile"}, {&editor, "Edit Profile"}};
+    const std::pair<ui::Form*, const char*> forms[] = {{&manage, "Manage Profiles"},
+                                                       {&add, "Add Profile"},
+                                                       {&rename, "Rename Profile"},
+                                                       {&prompt, "Enter Initial Profile"},
+                                                       {&editor, "Edit Profile"}};
     for (const auto& [form, title] : forms) {
         SCOPED_TRACE(title);
         EXPECT_EQ(form->Caption(), title);
@@ -154,7 +157,11 @@ TEST_F(ProfileDialogsTest, ARefusedNameLeavesTheDialogOpenWithTheFocusInTheNameB
         const char* typed;
         std::uint16_t message;
         const char* left;
-    } rows[] = {{"  ", 134, "  "}, {"-Ann", 135, "-Ann"}, {"a/b", 134, "a/b"}, {"Blank Profile", 134, "Blank Profile"}, {" gRÖßE ", 136, ""}};
+    } rows[] = {{"  ", 134, "  "},
+                {"-Ann", 135, "-Ann"},
+                {"a/b", 134, "a/b"},
+                {"Blank Profile", 134, "Blank Profile"},
+                {" gRÖßE ", 136, ""}};
     const auto before = system.registry.Snapshot();
     const auto isRefused = [&](ui::Form& form, ui::TextBox& box, ui::Button& ok, const auto& row) {
         SCOPED_TRACE(row.typed);

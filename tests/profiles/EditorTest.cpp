@@ -53,16 +53,26 @@ protected:
 TEST_F(EditorTest, EveryFieldEditsItsOwnValue)
 {
     auto& form = Open();
-    const std::pair<ui::TextBox*, const char*> rows[] = {
-        {&form.SenderFirstNameText, "FirstName"}, {&form.SenderLastNameText, "LastName"}, {&form.SenderTitleText, "Title"},
-        {&form.SenderCompanyText, "CompanyName"}, {&form.SenderPhoneOfficeText, "PhoneOffice"},
-        {&form.SenderPhoneHomeText, "PhoneHome"}, {&form.SenderPhoneCellText, "PhoneCell"},
-        {&form.SenderPhoneFaxText, "PhoneFax"}, {&form.SenderPhoneTollFreeText, "PhoneTollFree"},
-        {&form.SenderPagerText, "Pager No"}, {&form.SenderAddress1Text, "AddressLine1"},
-        {&form.SenderAddress2Text, "AddressLine2"}, {&form.SenderCityText, "City"}, {&form.SenderCountryText, "Country"},
-        {&form.SenderStateText, "State"}, {&form.SenderZipText, "ZipCode"}, {&form.SenderEmailAddressText, "EmailAddress"},
-        {&form.SenderWebsiteText, "Website"}, {&form.SenderDisclaimerLine1Text, "DisclaimerLine1"},
-        {&form.SenderDisclaimerLine2Text, "DisclaimerLine2"}};
+    const std::pair<ui::TextBox*, const char*> rows[] = {{&form.SenderFirstNameText, "FirstName"},
+                                                         {&form.SenderLastNameText, "LastName"},
+                                                         {&form.SenderTitleText, "Title"},
+                                                         {&form.SenderCompanyText, "CompanyName"},
+                                                         {&form.SenderPhoneOfficeText, "PhoneOffice"},
+                                                         {&form.SenderPhoneHomeText, "PhoneHome"},
+                                                         {&form.SenderPhoneCellText, "PhoneCell"},
+                                                         {&form.SenderPhoneFaxText, "PhoneFax"},
+                                                         {&form.SenderPhoneTollFreeText, "PhoneTollFree"},
+                                                         {&form.SenderPagerText, "Pager No"},
+                                                         {&form.SenderAddress1Text, "AddressLine1"},
+                                                         {&form.SenderAddress2Text, "AddressLine2"},
+                                                         {&form.SenderCityText, "City"},
+                                                         {&form.SenderCountryText, "Country"},
+                                                         {&form.SenderStateText, "State"},
+                                                         {&form.SenderZipText, "ZipCode"},
+                                                         {&form.SenderEmailAddressText, "EmailAddress"},
+                                                         {&form.SenderWebsiteText, "Website"},
+                                                         {&form.SenderDisclaimerLine1Text, "DisclaimerLine1"},
+                                                         {&form.SenderDisclaimerLine2Text, "DisclaimerLine2"}};
     ASSERT_EQ(std::size(rows), profiles::FieldCount);
     Texts typed;
     for (const auto& [box, value] : rows) {
@@ -95,8 +105,9 @@ TEST_F(EditorTest, EditsThatCannotBeSavedStay)
     auto& form = Open();
     form.SenderCityText.UserTypes("Oslo");
     system.registry.SetClosed(Hive::CurrentUser, profiles::ProfileKey("Ann"));
-    const std::function<void()> acts[] = {[&] { form.ProfileCombo.UserSelects(1); }, [&] { form.OKButton.UserClicks(); },
-        [&] { form.btnAddProfile.UserClicks(); }, [&] { form.btnManageProfiles.UserClicks(); }};
+    const std::function<void()> acts[] = {[&] { form.ProfileCombo.UserSelects(1); },
+                                          [&] { form.OKButton.UserClicks(); }, [&] { form.btnAddProfile.UserClicks(); },
+                                          [&] { form.btnManageProfiles.UserClicks(); }};
     for (const auto& act : acts) {
         toolkit.ExpectMessage(Text(173), Icon::Critical);
         act();
@@ -274,9 +285,10 @@ TEST_F(EditorTest, OneFormatFlagServesAllThePhoneFields)
 TEST_F(EditorTest, ARefusedNumberIsClearedAndHoldsTheFocusAgainstEnter)
 {
     auto& form = Open();
-    for (const Field field : {Field::PhoneOffice, Field::PhoneHome, Field::PhoneFax, Field::PhoneCell,
-                              Field::PhoneTollFree, Field::Pager})
-        for (ui::Control* next : {static_cast<ui::Control*>(&form.OKButton), static_cast<ui::Control*>(&form.SenderCityText)}) {
+    for (const Field field :
+         {Field::PhoneOffice, Field::PhoneHome, Field::PhoneFax, Field::PhoneCell, Field::PhoneTollFree, Field::Pager})
+        for (ui::Control* next :
+             {static_cast<ui::Control*>(&form.OKButton), static_cast<ui::Control*>(&form.SenderCityText)}) {
             ui::TextBox& box = form.BoxOf(field);
             box.UserTypes("555*1234");
             toolkit.ExpectMessage(Text(106), Icon::Information);
@@ -303,8 +315,9 @@ TEST_F(EditorTest, StateAndZipRefuseWhatIsTypedOrPastedNotWhatIsStored)
         ui::TextBox* box;
         const char* text;
         std::uint16_t message;
-    } rows[] = {{&form.SenderStateText, "New York", 0}, {&form.SenderStateText, "N.Y.", 107}, {&form.SenderStateText, "Å", 107},
-                {&form.SenderZipText, "K1A 0B1", 0}, {&form.SenderZipText, "12345-6789", 0}, {&form.SenderZipText, "1_2", 131}};
+    } rows[] = {{&form.SenderStateText, "New York", 0}, {&form.SenderStateText, "N.Y.", 107},
+                {&form.SenderStateText, "Å", 107},      {&form.SenderZipText, "K1A 0B1", 0},
+                {&form.SenderZipText, "12345-6789", 0}, {&form.SenderZipText, "1_2", 131}};
     for (const auto& row : rows) {
         row.box->SelectAll();
         if (row.message != 0)

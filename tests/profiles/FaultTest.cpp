@@ -37,8 +37,9 @@ void Prepare(ProfileMachine& machine)
     machine.system.files.AddFile("C:\\Out\\Set\\Ann\\Logo.jpg", "an earlier logo");
     const std::string top = profiles::FullProfilesKey();
     machine.system.files.AddFile("C:\\In\\TSProfile.tspf",
-        "REGEDIT4\r\n\r\n[" + top + "\\Ann]\r\n\"City\"=\"Rome\"\r\n\"LocalLogo\"=\"X:\\\\Ann\\\\Logo.jpg\"\r\n\r\n[" + top +
-        "\\New]\r\n\"City\"=\"Bern\"\r\n\r\n");
+                                 "REGEDIT4\r\n\r\n[" + top +
+                                     "\\Ann]\r\n\"City\"=\"Rome\"\r\n\"LocalLogo\"=\"X:\\\\Ann\\\\Logo.jpg\"\r\n\r\n[" +
+                                     top + "\\New]\r\n\"City\"=\"Bern\"\r\n\r\n");
     machine.system.files.AddFile("C:\\In\\Ann\\Logo.jpg", "imported");
 }
 
@@ -57,15 +58,17 @@ const Scenario scenarios[] = {
     {"create", [](ProfileMachine& m) { return m.operations.Create("Copy", "Ann"); }},
     {"rename", [](ProfileMachine& m) { return m.operations.Rename("Ann", "Zoe"); }},
     {"remove", [](ProfileMachine& m) { return m.operations.Delete("Bob"); }},
-    {"save", [](ProfileMachine& m) {
-        m.manager.LoadProfile("Ann");
-        m.manager.Current[profiles::Field::City] = "Oslo";
-        return m.manager.SaveProfileText("Ann");
-    }},
-    {"images", [](ProfileMachine& m) {
-        m.manager.LoadProfile("Ann");
-        return m.images.Apply("Ann", {"C:\\new.gif", std::nullopt, "C:\\new.gif"});
-    }},
+    {"save",
+     [](ProfileMachine& m) {
+         m.manager.LoadProfile("Ann");
+         m.manager.Current[profiles::Field::City] = "Oslo";
+         return m.manager.SaveProfileText("Ann");
+     }},
+    {"images",
+     [](ProfileMachine& m) {
+         m.manager.LoadProfile("Ann");
+         return m.images.Apply("Ann", {"C:\\new.gif", std::nullopt, "C:\\new.gif"});
+     }},
     {"export", [](ProfileMachine& m) { return m.transfer.Export("C:\\Out", "Set") == profiles::ExportOutcome::Done; }},
     {"import", [](ProfileMachine& m) { return m.transfer.Import("C:\\In"); }},
 };
@@ -85,7 +88,8 @@ protected:
             logos.emplace_back("imported");
         ExpectWhole(machine, renamed ? "Zoe" : "Ann", "Ann", logos, "face");
         // A default that cannot be read is taken for none.
-        const bool unreadDefault = renamed && lastCall.ends_with("DefaultProfile") && lastCall.starts_with("Registry.Query");
+        const bool unreadDefault =
+            renamed && lastCall.ends_with("DefaultProfile") && lastCall.starts_with("Registry.Query");
         EXPECT_EQ(machine.Setting("Profiles", "DefaultProfile"), renamed && !unreadDefault ? "Zoe" : "Ann");
         if (!Is("remove") || machine.manager.ProfileExists("Bob")) {
             EXPECT_EQ(machine.At("Bob", "LastName"), "Bob");

@@ -32,7 +32,8 @@ inline void CheckForm(ui::Form& form)
                 << "overlaps " << j;
         }
         if (const auto mark = control.Caption().find('&'); mark != std::string::npos) {
-            const auto letter = static_cast<char>(std::tolower(static_cast<unsigned char>(control.Caption().at(mark + 1))));
+            const auto letter =
+                static_cast<char>(std::tolower(static_cast<unsigned char>(control.Caption().at(mark + 1))));
             EXPECT_TRUE(mnemonics.insert(letter).second) << letter << " is taken";
         }
         if (const auto* button = dynamic_cast<const ui::Button*>(&control))

@@ -59,9 +59,10 @@ TEST(ProfileFormFaultTest, TheEditorLosesNoEdit)
             else
                 form.OKButton.UserClicks();
             machine.system.faults.Clear();
-            EXPECT_TRUE(form.IsOpen() || std::ranges::none_of(machine.toolkit.Messages, [](const auto& message) {
-                return message.icon == ui::Icon::Critical;
-            })) << "closed although something could not be stored";
+            EXPECT_TRUE(form.IsOpen() ||
+                        std::ranges::none_of(machine.toolkit.Messages,
+                                             [](const auto& message) { return message.icon == ui::Icon::Critical; }))
+                << "closed although something could not be stored";
             const bool saved = machine.At("Ann", "City") == "Oslo";
             const bool shown = form.ProfileCombo.Text() == "Ann" && form.SenderCityText.Text() == "Oslo";
             EXPECT_TRUE(saved || (shown && form.IsOpen() && machine.toolkit.Messages.size() == 1));
@@ -96,8 +97,8 @@ TEST(ProfileFormFaultTest, TheListShowsWhatThereIs)
             shown.CancelButton.UserClicks();
         }
     };
-    for (ui::Button frmManageProfiles::*button :
-         {&frmManageProfiles::btnAdd, &frmManageProfiles::btnRename, &frmManageProfiles::btnDelete, &frmManageProfiles::btnSetDefault})
+    for (ui::Button frmManageProfiles::*button : {&frmManageProfiles::btnAdd, &frmManageProfiles::btnRename,
+                                                  &frmManageProfiles::btnDelete, &frmManageProfiles::btnSetDefault})
         ForEachCall(1, [&](ProfileMachine& machine, const std::function<void()>& arm) {
             frmManageProfiles form{machine.program, machine.manager, machine.operations};
             form.Realize();
@@ -105,9 +106,8 @@ TEST(ProfileFormFaultTest, TheListShowsWhatThereIs)
             machine.toolkit.OnModal("frmRenameProfile", rename);
             arm();
             (form.*button).UserClicks();
-            const bool toldOfList = std::ranges::any_of(machine.toolkit.Messages, [&](const auto& message) {
-                return message.text == machine.Text(174);
-            });
+            const bool toldOfList = std::ranges::any_of(
+                machine.toolkit.Messages, [&](const auto& message) { return message.text == machine.Text(174); });
             machine.system.faults.Clear();
             machine.manager.ListProfiles();
             if (!toldOfList) {

@@ -60,22 +60,32 @@ TEST_F(ImagesFormTest, OkCarriesOutWhatWasChosenLast)
         const char* stored;
     } rows[] = {
         {"another ending", [&](auto& form) { Choose(form.Logo, "C:\\Pics\\new.gif"); }, {"Logo.gif=new"}, "Logo.gif"},
-        {"the stored file itself", [&](auto& form) { Choose(form.Logo, "C:\\Images\\Ann\\Logo.jpg"); },
-         {"Logo.jpg=old logo"}, "Logo.jpg"},
+        {"the stored file itself",
+         [&](auto& form) { Choose(form.Logo, "C:\\Images\\Ann\\Logo.jpg"); },
+         {"Logo.jpg=old logo"},
+         "Logo.jpg"},
         {"nothing", [](auto&) {}, {"Logo.jpg=old logo"}, "Logo.jpg"},
-        {"set and cleared", [&](auto& form) {
+        {"set and cleared",
+         [&](auto& form) {
              Choose(form.Logo, "C:\\Pics\\new.gif");
              form.Logo.btnClear.UserClicks();
              EXPECT_EQ(form.Logo.image.File(), "");
              EXPECT_TRUE(form.Logo.btnSet.HasFocus());
-         }, {}, ""},
-        {"cleared and set", [&](auto& form) {
+         },
+         {},
+         ""},
+        {"cleared and set",
+         [&](auto& form) {
              form.Logo.btnClear.UserClicks();
              Choose(form.Logo, "C:\\Pics\\new.gif");
              EXPECT_TRUE(form.Logo.btnClear.Enabled());
-         }, {"Logo.gif=new"}, "Logo.gif"},
-        {"a sibling's file", [&](auto& form) { Choose(form.Signature, "C:\\Images\\Ann\\Logo.jpg"); },
-         {"Logo.jpg=old logo", "Signature.jpg=old logo"}, "Logo.jpg"},
+         },
+         {"Logo.gif=new"},
+         "Logo.gif"},
+        {"a sibling's file",
+         [&](auto& form) { Choose(form.Signature, "C:\\Images\\Ann\\Logo.jpg"); },
+         {"Logo.jpg=old logo", "Signature.jpg=old logo"},
+         "Logo.jpg"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -107,7 +117,8 @@ TEST_F(ImagesFormTest, WhatCannotBeShownIsRefusedAndCancelChangesNothing)
         form.Logo.btnSet.UserClicks();
         EXPECT_EQ(system.registry.Snapshot(), values) << "nothing was chosen";
         const std::pair<const char*, std::string> rows[] = {
-            {"C:\\Pics\\gone.jpg", Text(237)}, {"C:\\Pics", Text(237)},
+            {"C:\\Pics\\gone.jpg", Text(237)},
+            {"C:\\Pics", Text(237)},
             {"C:\\Pics\\broken.jpg", Text(281) + "\r\nC:\\Pics\\broken.jpg"}};
         for (const auto& [file, message] : rows) {
             toolkit.ExpectMessage(message, ui::Icon::Information);

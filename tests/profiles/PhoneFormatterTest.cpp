@@ -1,5 +1,5 @@
-#include "profiles/FieldChecks.h"
 #include "profiles/PhoneFormatter.h"
+#include "profiles/FieldChecks.h"
 
 #include <gtest/gtest.h>
 
@@ -25,6 +25,7 @@ TEST_P(PhoneShapeTest, HasItsShape)
 }
 
 const Row rows[] = {
+    // clang-format off
     {"", nullptr}, {"123456", nullptr}, {"555123", nullptr},
     // seven
     {"5551234", "555-1234"}, {"1234567", "123-4567"}, {"555123x", nullptr}, {"+551234", "+55-1234"},
@@ -51,6 +52,7 @@ const Row rows[] = {
     {"5551234   ", "(   ) 555-1234"}, {"  5551234", "555-1234"},
     // signs and separators are part of a number
     {"-5551234", "-55-5123 4"}, {"5,551234", nullptr},
+    // clang-format on
 };
 INSTANTIATE_TEST_SUITE_P(Rows, PhoneShapeTest, testing::ValuesIn(rows));
 
@@ -100,10 +102,10 @@ TEST(FieldChecksTest, LetThroughTheirAlphabetsOnly)
         const char* text;
         bool state, zip;
     } checks[] = {
-        {"", true, true},      {"New York", true, true}, {"azAZ", true, true},   {"N.Y.", false, false},
-        {"K1A 0B1", false, true}, {"12345-6789", false, true}, {"@", false, false}, {"[", false, false},
-        {"`", false, false},   {"{", false, false},      {"/", false, false},    {":", false, false},
-        {"\t", false, false},  {"É", false, false},      {"a\nb", false, false},
+        {"", true, true},         {"New York", true, true},    {"azAZ", true, true},   {"N.Y.", false, false},
+        {"K1A 0B1", false, true}, {"12345-6789", false, true}, {"@", false, false},    {"[", false, false},
+        {"`", false, false},      {"{", false, false},         {"/", false, false},    {":", false, false},
+        {"\t", false, false},     {"É", false, false},         {"a\nb", false, false},
     };
     for (const auto& check : checks) {
         EXPECT_EQ(profiles::IsStateText(check.text), check.state) << check.text;

@@ -22,11 +22,13 @@ TEST_F(ProfileTest, NamesAreCheckedInOrder)
         const char* name;
         int refusal;
     } rows[] = {
+        // clang-format off
         {"", 134}, {"   ", 134}, {"_x", 135}, {"-x", 135}, {"..", 135}, {"@home", 135}, {"Ärzte", 135}, {"*x", 135},
         {"a/b", 134}, {"a\\b", 134}, {"a?", 134}, {"a:b", 134}, {"a\"b", 134}, {"a<", 134}, {"a>", 134}, {"a|", 134},
         {"a*", 134}, {"a\tb", 134}, {"BLANK Profile", 134}, {" blank profile ", 134}, {"X (default)", 134},
         {"ann", 136}, {" ANN ", 136}, {"gRÖSSe", 0}, {"GRÖßE", 136}, {"1st", 0}, {"Zoë", 0}, {"Acme Inc.", 0},
         {"CON", 0}, {"blank", 0}, {"a-b_c", 0}, {"Ann (default", 0},
+        // clang-format on
     };
     for (const auto& row : rows)
         EXPECT_EQ(manager.ValidateProfileName(row.name).value_or(0), row.refusal) << row.name;
@@ -126,7 +128,8 @@ TEST_F(ProfileTest, RenameTakesEverythingAlong)
     EXPECT_EQ(At("Bob", "LocalLogo"), Picture("Bob", "Logo.jpg"));
     EXPECT_EQ(At("Bob", "LocalPortrait"), Picture("Bob", "Portrait.gif"));
     EXPECT_EQ(At("Bob", "LocalSignature"), "C:\\Gone\\Signature.gif");
-    EXPECT_EQ(system.files.AllPaths(Images), (Texts{"C:\\Images\\Bob", Picture("Bob", "Logo.jpg"), Picture("Bob", "Portrait.gif")}));
+    EXPECT_EQ(system.files.AllPaths(Images),
+              (Texts{"C:\\Images\\Bob", Picture("Bob", "Logo.jpg"), Picture("Bob", "Portrait.gif")}));
     EXPECT_EQ(Contents("D:\\My Pictures\\me.gif"), "me") << "the user's own file";
     EXPECT_EQ(Setting("Profiles", "DefaultProfile"), "Bob");
     EXPECT_EQ(Setting("Profiles", "CurrentProfileToUse"), "Bob");
@@ -151,9 +154,11 @@ TEST_F(ProfileTest, NoTwoProfilesShareAPictureFolderAndNoneLiesOutside)
     const struct {
         const char *profile, *folder;
     } rows[] = {
+        // clang-format off
         {"Ann", "Ann"}, {"Acme Inc.", "Acme Inc._"}, {"Acme Inc._", "Acme Inc.__"}, {"Acme Inc", "Acme Inc"},
         {"CON", "CON_"}, {"con_", "con__"}, {"com1.x", "com1.x_"}, {"comet", "comet"}, {"comb", "comb"}, {"..", ".._"},
         {"x ", "x _"}, {"a_", "a_"}, {"", ""}, {"a\\b", ""}, {"..\\..", ""}, {"a/b", ""}, {"a:b", ""}, {"a\nb", ""},
+        // clang-format on
     };
     for (const auto& row : rows)
         EXPECT_EQ(profiles::ImageFolderName(row.profile).value_or(""), row.folder) << row.profile;
@@ -175,7 +180,8 @@ TEST_F(PictureTest, SetReplaceAndClearLeaveOnlyWhatIsStored)
     PutPicture("Ann", ImageKind::Logo, ".jpg", "old");
     PutPicture("Ann", ImageKind::Signature, ".jpg", "sign");
     ASSERT_TRUE(Apply({"C:\\new.gif", "C:\\new.gif", ""}));
-    EXPECT_EQ(system.files.AllPaths(Images), (Texts{"C:\\Images\\Ann", Picture("Ann", "Logo.gif"), Picture("Ann", "Portrait.gif")}));
+    EXPECT_EQ(system.files.AllPaths(Images),
+              (Texts{"C:\\Images\\Ann", Picture("Ann", "Logo.gif"), Picture("Ann", "Portrait.gif")}));
     EXPECT_EQ(At("Ann", "LocalLogo"), Picture("Ann", "Logo.gif"));
     EXPECT_EQ(At("Ann", "LocalPortrait"), Picture("Ann", "Portrait.gif"));
     EXPECT_EQ(At("Ann", "LocalSignature"), "");

@@ -30,9 +30,12 @@ protected:
         Put("Bob", "", "unnamed");
         Put("Bob", "quo\"te\\", "v");
         const std::pair<ValueType, std::string> odd[] = {
-            {ValueType::Binary, std::string{"\0\xFF\1", 3}}, {ValueType::Dword, std::string{"\1\2\3\4", 4}},
-            {ValueType::Dword, "short"}, {ValueType::ExpandString, "%TEMP%\\é"},
-            {ValueType::MultiString, std::string{"a\0\0\0b\0\0\0\0\0", 10}}, {ValueType::None, ""},
+            {ValueType::Binary, std::string{"\0\xFF\1", 3}},
+            {ValueType::Dword, std::string{"\1\2\3\4", 4}},
+            {ValueType::Dword, "short"},
+            {ValueType::ExpandString, "%TEMP%\\é"},
+            {ValueType::MultiString, std::string{"a\0\0\0b\0\0\0\0\0", 10}},
+            {ValueType::None, ""},
             {static_cast<ValueType>(11), "12345678"}};
         for (std::size_t i = 0; i < std::size(odd); ++i)
             system.registry.Put(Hive::CurrentUser, profiles::ProfileKey("Bob"), "odd" + std::to_string(i),
@@ -59,8 +62,9 @@ TEST_F(TransferTest, EverythingComesBackWithoutAnEditorThatWorks)
     const auto registry = system.registry.Snapshot();
     const auto disk = system.files.Snapshot(Images);
     ASSERT_EQ(Export(), ExportOutcome::Done);
-    EXPECT_EQ(system.files.AllPaths("C:\\Out"), (std::vector<std::string>{
-        "C:\\Out\\Set", "C:\\Out\\Set\\Ann", "C:\\Out\\Set\\Ann\\Logo.jpg", "C:\\Out\\Set\\TSProfile.tspf"}));
+    EXPECT_EQ(system.files.AllPaths("C:\\Out"),
+              (std::vector<std::string>{"C:\\Out\\Set", "C:\\Out\\Set\\Ann", "C:\\Out\\Set\\Ann\\Logo.jpg",
+                                        "C:\\Out\\Set\\TSProfile.tspf"}));
     ASSERT_EQ(system.shell.Runs().size(), 1u);
     EXPECT_EQ(system.shell.Runs()[0].application, "C:\\Windows\\regedit.exe");
     EXPECT_EQ(system.shell.Runs()[0].commandLine,
@@ -91,12 +95,16 @@ TEST_F(TransferTest, EverythingComesBackWithoutAnEditorThatWorks)
 TEST_F(TransferTest, AnEditorsResultIsTakenOnlyWhenItIsWhole)
 {
     Put("Ann", "FirstName", "Ann");
-    const std::string whole = "REGEDIT4\r\n\r\n[" + top + "]\r\n\r\n[" + top + "\\Ann]\r\n\"FirstName\"=\"Ann\"\r\n; theirs\r\n";
+    const std::string whole =
+        "REGEDIT4\r\n\r\n[" + top + "]\r\n\r\n[" + top + "\\Ann]\r\n\"FirstName\"=\"Ann\"\r\n; theirs\r\n";
     const struct {
         std::string produced;
         bool taken;
     } rows[] = {
-        {whole, true}, {"", false}, {whole.substr(0, 80), false}, {"REGEDIT4\r\n", false},
+        {whole, true},
+        {"", false},
+        {whole.substr(0, 80), false},
+        {"REGEDIT4\r\n", false},
         {platform::text::Replaced(whole, "=\"Ann\"", "=\"A?n\""), false},
     };
     for (const auto& row : rows) {
@@ -122,9 +130,14 @@ TEST_F(TransferTest, ExportRefusesPlacesAndNamesThatDoNotWork)
         ui::Icon icon = ui::Icon::Information;
         ExportOutcome outcome = ExportOutcome::BadLocation;
     } rows[] = {
-        {"  ", "Set", Text(406)},        {"C:\\Gone", "Set", Text(409)}, {"C:\\file", "Set", unreadable},
-        {"relative", "Set", unreadable}, {"C:\\a|b", "Set", unreadable}, {"C:\\Out", "a/b", badName, ui::Icon::Critical, ExportOutcome::BadName},
-        {"C:\\Out", "..", badName, ui::Icon::Critical, ExportOutcome::BadName}, {"C:\\Out", "a\"b", badName, ui::Icon::Critical, ExportOutcome::BadName},
+        {"  ", "Set", Text(406)},
+        {"C:\\Gone", "Set", Text(409)},
+        {"C:\\file", "Set", unreadable},
+        {"relative", "Set", unreadable},
+        {"C:\\a|b", "Set", unreadable},
+        {"C:\\Out", "a/b", badName, ui::Icon::Critical, ExportOutcome::BadName},
+        {"C:\\Out", "..", badName, ui::Icon::Critical, ExportOutcome::BadName},
+        {"C:\\Out", "a\"b", badName, ui::Icon::Critical, ExportOutcome::BadName},
         {"C:\\Out", "nul", badName, ui::Icon::Critical, ExportOutcome::BadName},
     };
     const auto disk = system.files.Snapshot();
@@ -150,7 +163,10 @@ TEST_F(TransferTest, ImportTellsWhyAFolderOrFileIsNone)
         std::string text;
         int message;
     } rows[] = {
-        {"", 413}, {"regedit4" + key, 413}, {utf16, 413}, {std::string(17u << 20, 'x'), 413},
+        {"", 413},
+        {"regedit4" + key, 413},
+        {utf16, 413},
+        {std::string(17u << 20, 'x'), 413},
         {"REGEDIT4\r\n[HKEY_CURRENT_USER\\Software\\Other]\r\n\"a\"=\"b\"\r\n", 414},
         {"REGEDIT4\r\n[HKEY_CURRENT_USER\\Software\\Other\\" + top + "]\r\n\"a\"=\"b\"\r\n", 414},
         {"REGEDIT4\r\n\"" + top + "\"=\"value line without a key\"\r\n", 414},
@@ -167,15 +183,25 @@ TEST_F(TransferTest, OnlyWhatIsExactlyUnderstoodBelowTheProfilesKeyGetsIn)
 {
     Put("Bob", "City", "kept");
     Put("Bob", "Title", "old");
-    const std::string file = "; no first line\n\"stray\"=\"before any key\"\nREGEDIT4\n"
+    const std::string file =
+        "; no first line\n\"stray\"=\"before any key\"\nREGEDIT4\n"
         "[HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\Run]\n\"evil\"=\"calc.exe\"\n"
-        "[" + top + "\\Bob]\n\"Title\"=\"new\"\n\"City\"=-\n\"open\"=\"no end\n\"tail\"=\"x\" y\n\"esc\"=\"a\\nb\"\n"
+        "[" +
+        top +
+        "\\Bob]\n\"Title\"=\"new\"\n\"City\"=-\n\"open\"=\"no end\n\"tail\"=\"x\" y\n\"esc\"=\"a\\nb\"\n"
         "\"bad\"=hex:1,2,zz\n\"wide\"=hex:123\n\"dw\"=dword:123456789\n noname=\"x\"\n\"good\"=hex:01,\\\n  02\n"
-        "[-" + top + "\\Bob]\n\"after\"=\"deletion\"\n"
-        "[" + top + "Evil\\Run]\n\"evil\"=\"beside\"\n"
-        "[" + top + "\\\\x]\n\"evil\"=\"empty name\"\n"
+        "[-" +
+        top +
+        "\\Bob]\n\"after\"=\"deletion\"\n"
+        "[" +
+        top +
+        "Evil\\Run]\n\"evil\"=\"beside\"\n"
+        "[" +
+        top +
+        "\\\\x]\n\"evil\"=\"empty name\"\n"
         "[HKEY_LOCAL_MACHINE\\Software]\n\"evil\"=\"x\"\n"
-        "[" + top + "\\..\\Run]\n\"FirstName\"=\"a name, not a way up\"\n";
+        "[" +
+        top + "\\..\\Run]\n\"FirstName\"=\"a name, not a way up\"\n";
     toolkit.ExpectMessage(Text(416), ui::Icon::Information);
     ASSERT_TRUE(ImportText(file));
     EXPECT_TRUE(system.shell.Runs().empty()) << "no editor gets a file like this";

@@ -48,10 +48,7 @@ protected:
     app::Program& Program() { return browser.GetProgram(); }
     std::string Text(int id) { return std::string{app::StringTable::Own(static_cast<std::uint16_t>(id))}; }
 
-    void TearDown() override
-    {
-        EXPECT_EQ(toolkit.Unexpected, std::vector<std::string>{});
-    }
+    void TearDown() override { EXPECT_EQ(toolkit.Unexpected, std::vector<std::string>{}); }
 };
 
 /// "Letters", "Letters\\Formal", "  "... : the tree's nodes as the user reads them, two blanks a level.

@@ -139,10 +139,13 @@ TEST(KeyTextTest, IsWhatMenusShow)
 {
     using ui::Key;
     using ui::KeyCode;
-    const std::pair<Key, const char*> keys[] = {
-        {ui::Ctrl('N'), "Ctrl+N"}, {ui::Plain(KeyCode::F5), "F5"}, {ui::Plain(KeyCode::F10), "F10"},
-        {{KeyCode::Enter, false, false, true}, "Alt+Enter"}, {{KeyCode::Tab, true, true}, "Ctrl+Shift+Tab"},
-        {ui::Plain(KeyCode::Delete), "Del"}, {{}, ""}};
+    const std::pair<Key, const char*> keys[] = {{ui::Ctrl('N'), "Ctrl+N"},
+                                                {ui::Plain(KeyCode::F5), "F5"},
+                                                {ui::Plain(KeyCode::F10), "F10"},
+                                                {{KeyCode::Enter, false, false, true}, "Alt+Enter"},
+                                                {{KeyCode::Tab, true, true}, "Ctrl+Shift+Tab"},
+                                                {ui::Plain(KeyCode::Delete), "Del"},
+                                                {{}, ""}};
     for (const auto& [key, text] : keys)
         EXPECT_EQ(ui::KeyText(key), text);
 }

@@ -17,10 +17,10 @@ namespace {
 
 namespace path = platform::path;
 
-constexpr int Margin = 150;                              ///< twips
-constexpr ui::Rect Place{3000, 1500, 9000, 10500};       ///< twips
-constexpr std::uint64_t TextLimit = 1 << 20;             ///< bytes of a file that is shown as text
-constexpr std::size_t TextShown = 4000;                  ///< bytes of it
+constexpr int Margin = 150;                        ///< twips
+constexpr ui::Rect Place{3000, 1500, 9000, 10500}; ///< twips
+constexpr std::uint64_t TextLimit = 1 << 20;       ///< bytes of a file that is shown as text
+constexpr std::size_t TextShown = 4000;            ///< bytes of it
 
 class frmViewer final : public ui::Form {
 public:
@@ -35,7 +35,8 @@ public:
         if (files.Stat(preview))
             imgPage.SetFile(preview);
         else
-            lblText.SetCaption(files.Read(document, TextLimit).value_or("This file cannot be read.").substr(0, TextShown));
+            lblText.SetCaption(
+                files.Read(document, TextLimit).value_or("This file cannot be read.").substr(0, TextShown));
         Resize = [this] {
             const ui::Size client = ClientSize();
             const ui::Rect page{Margin, Margin, client.width - 2 * Margin, client.height - 2 * Margin};

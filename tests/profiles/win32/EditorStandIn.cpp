@@ -6,8 +6,8 @@
 #include <vector>
 
 // Stands for the registry editor. TS_EDITOR_MODE says how: "original" does what the command line asks for, as the
-// editor that knows /e /a and /i /s does; "nothing", "half" and "garbage" do so badly; "never" does not end; "lax" hands
-// an import to the editor TS_EDITOR_REAL, which takes any file. Each call adds a line to TS_EDITOR_LOG: what it
+// editor that knows /e /a and /i /s does; "nothing", "half" and "garbage" do so badly; "never" does not end; "lax"
+// hands an import to the editor TS_EDITOR_REAL, which takes any file. Each call adds a line to TS_EDITOR_LOG: what it
 // was asked for and how many values it moved.
 namespace {
 

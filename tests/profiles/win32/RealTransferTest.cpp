@@ -160,7 +160,8 @@ protected:
         return lines.str();
     }
 
-    void Set(const std::string& profile, std::string_view name, const std::string& data, ValueType type = ValueType::String)
+    void Set(const std::string& profile, std::string_view name, const std::string& data,
+             ValueType type = ValueType::String)
     {
         const std::string key = profiles::ProfileKey(profile);
         const auto set = [&] { return system.AsPlatform().registry.Set(Hive::CurrentUser, key, name, {type, data}); };
@@ -172,7 +173,8 @@ protected:
     /// Profiles with pictures; a text in no more than one code page unless `isOdd`.
     void AddProfiles(int count, bool isOdd)
     {
-        const std::string plain[] = {"\"quoted\" \\ and \\\\", "Größe ñ §", "", "plain", "[HKEY_CURRENT_USER\\Software]", "\\"};
+        const std::string plain[] = {"\"quoted\" \\ and \\\\",        "Größe ñ §", "", "plain",
+                                     "[HKEY_CURRENT_USER\\Software]", "\\"};
         const std::string odd[] = {"two\r\nlines\tand a tab", "名前 😀 Ω", "\n[HKEY_CURRENT_USER]\n@=\"x\""};
         for (int i = 0; i < count; ++i) {
             const bool isOddOne = isOdd && i % 3 == 0;
@@ -298,7 +300,8 @@ TEST_F(RealTransferTest, OnAnotherMachineThePicturesLieInItsOwnFolder)
 TEST_F(RealTransferTest, AHostileFileChangesNothingOutsideTheProfiles)
 {
     const std::string ours = "[" + profiles::FullProfilesKey() + "\\Eve]\r\n";
-    const std::string evil = "[HKEY_CURRENT_USER\\" + platform::win32::ToUtf8(RunKey) + "]\r\n\"evil\"=\"calc.exe\"\r\n";
+    const std::string evil =
+        "[HKEY_CURRENT_USER\\" + platform::win32::ToUtf8(RunKey) + "]\r\n\"evil\"=\"calc.exe\"\r\n";
     const std::string city = "\"City\"=\"Bern\"\r\n";
     const std::string head = "REGEDIT4\r\n\r\n";
     std::string utf16 = "\xff\xfe";
@@ -314,8 +317,10 @@ TEST_F(RealTransferTest, AHostileFileChangesNothingOutsideTheProfiles)
         {"another key before", head + evil + "\r\n" + ours + city, 416},
         {"another key after", head + ours + city + "\r\n" + evil, 416},
         {"only another key, ours in a text", head + evil + "\"x\"=\"" + ours + "\"\r\n", 414},
-        {"a machine's key", head + "[HKEY_LOCAL_MACHINE\\Software\\TSTransferTest]\r\n@=\"evil\"\r\n" + ours + city, 416},
-        {"a deletion", head + "[-HKEY_CURRENT_USER\\" + platform::win32::ToUtf8(MarkerKey) + "]\r\n\r\n" + ours + city, 416},
+        {"a machine's key", head + "[HKEY_LOCAL_MACHINE\\Software\\TSTransferTest]\r\n@=\"evil\"\r\n" + ours + city,
+         416},
+        {"a deletion", head + "[-HKEY_CURRENT_USER\\" + platform::win32::ToUtf8(MarkerKey) + "]\r\n\r\n" + ours + city,
+         416},
         {"a deletion of ours", head + "[-" + profiles::FullProfilesKey() + "\\Ann]\r\n\r\n" + ours + city, 416},
         {"values without a key", head + "\"evil\"=\"" + profiles::FullProfilesKey() + "\"\r\n", 414},
         {"a blank before the key", head + ours + city + " " + evil, 416},
@@ -357,7 +362,8 @@ TEST_F(RealTransferTest, AHostileFileChangesNothingOutsideTheProfiles)
     // What the editor would do with such a file: else this test could not fail.
     PutFile(folder / "teeth.reg", rows[0].file);
     const std::string line = "\"" + Utf8(editor) + "\" /i /s \"" + Utf8(folder / "teeth.reg") + "\"";
-    ASSERT_TRUE(system.AsPlatform().shell.RunAndWait(Utf8(editor), line, platform::WindowStyle::Normal, 20'000).has_value());
+    ASSERT_TRUE(
+        system.AsPlatform().shell.RunAndWait(Utf8(editor), line, platform::WindowStyle::Normal, 20'000).has_value());
     EXPECT_NE(outside(), before) << "the lax editor does nothing";
     RegDeleteKeyValueW(HKEY_CURRENT_USER, RunKey, L"evil");
     ASSERT_EQ(outside(), before);

@@ -4,10 +4,18 @@ DemoControls::DemoControls(ui::Toolkit& toolkit) : Form{toolkit, "DemoControls",
 {
     SetCaption("Controls");
     const std::pair<ui::Control*, const char*> captions[] = {
-        {&lblKind, "&Current profile:"}, {&btnAdd, "&Add Profile..."}, {&fraPerson, "Person"},
-        {&lblFirst, "&First name:"},     {&lblLast, "&Last name:"},    {&lblPhone, "Business phone number:"},
-        {&lblMonths, "&Months:"},        {&lblNotes, "&Notes:"},       {&chkApply, "Apply the default &profile without asking"},
-        {&chkShow, "&Show the dialog"},  {&btnOk, "OK"},               {&btnCancel, "Cancel"},
+        {&lblKind, "&Current profile:"},
+        {&btnAdd, "&Add Profile..."},
+        {&fraPerson, "Person"},
+        {&lblFirst, "&First name:"},
+        {&lblLast, "&Last name:"},
+        {&lblPhone, "Business phone number:"},
+        {&lblMonths, "&Months:"},
+        {&lblNotes, "&Notes:"},
+        {&chkApply, "Apply the default &profile without asking"},
+        {&chkShow, "&Show the dialog"},
+        {&btnOk, "OK"},
+        {&btnCancel, "Cancel"},
     };
     for (const auto& [control, caption] : captions)
         control->SetCaption(caption);

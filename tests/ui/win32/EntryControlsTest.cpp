@@ -30,7 +30,10 @@ protected:
         for (; *text != 0; ++text)
             Type(*text);
     }
-    static int CheckOf(const ui::CheckBox& box) { return static_cast<int>(SendMessageW(HandleOf(box), BM_GETCHECK, 0, 0)); }
+    static int CheckOf(const ui::CheckBox& box)
+    {
+        return static_cast<int>(SendMessageW(HandleOf(box), BM_GETCHECK, 0, 0));
+    }
 };
 
 } // namespace
@@ -149,13 +152,21 @@ TEST_F(EntryControlsTest, TheFocusGoesInOrderAndAFieldMayTakeItBack)
     };
     const Way ways[] = {
         {"tab", [&] { Press(VK_TAB); }},
-        {"mouse on a button", [&] { Click(HandleOf(form.btnAdd), {10, 10}); }},
-        {"mouse on a text", [&] { Click(HandleOf(form.txtFirst), {10, 10}); }},
-        {"mnemonic of a button", [&] {
+        {"mouse on a button",
+         [&] {
+             Click(HandleOf(form.btnAdd), {10, 10});
+         }},
+        {"mouse on a text",
+         [&] {
+             Click(HandleOf(form.txtFirst), {10, 10});
+         }},
+        {"mnemonic of a button",
+         [&] {
              PostMessageW(GetFocus(), WM_SYSCHAR, 'a', 0x20000001);
              Pump();
          }},
-        {"mnemonic of a check box", [&] {
+        {"mnemonic of a check box",
+         [&] {
              PostMessageW(GetFocus(), WM_SYSCHAR, 'p', 0x20000001);
              Pump();
          }},
