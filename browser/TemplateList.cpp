@@ -80,18 +80,17 @@ std::optional<TemplateList::RowSet> TemplateList::ReadCategory(const std::string
     return filled;
 }
 
-void TemplateList::FillFavorites(const std::vector<std::string>& favorites, const ui::TreeView& nodes,
+void TemplateList::FillFavorites(const std::vector<std::string>& favorites, const library::Catalog& catalog,
                                  std::string_view tab)
 {
-    Show(ReadFavorites(favorites, nodes, tab), EmptyText(tab));
+    Show(ReadFavorites(favorites, catalog, tab), EmptyText(tab));
 }
 
-TemplateList::RowSet TemplateList::ReadFavorites(const std::vector<std::string>& favorites, const ui::TreeView& nodes,
-                                                 std::string_view tab)
+TemplateList::RowSet TemplateList::ReadFavorites(const std::vector<std::string>& favorites,
+                                                 const library::Catalog& catalog, std::string_view tab)
 {
     Clear();
     RowSet filled;
-    const std::string createNew = program.Text(app::str::CreateNew);
     for (const std::string& favorite : favorites) {
         const auto type = std::ranges::find(TemplateExtensions, path::LastFour(favorite));
         if (type == TemplateExtensions.end())
@@ -104,19 +103,14 @@ TemplateList::RowSet TemplateList::ReadFavorites(const std::vector<std::string>&
         row.file = path::Name(favorite);
         row.text = path::WithoutLastFour(row.file);
         row.folder = library::DiskPath(program.state.TemplatesPath, folder);
-        nodes.ForEach([&](ui::TreeView::Node& node) {
-            if (!library::FolderTree::IsCategory(node) ||
-                !text::EqualIgnoringCase(library::WithoutCreateNew(library::FolderTree::PathOf(node), createNew),
-                                         folder))
-                return true;
+        if (catalog.FindByPath(folder) != nullptr) {
             row.inFolder = folder;
             if (const auto entry = program.platform.files.Stat(FullPath(row))) {
                 row.hasDetails = true;
                 row.size = entry->size;
                 row.modified = entry->modified;
             }
-            return false;
-        });
+        }
         filled.push_back(std::move(row));
     }
     return filled;

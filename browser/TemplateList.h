@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/base/Program.h"
-#include "library/FolderTree.h"
+#include "library/Catalog.h"
 #include "ui/ListView.h"
 
 #include <array>
@@ -39,13 +39,15 @@ public:
     /// one yields replaces it.
     void FillCategory(const std::string& category, std::string_view tab);
     /// Fills the list with the favourites (relative paths) whose ending, letter case counting, is a template's.
-    void FillFavorites(const std::vector<std::string>& favorites, const ui::TreeView& nodes, std::string_view tab);
+    void FillFavorites(const std::vector<std::string>& favorites, const library::Catalog& catalog,
+                       std::string_view tab);
     void Clear();
 
     /// What FillCategory shows, for a caller that shows it in its own way; the list is cleared. Nothing when another
     /// fill has begun meanwhile.
     std::optional<RowSet> ReadCategory(const std::string& category, std::string_view tab);
-    RowSet ReadFavorites(const std::vector<std::string>& favorites, const ui::TreeView& nodes, std::string_view tab);
+    RowSet ReadFavorites(const std::vector<std::string>& favorites, const library::Catalog& catalog,
+                         std::string_view tab);
     /// `emptyText` stands in the list when there are no rows.
     void Show(RowSet shown, std::string emptyText);
 

@@ -30,8 +30,7 @@ bool IsMissing(platform::Error error)
 void Thumbnails::LoadThumbnailImages(const std::string& category, std::string_view tab)
 {
     FindBackground();
-    Load load{
-        library::WithoutCreateNew(category, program.Text(app::str::CreateNew)), {}, tab == FileTypeTabs::AllTab, {}};
+    Load load{category, {}, tab == FileTypeTabs::AllTab, {}};
     auto templates = list.ReadCategory(category, tab);
     if (!templates)
         return; // the user went on to another folder
@@ -71,11 +70,11 @@ void Thumbnails::AddThumbnailImage(Load& load, const std::string& previewsFolder
     load.rows.push_back(std::move(row));
 }
 
-void Thumbnails::LoadThumbnailViewForMyFavorites(const std::vector<std::string>& favorites, const ui::TreeView& nodes,
-                                                 std::string_view tab)
+void Thumbnails::LoadThumbnailViewForMyFavorites(const std::vector<std::string>& favorites,
+                                                 const library::Catalog& catalog, std::string_view tab)
 {
     FindBackground();
-    TemplateList::RowSet rows = list.ReadFavorites(favorites, nodes, tab);
+    TemplateList::RowSet rows = list.ReadFavorites(favorites, catalog, tab);
     for (TemplateList::Row& row : rows)
         row.thumbnail =
             Composed(path::Join(path::Join(row.folder, Previews), text::Trimmed(row.text) + std::string{PictureEnding}),

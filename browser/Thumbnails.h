@@ -19,7 +19,7 @@ public:
     /// picture, another tab those of the templates that it shows. A folder that cannot be read is told (string 278).
     void LoadThumbnailImages(const std::string& category, std::string_view tab);
     /// One thumbnail for each favourite; its picture lies in "Previews" beside it.
-    void LoadThumbnailViewForMyFavorites(const std::vector<std::string>& favorites, const ui::TreeView& nodes,
+    void LoadThumbnailViewForMyFavorites(const std::vector<std::string>& favorites, const library::Catalog& catalog,
                                          std::string_view tab);
 
     /// Whether the pictures are drawn onto the library's background picture; settled by each load.

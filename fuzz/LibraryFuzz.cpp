@@ -131,9 +131,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
         // A folder that held only empty ones is empty itself now, and goes with its node.
         if (!made.unreadable && files.Snapshot() == disk)
             Check(Nodes(main.tvTreeView) == nodes, "first load:\n" + nodes + "second load:\n" + Nodes(main.tvTreeView));
-        main.tvTreeView.ForEach([&](const ui::TreeView::Node& node) {
-            const std::string folder = path::Join(fuzz::Templates, node.tag);
-            Check(node.tag.empty() || files.Exists(folder), "a node without a folder: " + folder);
+        main.Library().Contents().ForEach([&](const library::Catalog::Folder& folder) {
+            const std::string place = path::Join(fuzz::Templates, folder.path);
+            Check(!folder.IsCategory() || files.Exists(place), "a category without a folder: " + place);
+            Check(main.tvTreeView.Find(folder.key) != nullptr, "not shown: " + folder.key);
             return true;
         });
         main.RefreshLibrary();

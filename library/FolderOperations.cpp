@@ -13,9 +13,9 @@ namespace {
 namespace path = platform::path;
 using app::str::CloseFindPane;
 
-bool IsTopLevel(const ui::TreeView::Node& node)
+bool IsTopLevel(const Catalog::Folder* folder)
 {
-    return FolderTree::PathOf(node).find('\\') == std::string::npos;
+    return folder == nullptr || folder->parent == nullptr;
 }
 
 } // namespace
@@ -25,36 +25,36 @@ FolderOperations::FolderOperations(app::Program& program, ui::TreeView& tree, Te
     : program{program}, tree{tree}, library{library}, favorites{favorites}
 {
     tree.BeforeLabelEdit = [this](ui::TreeView::Node& node, std::string& text) {
-        if (!CanRename(node))
+        const Catalog::Folder* folder = this->library.Tree().Of(node);
+        if (!CanRename(folder))
             return false;
-        text = path::Name(FolderTree::PathOf(node)); // without what the tree adds to show an e-book
+        text = path::Name(folder->path); // without what the tree adds to show an e-book
         return true;
     };
 }
 
 void FolderOperations::StartRename()
 {
-    const auto* node = tree.Selected();
-    if (node == nullptr || library.Loading())
+    if (tree.Selected() == nullptr || library.Loading())
         return;
     if (program.state.FindPaneOpen)
         program.messages.Inform(program.Text(app::str::RenameWithFindPane) + "\r" + program.Text(CloseFindPane));
-    else if (IsTopLevel(*node))
+    else if (IsTopLevel(library.Tree().Selected()))
         program.messages.Inform(app::str::RenameTopLevel);
     else
         tree.StartLabelEdit();
 }
 
-bool FolderOperations::CanRename(const ui::TreeView::Node& node) const
+bool FolderOperations::CanRename(const Catalog::Folder* folder) const
 {
-    return !library.Loading() && !program.state.FindPaneOpen && !IsTopLevel(node);
+    return !library.Loading() && !program.state.FindPaneOpen && !IsTopLevel(folder);
 }
 
-void FolderOperations::Rename(const ui::TreeView::Node& node, const std::string& newName)
+void FolderOperations::Rename(const Catalog::Folder* folder, const std::string& newName)
 {
-    if (!CanRename(node))
+    if (!CanRename(folder))
         return;
-    const std::string from = FolderTree::PathOf(node);
+    const std::string from = folder->path;
     if (newName == path::Name(from))
         return;
     if (const auto refusal = RefusalOf(from, newName)) {
@@ -117,18 +117,18 @@ bool FolderOperations::Move(const std::string& from, const std::string& to)
 
 void FolderOperations::DeleteSelected()
 {
-    const auto* node = tree.Selected();
-    if (node == nullptr || library.Loading())
+    if (tree.Selected() == nullptr || library.Loading())
         return;
     if (program.state.FindPaneOpen) {
         program.messages.Inform(program.Text(app::str::DeleteWithFindPane) + "\r" + program.Text(CloseFindPane));
         return;
     }
-    if (IsTopLevel(*node)) {
+    const Catalog::Folder* folder = library.Tree().Selected();
+    if (IsTopLevel(folder)) {
         program.messages.Inform(app::str::DeleteTopLevel);
         return;
     }
-    const std::string category = FolderTree::PathOf(*node);
+    const std::string category = folder->path;
     if (!program.messages.Ask(program.Text(app::str::DeleteFolderQuestion) + "\"" + std::string{path::Name(category)} +
                               "\"" + program.Text(app::str::DeleteFolderContents)))
         return;

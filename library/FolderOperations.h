@@ -25,11 +25,11 @@ public:
 
     /// Opens the selected node's label for a new name, or says why not.
     void StartRename();
-    /// Whether a category of this path can be given another name at all; says nothing.
-    bool CanRename(const ui::TreeView::Node& node) const;
+    /// Whether the folder can be given another name at all; says nothing.
+    bool CanRename(const Catalog::Folder* folder) const;
     /// Gives the folder the name that the user typed. A refusal, and a failure of the disk, are told, and leave
     /// everything as it was.
-    void Rename(const ui::TreeView::Node& node, const std::string& newName);
+    void Rename(const Catalog::Folder* folder, const std::string& newName);
     /// Asks, then deletes the selected folder with its templates.
     void DeleteSelected();
 

@@ -96,12 +96,9 @@ bool FolderTable::LeadsThroughNoLink(const std::string& templatesPath, std::stri
 
 void FolderTable::MarkWithAncestors(std::size_t row)
 {
-    while (row > 0 && row < Rows) {
+    while (row > 0) {
         cells[row][HasTemplates] = True;
-        const std::string& parent = cells[row][ParentRow];
-        if (parent.empty())
-            return;
-        row = static_cast<std::size_t>(platform::text::ToInt(parent, 0, 0, static_cast<int>(Rows) - 1));
+        row = ParentOf(row);
     }
 }
 
@@ -120,6 +117,11 @@ const std::string& FolderTable::PathOf(std::size_t row) const
 {
     const auto& cell = cells.at(row);
     return cell[Path].empty() ? cell[Name] : cell[Path];
+}
+
+std::size_t FolderTable::ParentOf(std::size_t row) const
+{
+    return static_cast<std::size_t>(platform::text::ToInt(cells.at(row)[ParentRow], 0, 0, static_cast<int>(Rows) - 1));
 }
 
 } // namespace library

@@ -40,6 +40,8 @@ public:
     std::size_t Count() const;
     /// The folder's path relative to the templates path.
     const std::string& PathOf(std::size_t row) const;
+    /// 0 for a top-level folder.
+    std::size_t ParentOf(std::size_t row) const;
 
     /// Counts every (folder, ending) pair for which a template was found, over all passes.
     int TemplateTypeCount{};

@@ -43,11 +43,9 @@ bool FolderWalk::WalkTopLevel()
     for (const platform::FileEntry& entry : *listing) {
         if (!IsCategory(entry))
             continue;
-        if (platform::text::IsNumeric(entry.name)) {
-            // A key that is a number would be taken for a position.
-            AddNode(-1, entry.name + "_TS", entry, entry.name);
-        } else if (entry.name != recentSearch) {
-            if (AddNode(-1, entry.name, entry, entry.name))
+        if (entry.name != recentSearch) {
+            AddNode(-1, entry, entry.name);
+            if (!platform::text::IsNumeric(entry.name))
                 folderNames.push_back(entry.name);
         }
         if (!progress.Increment())
@@ -86,33 +84,26 @@ bool FolderWalk::WalkThirdLevel(std::size_t child)
         names.push_back(&entry);
     }
     for (const platform::FileEntry* entry : names) {
-        if (!AddChild(child, *entry))
-            continue;
+        AddChild(child, *entry);
         if (!ScanForSubfolders(nodes.size() - 1))
             return false;
     }
     return true;
 }
 
-bool FolderWalk::AddChild(std::size_t parent, const platform::FileEntry& entry)
+void FolderWalk::AddChild(std::size_t parent, const platform::FileEntry& entry)
 {
-    std::string key = nodes[parent].key + "\\" + entry.name;
     std::string path = nodes[parent].path + "\\" + entry.name;
-    if (!AddNode(static_cast<int>(parent), std::move(key), entry, path))
-        return false;
+    AddNode(static_cast<int>(parent), entry, path);
     folderNames.push_back(std::move(path));
-    return true;
 }
 
-bool FolderWalk::AddNode(int parent, std::string key, const platform::FileEntry& entry, std::string path)
+void FolderWalk::AddNode(int parent, const platform::FileEntry& entry, std::string path)
 {
-    if (!keys.insert(key).second)
-        return false;
     const std::size_t index = nodes.size();
     const bool behindLink = entry.IsLink() || (parent >= 0 && nodes[static_cast<std::size_t>(parent)].behindLink);
-    nodes.push_back({std::move(key), entry.name, std::move(path), behindLink, parent, {}});
+    nodes.push_back({entry.name, std::move(path), behindLink, parent, {}});
     (parent < 0 ? roots : nodes[static_cast<std::size_t>(parent)].children).push_back(index);
-    return true;
 }
 
 bool FolderWalk::IsCategory(const platform::FileEntry& entry)

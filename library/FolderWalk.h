@@ -6,7 +6,6 @@
 
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
 namespace library {
@@ -15,7 +14,6 @@ namespace library {
 class FolderWalk {
 public:
     struct Node {
-        std::string key;
         std::string name;  ///< last path component
         std::string path;  ///< relative to the templates path
         bool behindLink{}; ///< a junction or symbolic link, or below one: shown, but nothing is removed there
@@ -42,14 +40,12 @@ private:
     std::vector<Node> nodes;
     std::vector<std::size_t> roots;
     std::vector<std::string> folderNames;
-    std::unordered_set<std::string> keys;
 
     bool WalkTopLevel();
     bool ScanForSubfolders(std::size_t parent);
     bool WalkThirdLevel(std::size_t child);
-    /// False when the key is taken.
-    bool AddNode(int parent, std::string key, const platform::FileEntry& entry, std::string path);
-    bool AddChild(std::size_t parent, const platform::FileEntry& entry);
+    void AddNode(int parent, const platform::FileEntry& entry, std::string path);
+    void AddChild(std::size_t parent, const platform::FileEntry& entry);
     static bool IsCategory(const platform::FileEntry& entry);
 };
 

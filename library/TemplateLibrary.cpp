@@ -9,7 +9,8 @@
 namespace library {
 
 TemplateLibrary::TemplateLibrary(app::Program& program, ui::TreeView& tree)
-    : program{program}, tree{tree}, table{program.platform.files}, folderTree{program, tree}
+    : program{program}, table{program.platform.files},
+      catalog{program.strings, program.platform.files, program.platform.locale}, folderTree{tree, catalog}
 {
 }
 
@@ -30,7 +31,7 @@ bool TemplateLibrary::LoadTreeView()
     if (NoFoldersFound)
         return false;
     if (!program.progress.Cancelled)
-        folderTree.BuildTreeFromFolderTable(table, listings);
+        BuildTreeFromFolderTable(listings);
     RestoreCombo();
     return true;
 }
@@ -42,7 +43,8 @@ bool TemplateLibrary::ReadFolders(FolderListings& listings)
     combo = {walk.FolderNames(), -1, {}};
     if (walk.Roots().empty()) {
         table.ClearFolderTable();
-        tree.Clear();
+        catalog.Clear();
+        folderTree.Show();
         if (ClearViews)
             ClearViews();
         if (!program.progress.Cancelled)
@@ -51,6 +53,24 @@ bool TemplateLibrary::ReadFolders(FolderListings& listings)
     }
     table.BuildFolderTable(walk, listings, program.progress, program.state.TemplatesPath);
     return true;
+}
+
+void TemplateLibrary::BuildTreeFromFolderTable(FolderListings& listings)
+{
+    if (!catalog.Build(table, listings, program.progress, program.state.TemplatesPath))
+        return;
+    folderTree.Show();
+    SelectLastBrowsed();
+}
+
+void TemplateLibrary::SelectLastBrowsed()
+{
+    const std::string last = program.settings.Text("Browser", "LastFolderBrowsed");
+    const Catalog::Folder* folder =
+        last.empty() || last == program.Text(app::str::ProductCaption) ? nullptr : catalog.FindRemembered(last);
+    if (folder == nullptr)
+        folder = catalog.FirstCategory();
+    folderTree.Select(folder != nullptr ? folder : catalog.Favorites());
 }
 
 void TemplateLibrary::RebuildTree()
@@ -63,8 +83,11 @@ void TemplateLibrary::RebuildTree()
 
 void TemplateLibrary::RememberSelection()
 {
-    if (const std::string path = folderTree.RememberedPath(tree.Selected()); !path.empty())
-        (void)program.settings.Save("Browser", "LastFolderBrowsed", platform::text::Trimmed(path));
+    const Catalog::Folder* folder = folderTree.Selected();
+    if (folder == nullptr)
+        return;
+    if (const std::string remembered = Catalog::RememberedAs(*folder); !remembered.empty())
+        (void)program.settings.Save("Browser", "LastFolderBrowsed", platform::text::Trimmed(remembered));
 }
 
 void TemplateLibrary::RestoreCombo()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/Program.h"
+#include "library/Catalog.h"
 #include "library/FolderTable.h"
 #include "library/FolderTree.h"
 #include "ui/TreeView.h"
@@ -32,6 +33,9 @@ public:
     void RememberSelection();
 
     bool Loading() const { return loading; }
+    /// The library as data.
+    const Catalog& Contents() const { return catalog; }
+    /// Which folder is selected in the tree view.
     FolderTree& Tree() { return folderTree; }
     const FolderTree& Tree() const { return folderTree; }
     const FolderTable& Table() const { return table; }
@@ -46,13 +50,15 @@ public:
 
 private:
     app::Program& program;
-    ui::TreeView& tree;
     FolderTable table;
+    Catalog catalog;
     FolderTree folderTree;
     FolderCombo combo;
     bool loading{};
 
     bool ReadFolders(FolderListings& listings);
+    void BuildTreeFromFolderTable(FolderListings& listings);
+    void SelectLastBrowsed();
     void RestoreCombo();
 };
 

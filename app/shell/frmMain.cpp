@@ -231,8 +231,8 @@ void frmMain::tvTreeView_Click()
 void frmMain::tvTreeView_Expand(ui::TreeView::Node& node)
 {
     // A category without an icon of its own always shows the standard one, open or closed.
-    const bool isTopLevel = node.parent == nullptr && library::FolderTree::IsCategory(node);
-    if (isTopLevel && node.image <= library::treeimage::EBook)
+    const auto* folder = templateLibrary.Tree().Of(node);
+    if (folder != nullptr && folder->IsTopLevelCategory() && folder->iconFile.empty())
         tvTreeView.SetImages(node, library::treeimage::Category, library::treeimage::Category);
     if (tvTreeView.Selected() == &node)
         return;
@@ -257,18 +257,18 @@ void frmMain::SelectParent()
 void frmMain::FillList()
 {
     const Busy guard{*this};
-    const auto* node = tvTreeView.Selected();
+    const auto* folder = templateLibrary.Tree().Selected();
     const std::string tab = fileTypeTabStrip.Selected();
-    if (node != nullptr && library::FolderTree::IsCategory(*node)) {
+    if (folder != nullptr && folder->IsCategory()) {
         if (ThumbnailViewOn())
             LoadThumbnailImages();
         else
-            templates.FillCategory(std::string{library::FolderTree::PathOf(*node)}, tab);
+            templates.FillCategory(templateLibrary.Contents().PlaceOf(*folder), tab);
     } else if (FavoritesSelected()) {
         if (ThumbnailViewOn())
             LoadThumbnailViewForMyFavorites();
         else
-            templates.FillFavorites(favorites.List(), tvTreeView, tab);
+            templates.FillFavorites(favorites.List(), templateLibrary.Contents(), tab);
     } else {
         templates.Clear();
     }
@@ -281,13 +281,14 @@ void frmMain::FillList()
 
 void frmMain::LoadThumbnailImages()
 {
-    if (const auto* node = tvTreeView.Selected(); node != nullptr && library::FolderTree::IsCategory(*node))
-        thumbnails.LoadThumbnailImages(std::string{library::FolderTree::PathOf(*node)}, fileTypeTabStrip.Selected());
+    if (const auto* folder = templateLibrary.Tree().Selected(); folder != nullptr && folder->IsCategory())
+        thumbnails.LoadThumbnailImages(templateLibrary.Contents().PlaceOf(*folder), fileTypeTabStrip.Selected());
 }
 
 void frmMain::LoadThumbnailViewForMyFavorites()
 {
-    thumbnails.LoadThumbnailViewForMyFavorites(favorites.List(), tvTreeView, fileTypeTabStrip.Selected());
+    thumbnails.LoadThumbnailViewForMyFavorites(favorites.List(), templateLibrary.Contents(),
+                                               fileTypeTabStrip.Selected());
 }
 
 bool frmMain::GetSystemResolution()
@@ -368,7 +369,7 @@ std::string frmMain::SelectedPath() const
 void frmMain::ShowStatus()
 {
     std::string shown;
-    if (const auto* node = tvTreeView.Selected(); node != nullptr && !templateLibrary.Tree().IsGetMore(*node))
+    if (tvTreeView.Selected() != nullptr && templateLibrary.Tree().Selected() != templateLibrary.Contents().GetMore())
         shown = std::to_string(templates.Rows()) + " " + program.Text(str::TemplatesAvailable);
     sbStatusBar.SetPanel(0, std::move(shown));
     std::string selected;

@@ -24,7 +24,7 @@ void frmMain::WireFolders()
     };
     tvTreeView.AfterLabelEdit = [this](ui::TreeView::Node& node, const std::string& text) {
         const Busy guard{*this};
-        folders.Rename(node, text);
+        folders.Rename(templateLibrary.Tree().Of(node), text);
     };
     tvTreeView.Drop = [this](ui::TreeView::Node& node, ui::Control& source) { tvTreeView_Drop(node, source); };
     lvListView.DropTarget = &tvTreeView;
@@ -43,10 +43,8 @@ void frmMain::ReloadTree(const std::string& category)
     const Busy guard{*this};
     if (!LoadTreeView())
         return;
-    if (auto* node = templateLibrary.Tree().FindRemembered(category)) {
-        tvTreeView.Select(node);
-        tvTreeView.EnsureVisible(*node);
-    }
+    if (const auto* folder = templateLibrary.Contents().FindRemembered(category))
+        templateLibrary.Tree().Select(folder);
     templateLibrary.RememberSelection();
     FillList();
 }
@@ -61,7 +59,7 @@ void frmMain::tvTreeView_Drop(ui::TreeView::Node& node, ui::Control& source)
 {
     if (&source == &imgPreview)
         program.messages.Inform(str::DragFromPreview);
-    else if (templateLibrary.Tree().IsFavorites(node))
+    else if (templateLibrary.Tree().Of(node) == templateLibrary.Contents().Favorites())
         mnuAddToFavorites_Click();
     else
         program.messages.Inform(program.Text(str::DropRefused) + "\r\n" + program.Text(str::DropOnlyFavorites));
@@ -69,8 +67,8 @@ void frmMain::tvTreeView_Drop(ui::TreeView::Node& node, ui::Control& source)
 
 bool frmMain::FavoritesSelected() const
 {
-    const auto* node = tvTreeView.Selected();
-    return node != nullptr && templateLibrary.Tree().IsFavorites(*node);
+    const auto* folder = templateLibrary.Tree().Selected();
+    return folder != nullptr && folder->kind == library::Catalog::Kind::Favorites;
 }
 
 void frmMain::mnuAddToFavorites_Click()
@@ -84,8 +82,7 @@ void frmMain::mnuAddToFavorites_Click()
         return;
     }
     const std::size_t root = library::DiskPath(program.state.TemplatesPath, "").size(); // its last "\\" included
-    favorites.AddToFavorites(
-        library::WithoutCreateNew(path.substr(std::min(root, path.size())), program.Text(str::CreateNew)), row->text);
+    favorites.AddToFavorites(path.substr(std::min(root, path.size())), row->text);
 }
 
 void frmMain::mnuRemoveFromFavorites_Click()

@@ -145,7 +145,7 @@ TEST_F(FolderTest, TheLabelOffersTheFoldersOwnNameAndKeepingItChangesNothing)
 {
     AddTemplates({"Business\\Guides\\a.pdf"});
     Start();
-    Select("Business\\Guides eBook");
+    Select("Business\\Guides| eBook");
     Main().Commands().Run("mnupopRenamefolder");
     ASSERT_TRUE(Tree().EditedLabel());
     EXPECT_EQ(Tree().EditedLabel()->text, "Guides");
@@ -155,8 +155,8 @@ TEST_F(FolderTest, TheLabelOffersTheFoldersOwnNameAndKeepingItChangesNothing)
     Tree().UserCancelsLabelEdit();
     Tree().UserEndsLabelEdit("Late");
     EXPECT_TRUE(system.files.Exists(InLibrary("Business\\Guides\\a.pdf")));
-    Rename("Business\\Guides eBook", "Manuals");
-    EXPECT_EQ(Selected(), "Business\\Manuals eBook");
+    Rename("Business\\Guides| eBook", "Manuals");
+    EXPECT_EQ(Selected(), "Business\\Manuals| eBook");
     EXPECT_TRUE(system.files.Exists(InLibrary("Business\\Manuals\\a.pdf")));
 }
 

@@ -110,9 +110,10 @@ TEST_F(LoadTest, TheThirdLevelSkipsPreviewsWithoutStoppingThere)
 
 TEST_F(LoadTest, NumericCategoriesGetAKeyThatIsNoNumber)
 {
-    AddTemplates(
-        {"Years\\a.swt", "2004\\a.swt", "2004\\May\\a.swt", "-1.5\\a.swt", "2004a\\a.swt", "Years\\2005\\a.swt"});
+    AddTemplates({"Years\\a.swt", "2004\\a.swt", "2004\\May\\a.swt", "-1.5\\a.swt", "2004a\\a.swt",
+                  "Years\\2005\\a.swt", "2004_TS\\b.swt"});
     Start();
+    EXPECT_EQ(Node("2004_TS|").text, "2004_TS") << "a folder of that name shows beside it";
     EXPECT_EQ(Node("2004_TS").text, "2004");
     EXPECT_EQ(Node("-1.5_TS").text, "-1.5");
     EXPECT_EQ(Node("2004\\May").parent, &Node("2004_TS"));
@@ -129,17 +130,21 @@ TEST_F(LoadTest, NumericCategoriesGetAKeyThatIsNoNumber)
 TEST_F(LoadTest, NeverDrawsTheExcludedNamesNorANameOfASpecialNodeTwice)
 {
     AddTemplates({"Find Recent Documents\\a.swt", "Create New\\a.swt", "Create New\\Sub\\a.swt", "My Favorites\\a.swt",
-                  "Get More Templates\\a.swt", "Cards\\Create New\\a.swt", "Cards\\b.swt"});
+                  "My Favorites\\Sub\\a.swt", "Get More Templates\\a.swt", "Cards\\Create New\\a.swt", "Cards\\b.swt"});
     Start();
     EXPECT_EQ(Categories(), Texts{"Cards"});
+    EXPECT_EQ(Main().tvTreeView.Roots().size(), 4u);
+    EXPECT_EQ(Node("Get More Templates").image, 13);
+    EXPECT_EQ(Main().Library().Contents().FindByPath("My Favorites"), nullptr);
 }
 
 TEST_F(LoadTest, FoldersBelowTheTopThatHoldPdfFilesAreEBooks)
 {
-    AddTemplates({"Guides\\a.pdf", "Guides\\Cooking\\a.pdf", "Guides\\Cooking\\Soups\\b.swt", "Guides\\Travel\\a.swt"});
+    AddTemplates({"Guides\\a.pdf", "Guides\\Cooking\\a.pdf", "Guides\\Cooking\\Soups\\b.swt", "Guides\\Travel\\a.swt",
+                  "Guides\\Cooking eBook\\c.swt"});
     Start();
-    EXPECT_EQ(Categories(), (Texts{"Guides", "  Cooking eBook", "    Soups", "  Travel"}));
-    const auto& node = Node("Guides\\Cooking eBook");
+    EXPECT_EQ(Categories(), (Texts{"Guides", "  Cooking eBook", "    Soups", "  Cooking eBook", "  Travel"}));
+    const auto& node = Node("Guides\\Cooking| eBook");
     EXPECT_EQ(node.image, 18);
     EXPECT_EQ(node.selectedImage, 18);
 
@@ -160,6 +165,13 @@ TEST_F(LoadTest, ACategoryShowsItsOwnIconAndASubFolderNever)
     EXPECT_EQ(Main().tvTreeView.Images.Find(19)->file, InLibrary("Cards\\Folder2.ICO"));
     EXPECT_EQ(Node("Letters").image, 17);
     EXPECT_EQ(Node("Letters\\Sub").image, 2);
+    for (const auto& [key, image] :
+         std::initializer_list<std::pair<const char*, int>>{{"Cards", 19}, {"Letters", 17}}) {
+        Main().tvTreeView.UserExpands(key);
+        EXPECT_EQ(Node(key).image, image) << key;
+        Main().tvTreeView.UserCollapses(key);
+        EXPECT_EQ(Node(key).selectedImage, image) << key;
+    }
     Reload();
     EXPECT_EQ(Main().tvTreeView.Images.Last(), 19) << "a reload does not pile pictures up";
 }
@@ -174,6 +186,35 @@ TEST_F(LoadTest, AnIconThatVanishesAfterItWasListedFallsBack)
     };
     Start();
     EXPECT_EQ(Node("Cards").image, 17);
+}
+
+TEST_F(LoadTest, TheCatalogueSaysWhatTheTreeShows)
+{
+    AddTemplates({"Zoo\\b\\x.swt", "Zoo\\C\\x.swt", "Zoo\\a\\y\\Q\\x.swt", "Zoo\\a\\y\\p\\x.swt", "Zoo\\a\\y\\o\\x.pdf",
+                  "Zoo\\x.swt", "Zoo\\hidden.swt", "My Create New\\Sub\\x.swt", "My Sub\\there.swt"});
+    system.files.SetAttributes(InLibrary("Zoo\\hidden.swt"), platform::attribute::Hidden);
+    Start();
+    const library::Catalog& catalog = Main().Library().Contents();
+    Texts texts;
+    catalog.ForEach([&](const library::Catalog::Folder& folder) {
+        texts.push_back(folder.text);
+        EXPECT_EQ(Main().Library().Tree().Of(Node(folder.key)), &folder);
+        return true;
+    });
+    EXPECT_EQ(texts, (Texts{"My Favorites", "Zoo", "a", "y", "o eBook", "p", "Q", "b", "C", "My Create New", "Sub",
+                            "My Sub", "Get More Templates"}));
+    const auto* zoo = catalog.FindByPath("ZOO");
+    ASSERT_NE(zoo, nullptr);
+    const auto files = catalog.FilesOf(*zoo);
+    ASSERT_TRUE(files);
+    ASSERT_EQ(files->size(), 1u);
+    EXPECT_EQ(files->front().name, "x.swt");
+
+    const auto* sub = catalog.FindByPath("My Create New\\Sub");
+    EXPECT_EQ(catalog.PlaceOf(*sub), "My Create New\\Sub") << "it is there";
+    system.files.Remove(InLibrary("My Create New\\Sub"));
+    EXPECT_EQ(catalog.PlaceOf(*sub), "My Sub");
+    EXPECT_EQ(catalog.FilesOf(*sub).value().front().name, "there.swt");
 }
 
 // Empty folders are removed from the disk, and nothing else is.
