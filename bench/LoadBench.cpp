@@ -2,7 +2,8 @@
 // same tree, and a fill of the list against one enumeration of the same folder.
 #include "bench/Disk.h"
 
-#include "browser/TemplateList.h"
+#include "browser/LibraryRows.h"
+#include "browser/ListPane.h"
 #include "library/TemplateFiles.h"
 #include "library/TemplateLibrary.h"
 #include "ui/Form.h"
@@ -76,7 +77,13 @@ public:
         program.state.SettingsAppName = "Tessaly bench"; // nobody's settings
         program.state.TemplatesPath = templatesPath + "\\\\";
         library.emplace(program, tree);
-        templates.emplace(program, list);
+        tabs.emplace(program.settings, program.strings, strip);
+        reader.emplace(library->Contents(), program.platform.files, program.state, program.settings);
+        thumbnails.emplace(program.platform.files, program.state, *reader);
+        pane.emplace(list, *tabs, status, program.toolkit, program.messages, program.strings, program.platform.clock,
+                     program.platform.locale);
+        strip.SetVisible(false);
+        status.SetVisible(false);
         SetPlacement({1000, 1000, 9700, 7200});
         tree.SetBounds({0, 0, 3000, 6000});
         list.SetBounds({3000, 0, 6000, 6000});
@@ -88,14 +95,19 @@ public:
         library->FullLoad = true;
         library->LoadTreeView();
     }
-    void Fill() { templates->FillCategory(LargeFolder, "All"); }
+    void Fill() { pane->Show(std::make_shared<browser::CategoryRows>(*reader, *thumbnails, LargeFolder)); }
 
     ui::TreeView tree{*this};
     ui::ListView list{*this};
+    ui::TabStrip strip{*this};
+    ui::StatusBar status{*this};
 
 private:
     std::optional<library::TemplateLibrary> library;
-    std::optional<browser::TemplateList> templates;
+    std::optional<browser::FileTypeTabs> tabs;
+    std::optional<browser::TemplateReader> reader;
+    std::optional<browser::Thumbnails> thumbnails;
+    std::optional<browser::ListPane> pane;
 };
 
 void Expect(std::size_t count, std::size_t expected, const char* what)
@@ -175,6 +187,7 @@ bool MeasureFill(Disk& disk, ui::Toolkit& toolkit, bool shown, const Size& size,
     BenchForm form{program, templates};
     if (shown)
         form.Show();
+    form.Load();
 
     std::size_t entries{};
     const auto least = LeastTimes(size.rounds, {[&] { entries = disk.Enumerate(folder); }, [&] { form.Fill(); }});

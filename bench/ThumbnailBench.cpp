@@ -1,8 +1,9 @@
 // The thumbnail view on a folder of many pictures: how soon they are there, and whether the window answers meanwhile.
 #include "ui/win32/Win32Toolkit.h"
 
-#include "browser/TemplateList.h"
-#include "browser/Thumbnails.h"
+#include "browser/LibraryRows.h"
+#include "browser/ListPane.h"
+#include "library/TemplateLibrary.h"
 #include "platform/win32/System.h"
 #include "ui/Form.h"
 #include "ui/win32/NativeText.h"
@@ -103,8 +104,14 @@ public:
         SetPlacement({300, 300, 15000, 11000});
         list.SetBounds({0, 0, 14700, 10400});
         list.SetView(ui::ListView::View::Thumbnails);
+        strip.SetVisible(false);
+        tree.SetVisible(false);
+        status.SetVisible(false);
     }
     ui::ListView list{*this};
+    ui::TabStrip strip{*this};
+    ui::TreeView tree{*this};
+    ui::StatusBar status{*this};
 
     int InView() const
     {
@@ -133,10 +140,21 @@ int Run(const std::string& library)
     program.state.TemplatesPath = library + "\\\\";
     program.state.HddTemplatesPath = library;
     BenchForm form{program};
-    browser::TemplateList templates{program, form.list};
-    Watched watched{templates};
+    browser::FileTypeTabs tabs{program.settings, program.strings, form.strip};
+    library::TemplateLibrary templates{program, form.tree};
+    templates.LoadTreeView();
+    const browser::TemplateReader reader{templates.Contents(), program.platform.files, program.state, program.settings};
+    browser::Thumbnails thumbnails{program.platform.files, program.state, reader};
+    browser::ListPane pane{form.list,
+                           tabs,
+                           form.status,
+                           program.toolkit,
+                           program.messages,
+                           program.strings,
+                           program.platform.clock,
+                           program.platform.locale};
+    Watched watched{pane.Templates()};
     form.list.SetModel(&watched);
-    browser::Thumbnails thumbnails{program, templates};
     form.Show();
     toolkit.DoEvents();
 
@@ -148,7 +166,7 @@ int Run(const std::string& library)
     };
     const auto load = [&](const char* category) {
         watched.Asked = 0;
-        thumbnails.LoadThumbnailImages(category, "All");
+        pane.Show(std::make_shared<browser::CategoryRows>(reader, thumbnails, category));
     };
 
     load("Many"); // once, so that what follows does not wait for the disk

@@ -33,7 +33,8 @@ std::span<const FileTypeTabs::Type> FileTypeTabs::Types()
     return types;
 }
 
-FileTypeTabs::FileTypeTabs(app::Program& program, ui::TabStrip& strip) : program{program}, strip{strip}
+FileTypeTabs::FileTypeTabs(app::Settings& settings, const app::StringTable& strings, ui::TabStrip& strip)
+    : settings{settings}, strings{strings}, strip{strip}
 {
     std::vector<ui::TabStrip::Tab> tabs;
     for (std::size_t i = 0; i < std::size(types); ++i) {
@@ -49,17 +50,18 @@ FileTypeTabs::FileTypeTabs(app::Program& program, ui::TabStrip& strip) : program
 void FileTypeTabs::Restore()
 {
     for (const Type& type : types)
-        if (!program.settings.Flag("Browser", type.setting, true))
+        if (!settings.Flag("Browser", type.setting, true))
             strip.Remove(type.key);
     strip.Select(AllTab);
-    strip.Select(program.settings.Text("Browser", "LastTabSelected"));
+    strip.Select(settings.Text("Browser", "LastTabSelected"));
 }
 
-void FileTypeTabs::Toggle(std::string_view key)
+bool FileTypeTabs::Toggle(std::string_view key)
 {
     const auto* type = std::ranges::find(types, key, &Type::key);
     if (type == std::end(types))
-        return;
+        return false;
+    const std::string selected = strip.Selected();
     const bool show = !strip.Has(key);
     if (show) {
         // In its own place: behind those before it that are shown.
@@ -67,21 +69,21 @@ void FileTypeTabs::Toggle(std::string_view key)
         const auto place = std::ranges::count_if(std::span{types}.first(index),
                                                  [this](const Type& before) { return strip.Has(before.key); });
         auto tab = MakeTab(*type, index, type->captionAgain);
-        tab.caption = program.Text(static_cast<std::uint16_t>(type->captionAgain));
+        tab.caption = strings.LoadString(static_cast<std::uint16_t>(type->captionAgain));
         strip.Insert(static_cast<std::size_t>(place), std::move(tab));
         strip.Select(key);
     } else {
-        const bool wasSelected = strip.Selected() == key;
         strip.Remove(key);
-        if (wasSelected)
+        if (selected == key)
             strip.Select(AllTab);
     }
-    (void)program.settings.SaveFlag("Browser", type->setting, show);
+    (void)settings.SaveFlag("Browser", type->setting, show);
+    return strip.Selected() != selected;
 }
 
 void FileTypeTabs::RememberSelection()
 {
-    (void)program.settings.Save("Browser", "LastTabSelected", strip.Selected());
+    (void)settings.Save("Browser", "LastTabSelected", strip.Selected());
 }
 
 void FileTypeTabs::SelectNext(bool backwards)

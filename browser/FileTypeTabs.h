@@ -1,6 +1,7 @@
 #pragma once
 
-#include "app/base/Program.h"
+#include "app/base/Settings.h"
+#include "app/base/StringTable.h"
 #include "ui/TabStrip.h"
 
 #include <span>
@@ -25,14 +26,16 @@ public:
     /// Key of the tab that shows every type.
     static constexpr std::string_view AllTab = "All";
 
-    FileTypeTabs(app::Program& program, ui::TabStrip& strip);
+    FileTypeTabs(app::Settings& settings, const app::StringTable& strings, ui::TabStrip& strip);
 
     /// All tabs, then without those that the settings hide; the stored tab is selected when it is there.
     void Restore();
     bool IsShown(std::string_view key) const { return strip.Has(key); }
     /// Hides a tab or shows it again, and remembers it. A hidden tab that was selected gives way to "All"; one that is
-    /// shown again is selected.
-    void Toggle(std::string_view key);
+    /// shown again is selected. True when another tab is selected now.
+    bool Toggle(std::string_view key);
+    /// Key of the selected tab.
+    const std::string& Selected() const { return strip.Selected(); }
     /// Stores the selected tab as the one to come back to.
     void RememberSelection();
     /// The neighbour of the selected tab, round the end.
@@ -42,7 +45,8 @@ public:
     static bool Shows(std::string_view tab, std::size_t type);
 
 private:
-    app::Program& program;
+    app::Settings& settings;
+    const app::StringTable& strings;
     ui::TabStrip& strip;
 };
 

@@ -9,7 +9,7 @@ namespace browser {
 
 using platform::path::Join;
 
-void PreviewPane::LoadThePreviewPane(const TemplateList::Row* row)
+void PreviewPane::LoadThePreviewPane(const TemplateRow* row)
 {
     if (row == nullptr) {
         picture.SetFallback({}, {});
@@ -17,25 +17,24 @@ void PreviewPane::LoadThePreviewPane(const TemplateList::Row* row)
         facts.SetCaption({});
         return;
     }
-    picture.SetFallback(library::DiskPath(program.state.TemplatesPath, "NF.jpg"), program.Text(app::str::NoPreview));
+    picture.SetFallback(library::DiskPath(state.TemplatesPath, "NF.jpg"), strings.LoadString(app::str::NoPreview));
     picture.SetFile(PictureOf(*row));
     std::string text = row->text;
     if (!row->inFolder.empty())
         text += "\r\n" + row->inFolder;
     if (row->hasDetails)
-        text +=
-            "\r\n" + TemplateList::SizeText(row->size) + "\r\n" + TemplateList::ModifiedText(program, row->modified);
+        text += "\r\n" + SizeText(row->size) + "\r\n" + ModifiedText(clock, locale, row->modified);
     facts.SetCaption(std::move(text));
 }
 
-std::string PreviewPane::PictureOf(const TemplateList::Row& row) const
+std::string PreviewPane::PictureOf(const TemplateRow& row) const
 {
     const std::string name = platform::text::Trimmed(row.text) + ".jpg";
     std::string file = Join(Join(row.folder, "Previews"), name);
-    const auto entry = program.platform.files.Stat(file);
+    const auto entry = files.Stat(file);
     if (entry && !entry->IsFolder() && platform::text::EqualIgnoringCase(entry->name, name))
         return file;
-    return library::DiskPath(program.state.TemplatesPath, "NF.jpg");
+    return library::DiskPath(state.TemplatesPath, "NF.jpg");
 }
 
 } // namespace browser

@@ -1,7 +1,9 @@
 #pragma once
 
-#include "app/base/Program.h"
-#include "browser/TemplateList.h"
+#include "app/base/StartUpState.h"
+#include "app/base/StringTable.h"
+#include "browser/TemplateRow.h"
+#include "platform/FileSystem.h"
 #include "ui/Image.h"
 #include "ui/Label.h"
 
@@ -12,21 +14,26 @@ namespace browser {
 /// The pane that shows the selected template's picture and the facts about it.
 class PreviewPane {
 public:
-    PreviewPane(app::Program& program, ui::Image& picture, ui::Label& facts)
-        : program{program}, picture{picture}, facts{facts}
+    PreviewPane(ui::Image& picture, ui::Label& facts, platform::FileSystem& files, const app::StartUpState& state,
+                const app::StringTable& strings, platform::Clock& clock, platform::Locale& locale)
+        : picture{picture}, facts{facts}, files{files}, state{state}, strings{strings}, clock{clock}, locale{locale}
     {
     }
 
     /// Shows this row; null empties the pane.
-    void LoadThePreviewPane(const TemplateList::Row* row);
+    void LoadThePreviewPane(const TemplateRow* row);
 
     /// The template's picture: "Previews\<name>.jpg" in its folder, else the library's "NF.jpg".
-    std::string PictureOf(const TemplateList::Row& row) const;
+    std::string PictureOf(const TemplateRow& row) const;
 
 private:
-    app::Program& program;
     ui::Image& picture;
     ui::Label& facts;
+    platform::FileSystem& files;
+    const app::StartUpState& state;
+    const app::StringTable& strings;
+    platform::Clock& clock;
+    platform::Locale& locale;
 };
 
 } // namespace browser

@@ -1,6 +1,5 @@
 #include "browser/Thumbnails.h"
 
-#include "app/base/StringId.h"
 #include "browser/FileTypeTabs.h"
 #include "library/CategoryPath.h"
 #include "library/TemplateFiles.h"
@@ -25,78 +24,93 @@ bool IsMissing(platform::Error error)
            error == platform::error::InvalidFolder;
 }
 
+/// Keeps the rows for a load that shows them in another shape.
+class Collector final : public RowSink {
+public:
+    explicit Collector(RowSink& target) : target{target} {}
+    void Add(TemplateRows piece) override
+    {
+        for (TemplateRow& row : piece)
+            Rows.push_back(std::move(row));
+    }
+    bool GoOn() override { return Wanted = target.GoOn(); }
+
+    TemplateRows Rows;
+    bool Wanted{true};
+
+private:
+    RowSink& target;
+};
+
 } // namespace
 
-void Thumbnails::LoadThumbnailImages(const std::string& category, std::string_view tab)
+platform::Result<> Thumbnails::LoadThumbnailImages(const std::string& category, std::string_view tab, RowSink& sink)
 {
     FindBackground();
-    Load load{category, {}, tab == FileTypeTabs::AllTab, {}};
-    auto templates = list.ReadCategory(category, tab);
-    if (!templates)
-        return; // the user went on to another folder
+    Load load{reader.PlaceOf(category), {}, tab == FileTypeTabs::AllTab, {}};
+    Collector templates{sink};
+    (void)reader.ReadCategory(category, tab, templates); // without its templates, a picture shows as one that lost its
+    if (!templates.Wanted)
+        return {};
     // Of two templates with one name the picture opens the one that the list has first.
-    for (TemplateList::Row& row : *templates)
+    for (TemplateRow& row : templates.Rows)
         load.templates.try_emplace(text::Folded(row.text), std::move(row));
 
     const std::string previews = path::Join(load.category, Previews);
-    const auto pictures = program.platform.files.List(library::DiskPath(program.state.TemplatesPath, previews));
-    if (pictures)
-        for (const platform::FileEntry& picture : *pictures)
-            if (library::IsPlainFile(picture) && text::EndsWithIgnoringCase(picture.name, PictureEnding))
-                AddThumbnailImage(load, previews, picture.name);
-    Show(std::move(load.rows));
-    if (!pictures && !IsMissing(pictures.error()))
-        program.messages.Inform(app::str::ThumbnailsUnavailable);
+    const auto pictures = files.List(library::DiskPath(state.TemplatesPath, previews));
+    if (!pictures)
+        return IsMissing(pictures.error()) ? platform::Result<>{} : std::unexpected{pictures.error()};
+    for (const platform::FileEntry& picture : *pictures)
+        if (library::IsPlainFile(picture) && text::EndsWithIgnoringCase(picture.name, PictureEnding))
+            AddThumbnailImage(load, previews, picture.name);
+    sink.Add(std::move(load.rows));
+    return {};
 }
 
 void Thumbnails::AddThumbnailImage(Load& load, const std::string& previewsFolder, const std::string& fileName) const
 {
-    TemplateList::Row row;
+    TemplateRow row;
     const std::string name = text::Trimmed(path::WithoutLastFour(fileName));
     if (const auto found = load.templates.find(text::Folded(name)); found != load.templates.end()) {
         row = found->second;
-    } else if (load.showsAll && !list.IsExcluded(name)) {
+    } else if (load.showsAll && !reader.IsExcluded(name)) {
         // A picture whose template is gone shows, and opening it says that the file was not found.
         row.text = name;
         row.file = name + std::string{library::TemplateExtensions[library::WordTemplate]};
-        row.folder = library::DiskPath(program.state.TemplatesPath, load.category);
+        row.folder = library::DiskPath(state.TemplatesPath, load.category);
         row.inFolder = load.category;
     } else {
         return;
     }
     // The frame always comes from the hard disk, also when the templates come from a CD: it may lie there alone.
-    row.thumbnail = Composed(library::DiskPath(program.state.TemplatesPath, path::Join(previewsFolder, fileName)),
-                             program.state.HddTemplatesPath);
+    row.thumbnail =
+        Composed(library::DiskPath(state.TemplatesPath, path::Join(previewsFolder, fileName)), state.HddTemplatesPath);
     load.rows.push_back(std::move(row));
 }
 
-void Thumbnails::LoadThumbnailViewForMyFavorites(const std::vector<std::string>& favorites,
-                                                 const library::Catalog& catalog, std::string_view tab)
+void Thumbnails::LoadThumbnailViewForMyFavorites(const library::Favorites& favorites, std::string_view tab,
+                                                 RowSink& sink)
 {
     FindBackground();
-    TemplateList::RowSet rows = list.ReadFavorites(favorites, catalog, tab);
-    for (TemplateList::Row& row : rows)
+    Collector templates{sink};
+    reader.ReadFavorites(favorites, tab, templates);
+    for (TemplateRow& row : templates.Rows)
         row.thumbnail =
             Composed(path::Join(path::Join(row.folder, Previews), text::Trimmed(row.text) + std::string{PictureEnding}),
-                     program.state.TemplatesPath);
-    Show(std::move(rows));
+                     state.TemplatesPath);
+    sink.Add(std::move(templates.Rows));
 }
 
 void Thumbnails::FindBackground()
 {
-    const auto entry = program.platform.files.Stat(library::DiskPath(program.state.TemplatesPath, BackgroundFile));
+    const auto entry = files.Stat(library::DiskPath(state.TemplatesPath, BackgroundFile));
     UseThumbnailBackground = entry && !entry->IsFolder();
 }
 
 ui::Thumbnail Thumbnails::Composed(std::string picture, std::string_view frameLocation) const
 {
-    return {std::move(picture), library::DiskPath(program.state.TemplatesPath, "NF.jpg"),
+    return {std::move(picture), library::DiskPath(state.TemplatesPath, "NF.jpg"),
             UseThumbnailBackground ? library::DiskPath(frameLocation, BackgroundFile) : std::string{}};
-}
-
-void Thumbnails::Show(TemplateList::RowSet rows)
-{
-    list.Show(std::move(rows), program.Text(app::str::Empty));
 }
 
 } // namespace browser

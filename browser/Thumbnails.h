@@ -1,47 +1,49 @@
 #pragma once
 
-#include "app/base/Program.h"
-#include "browser/TemplateList.h"
+#include "app/base/StartUpState.h"
+#include "browser/RowSource.h"
+#include "browser/TemplateReader.h"
 
 #include <map>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace browser {
 
-/// Fills the list with the ready-made pictures of the templates instead of the templates themselves.
+/// Shows the ready-made pictures of the templates instead of the templates themselves.
 class Thumbnails {
 public:
-    Thumbnails(app::Program& program, TemplateList& list) : program{program}, list{list} {}
+    Thumbnails(platform::FileSystem& files, const app::StartUpState& state, const TemplateReader& reader)
+        : files{files}, state{state}, reader{reader}
+    {
+    }
 
     /// One thumbnail for each picture in the category's "Previews" folder, in directory order. "All" shows every
-    /// picture, another tab those of the templates that it shows. A folder that cannot be read is told (string 278).
-    void LoadThumbnailImages(const std::string& category, std::string_view tab);
+    /// picture, another tab those of the templates that it shows. An error: the folder is there and cannot be read.
+    platform::Result<> LoadThumbnailImages(const std::string& category, std::string_view tab, RowSink& sink);
     /// One thumbnail for each favourite; its picture lies in "Previews" beside it.
-    void LoadThumbnailViewForMyFavorites(const std::vector<std::string>& favorites, const library::Catalog& catalog,
-                                         std::string_view tab);
+    void LoadThumbnailViewForMyFavorites(const library::Favorites& favorites, std::string_view tab, RowSink& sink);
 
     /// Whether the pictures are drawn onto the library's background picture; settled by each load.
     bool UseThumbnailBackground{};
 
 private:
-    app::Program& program;
-    TemplateList& list;
+    platform::FileSystem& files;
+    const app::StartUpState& state;
+    const TemplateReader& reader;
 
     /// What one load has so far.
     struct Load {
         std::string category;
-        std::map<std::string, TemplateList::Row> templates; ///< of the folder, by base name, folded
+        std::map<std::string, TemplateRow> templates; ///< of the folder, by base name, folded
         bool showsAll{};
-        TemplateList::RowSet rows;
+        TemplateRows rows;
     };
 
     void FindBackground();
     /// `previewsFolder` is relative to the templates path.
     void AddThumbnailImage(Load& load, const std::string& previewsFolder, const std::string& fileName) const;
     ui::Thumbnail Composed(std::string picture, std::string_view frameLocation) const;
-    void Show(TemplateList::RowSet rows);
 };
 
 } // namespace browser

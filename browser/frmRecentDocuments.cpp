@@ -2,7 +2,7 @@
 
 #include "app/base/Captions.h"
 #include "app/base/StringId.h"
-#include "browser/TemplateList.h"
+#include "browser/TemplateRow.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
 
@@ -78,7 +78,8 @@ void frmRecentDocuments::Fill()
     modified.clear();
     for (const RecentDocuments::Document& document : documents.List()) {
         const auto entry = program.platform.files.Stat(document.path);
-        modified.push_back(entry ? TemplateList::ModifiedText(program, entry->modified) : std::string{});
+        modified.push_back(entry ? ModifiedText(program.platform.clock, program.platform.locale, entry->modified)
+                                 : std::string{});
     }
     lvDocuments.Refill();
     lvDocuments.Select(0);

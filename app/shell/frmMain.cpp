@@ -47,8 +47,25 @@ constexpr StoredColumn columns[] = {
 
 frmMain::frmMain(Program& program)
     : Form{program.toolkit, "frmMain", Style::Sizable}, program{program}, templateLibrary{program, tvTreeView},
-      favorites{program}, folders{program, tvTreeView, templateLibrary, favorites}, tabs{program, fileTypeTabStrip},
-      templates{program, lvListView}, thumbnails{program, templates}, preview{program, imgPreview, lblPreview},
+      favorites{program}, folders{program, tvTreeView, templateLibrary, favorites},
+      tabs{program.settings, program.strings, fileTypeTabStrip}, reader{templateLibrary.Contents(),
+                                                                        program.platform.files, program.state,
+                                                                        program.settings},
+      thumbnails{program.platform.files, program.state, reader}, list{lvListView,
+                                                                      tabs,
+                                                                      sbStatusBar,
+                                                                      program.toolkit,
+                                                                      program.messages,
+                                                                      program.strings,
+                                                                      program.platform.clock,
+                                                                      program.platform.locale},
+      preview{imgPreview,
+              lblPreview,
+              program.platform.files,
+              program.state,
+              program.strings,
+              program.platform.clock,
+              program.platform.locale},
       launcher{program.platform.shell, program.platform.files, program.registry,
                program.messages,       program.toolkit,        program.strings},
       spreadsheets{program.platform.files, program.platform.shell, program.registry}, opener{launcher, spreadsheets,
@@ -123,7 +140,6 @@ bool frmMain::LoadTemplateBrowser()
 void frmMain::PostLoad()
 {
     (tvTreeView.Selected() != nullptr ? static_cast<ui::Control&>(tvTreeView) : lvListView).SetFocus();
-    ShowStatus();
 }
 
 void frmMain::PromptForFirstProfile()
@@ -137,10 +153,9 @@ void frmMain::PreviousRunSettings()
     const Settings& settings = program.settings;
     folderListOn = settings.Flag(Section, "FolderListOn", true);
     previewPaneOn = settings.Flag(Section, "PreviewPaneOn", true);
-    plainView = static_cast<ui::ListView::View>(
-        settings.Number(Section, "ListViewType", static_cast<int>(ui::ListView::View::LargeIcons), 0, 3));
-    const bool thumbnailViewOn = settings.Flag(Section, "ThumbnailViewOn", false);
-    lvListView.SetView(thumbnailViewOn ? ui::ListView::View::Thumbnails : plainView);
+    list.RestoreViews(static_cast<ui::ListView::View>(settings.Number(
+                          Section, "ListViewType", static_cast<int>(ui::ListView::View::LargeIcons), 0, 3)),
+                      settings.Flag(Section, "ThumbnailViewOn", false));
     auto listColumns = lvListView.Columns();
     for (std::size_t i = 0; i < std::size(columns); ++i)
         listColumns[i].width = settings.Number(Section, columns[i].setting, columns[i].width, 300, 30'000);
@@ -178,12 +193,11 @@ void frmMain::RefreshLibrary()
     templateLibrary.FullLoad = true;
     if (LoadTreeView())
         FillList();
-    ShowStatus();
 }
 
 void frmMain::ClearViewState()
 {
-    templates.Clear();
+    list.Clear();
     preview.LoadThePreviewPane(nullptr);
     RefreshCommands();
 }
@@ -200,9 +214,9 @@ void frmMain::WireEvents()
     tvTreeView.Collapse = [this](ui::TreeView::Node& node) { tvTreeView_Expand(node); };
     tvTreeView.KeyDown = [this](const ui::Key& key) { return OnTreeKey(key); };
     tvTreeView.ContextMenu = [this](ui::Point at) { ShowPopup(mnuTreePopup, at); };
-    lvListView.Click = [this] { lvListView_Click(); };
+    lvListView.Click = [this] { list.SelectionChanged(); };
+    list.Changed = [this] { lvListView_Click(); };
     lvListView.DblClick = [this] { lvListView_DblClick(); };
-    lvListView.ColumnClick = [this](int column) { templates.SortBy(column); };
     lvListView.KeyDown = [this](const ui::Key& key) { return OnListKey(key); };
     lvListView.ContextMenu = [this](ui::Point at) { ShowPopup(mnuListPopup, at); };
     fileTypeTabStrip.Click = [this] { fileTypeTabStrip_Click(); };
@@ -257,38 +271,28 @@ void frmMain::SelectParent()
 void frmMain::FillList()
 {
     const Busy guard{*this};
+    list.Show(SelectedRows());
+}
+
+std::shared_ptr<browser::RowSource> frmMain::SelectedRows()
+{
     const auto* folder = templateLibrary.Tree().Selected();
-    const std::string tab = fileTypeTabStrip.Selected();
-    if (folder != nullptr && folder->IsCategory()) {
-        if (ThumbnailViewOn())
-            LoadThumbnailImages();
-        else
-            templates.FillCategory(templateLibrary.Contents().PlaceOf(*folder), tab);
-    } else if (FavoritesSelected()) {
-        if (ThumbnailViewOn())
-            LoadThumbnailViewForMyFavorites();
-        else
-            templates.FillFavorites(favorites.List(), templateLibrary.Contents(), tab);
-    } else {
-        templates.Clear();
-    }
-    // So that the preview shows what the folder is about, and Enter opens something.
-    lvListView.Select(0);
-    LoadThePreviewPane();
-    ShowStatus();
-    EnableItemCommands();
+    if (folder != nullptr && folder->IsCategory())
+        return std::make_shared<browser::CategoryRows>(reader, thumbnails, folder->path);
+    if (FavoritesSelected())
+        return std::make_shared<browser::FavoriteRows>(reader, thumbnails, favorites);
+    return nullptr;
 }
 
 void frmMain::LoadThumbnailImages()
 {
-    if (const auto* folder = templateLibrary.Tree().Selected(); folder != nullptr && folder->IsCategory())
-        thumbnails.LoadThumbnailImages(templateLibrary.Contents().PlaceOf(*folder), fileTypeTabStrip.Selected());
+    const Busy guard{*this};
+    list.SetView(ui::ListView::View::Thumbnails);
 }
 
 void frmMain::LoadThumbnailViewForMyFavorites()
 {
-    thumbnails.LoadThumbnailViewForMyFavorites(favorites.List(), templateLibrary.Contents(),
-                                               fileTypeTabStrip.Selected());
+    LoadThumbnailImages();
 }
 
 bool frmMain::GetSystemResolution()
@@ -304,25 +308,25 @@ bool frmMain::GetSystemResolution()
 void frmMain::lvListView_Click()
 {
     LoadThePreviewPane();
-    ShowStatus();
     RefreshCommands();
 }
 
 void frmMain::LoadThePreviewPane()
 {
-    preview.LoadThePreviewPane(previewPaneOn ? templates.Selected() : nullptr);
+    preview.LoadThePreviewPane(previewPaneOn ? list.Selected() : nullptr);
 }
 
 void frmMain::lvListView_DblClick()
 {
-    if (const std::string path = SelectedPath(); !path.empty())
+    if (const std::string path = list.SelectedPath(); !path.empty())
         opener.Open(path);
 }
 
 void frmMain::fileTypeTabStrip_Click()
 {
+    const Busy guard{*this};
     tabs.RememberSelection();
-    FillList();
+    list.Refill();
 }
 
 void frmMain::mnuViewPreviewPane_Click()
@@ -337,49 +341,18 @@ void frmMain::EnableItemCommands()
     RefreshCommands();
 }
 
-void frmMain::SetListView(ui::ListView::View view)
+void frmMain::mnuListViewMode_Click(ui::ListView::View view)
 {
-    const bool toThumbnails = view == ui::ListView::View::Thumbnails;
-    if (toThumbnails && !GetSystemResolution())
+    const Busy guard{*this};
+    if (view != ui::ListView::View::Thumbnails)
+        list.SetView(view);
+    else if (!GetSystemResolution())
         return;
-    const bool refills = toThumbnails != ThumbnailViewOn();
-    if (!toThumbnails)
-        plainView = view;
-    // The rows of one kind of view must not show in the other.
-    const std::string selected = SelectedPath();
-    if (refills)
-        templates.Clear();
-    lvListView.SetView(view);
-    if (refills) {
-        FillList();
-        if (const int row = templates.Find(selected); row >= 0) {
-            lvListView.Select(row);
-            lvListView_Click();
-        }
-    }
+    else if (FavoritesSelected())
+        LoadThumbnailViewForMyFavorites();
+    else
+        LoadThumbnailImages();
     RefreshCommands();
-}
-
-std::string frmMain::SelectedPath() const
-{
-    const auto* row = templates.Selected();
-    return row != nullptr ? browser::TemplateList::FullPath(*row) : std::string{};
-}
-
-void frmMain::ShowStatus()
-{
-    std::string shown;
-    if (tvTreeView.Selected() != nullptr && templateLibrary.Tree().Selected() != templateLibrary.Contents().GetMore())
-        shown = std::to_string(templates.Rows()) + " " + program.Text(str::TemplatesAvailable);
-    sbStatusBar.SetPanel(0, std::move(shown));
-    std::string selected;
-    if (const auto* row = templates.Selected()) {
-        selected = row->text;
-        if (row->hasDetails)
-            selected += "   " + browser::TemplateList::SizeText(row->size) + "   " +
-                        browser::TemplateList::ModifiedText(program, row->modified);
-    }
-    sbStatusBar.SetPanel(1, std::move(selected));
 }
 
 void frmMain::RefreshCommands()
@@ -523,10 +496,10 @@ void frmMain::SaveState()
         number("MainHeight", Placement().height);
     }
     number("VertSplitterLeft", vertSplitterLeft);
-    number("ListViewType", static_cast<int>(plainView));
+    number("ListViewType", static_cast<int>(list.PlainView()));
     for (std::size_t i = 0; i < std::size(columns); ++i)
         number(columns[i].setting, lvListView.Columns()[i].width);
-    saved = settings.SaveFlag(Section, "ThumbnailViewOn", ThumbnailViewOn()).has_value() && saved;
+    saved = settings.SaveFlag(Section, "ThumbnailViewOn", list.ShowsThumbnails()).has_value() && saved;
     saved = settings.SaveFlag(Section, "FolderListOn", folderListOn).has_value() && saved;
     saved = settings.SaveFlag(Section, "PreviewPaneOn", previewPaneOn).has_value() && saved;
     templateLibrary.RememberSelection();

@@ -5,13 +5,13 @@
 #include "app/shell/HelpDocuments.h"
 #include "browser/FileTypeTabs.h"
 #include "browser/Launcher.h"
+#include "browser/LibraryRows.h"
+#include "browser/ListPane.h"
 #include "browser/PreviewPane.h"
 #include "browser/RecentDocuments.h"
 #include "browser/RecentFiles.h"
 #include "browser/SpreadsheetFolder.h"
-#include "browser/TemplateList.h"
 #include "browser/TemplateOpener.h"
-#include "browser/Thumbnails.h"
 #include "library/Favorites.h"
 #include "library/FolderOperations.h"
 #include "library/TemplateLibrary.h"
@@ -50,6 +50,7 @@ public:
     void ClearViewState();
     void GetQuenbyFileOption();
     void LoadThePreviewPane();
+    /// Shows the selected category, or My Favorites, as thumbnails.
     void LoadThumbnailImages();
     void LoadThumbnailViewForMyFavorites();
     /// Whether the screen has room for the thumbnail view; string 277 when it has not.
@@ -91,7 +92,8 @@ public:
     const library::Favorites& Favorites() const { return favorites; }
     const browser::RecentFiles& RecentFiles() const { return recentFiles; }
     library::TemplateLibrary& Library() { return templateLibrary; }
-    const browser::TemplateList& Templates() const { return templates; }
+    const browser::ListPane& List() const { return list; }
+    const browser::TemplateList& Templates() const { return list.Templates(); }
     const CommandTable& Commands() const { return commands; }
 
 private:
@@ -100,8 +102,9 @@ private:
     library::Favorites favorites;
     library::FolderOperations folders;
     browser::FileTypeTabs tabs;
-    browser::TemplateList templates;
+    browser::TemplateReader reader;
     browser::Thumbnails thumbnails;
+    browser::ListPane list;
     browser::PreviewPane preview;
     browser::Launcher launcher;
     browser::SpreadsheetFolder spreadsheets;
@@ -114,7 +117,6 @@ private:
 
     int horzSplitterTop{};
     int vertSplitterLeft{};
-    ui::ListView::View plainView{ui::ListView::View::LargeIcons}; ///< the last one that was not the thumbnails
     bool folderListOn{true};
     bool previewPaneOn{true};
     int busy{};           ///< routines on the stack that yield
@@ -157,11 +159,9 @@ private:
     void SelectNode(ui::TreeView::Node* node);
     void SelectParent();
     void MoveFocus();
-    void SetListView(ui::ListView::View view);
-    bool ThumbnailViewOn() const { return lvListView.GetView() == ui::ListView::View::Thumbnails; }
-    void ShowStatus();
+    void mnuListViewMode_Click(ui::ListView::View view);
+    std::shared_ptr<browser::RowSource> SelectedRows();
     void RefreshCommands();
-    std::string SelectedPath() const;
     int ClampVertical(int position) const;
     int ClampHorizontal(int position) const;
 };

@@ -61,14 +61,14 @@ const LaterCommand laterCommands[] = {
 
 void frmMain::AddCommands()
 {
-    const auto hasItems = [this] { return templates.Rows() > 0; };
-    const auto hasSelection = [this] { return templates.Selected() != nullptr; };
+    const auto hasItems = [this] { return list.Templates().Rows() > 0; };
+    const auto hasSelection = [this] { return list.Selected() != nullptr; };
 
     // clang-format off
     commands.Add({.name = "mnuFileNew", .caption = 102, .toolTip = 141, .image = "new", .key = ui::Ctrl('N'),
-                  .run = [this] { opener.CreateDocument(SelectedPath()); }, .enabled = hasSelection});
+                  .run = [this] { opener.CreateDocument(list.SelectedPath()); }, .enabled = hasSelection});
     commands.Add({.name = "mnuFileNewDocument", .caption = 226,
-                  .run = [this] { opener.CreateDocument(SelectedPath()); }, .enabled = hasSelection});
+                  .run = [this] { opener.CreateDocument(list.SelectedPath()); }, .enabled = hasSelection});
     commands.Add({.name = "mnuFileNewTemplate", .caption = 227, .run = [this] { lvListView_DblClick(); },
                   .enabled = hasSelection});
     commands.Add({.name = "mnuFileOpen", .text = "&Open", .image = "open", .key = ui::Ctrl('O'),
@@ -102,7 +102,7 @@ void frmMain::AddCommands()
                       .textNow = [this, number] { return recentFiles.MenuText(number); }});
     for (const ViewCommand& view : viewCommands)
         commands.Add({.name = view.name, .caption = view.caption, .toolTip = view.toolTip, .image = view.image,
-                      .key = ui::Ctrl(view.digit), .run = [this, mode = view.view] { SetListView(mode); },
+                      .key = ui::Ctrl(view.digit), .run = [this, mode = view.view] { mnuListViewMode_Click(mode); },
                       .enabled = [mode = view.view, hasItems] { return mode != View::Thumbnails || hasItems(); },
                       .checked = [this, mode = view.view] { return lvListView.GetView() == mode; }});
     commands.Add({.name = "mnuViewFolderList", .caption = 119, .toolTip = 147, .image = "folder-list",
@@ -123,8 +123,8 @@ void frmMain::AddCommands()
     for (const TabCommand& tab : tabCommands)
         commands.Add({.name = tab.name, .caption = tab.caption, .toolTip = tab.toolTip, .image = tab.image,
                       .run = [this, key = tab.tab] {
-                          tabs.Toggle(key);
-                          fileTypeTabStrip_Click();
+                          if (tabs.Toggle(key))
+                              fileTypeTabStrip_Click();
                           RefreshCommands();
                       },
                       .checked = [this, key = tab.tab] { return tabs.IsShown(key); }});

@@ -73,10 +73,10 @@ bool frmMain::FavoritesSelected() const
 
 void frmMain::mnuAddToFavorites_Click()
 {
-    const auto* row = templates.Selected();
+    const auto* row = list.Selected();
     if (row == nullptr)
         return;
-    const std::string path = browser::TemplateList::FullPath(*row);
+    const std::string path = browser::FullPath(*row);
     if (!program.platform.files.Stat(path)) { // it was deleted meanwhile, or only its picture is left
         program.messages.Inform(str::TemplateNotFound);
         return;
@@ -88,7 +88,7 @@ void frmMain::mnuAddToFavorites_Click()
 void frmMain::mnuRemoveFromFavorites_Click()
 {
     const Busy guard{*this};
-    const auto* row = templates.Selected();
+    const auto* row = list.Selected();
     if (row != nullptr && favorites.RemoveFromFavorites(std::string{row->text}) && FavoritesSelected())
         FillList();
 }

@@ -283,7 +283,7 @@ TEST_F(MainWindowTest, TheUsualKeysDoTheUsualThings)
     EXPECT_TRUE(Main().tvTreeView.HasFocus());
     EXPECT_TRUE(Main().UserPresses(ui::Plain(KeyCode::F6)));
     EXPECT_TRUE(Main().lvListView.HasFocus());
-    EXPECT_EQ(Main().Templates().Selected()->text, "Complaint");
+    EXPECT_EQ(Main().List().Selected()->text, "Complaint");
     EXPECT_TRUE(Main().UserPresses(ui::Ctrl('O')));
     EXPECT_EQ(system.shell.Opened(), Texts{InLibrary("Letters\\Formal\\Complaint.swt")});
     EXPECT_TRUE(Main().lvListView.KeyDown(ui::Plain(KeyCode::Backspace)));

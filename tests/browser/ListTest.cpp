@@ -65,7 +65,7 @@ TEST_F(ListTest, SizesAreWholeKilobytesAndDatesTheUsersOwn)
     EXPECT_EQ(Column(TemplateList::SizeColumn), (Texts{"0KB", "0KB", "4882812KB"}));
     EXPECT_EQ(Column(TemplateList::ModifiedColumn)[1], "3/1/2020 12:30 AM");
     EXPECT_EQ(Column(TemplateList::ModifiedColumn)[2], "7/4/2021 06:07 AM");
-    EXPECT_EQ(TemplateList::SizeText(5000), "4KB");
+    EXPECT_EQ(browser::SizeText(5000), "4KB");
 }
 
 TEST_F(ListTest, ExcludedNamesNeverShow)
@@ -112,7 +112,7 @@ TEST_F(ListTest, ColumnsSortByNameNumberAndTimeAndKeepTheSelection)
     const auto click = [&](int column) {
         list.UserClicksColumn(column);
         EXPECT_EQ(list.SortColumn(), column);
-        EXPECT_EQ(Main().Templates().Selected()->text, "beta");
+        EXPECT_EQ(Main().List().Selected()->text, "beta");
         return Column(0);
     };
     EXPECT_EQ(click(TemplateList::NameColumn), (Texts{"Alpha", "beta", "gamma"}));
@@ -125,18 +125,67 @@ TEST_F(ListTest, ColumnsSortByNameNumberAndTimeAndKeepTheSelection)
     EXPECT_EQ(Column(0), (Texts{"gamma", "Alpha", "beta"})) << "the chosen order stays";
 }
 
-TEST_F(ListTest, AClickInTheMiddleOfAFillWins)
+TEST_F(ListTest, TheUserMayGoOnInTheMiddleOfAFill)
 {
+    AddTemplates({"Letters\\Note.swt", "Letters\\Offer.prt"});
     Start();
-    bool acted = false;
-    toolkit.OnYield = [&](int) {
-        if (!std::exchange(acted, true))
-            Main().tvTreeView.UserSelects("Letters");
+    auto& tree = Main().tvTreeView;
+    auto& list = Main().lvListView;
+    bool chosen = false;
+    toolkit.OnYield = [&, first = toolkit.Yields() + 1](int yield) {
+        if (yield == first)
+            tree.UserSelects("Letters");
+        else if (!chosen && list.Rows() == 2) { // the presentation is still to come
+            chosen = true;
+            list.UserSelects(1);
+        }
     };
-    Main().tvTreeView.UserSelects("Business\\Contracts");
-    EXPECT_EQ(Column(0), Texts{"Memo"});
-    EXPECT_EQ(Main().tvTreeView.Selected()->key, "Letters");
-    EXPECT_EQ(Main().sbStatusBar.Panels().at(0), "1 templates available in this folder");
+    tree.UserSelects("Business\\Contracts");
+    EXPECT_TRUE(chosen);
+    EXPECT_EQ(Column(0), (Texts{"Memo", "Note", "Offer"}));
+    EXPECT_EQ(list.Selected(), 1) << "nothing of the first fill touches what the user did since";
+    EXPECT_EQ(tree.Selected()->key, "Letters");
+    EXPECT_TRUE(Main().lblPreview.Caption().starts_with("Note"));
+    EXPECT_EQ(Main().sbStatusBar.Panels().at(0), "3 templates available in this folder");
+
+    // As many clicks as there are yields: each fill returns before the next begins, and the last one is shown.
+    int depth = 0, deepest = 0, clicks = 0;
+    toolkit.OnYield = [&](int) {
+        deepest = std::max(deepest, ++depth);
+        if (++clicks <= 300)
+            tree.UserSelects(clicks % 2 == 0 ? "Letters" : "Business");
+        --depth;
+    };
+    tree.UserSelects("Letters\\Formal");
+    EXPECT_EQ(deepest, 1);
+    EXPECT_EQ(tree.Selected()->key, "Letters");
+    EXPECT_EQ(Column(0), (Texts{"Memo", "Note", "Offer"}));
+}
+
+TEST_F(ListTest, TheSelectionStaysOnItsTemplateWhileItIsThere)
+{
+    Show("Business");
+    Main().lvListView.UserSelects(3);
+    const auto selected = [&](const char* command) {
+        EXPECT_TRUE(Main().Commands().Run(command)) << command;
+        return Main().List().SelectedPath();
+    };
+    AddTemplates({"Business\\Agenda.swt", "Business\\Previews\\Terms.jpg", "Business\\Previews\\Pitch.jpg"});
+    for (const char* command : {"mnuRefreshTV", "mnuViewThumbnails", "mnuViewDetails"})
+        EXPECT_EQ(selected(command), InLibrary("Business\\Terms.pdf")) << command;
+    EXPECT_EQ(Main().lvListView.Selected(), 4);
+    system.files.Remove(InLibrary("Business\\Terms.pdf"));
+    EXPECT_EQ(selected("mnuRefreshTV"), InLibrary("Business\\Invoice.swt")) << "the first one, when it is gone";
+}
+
+TEST_F(ListTest, AFolderThatCannotBeReadSaysSo)
+{
+    Show("Business");
+    system.files.SetUnreadable(InLibrary("Letters"));
+    Show("Letters");
+    EXPECT_EQ(Main().lvListView.EmptyText(), Text(223));
+    Show("Business");
+    EXPECT_EQ(Main().lvListView.EmptyText(), "");
 }
 
 // Tabs.

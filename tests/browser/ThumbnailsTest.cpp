@@ -85,7 +85,7 @@ TEST_F(ThumbnailsTest, TheViewIsAModeLikeTheOthersAndIsRemembered)
     Start();
     Main().tvTreeView.UserSelects("Business");
     Main().lvListView.UserSelects(3);
-    ASSERT_EQ(Main().Templates().Selected()->text, "Terms");
+    ASSERT_EQ(Main().List().Selected()->text, "Terms");
     toolkit.Screen = {640, 900};
     toolkit.ExpectMessage(Text(277), ui::Icon::Information);
     EXPECT_TRUE(Run("mnuViewThumbnails"));
@@ -94,7 +94,7 @@ TEST_F(ThumbnailsTest, TheViewIsAModeLikeTheOthersAndIsRemembered)
     toolkit.Screen = {800, 600};
     EXPECT_TRUE(Run("mnuViewThumbnails"));
     EXPECT_EQ(Main().lvListView.GetView(), ui::ListView::View::Thumbnails);
-    EXPECT_EQ(Main().Templates().Selected()->text, "Terms");
+    EXPECT_EQ(Main().List().Selected()->text, "Terms");
     EXPECT_TRUE(Main().Close());
     toolkit.RunPosted();
     EXPECT_EQ(Setting("Browser", "ThumbnailViewOn"), "True");
@@ -106,7 +106,7 @@ TEST_F(ThumbnailsTest, TheViewIsAModeLikeTheOthersAndIsRemembered)
     again.Main()->lvListView.UserSelects(1);
     EXPECT_TRUE(again.Main()->Commands().Run("mnuViewDetails"));
     EXPECT_EQ(again.Main()->lvListView.Rows(), 5);
-    EXPECT_EQ(again.Main()->Templates().Selected()->text, "Terms");
+    EXPECT_EQ(again.Main()->List().Selected()->text, "Terms");
     EXPECT_TRUE(again.Main()->Close());
 }
 

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "browser/TemplateRow.h"
+#include "platform/Error.h"
+
+#include <string_view>
+
+namespace browser {
+
+/// Where a source puts its rows.
+class RowSink {
+public:
+    virtual ~RowSink() = default;
+    /// The next rows, behind those that came before.
+    virtual void Add(TemplateRows piece) = 0;
+    /// Lets the user act. False when something else is to be shown by now: the source returns and adds nothing more.
+    virtual bool GoOn() = 0;
+};
+
+/// What the list can show. It hands its rows over as they come, in one piece or several, and asks between them whether
+/// they are still wanted. An error says that they could not be read.
+class RowSource {
+public:
+    virtual ~RowSource() = default;
+    /// The templates of the types that `tab` shows.
+    virtual platform::Result<> ReadRows(std::string_view tab, RowSink& sink) = 0;
+    /// The same as thumbnails.
+    virtual platform::Result<> ReadThumbnails(std::string_view tab, RowSink& sink) = 0;
+};
+
+} // namespace browser

@@ -1,0 +1,99 @@
+#include "browser/TemplateReader.h"
+
+#include "browser/FileTypeTabs.h"
+#include "library/CategoryPath.h"
+#include "library/TemplateFiles.h"
+#include "platform/Path.h"
+#include "platform/Text.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace browser {
+
+using library::TemplateExtensions;
+using library::TemplateTypeOf;
+namespace path = platform::path;
+namespace text = platform::text;
+
+TemplateReader::TemplateReader(const library::Catalog& catalog, platform::FileSystem& files,
+                               const app::StartUpState& state, const app::Settings& settings)
+    : catalog{catalog}, files{files}, state{state}
+{
+    std::size_t entry = 0;
+    for (std::string& name : text::Split(settings.Text("Options", "ExcludedTemplates"), '|'))
+        if (!name.empty() && entry < ExcludedNames.size())
+            ExcludedNames[entry++] = std::move(name);
+}
+
+bool TemplateReader::IsExcluded(const std::string& baseName) const
+{
+    for (const std::string& excluded : ExcludedNames) {
+        if (excluded.empty())
+            return false;
+        if (excluded == baseName)
+            return true;
+    }
+    return false;
+}
+
+platform::Result<> TemplateReader::ReadCategory(const std::string& category, std::string_view tab, RowSink& sink) const
+{
+    const auto* known = catalog.FindByPath(category);
+    if (known == nullptr)
+        return std::unexpected{platform::error::PathNotFound};
+    const std::string place = catalog.PlaceOf(*known);
+    const std::string folder = library::DiskPath(state.TemplatesPath, place);
+    auto listing = catalog.FilesOf(*known);
+    for (std::size_t type = 0; type < TemplateExtensions.size(); ++type) {
+        if (!sink.GoOn())
+            return {};
+        if (!listing || !FileTypeTabs::Shows(tab, type))
+            continue;
+        TemplateRows piece;
+        for (platform::FileEntry& entry : *listing) {
+            if (TemplateTypeOf(entry.name) != type)
+                continue;
+            std::string baseName = text::Trimmed(path::WithoutLastFour(text::Trimmed(entry.name)));
+            if (IsExcluded(baseName))
+                continue;
+            TemplateRow& row = piece.emplace_back(std::move(baseName), std::exchange(entry.name, {}), folder, type);
+            SetListItemDetails(row, place, entry.size, entry.modified);
+        }
+        sink.Add(std::move(piece));
+    }
+    return listing ? platform::Result<>{} : std::unexpected{listing.error()};
+}
+
+void TemplateReader::ReadFavorites(const library::Favorites& favorites, std::string_view tab, RowSink& sink) const
+{
+    TemplateRows rows;
+    for (const std::string& favorite : favorites.List()) {
+        const auto type = std::ranges::find(TemplateExtensions, path::LastFour(favorite));
+        if (type == TemplateExtensions.end())
+            continue;
+        TemplateRow row;
+        row.type = static_cast<std::size_t>(type - TemplateExtensions.begin());
+        if (!FileTypeTabs::Shows(tab, row.type))
+            continue;
+        const std::string folder = path::Parent(favorite);
+        row.file = path::Name(favorite);
+        row.text = path::WithoutLastFour(row.file);
+        row.folder = library::DiskPath(state.TemplatesPath, folder);
+        if (catalog.FindByPath(folder) != nullptr) {
+            row.inFolder = folder;
+            if (const auto entry = files.Stat(FullPath(row)))
+                SetListItemDetails(row, folder, entry->size, entry->modified);
+        }
+        rows.push_back(std::move(row));
+    }
+    sink.Add(std::move(rows));
+}
+
+std::string TemplateReader::PlaceOf(const std::string& category) const
+{
+    const auto* known = catalog.FindByPath(category);
+    return known != nullptr ? catalog.PlaceOf(*known) : category;
+}
+
+} // namespace browser
