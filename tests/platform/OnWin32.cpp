@@ -44,10 +44,8 @@ public:
     std::string Folder() const override { return folder; }
     void WriteFile(std::string_view path, std::string_view contents) override
     {
-        const win32::FileHandle file{CreateFileW(win32::ToNativePath(path)->c_str(), GENERIC_WRITE, 0, nullptr,
-                                                 CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr)};
-        DWORD written{};
-        if (!file || !WriteFileAll(file.Get(), contents, written))
+        (void)Get().files.DeleteFile(path);
+        if (!Get().files.Write(path, contents))
             throw std::runtime_error{"cannot write " + std::string{path}};
     }
     void SetReadOnly(std::string_view path, bool readOnly) override
@@ -67,12 +65,6 @@ public:
     }
 
 private:
-    static bool WriteFileAll(HANDLE file, std::string_view contents, DWORD& written)
-    {
-        return ::WriteFile(file, contents.data(), static_cast<DWORD>(contents.size()), &written, nullptr) &&
-               written == contents.size();
-    }
-
     win32::System system;
     std::string folder;
 };

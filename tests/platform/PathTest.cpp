@@ -9,15 +9,13 @@ TEST(PathTest, JoinsWithExactlyOneSeparator)
     const struct {
         const char *folder, *name, *expected;
     } rows[] = {
-        {"C:\\a", "b", "C:\\a\\b"},
-        {"C:\\a\\", "b", "C:\\a\\b"},
-        {"C:\\a\\\\", "\\b", "C:\\a\\b"},
-        {"C:", "b", "C:\\b"},
-        {"C:\\", "b", "C:\\b"},
-        {"", "b", "b"},
-        {"C:\\a", "b\\c", "C:\\a\\b\\c"},
-        {"C:/a/", "b", "C:/a\\b"},
+        // clang-format off
+        {"C:\\a", "b", "C:\\a\\b"},                         {"C:\\a\\", "b", "C:\\a\\b"},
+        {"C:\\a\\\\", "\\b", "C:\\a\\b"},                   {"C:", "b", "C:\\b"},
+        {"C:\\", "b", "C:\\b"},                             {"", "b", "b"},
+        {"C:\\a", "b\\c", "C:\\a\\b\\c"},                   {"C:/a/", "b", "C:/a\\b"},
         {"\\\\server\\share", "b", "\\\\server\\share\\b"},
+        // clang-format on
     };
     for (const auto& row : rows)
         EXPECT_EQ(path::Join(row.folder, row.name), row.expected) << row.folder;
@@ -28,14 +26,12 @@ TEST(PathTest, TakesPathsApart)
     const struct {
         const char *path, *parent, *name;
     } rows[] = {
-        {"C:\\a\\b.swt", "C:\\a", "b.swt"},
-        {"C:\\a\\\\b", "C:\\a", "b"},
-        {"C:\\a", "C:", "a"},
-        {"a", "", "a"},
-        {"", "", ""},
-        {"C:\\a\\", "C:", ""},
-        {"Letters\\Formal", "Letters", "Formal"},
-        {"a/b\\c/d", "a/b", "c/d"},
+        // clang-format off
+        {"C:\\a\\b.swt", "C:\\a", "b.swt"},       {"C:\\a\\\\b", "C:\\a", "b"},
+        {"C:\\a", "C:", "a"},                     {"a", "", "a"},
+        {"", "", ""},                             {"C:\\a\\", "C:", ""},
+        {"Letters\\Formal", "Letters", "Formal"}, {"a/b\\c/d", "a/b", "c/d"},
+        // clang-format on
     };
     for (const auto& row : rows) {
         EXPECT_EQ(path::Parent(row.path), row.parent) << row.path;
@@ -57,6 +53,7 @@ TEST(PathTest, NormalizesWithoutLosingRootsAndShares)
     const struct {
         const char *path, *normalized, *trimmed;
     } rows[] = {
+        // clang-format off
         {"C:\\", "C:\\", "C:\\"},
         {"C:\\\\", "C:\\", "C:\\"},
         {"C:", "C:", "C:"},
@@ -67,6 +64,7 @@ TEST(PathTest, NormalizesWithoutLosingRootsAndShares)
         {"\\a", "\\a", "\\a"},
         {"a\\b\\", "a\\b", "a\\b"},
         {"", "", ""},
+        // clang-format on
     };
     for (const auto& row : rows) {
         EXPECT_EQ(path::Normalized(row.path), row.normalized) << row.path;

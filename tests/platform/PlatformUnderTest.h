@@ -25,3 +25,10 @@ public:
 
     static std::unique_ptr<PlatformUnderTest> Make();
 };
+
+/// What a call answered, as one number for tables over calls with different results; 0 when it worked.
+template <class T>
+std::uint32_t CodeOf(const platform::Result<T>& result)
+{
+    return result ? 0 : result.error().code;
+}

@@ -33,12 +33,6 @@ protected:
     static std::string Below(std::string_view key) { return root + "\\" + std::string{key}; }
 };
 
-template <class T>
-std::uint32_t CodeOf(const Result<T>& result)
-{
-    return result ? 0 : result.error().code;
-}
-
 TEST_F(RegistryContract, KeepsValuesOfEveryTypeUnchanged)
 {
     using namespace std::string_literals;

@@ -30,18 +30,12 @@ TEST_F(SystemContract, IniFilesGiveTheFirstValueWithoutItsQuotes)
         const char *section, *key, *expected;
         int buffer = 2048;
     } rows[] = {
-        {"One", "plain", "some text"},
-        {"ONE", "PLAIN", "some text"},
-        {"One", "quoted", " kept "},
-        {"One", "single", "s"},
-        {"One", "half", "\"open"},
-        {"One", "empty", ""},
-        {"One", "out", ""},
-        {"One", "twice", "1"},
-        {"Two", "plain", "two=2"},
-        {"Three", "plain", ""},
-        {"One", "plain", "some", 5},
-        {"One", "missing", ""},
+        // clang-format off
+        {"One", "plain", "some text"}, {"ONE", "PLAIN", "some text"}, {"One", "quoted", " kept "},
+        {"One", "single", "s"},        {"One", "half", "\"open"},     {"One", "empty", ""},
+        {"One", "out", ""},            {"One", "twice", "1"},         {"Two", "plain", "two=2"},
+        {"Three", "plain", ""},        {"One", "plain", "some", 5},   {"One", "missing", ""},
+        // clang-format on
     };
     for (const auto& row : rows)
         EXPECT_EQ(system.ini.Read(row.section, row.key, At("a.ini"), row.buffer), row.expected) << row.key;
@@ -122,18 +116,11 @@ TEST_F(SystemContract, SortsNamesAsTheUsersLanguageDoes)
         const char *a, *b;
         int expected;
     } rows[] = {
-        {"letter", "LETTER", 0},
-        {"ärger", "ÄRGER", 0},
-        {"a", "B", -1},
-        {"Äpfel", "Banana", -1},
-        {"Zebra", "äpfel", 1},
-        {"a", "ab", -1},
-        {"_x", "1", -1},
-        {"1", "a", -1},
-        {"", "a", -1},
-        {"résumé", "resume", 1},
-        {"resume", "résumés", -1},
-        {"10", "9", -1},
+        // clang-format off
+        {"letter", "LETTER", 0},   {"ärger", "ÄRGER", 0},     {"a", "B", -1},            {"Äpfel", "Banana", -1},
+        {"Zebra", "äpfel", 1},     {"a", "ab", -1},           {"_x", "1", -1},           {"1", "a", -1},
+        {"", "a", -1},             {"résumé", "resume", 1},   {"resume", "résumés", -1}, {"10", "9", -1},
+        // clang-format on
     };
     for (const auto& row : rows) {
         EXPECT_EQ(SignOf(system.locale.Compare(row.a, row.b)), row.expected) << row.a << " " << row.b;

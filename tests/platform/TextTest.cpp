@@ -67,13 +67,11 @@ TEST(TextTest, CountsInUnitsOfTheSystemsBuffers)
         std::size_t length, units;
         const char* left;
     } rows[] = {
-        {"abc", 3, 2, "ab"},
-        {"aü€", 3, 2, "aü"},
-        {"a😀b", 4, 2, "a"},
-        {"a😀b", 4, 3, "a😀"},
-        {"\xFF\xC3", 2, 1, "\xFF"},
-        {"", 0, 5, ""},
+        // clang-format off
+        {"abc", 3, 2, "ab"},            {"aü€", 3, 2, "aü"},            {"a😀b", 4, 2, "a"},
+        {"a😀b", 4, 3, "a😀"},            {"\xFF\xC3", 2, 1, "\xFF"},     {"", 0, 5, ""},
         {"\xE2\x82", 2, 9, "\xE2\x82"},
+        // clang-format on
     };
     for (const auto& row : rows) {
         EXPECT_EQ(text::Length(row.text), row.length) << row.text;
@@ -97,20 +95,13 @@ TEST(TextTest, ReadsSettingsIntoTheirRange)
         const char* text;
         int expected;
     } rows[] = {
-        {"7", 7},
-        {" 8 ", 8},
-        {"+9", 9},
-        {"-5", -5},
-        {"12px", 12},
-        {"", 3},
-        {"abc", 3},
-        {"--4", 3},
-        {"- 4", 3},
-        {"0x10", 0},
-        {"100", 50},
-        {"-100", -10},
-        {"99999999999999999999", 50},
-        {"-99999999999999999999", -10},
+        // clang-format off
+        {"7", 7},                       {" 8 ", 8},                     {"+9", 9},
+        {"-5", -5},                     {"12px", 12},                   {"", 3},
+        {"abc", 3},                     {"--4", 3},                     {"- 4", 3},
+        {"0x10", 0},                    {"100", 50},                    {"-100", -10},
+        {"99999999999999999999", 50},   {"-99999999999999999999", -10},
+        // clang-format on
     };
     for (const auto& row : rows)
         EXPECT_EQ(text::ToInt(row.text, 3, -10, 50), row.expected) << row.text;

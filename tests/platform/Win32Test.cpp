@@ -24,16 +24,6 @@ protected:
         wchar_t path[MAX_PATH];
         return win32::ToUtf8({path, GetSystemDirectoryW(path, MAX_PATH)});
     }
-    /// Waits for a started program to have written all of a file.
-    std::string Awaited(const std::string& file, std::size_t atLeast)
-    {
-        for (int tries = 0; tries < 400; ++tries, Sleep(50)) {
-            const auto contents = system.files.Read(file, 10'000);
-            if (contents && contents->size() >= atLeast)
-                return *contents;
-        }
-        return "(nothing)";
-    }
 };
 
 TEST_F(Win32Test, OpensAFileWhosePathIsLongerThanTheShellTakes)
@@ -47,14 +37,6 @@ TEST_F(Win32Test, OpensAFileWhosePathIsLongerThanTheShellTakes)
     under->WriteFile(At(file), "deep");
     EXPECT_EQ(system.shell.Open(At(file)), 31) << "found, and no program is there for its type";
     EXPECT_EQ(system.shell.Open(At(path::Join(deep, "gone.txt"))), 2);
-}
-
-TEST_F(Win32Test, StartsAProgramByItsFullPathWithTheCommandLineAsGiven)
-{
-    under->WriteFile(At("a b.txt"), "contents");
-    const std::string line = "cmd.exe /c copy /b \"" + At("a b.txt") + "\" \"" + At("copied ü") + "\"";
-    ASSERT_TRUE(system.shell.Run(path::Join(SystemFolder(), "cmd.exe"), line, WindowStyle::MinimizedFocus));
-    EXPECT_EQ(Awaited(At("copied ü"), 8), "contents");
 }
 
 TEST_F(Win32Test, WaitsForAProgramAndEndsOneThatDoesNotEnd)
@@ -114,15 +96,6 @@ TEST_F(Win32Test, NativePathsAreResolvedAndPrefixedWhenLong)
     for (const char* refused :
          {"a", "C:a", "C:\\a*", "C:\\a:b", "\\\\.\\COM1", "\\\\?\\C:\\a", "C:\\CON", "C:\\a\\nul"})
         EXPECT_EQ(win32::ToNativePath(refused), Result<std::wstring>{std::unexpected{error::InvalidName}}) << refused;
-}
-
-TEST_F(Win32Test, TheMarkIsSeenByAnotherOwner)
-{
-    win32::Win32Process other;
-    ASSERT_TRUE(other.ClaimSingleInstance());
-    EXPECT_FALSE(system.process.ClaimSingleInstance());
-    other.ReleaseSingleInstance();
-    EXPECT_TRUE(system.process.ClaimSingleInstance());
 }
 
 TEST_F(Win32Test, FilesHeldOpenByOthersAreNeitherDeletedNorMoved)
