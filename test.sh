@@ -77,6 +77,7 @@ if [[ -z $native_only ]]; then
   choose_flavour
   need "$(compiler_packages "$flavour")" "binutils-mingw-w64-$([[ $flavour == win32 ]] && echo i686 || echo x86-64)"
   build "$flavour"
+  check imports tests/check_imports.sh "build/$flavour/TSBrowser.exe"
   display_pid=""
   trap 'end_wine; stop_display' EXIT
   start_display
