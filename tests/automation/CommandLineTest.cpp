@@ -6,25 +6,22 @@ namespace automation {
 namespace {
 
 using Task = CommandLine::Task;
+using Arguments = std::vector<std::string>;
 
 TEST(CommandLineTest, NamesTheTaskInAnySpelling)
 {
     const struct {
-        std::vector<std::string> arguments;
+        Arguments arguments;
         Task task;
-        Scope scope;
+        Scope scope{Scope::Machine};
     } rows[] = {
-        {{}, Task::StandAlone, Scope::Machine},
-        {{R"(C:\some file.swt)"}, Task::StandAlone, Scope::Machine},
-        {{""}, Task::StandAlone, Scope::Machine},
-        {{"/RegServer"}, Task::Register, Scope::Machine},
-        {{"-REGSERVER"}, Task::Register, Scope::Machine},
+        // clang-format off
+        {{}, Task::StandAlone}, {{R"(C:\some file.swt)"}, Task::StandAlone}, {{""}, Task::StandAlone},
+        {{"/RegServer"}, Task::Register}, {{"-REGSERVER"}, Task::Register}, {{"-unregserver"}, Task::Unregister},
         {{"/regserver", "-peruser"}, Task::Register, Scope::User},
         {{"/PerUser", "/UnregServer"}, Task::Unregister, Scope::User},
-        {{"-unregserver"}, Task::Unregister, Scope::Machine},
-        {{"-Embedding"}, Task::Serve, Scope::Machine},
-        {{"/EMBEDDING"}, Task::Serve, Scope::Machine},
-        {{"/Automation", "-Embedding"}, Task::Serve, Scope::Machine},
+        {{"/EMBEDDING"}, Task::Serve}, {{"/Automation", "-Embedding"}, Task::Serve},
+        // clang-format on
     };
     for (const auto& row : rows) {
         const auto parsed = ParseCommandLine(row.arguments);
@@ -32,23 +29,16 @@ TEST(CommandLineTest, NamesTheTaskInAnySpelling)
         EXPECT_EQ(parsed->task, row.task) << testing::PrintToString(row.arguments);
         EXPECT_EQ(parsed->scope, row.scope) << testing::PrintToString(row.arguments);
     }
-}
-
-TEST(CommandLineTest, RefusesWhatMakesNoSense)
-{
-    const std::vector<std::string> rows[] = {
-        {"/Install"},
-        {"-"},
-        {"--RegServer"},
-        {"/RegServer2"},
-        {"/PerUser"},
-        {"/RegServer", "/UnregServer"},
-        {"/RegServer", "now"},
-        {"a", "b"},
-        {"/Embedding", "/PerUser"},
-        {"/Embedding", "/RegServer"},
-    };
-    for (const auto& arguments : rows)
+    for (const Arguments& arguments : std::initializer_list<Arguments>{{"/Install"},
+                                                                       {"-"},
+                                                                       {"--RegServer"},
+                                                                       {"/RegServer2"},
+                                                                       {"/PerUser"},
+                                                                       {"/RegServer", "/UnregServer"},
+                                                                       {"/RegServer", "now"},
+                                                                       {"a", "b"},
+                                                                       {"/Embedding", "/PerUser"},
+                                                                       {"/Embedding", "/RegServer"}})
         EXPECT_FALSE(ParseCommandLine(arguments)) << testing::PrintToString(arguments);
 }
 

@@ -1,11 +1,50 @@
-#include "tests/automation/Harness.h"
+#include "automation/WindowsHeader.h"
 #include "tests/automation/StandIn.h"
+#include "tests/support/win32/Process.h"
+#include "tests/support/win32/Registry.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using harness::RegistrationTree;
+using namespace support;
+
+const std::wstring Classes = L"Software\\Classes\\";
+
+std::wstring Braced(const GUID& id)
+{
+    wchar_t text[39];
+    StringFromGUID2(id, text, 39);
+    return text;
+}
+
+std::wstring Value(HKEY root, const std::wstring& key)
+{
+    return TextAt(root, Classes + key);
+}
+
+/// The keys and values of our class, interface, type library and names in the views of both bitnesses, and how many
+/// keys stand beside them.
+std::map<REGSAM, RegistryTree> Registered(HKEY root = HKEY_LOCAL_MACHINE)
+{
+    std::map<REGSAM, RegistryTree> trees;
+    for (const REGSAM view : {KEY_WOW64_32KEY, KEY_WOW64_64KEY}) {
+        for (const std::wstring& own : {L"CLSID\\" + Braced(CLSID_clsBrowser), L"Interface\\" + Braced(IID__clsBrowser),
+                                        L"TypeLib\\" + Braced(LIBID_TSBrowser), std::wstring{L"TSBrowser.clsBrowser"},
+                                        std::wstring{L"TSBrowser.clsBrowser.1"}})
+            trees[view].merge(ReadRegistry(root, Classes + own, view));
+        for (const wchar_t* const place : {L"", L"CLSID", L"Interface", L"TypeLib"}) {
+            HKEY key{};
+            DWORD children = 0;
+            RegOpenKeyExW(root, (Classes + place).c_str(), 0, KEY_READ | view, &key);
+            RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &children, nullptr, nullptr, nullptr, nullptr, nullptr,
+                             nullptr, nullptr);
+            RegCloseKey(key);
+            trees[view][place].first = children;
+        }
+    }
+    return trees;
+}
 
 class RegistrationTest : public testing::Test {
 protected:
@@ -17,121 +56,82 @@ protected:
     }
     ~RegistrationTest() override { Run(L"/UnregServer"); }
 
-    static DWORD Run(const std::wstring& arguments) { return harness::Child{Server(), arguments}.ExitCode(); }
-    static std::wstring Server() { return harness::OwnFolder() + stand_in::ExeName; }
+    static DWORD Run(const std::wstring& arguments, const wchar_t* exe = stand_in::ExeName)
+    {
+        return Child{OwnFolder() / exe, arguments}.ExitCode();
+    }
 
-    static std::wstring Value(HKEY root, const std::wstring& key)
-    {
-        wchar_t text[512]{};
-        DWORD bytes = sizeof text;
-        RegGetValueW(root, (L"Software\\Classes\\" + key).c_str(), nullptr, RRF_RT_REG_SZ, nullptr, text, &bytes);
-        return text;
-    }
-    static void Write(const std::wstring& key, const wchar_t* name, const std::wstring& data)
-    {
-        RegSetKeyValueW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + key).c_str(), name, REG_SZ, data.c_str(),
-                        static_cast<DWORD>((data.size() + 1) * sizeof(wchar_t)));
-    }
-    static std::wstring ClassKey()
-    {
-        wchar_t id[39];
-        StringFromGUID2(CLSID_clsBrowser, id, 39);
-        return std::wstring{L"CLSID\\"} + id;
-    }
+    const std::wstring server = (OwnFolder() / stand_in::ExeName).wstring();
+    const std::wstring classKey = L"CLSID\\" + Braced(CLSID_clsBrowser);
 };
 
-TEST_F(RegistrationTest, IsTakenBackCompletelyHoweverOftenItWasMade)
+TEST_F(RegistrationTest, LeadsFromTheNameToTheQuotedProgramAndIsTakenBackCompletely)
 {
-    const auto before = RegistrationTree(HKEY_LOCAL_MACHINE);
-
+    const auto before = Registered();
     ASSERT_EQ(Run(L"/RegServer"), 0u);
-    const auto registered = RegistrationTree(HKEY_LOCAL_MACHINE);
-    EXPECT_NE(registered, before);
+    const auto registered = Registered();
     EXPECT_EQ(Run(L"-regserver"), 0u);
-    EXPECT_EQ(RegistrationTree(HKEY_LOCAL_MACHINE), registered);
+    EXPECT_TRUE(Registered() == registered);
 
-    EXPECT_EQ(Run(L"-UNREGSERVER"), 0u);
-    EXPECT_EQ(RegistrationTree(HKEY_LOCAL_MACHINE), before);
-    EXPECT_EQ(Run(L"/UnregServer"), 0u);
-    EXPECT_EQ(RegistrationTree(HKEY_LOCAL_MACHINE), before);
-}
-
-TEST_F(RegistrationTest, LeadsFromTheNameToTheQuotedProgram)
-{
-    ASSERT_EQ(Run(L"/RegServer"), 0u);
     const std::wstring current = Value(HKEY_LOCAL_MACHINE, L"TSBrowser.clsBrowser\\CurVer");
-    const std::wstring classId = Value(HKEY_LOCAL_MACHINE, current + L"\\CLSID");
-    EXPECT_EQ(classId, Value(HKEY_LOCAL_MACHINE, L"TSBrowser.clsBrowser\\CLSID"));
-    const std::wstring key = L"CLSID\\" + classId;
-    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, key + L"\\LocalServer32"), L'"' + Server() + L'"');
-
-    const std::wstring library = L"TypeLib\\" + Value(HKEY_LOCAL_MACHINE, key + L"\\TypeLib") + L"\\2.2\\0\\";
-    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, library + (sizeof(void*) == 8 ? L"win64" : L"win32")), Server());
+    for (const std::wstring& name : {current, std::wstring{L"TSBrowser.clsBrowser"}})
+        EXPECT_EQ(L"CLSID\\" + Value(HKEY_LOCAL_MACHINE, name + L"\\CLSID"), classKey);
+    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, classKey + L"\\LocalServer32"), L'"' + server + L'"');
+    const std::wstring library = L"TypeLib\\" + Value(HKEY_LOCAL_MACHINE, classKey + L"\\TypeLib") + L"\\2.2\\0\\";
+    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, library + (sizeof(void*) == 8 ? L"win64" : L"win32")), server);
     // Hosts of both bitnesses find how calls are carried across.
-    wchar_t interfaceId[39];
-    StringFromGUID2(IID__clsBrowser, interfaceId, 39);
-    const auto tree = RegistrationTree(HKEY_LOCAL_MACHINE);
-    for (const std::wstring view : {L"32:", L"64:"}) {
-        const auto row = tree.find(view + L"Interface\\" + interfaceId + L"\\ProxyStubClsid32\\=");
-        ASSERT_NE(row, tree.end());
-        EXPECT_EQ(row->second, L"1:{00020424-0000-0000-C000-000000000046}");
+    const std::wstring carrier = Classes + L"Interface\\" + Braced(IID__clsBrowser) + L"\\ProxyStubClsid32\\=";
+    for (const auto& [view, tree] : registered) {
+        ASSERT_TRUE(tree.contains(carrier)) << view;
+        EXPECT_STREQ(reinterpret_cast<const wchar_t*>(tree.at(carrier).second.c_str()),
+                     L"{00020424-0000-0000-C000-000000000046}");
     }
+
+    for (const wchar_t* const again : {L"-UNREGSERVER", L"/UnregServer"}) {
+        EXPECT_EQ(Run(again), 0u);
+        EXPECT_TRUE(Registered() == before);
+    }
+    EXPECT_EQ(Run(L"/Install"), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
+    EXPECT_TRUE(Registered() == before);
 }
 
 TEST_F(RegistrationTest, LeavesWhatOthersPutThere)
 {
     ASSERT_EQ(Run(L"/RegServer"), 0u);
-    Write(ClassKey(), L"AppID", L"{someone}");
-    Write(ClassKey() + L"\\Their Key", nullptr, L"theirs");
-    Write(L"TSBrowser.clsBrowser", nullptr, L"renamed by someone");
+    SetText(HKEY_LOCAL_MACHINE, Classes + classKey, L"AppID", L"{someone}");
+    SetText(HKEY_LOCAL_MACHINE, Classes + classKey + L"\\Their Key", L"", L"theirs");
+    SetText(HKEY_LOCAL_MACHINE, Classes + L"TSBrowser.clsBrowser", L"", L"renamed by someone");
     EXPECT_EQ(Run(L"/UnregServer"), 0u);
 
-    const auto left = RegistrationTree(HKEY_LOCAL_MACHINE);
-    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, ClassKey() + L"\\Their Key"), L"theirs");
+    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, classKey + L"\\Their Key"), L"theirs");
     EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, L"TSBrowser.clsBrowser"), L"renamed by someone");
-    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, ClassKey()), L"");
-    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, ClassKey() + L"\\LocalServer32"), L"");
-    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, L"TSBrowser.clsBrowser\\CLSID"), L"");
+    for (const std::wstring& ours :
+         {classKey, classKey + L"\\LocalServer32", std::wstring{L"TSBrowser.clsBrowser\\CLSID"}})
+        EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, ours), L"");
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (Classes + classKey).c_str());
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (Classes + L"TSBrowser.clsBrowser").c_str());
 
-    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + ClassKey()).c_str());
-    RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\TSBrowser.clsBrowser");
-}
-
-TEST_F(RegistrationTest, LeavesTheRegistrationOfAnotherCopy)
-{
-    const std::wstring other = harness::OwnFolder() + L"another copy.exe";
-    ASSERT_TRUE(CopyFileW(Server().c_str(), other.c_str(), FALSE));
-    EXPECT_EQ((harness::Child{other, L"/RegServer"}.ExitCode()), 0u);
-    const auto registered = RegistrationTree(HKEY_LOCAL_MACHINE);
-
+    // Another copy of the program.
+    constexpr wchar_t other[] = L"another copy.exe";
+    ASSERT_TRUE(CopyFileW(server.c_str(), (OwnFolder() / other).c_str(), FALSE));
+    EXPECT_EQ(Run(L"/RegServer", other), 0u);
+    const auto registered = Registered();
     EXPECT_EQ(Run(L"/UnregServer"), 0u);
-    EXPECT_EQ(RegistrationTree(HKEY_LOCAL_MACHINE), registered);
-
-    EXPECT_EQ((harness::Child{other, L"/UnregServer"}.ExitCode()), 0u);
-    DeleteFileW(other.c_str());
+    EXPECT_TRUE(Registered() == registered);
+    EXPECT_EQ(Run(L"/UnregServer", other), 0u);
+    std::filesystem::remove(OwnFolder() / other);
 }
 
 TEST_F(RegistrationTest, ForOneUserWritesOnlyThatUsersClass)
 {
     // A new user has no classes yet; the key above ours is the system's and stays.
-    HKEY classes{};
-    ASSERT_EQ(
-        RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Classes", 0, nullptr, 0, KEY_READ, nullptr, &classes, nullptr),
-        ERROR_SUCCESS);
-    RegCloseKey(classes);
-    const auto usersBefore = RegistrationTree(HKEY_CURRENT_USER);
+    SetText(HKEY_CURRENT_USER, L"Software\\Classes", L"", L"");
+    const auto before = Registered(HKEY_CURRENT_USER);
     ASSERT_EQ(Run(L"/RegServer /PerUser"), 0u);
-    EXPECT_EQ(Value(HKEY_CURRENT_USER, ClassKey() + L"\\LocalServer32"), L'"' + Server() + L'"');
-    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, ClassKey() + L"\\LocalServer32"), L"");
+    EXPECT_EQ(Value(HKEY_CURRENT_USER, classKey + L"\\LocalServer32"), L'"' + server + L'"');
+    EXPECT_EQ(Value(HKEY_LOCAL_MACHINE, classKey + L"\\LocalServer32"), L"");
     EXPECT_EQ(Run(L"/UnregServer /PerUser"), 0u);
-    EXPECT_EQ(RegistrationTree(HKEY_CURRENT_USER), usersBefore);
-}
-
-TEST_F(RegistrationTest, RefusesAnUnknownCommandLineSilently)
-{
-    const auto before = RegistrationTree(HKEY_LOCAL_MACHINE);
-    EXPECT_EQ(Run(L"/Install"), static_cast<DWORD>(ERROR_INVALID_PARAMETER));
-    EXPECT_EQ(RegistrationTree(HKEY_LOCAL_MACHINE), before);
+    EXPECT_TRUE(Registered(HKEY_CURRENT_USER) == before);
 }
 
 } // namespace

@@ -1,16 +1,32 @@
 #pragma once
 
-#include "tests/endtoend/Desktop.h"
 #include "tests/endtoend/Installation.h"
+#include "tests/support/win32/Windows.h"
 
 #include <gtest/gtest.h>
 
 namespace endtoend {
 
+using Names = std::vector<std::wstring>;
+
+/// The program's visible window of a kind; null when there is none.
+inline HWND MainWindow()
+{
+    return FindTop(L"TSBrowserForm", [](HWND window) { return GetMenu(window) != nullptr; });
+}
+inline HWND Dialog()
+{
+    return FindTop(L"TSBrowserForm", [](HWND window) { return !GetMenu(window) && ChildOf(window, WC_BUTTONW); });
+}
+inline HWND ProgressWindow()
+{
+    return FindTop(L"TSBrowserForm", [](HWND window) { return ChildOf(window, PROGRESS_CLASSW) != nullptr; });
+}
+
 /// A fresh installation, and the program run alone from it.
 class BrowserTest : public testing::Test {
 protected:
-    void Start() { browser.emplace(installation.program.wstring(), L""); }
+    void Start() { browser.emplace(installation.program, L""); }
     /// Starts it and waits until the start is through: its last step stores the caption.
     HWND Open()
     {
@@ -19,9 +35,9 @@ protected:
         EXPECT_TRUE(AwaitApplicationName());
         return MainWindow();
     }
-    bool AwaitApplicationName() const
+    static bool AwaitApplicationName()
     {
-        return harness::WaitFor([this] { return !installation.Setting(L"Customization", L"ApplicationName").empty(); });
+        return WaitFor([] { return !Installation::Setting(L"Customization", L"ApplicationName").empty(); });
     }
     void Close()
     {
@@ -35,7 +51,7 @@ protected:
     }
 
     Installation installation;
-    std::optional<harness::Child> browser;
+    std::optional<Child> browser;
 };
 
 } // namespace endtoend

@@ -1,4 +1,4 @@
-#include "automation/WindowsHeader.h"
+#include "platform/win32/WindowsHeader.h"
 
 #include <string>
 

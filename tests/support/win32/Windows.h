@@ -1,24 +1,14 @@
 #pragma once
 
-#include "automation/WindowsHeader.h"
+#include "tests/support/win32/Process.h"
 
 #include <commctrl.h>
 
 #include <string>
 #include <vector>
 
-/// The browser's windows as somebody outside its process sees and uses them.
-namespace endtoend {
-
-/// What a message box shows.
-struct Box {
-    std::wstring title;
-    std::wstring text;
-    enum class Icon { None, Information, Critical } icon{};
-
-    friend bool operator==(const Box&, const Box&) = default;
-};
-void PrintTo(const Box& box, std::ostream* stream);
+/// The windows of another process as somebody outside it sees and uses them.
+namespace support {
 
 /// For failure messages: other characters than those of ASCII as their numbers.
 std::string Printable(const std::wstring& text);
@@ -26,10 +16,9 @@ std::string Printable(const std::wstring& text);
 /// The caption of a window of any process.
 std::wstring TextOf(HWND window);
 
-/// The program's visible window of a kind; null when there is none.
-HWND MainWindow();
-HWND Dialog();
-HWND ProgressWindow();
+/// The visible window of a class that `fits`; null when there is none.
+HWND FindTop(
+    const wchar_t* className, bool (*fits)(HWND) = [](HWND) { return true; });
 /// A message box or another dialog of the system.
 HWND SystemDialog();
 
@@ -37,13 +26,15 @@ HWND SystemDialog();
 HWND Await(HWND (*find)());
 bool AwaitGone(HWND window);
 
-/// Waits for a message box, reads it and closes it with its first button.
-Box AnswerBox();
+/// Waits for a message box and closes it with its first button. Gives "title: text".
+std::wstring AnswerBox();
 
-HWND Child(HWND window, const wchar_t* className, int index = 0);
+HWND ChildOf(HWND window, const wchar_t* className);
+HWND TreeOf(HWND window);
+HWND ListOf(HWND window);
 HWND ButtonOf(HWND dialog, const std::wstring& caption);
-/// The captions of all visible labels of a dialog, a line each.
-std::wstring LabelsOf(HWND dialog);
+/// The control of the window's program that has the keyboard.
+HWND FocusOf(HWND window);
 /// Presses without waiting for what it leads to.
 void Press(HWND button);
 void PressKey(HWND control, WPARAM key);
@@ -63,4 +54,4 @@ std::vector<std::wstring> RowsOf(HWND window);
 bool SelectRow(HWND window, const std::wstring& name);
 void DoubleClickSelection(HWND window);
 
-} // namespace endtoend
+} // namespace support

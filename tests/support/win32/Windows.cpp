@@ -1,15 +1,9 @@
-#include "tests/endtoend/Desktop.h"
+#include "tests/support/win32/Windows.h"
 
-#include "tests/automation/Harness.h"
-
-#include <cwchar>
 #include <functional>
-#include <ostream>
 
-namespace endtoend {
+namespace support {
 namespace {
-
-using harness::WaitFor;
 
 constexpr UINT AnswerTime = 10'000; ///< milliseconds that a living window may take to answer
 
@@ -18,27 +12,6 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0)
     DWORD_PTR answer = 0;
     SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, AnswerTime, &answer);
     return static_cast<LRESULT>(answer);
-}
-
-std::wstring ClassOf(HWND window)
-{
-    wchar_t name[64]{};
-    GetClassNameW(window, name, 64);
-    return name;
-}
-
-HWND FindTop(const wchar_t* className, bool (*fits)(HWND))
-{
-    HWND window = nullptr;
-    while ((window = FindWindowExW(nullptr, window, className, nullptr)) != nullptr)
-        if (IsWindowVisible(window) && fits(window))
-            return window;
-    return nullptr;
-}
-
-HWND FindForm(bool (*fits)(HWND))
-{
-    return FindTop(L"TSBrowserForm", fits);
 }
 
 /// Memory in the process of a window, for messages that carry pointers.
@@ -77,20 +50,20 @@ private:
     Data* address;
 };
 
+/// The text that an item of a tree or a list has; `item` says which one.
 template <class Item>
-struct WithText {
-    Item item;
-    wchar_t text[300];
-};
-
-HWND TreeOf(HWND window)
+std::wstring TextOfItem(HWND control, UINT message, WPARAM index, Item item)
 {
-    return Child(window, WC_TREEVIEWW);
-}
-
-HWND ListOf(HWND window)
-{
-    return Child(window, WC_LISTVIEWW);
+    struct Request {
+        Item item;
+        wchar_t text[300];
+    };
+    Remote<Request> memory{control, {}};
+    item.pszText = memory.Address()->text;
+    item.cchTextMax = static_cast<int>(std::size(Request{}.text));
+    memory.Write({item, {}});
+    Ask(control, message, index, memory.Parameter());
+    return memory.Read().text;
 }
 
 using VisitNode = std::function<void(HTREEITEM, const std::wstring&, std::size_t level)>;
@@ -98,23 +71,17 @@ using VisitNode = std::function<void(HTREEITEM, const std::wstring&, std::size_t
 void VisitNodes(HWND tree, LRESULT first, std::size_t level, const VisitNode& visit)
 {
     for (LRESULT node = first; node != 0; node = Ask(tree, TVM_GETNEXTITEM, TVGN_NEXT, node)) {
-        Remote<WithText<TVITEMW>> memory{tree, {}};
-        WithText<TVITEMW> request{};
-        request.item.mask = TVIF_TEXT | TVIF_HANDLE;
-        request.item.hItem = reinterpret_cast<HTREEITEM>(node);
-        request.item.pszText = memory.Address()->text;
-        request.item.cchTextMax = static_cast<int>(std::size(request.text));
-        memory.Write(request);
-        Ask(tree, TVM_GETITEMW, 0, memory.Parameter());
-        visit(reinterpret_cast<HTREEITEM>(node), memory.Read().text, level);
+        TVITEMW item{};
+        item.mask = TVIF_TEXT | TVIF_HANDLE;
+        item.hItem = reinterpret_cast<HTREEITEM>(node);
+        visit(item.hItem, TextOfItem(tree, TVM_GETITEMW, 0, item), level);
         VisitNodes(tree, Ask(tree, TVM_GETNEXTITEM, TVGN_CHILD, node), level + 1, visit);
     }
 }
 
 void VisitNodes(HWND window, const VisitNode& visit)
 {
-    const HWND tree = TreeOf(window);
-    VisitNodes(tree, Ask(tree, TVM_GETNEXTITEM, TVGN_ROOT), 0, visit);
+    VisitNodes(TreeOf(window), Ask(TreeOf(window), TVM_GETNEXTITEM, TVGN_ROOT), 0, visit);
 }
 
 std::size_t OpenMenus()
@@ -126,38 +93,7 @@ std::size_t OpenMenus()
     return count;
 }
 
-/// Tells the system's icons apart by what is on the screen: handles mean nothing in another process.
-Box::Icon IconOn(HWND box)
-{
-    HWND icon = Child(box, WC_STATICW);
-    while (icon && (GetWindowLongW(icon, GWL_STYLE) & SS_TYPEMASK) != SS_ICON)
-        icon = FindWindowExW(box, icon, WC_STATICW, nullptr);
-    if (!icon || !IsWindowVisible(icon) || Ask(icon, STM_GETICON) == 0)
-        return Box::Icon::None;
-    int red = 0;
-    int blue = 0;
-    WaitFor([&] {
-        RECT place{};
-        GetWindowRect(icon, &place);
-        const HDC screen = GetDC(nullptr);
-        for (int y = place.top; y < place.bottom; y += 2)
-            for (int x = place.left; x < place.right; x += 2) {
-                const COLORREF colour = GetPixel(screen, x, y);
-                red += GetRValue(colour) > GetBValue(colour) + 60;
-                blue += GetBValue(colour) > GetRValue(colour) + 60;
-            }
-        ReleaseDC(nullptr, screen);
-        return red + blue > 0;
-    });
-    return red > blue ? Box::Icon::Critical : Box::Icon::Information;
-}
-
 } // namespace
-
-void PrintTo(const Box& box, std::ostream* stream)
-{
-    *stream << Printable(box.title) << ": " << Printable(box.text) << " icon " << static_cast<int>(box.icon);
-}
 
 std::string Printable(const std::wstring& text)
 {
@@ -170,32 +106,23 @@ std::string Printable(const std::wstring& text)
 std::wstring TextOf(HWND window)
 {
     std::wstring text(2048, L'\0');
-    DWORD_PTR length = 0;
     // The system carries this text across by itself.
-    SendMessageTimeoutW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()), SMTO_NORMAL, AnswerTime,
-                        &length);
-    text.resize(static_cast<std::size_t>(length));
+    text.resize(static_cast<std::size_t>(Ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
     return text;
 }
 
-HWND MainWindow()
+HWND FindTop(const wchar_t* className, bool (*fits)(HWND))
 {
-    return FindForm([](HWND window) { return GetMenu(window) != nullptr; });
-}
-
-HWND Dialog()
-{
-    return FindForm([](HWND window) { return GetMenu(window) == nullptr && Child(window, WC_BUTTONW) != nullptr; });
-}
-
-HWND ProgressWindow()
-{
-    return FindForm([](HWND window) { return Child(window, PROGRESS_CLASSW) != nullptr; });
+    HWND window = nullptr;
+    while ((window = FindWindowExW(nullptr, window, className, nullptr)) != nullptr)
+        if (IsWindowVisible(window) && fits(window))
+            return window;
+    return nullptr;
 }
 
 HWND SystemDialog()
 {
-    return FindTop(L"#32770", [](HWND) { return true; });
+    return FindTop(L"#32770");
 }
 
 HWND Await(HWND (*find)())
@@ -210,24 +137,31 @@ bool AwaitGone(HWND window)
     return WaitFor([window] { return !IsWindow(window) || !IsWindowVisible(window); });
 }
 
-Box AnswerBox()
+std::wstring AnswerBox()
 {
     constexpr int textOfBox = 0xFFFF;
     const HWND box = Await(SystemDialog);
     if (!box)
-        return {L"(no message came)", {}, {}};
-    Box shown{TextOf(box), TextOf(GetDlgItem(box, textOfBox)), IconOn(box)};
-    Press(Child(box, WC_BUTTONW));
+        return L"(no message came)";
+    const std::wstring shown = TextOf(box) + L": " + TextOf(GetDlgItem(box, textOfBox));
+    Press(ChildOf(box, WC_BUTTONW));
     AwaitGone(box);
     return shown;
 }
 
-HWND Child(HWND window, const wchar_t* className, int index)
+HWND ChildOf(HWND window, const wchar_t* className)
 {
-    HWND child = nullptr;
-    for (; index >= 0; --index)
-        child = FindWindowExW(window, child, className, nullptr);
-    return child;
+    return FindWindowExW(window, nullptr, className, nullptr);
+}
+
+HWND TreeOf(HWND window)
+{
+    return ChildOf(window, WC_TREEVIEWW);
+}
+
+HWND ListOf(HWND window)
+{
+    return ChildOf(window, WC_LISTVIEWW);
 }
 
 HWND ButtonOf(HWND dialog, const std::wstring& caption)
@@ -235,13 +169,12 @@ HWND ButtonOf(HWND dialog, const std::wstring& caption)
     return FindWindowExW(dialog, nullptr, WC_BUTTONW, caption.c_str());
 }
 
-std::wstring LabelsOf(HWND dialog)
+HWND FocusOf(HWND window)
 {
-    std::wstring labels;
-    for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
-        if (IsWindowVisible(child) && _wcsicmp(ClassOf(child).c_str(), WC_STATICW) == 0)
-            labels += TextOf(child) + L"\n";
-    return labels;
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+    return info.hwndFocus;
 }
 
 void Press(HWND button)
@@ -298,12 +231,11 @@ bool TypeLabel(HWND window, const std::wstring& label)
     const HWND tree = TreeOf(window);
     HWND editor = nullptr;
     const auto isOpen = [&] { return (editor = reinterpret_cast<HWND>(Ask(tree, TVM_GETEDITCONTROL))) != nullptr; };
-    // While the tree is being loaded the key does nothing; whoever presses it too early presses it again.
-    for (int attempt = 0; attempt < 10 && !editor; ++attempt) {
-        PressKey(tree, VK_F2);
-        WaitFor(isOpen, std::chrono::seconds{1});
-    }
-    if (!editor)
+    // While the tree is being loaded it is disabled, and the key does nothing.
+    if (!WaitFor([tree] { return IsWindowEnabled(tree) != FALSE; }))
+        return false;
+    PressKey(tree, VK_F2);
+    if (!WaitFor(isOpen))
         return false;
     Ask(editor, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(label.c_str())); // carried across by the system
     PressKey(editor, VK_RETURN);
@@ -313,17 +245,10 @@ bool TypeLabel(HWND window, const std::wstring& label)
 std::vector<std::wstring> RowsOf(HWND window)
 {
     const HWND list = ListOf(window);
-    Remote<WithText<LVITEMW>> memory{list, {}};
-    WithText<LVITEMW> request{};
-    request.item.pszText = memory.Address()->text;
-    request.item.cchTextMax = static_cast<int>(std::size(request.text));
     std::vector<std::wstring> rows;
     const LRESULT count = Ask(list, LVM_GETITEMCOUNT);
-    for (LRESULT i = 0; i < count; ++i) {
-        memory.Write(request);
-        Ask(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(i), memory.Parameter());
-        rows.emplace_back(memory.Read().text);
-    }
+    for (LRESULT i = 0; i < count; ++i)
+        rows.push_back(TextOfItem(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(i), LVITEMW{}));
     return rows;
 }
 
@@ -354,4 +279,4 @@ void DoubleClickSelection(HWND window)
     PostMessageW(list, WM_LBUTTONUP, 0, middle);
 }
 
-} // namespace endtoend
+} // namespace support
