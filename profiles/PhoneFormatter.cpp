@@ -97,22 +97,22 @@ std::optional<std::string> PhoneFormatter::Format(std::string_view typed) const
 {
     const std::size_t length = text::Length(typed);
     const std::string number = text::Trimmed(typed);
-    const auto left = [&](std::size_t count) {
-        return count == whole ? std::string_view{number} : text::Left(number, count);
+    const auto left = [](std::string_view of, std::size_t count) {
+        return count == whole ? of : text::Left(of, count);
     };
     const bool startsWithOne = number.starts_with('1');
     const auto fits = [&](const Shape& shape) {
         return length >= shape.shortest && length <= shape.longest &&
                (shape.first == First::Any || (shape.first == First::One) == startsWithOne) &&
-               text::IsNumeric(left(shape.numeric), decimalSeparator);
+               text::IsNumeric(left(number, shape.numeric), decimalSeparator);
     };
     const auto* shape = std::ranges::find_if(shapes, fits);
     if (shape == std::end(shapes))
         return std::nullopt;
-    const std::string_view head = left(shape->head);
+    const std::string_view head = left(typed, shape->head);
     std::string result = Masked(head, shape->mask);
     if (shape->head != whole)
-        result += " " + text::Trimmed(std::string_view{number}.substr(head.size()));
+        result += " " + text::Trimmed(typed.substr(head.size()));
     return text::Trimmed(result);
 }
 

@@ -25,9 +25,10 @@ public:
     /// The field is left with this text.
     Outcome Leave(std::string_view text);
 
-    /// The number in its shape; nothing for a text that has none. The length counts as typed, the rest goes by the text
-    /// without the blanks around it. A text is numeric by platform::text::IsNumeric: digits, blanks around, one sign
-    /// and one decimal separator; no digit grouping, no exponents.
+    /// The number in its shape; nothing for a text that has none. Length, head and tail are those of the text as typed;
+    /// whether it is numeric goes by the text without the blanks around it. A text is numeric by
+    /// platform::text::IsNumeric: digits, blanks around, one sign and one decimal separator; no digit grouping, no
+    /// exponents.
     std::optional<std::string> Format(std::string_view typed) const;
 
 private:
