@@ -120,7 +120,7 @@ std::span<ui::TextBox* const> EnterSenderInformationForm::Phones() const
 void EnterSenderInformationForm::WirePhone(ui::TextBox& box)
 {
     const auto beforeOvertyping = [this, &box] { phones.BeforeOvertyping(box.SelText(), box.Text()); };
-    box.KeyPress = [beforeOvertyping](char32_t&) { beforeOvertyping(); };
+    box.KeyDown = beforeOvertyping;
     box.Pasting = beforeOvertyping;
     box.MouseUp = beforeOvertyping;
     box.Change = [this, &box] {

@@ -56,15 +56,13 @@ void TextBox::UserTypes(std::string_view characters)
         if (!HasFocus() || !IsUsable())
             return;
         const auto decoded = platform::utf::Decode(characters, 0);
+        const std::string_view character = characters.substr(0, decoded.bytes);
         characters.remove_prefix(decoded.bytes);
-        const char32_t character = UserPresses(decoded.character);
-        if (character == Backspace) {
+        UserPressesKey();
+        if (decoded.character == Backspace)
             Erase();
-        } else if (character != 0) {
-            std::string entered;
-            platform::utf::Append(entered, character);
-            Enter(entered);
-        }
+        else
+            Enter(character);
     }
 }
 
@@ -86,11 +84,10 @@ void TextBox::UserReleasesMouse()
         MouseUp();
 }
 
-char32_t TextBox::UserPresses(char32_t character)
+void TextBox::UserPressesKey()
 {
-    if (KeyPress)
-        KeyPress(character);
-    return character;
+    if (IsUsable() && KeyDown)
+        KeyDown();
 }
 
 void TextBox::UserStartsPaste()

@@ -40,9 +40,8 @@ public:
     void SetReadOnly(bool value);
 
     std::function<void()> Change;
-    /// A character, before it changes the text (backspace is 8). The handler may put another in its place, or 0 for
-    /// none. Pasting raises no KeyPress.
-    std::function<void(char32_t& character)> KeyPress;
+    /// A key goes down in the box, before it does anything there.
+    std::function<void()> KeyDown;
     /// Before a paste changes the text, however the user asked for it.
     std::function<void()> Pasting;
     std::function<void()> MouseUp;
@@ -53,8 +52,7 @@ public:
     void UserReleasesMouse();
 
     // For the peer, whose native control edits by itself.
-    /// The character that is to be entered in place of `character`; 0 for none.
-    char32_t UserPresses(char32_t character);
+    void UserPressesKey();
     /// The user is about to paste into the native control.
     void UserStartsPaste();
     /// The user's editing made this the text, with the cursor at `cursor`.

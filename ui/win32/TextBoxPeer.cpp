@@ -107,14 +107,6 @@ LRESULT TextBoxPeer::OnCharacter(WPARAM character, LPARAM lParam)
         return 0;
     }
     const Watch watch{*this};
-    // Shortcuts arrive as control characters, and half a pair is no character yet.
-    const bool isText = character >= L' ' || character == VK_BACK || character == VK_RETURN;
-    if (isText && !(character >= HIGH_SURROGATE_START && character <= LOW_SURROGATE_END) && !box.ReadOnly()) {
-        const char32_t wanted = box.UserPresses(static_cast<char32_t>(character));
-        if (watch.Gone() || wanted == 0)
-            return 0;
-        character = wanted;
-    }
     const LRESULT answer = Default(WM_CHAR, character, lParam);
     if (!watch.Gone())
         TakeSelection();
@@ -154,6 +146,10 @@ std::optional<LRESULT> TextBoxPeer::OnMessage(UINT message, WPARAM wParam, LPARA
         return std::nullopt;
     }
     const Watch watch{*this};
+    if (message == WM_KEYDOWN)
+        box.UserPressesKey();
+    if (watch.Gone())
+        return 0;
     const LRESULT answer = Default(message, wParam, lParam);
     if (!watch.Gone() && !IsByCode()) {
         TakeSelection();
