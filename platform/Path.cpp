@@ -94,6 +94,16 @@ bool Same(std::string_view a, std::string_view b)
     return text::EqualIgnoringCase(WithoutEndingSeparators(first), WithoutEndingSeparators(second));
 }
 
+std::string Root(std::string_view path)
+{
+    if (!IsAbsolute(path))
+        return {};
+    const std::string normalized = Normalized(path);
+    if (IsDrive(std::string_view{normalized}.substr(0, 2)))
+        return normalized.substr(0, 3);
+    return normalized.substr(0, normalized.find('\\', normalized.find('\\', 2) + 1));
+}
+
 bool IsAbsolute(std::string_view path)
 {
     if (path.size() >= 3 && IsDrive(path.substr(0, 2)))

@@ -31,6 +31,9 @@ std::string Normalized(std::string_view path);
 /// Whether two paths name the same place: letter case, doubled and trailing separators do not count.
 bool Same(std::string_view a, std::string_view b);
 
+/// "X:\" or "\\server\share" of an absolute path; "" for another one.
+std::string Root(std::string_view path);
+
 /// "X:\..." or "\\server\share...".
 bool IsAbsolute(std::string_view path);
 

@@ -54,6 +54,7 @@ EnterSenderInformationForm::EnterSenderInformationForm(app::Program& program, Pr
     WireButtons();
     FillProfiles(profiles.GetCurrentProfile());
     LoadFields();
+    chkAutoApply.SetChecked(profiles.AppliesDefault());
     chkAutoComplete.SetChecked(program.settings.Text(ProfileManager::Section, "ShowAutoComplete") == "1");
     if (selected.empty())
         SenderFirstNameText.SetFocus(); // there is nothing to choose from
@@ -160,15 +161,11 @@ void EnterSenderInformationForm::Put(ui::TextBox& box, std::string text)
 
 void EnterSenderInformationForm::FillProfiles(std::string_view wanted)
 {
-    profiles.ListProfiles();
-    ProfileCombo.SetItems(profiles.DisplayNames());
-    int index = profiles.IndexOf(wanted);
-    if (index < 0)
-        index = profiles.IndexOf(profiles.GetDefaultProfile());
-    ProfileCombo.Select(std::max(index, 0));
-    selected = WithoutDefaultSuffix(ProfileCombo.Text());
+    list.FillProfileList();
+    if (!list.Select(wanted) && !list.Select(profiles.GetDefaultProfile()))
+        ProfileCombo.Select(0);
+    selected = list.Selected();
     cmdImages.SetEnabled(!selected.empty());
-    chkAutoApply.SetChecked(profiles.AppliesDefault());
 }
 
 void EnterSenderInformationForm::LoadFields()
@@ -202,10 +199,10 @@ bool EnterSenderInformationForm::Saved(const platform::Result<>& result)
 void EnterSenderInformationForm::ProfileCombo_Click()
 {
     if (!SaveProfileToRegistry(selected)) {
-        ProfileCombo.Select(profiles.IndexOf(selected));
+        list.Select(selected);
         return;
     }
-    selected = WithoutDefaultSuffix(ProfileCombo.Text());
+    selected = list.Selected();
     LoadFields();
 }
 
@@ -235,6 +232,7 @@ void EnterSenderInformationForm::btnManageProfiles_Click()
     const bool keepsFields = selected.empty() && HasText();
     const std::string before = selected;
     ManageProfiles();
+    chkAutoApply.SetChecked(profiles.AppliesDefault());
     FillProfiles(profiles.ProfileExists(before) ? before : profiles.GetCurrentProfile());
     if (!keepsFields || !profiles.IsProfileEmpty(selected))
         LoadFields();
@@ -243,7 +241,7 @@ void EnterSenderInformationForm::btnManageProfiles_Click()
 void EnterSenderInformationForm::ManageProfiles()
 {
     frmManageProfiles form{program, profiles, operations};
-    form.DefaultChanged = [this] { ShowDefaultMark(ProfileCombo, profiles); };
+    form.DefaultChanged = [this] { list.ShowDefaultMark(); };
     form.ShowModal();
 }
 
@@ -255,7 +253,8 @@ void EnterSenderInformationForm::OKButton_Click()
             return;
     if (selected.empty() && HasText() && !AddProfile())
         return;
-    if (!Saved(profiles.SetCurrentProfile(selected)) || !SaveProfileToRegistry(selected))
+    // Without a profile in sight, be it that the profiles could not be read, the choice made before stays.
+    if (!selected.empty() && (!Saved(profiles.SetCurrentProfile(selected)) || !SaveProfileToRegistry(selected)))
         return;
     const std::string defaultName = profiles.GetDefaultProfile();
     const bool isEmpty = profiles.IsProfileEmpty(defaultName);

@@ -3,6 +3,7 @@
 #include "app/base/Program.h"
 #include "profiles/PhoneFormatter.h"
 #include "profiles/ProfileImages.h"
+#include "profiles/ProfileList.h"
 #include "profiles/ProfileManager.h"
 #include "profiles/ProfileOperations.h"
 #include "ui/Button.h"
@@ -85,6 +86,7 @@ private:
     ProfileManager& profiles;
     ProfileImages& images;
     ProfileOperations& operations;
+    ProfileList list{ProfileCombo, profiles};
     std::function<void(std::string_view topic)> openHelp;
     PhoneFormatter phones;
     /// In the order of Field.

@@ -10,8 +10,11 @@
 namespace profiles {
 
 ProfileDialogs::ProfileDialogs(app::Program& program, std::function<void(std::string_view topic)> openHelp)
-    : program{program}, openHelp{std::move(openHelp)}, manager{program}, images{program, manager},
-      operations{program, manager, images}, transfer{program, images}
+    : program{program}, openHelp{std::move(openHelp)}, manager{program.platform.registry, program.registry,
+                                                               program.settings, program.messages, program.strings},
+      images{program, manager}, operations{program.platform.registry, program.platform.files, program.messages, manager,
+                                           images},
+      transfer{program, images}
 {
 }
 

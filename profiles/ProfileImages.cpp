@@ -65,7 +65,7 @@ std::string ProfileImages::ImagesFolder() const
 
 std::string ProfileImages::FolderOf(std::string_view profile) const
 {
-    const auto name = ImageFolderName(WithoutDefaultSuffix(profile));
+    const auto name = ImageFolderName(profile);
     const std::string folder = ImagesFolder();
     return name && path::IsAbsolute(folder) ? path::Join(folder, *name) : std::string{};
 }
@@ -97,6 +97,21 @@ Result<bool> ProfileImages::IsThere(std::string_view file) const
     const bool isKnown = entry.error() == error::FileNotFound || entry.error() == error::PathNotFound ||
                          entry.error() == error::InvalidName;
     return isKnown ? Result<bool>{false} : std::unexpected{entry.error()};
+}
+
+Result<bool> ProfileImages::IsThereForSure(std::string_view file) const
+{
+    const auto isThere = IsThere(file);
+    const std::string root = path::Root(file);
+    if (isThere && !*isThere && !root.empty() && !program.platform.files.Stat(root))
+        return std::unexpected{error::PathNotFound};
+    return isThere;
+}
+
+bool ProfileImages::IsOurs(std::string_view file) const
+{
+    const std::string folder = ImagesFolder();
+    return !folder.empty() && path::Same(path::Parent(path::Parent(file)), folder);
 }
 
 bool ProfileImages::MakeFolders(std::string_view profile)

@@ -35,6 +35,10 @@ public:
     std::string GetExistingFile(std::string_view profile, ImageKind kind) const;
     /// Whether the file is there; an error when that cannot be told.
     platform::Result<bool> IsThere(std::string_view file) const;
+    /// The same, and an error while the file's drive or share is away: the file is not lost then.
+    platform::Result<bool> IsThereForSure(std::string_view file) const;
+    /// Whether the path lies in a folder of pictures of ours, this profile's or another's.
+    bool IsOurs(std::string_view file) const;
 
     /// Makes the images folder and the profile's folder unless they are there; string 222 or 223 on failure.
     bool MakeFolders(std::string_view profile);

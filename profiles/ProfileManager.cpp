@@ -52,33 +52,19 @@ std::string ProfileKey(std::string_view name)
 
 bool ProfileManager::ListProfiles()
 {
-    auto found = program.platform.registry.SubKeys(Hive::CurrentUser, ProfilesKey);
+    auto found = registry.SubKeys(Hive::CurrentUser, ProfilesKey);
     names.clear();
     if (found)
         names = std::move(*found);
-    return Tell(found || found.error() == error::FileNotFound, str::EnumerationFailed);
+    if (found || found.error() == error::FileNotFound)
+        return true;
+    messages.Plain(str::EnumerationFailed);
+    return false;
 }
 
-std::string ProfileManager::DisplayName(const std::string& name) const
+std::string ProfileManager::Meant(std::string_view listed) const
 {
-    return IsDefault(name) ? name + std::string{DefaultSuffix} : name;
-}
-
-int ProfileManager::IndexOf(std::string_view listed) const
-{
-    const std::string wanted = Comparable(WithoutDefaultSuffix(listed));
-    const auto found = std::ranges::find(names, wanted, Comparable);
-    return found == names.end() ? -1 : static_cast<int>(found - names.begin());
-}
-
-std::vector<std::string> ProfileManager::DisplayNames() const
-{
-    const std::string defaultName = Comparable(GetDefaultProfile());
-    std::vector<std::string> shown;
-    shown.reserve(names.size());
-    for (const std::string& name : names)
-        shown.push_back(Comparable(name) == defaultName ? name + std::string{DefaultSuffix} : name);
-    return shown;
+    return std::ranges::find(names, listed) != names.end() ? std::string{listed} : WithoutDefaultSuffix(listed);
 }
 
 bool ProfileManager::IsDefault(std::string_view name) const
@@ -86,14 +72,22 @@ bool ProfileManager::IsDefault(std::string_view name) const
     return Comparable(name) == Comparable(GetDefaultProfile());
 }
 
+Result<bool> ProfileManager::IsStoredDefault(std::string_view name) const
+{
+    const auto stored = settings.Read(Section, "DefaultProfile");
+    if (!stored)
+        return std::unexpected{stored.error()};
+    return Comparable(name) == Comparable(*stored);
+}
+
 bool ProfileManager::ProfileExists(std::string_view name) const
 {
-    return !name.empty() && program.platform.registry.ValueNames(Hive::CurrentUser, ProfileKey(name)).has_value();
+    return !name.empty() && registry.ValueNames(Hive::CurrentUser, ProfileKey(name)).has_value();
 }
 
 bool ProfileManager::IsProfileEmpty(std::string_view listed)
 {
-    const std::string name = WithoutDefaultSuffix(listed);
+    const std::string name = Meant(listed);
     LastWasEmpty = true;
     if (name.empty())
         return true;
@@ -110,7 +104,7 @@ bool ProfileManager::IsProfileEmpty(std::string_view listed)
 void ProfileManager::LoadProfile(std::string_view listed)
 {
     Current = {};
-    const std::string name = WithoutDefaultSuffix(listed);
+    const std::string name = Meant(listed);
     if (name.empty())
         return;
     const std::string key = ProfileKey(name);
@@ -128,11 +122,11 @@ void ProfileManager::LoadProfile(std::string_view listed)
 
 bool ProfileManager::SaveProfileText(std::string_view listed)
 {
-    const std::string name = WithoutDefaultSuffix(listed);
+    const std::string name = Meant(listed);
     if (name.empty())
         return true;
     const std::string key = ProfileKey(name);
-    if (!program.platform.registry.CreateKey(Hive::CurrentUser, key))
+    if (!access.CreateKey(key))
         return Tell(false, str::SetValueFailed);
     bool saved = true;
     for (const Field field : writeOrder)
@@ -143,11 +137,11 @@ bool ProfileManager::SaveProfileText(std::string_view listed)
 
 bool ProfileManager::SaveProfileImages(std::string_view listed)
 {
-    const std::string name = WithoutDefaultSuffix(listed);
+    const std::string name = Meant(listed);
     if (name.empty())
         return true;
     const std::string key = ProfileKey(name);
-    bool saved = program.platform.registry.CreateKey(Hive::CurrentUser, key).has_value();
+    bool saved = access.CreateKey(key);
     for (const ImageKind kind : AllImages)
         if (!Current[kind].empty() || !Current.unreadImages[static_cast<std::size_t>(kind)])
             saved = saved && Write(key, ValueName(kind), Current[kind]).has_value();
@@ -156,7 +150,7 @@ bool ProfileManager::SaveProfileImages(std::string_view listed)
 
 Result<> ProfileManager::RestoreImage(std::string_view name, ImageKind kind)
 {
-    const std::string key = ProfileKey(WithoutDefaultSuffix(name));
+    const std::string key = ProfileKey(Meant(name));
     if (Read(key, ValueName(kind)) == Current[kind]) // an absent value need not become an empty one
         return {};
     return Write(key, ValueName(kind), Current[kind]);
@@ -164,14 +158,12 @@ Result<> ProfileManager::RestoreImage(std::string_view name, ImageKind kind)
 
 bool ProfileManager::DeleteProfile(std::string_view listed)
 {
-    const std::string name = WithoutDefaultSuffix(listed);
-    return Tell(!name.empty() && program.platform.registry.DeleteKey(Hive::CurrentUser, ProfileKey(name)).has_value(),
-                str::DeleteValueFailed);
+    const std::string name = Meant(listed);
+    return !name.empty() && access.DeleteKey(Hive::CurrentUser, ProfileKey(name));
 }
 
 Result<> ProfileManager::CopyProfileValues(std::string_view from, std::string_view to)
 {
-    platform::Registry& registry = program.platform.registry;
     const std::string source = ProfileKey(from);
     const std::string target = ProfileKey(to);
     const auto stored = registry.ValueNames(Hive::CurrentUser, source);
@@ -179,16 +171,22 @@ Result<> ProfileManager::CopyProfileValues(std::string_view from, std::string_vi
         return std::unexpected{stored.error()};
     if (const auto created = registry.CreateKey(Hive::CurrentUser, target); !created)
         return created;
-    for (const std::string& name : *stored) {
-        const auto value = registry.Query(Hive::CurrentUser, source, name);
-        if (!value)
-            return std::unexpected{value.error()};
-        if (const auto written = registry.Set(Hive::CurrentUser, target, name, *value); !written)
-            return written;
-        const auto readBack = registry.Query(Hive::CurrentUser, target, name);
-        if (!readBack || *readBack != *value)
-            return std::unexpected{readBack ? error::GeneralFailure : readBack.error()};
-    }
+    for (const std::string& name : *stored)
+        if (const auto copied = CopyProfileData(source, target, name); !copied)
+            return copied;
+    return {};
+}
+
+Result<> ProfileManager::CopyProfileData(std::string_view source, std::string_view target, std::string_view name)
+{
+    const auto value = registry.Query(Hive::CurrentUser, source, name);
+    if (!value)
+        return std::unexpected{value.error()};
+    if (const auto written = registry.Set(Hive::CurrentUser, target, name, *value); !written)
+        return written;
+    const auto readBack = registry.Query(Hive::CurrentUser, target, name);
+    if (!readBack || *readBack != *value)
+        return std::unexpected{readBack ? error::GeneralFailure : readBack.error()};
     return {};
 }
 
@@ -203,7 +201,7 @@ std::optional<std::uint16_t> ProfileManager::ValidateProfileName(std::string_vie
     if (std::ranges::any_of(invalidInNames, [&](std::string_view part) { return name.contains(part); }) ||
         name.contains(DefaultSuffix) || std::ranges::any_of(name, IsControl))
         return str::InvalidProfileName;
-    if (Comparable(name) == Comparable(program.Text(str::BlankProfile)))
+    if (Comparable(name) == Comparable(strings.LoadString(str::BlankProfile)))
         return str::InvalidProfileName;
     if (!ListProfiles())
         return str::None; // the user knows already
@@ -215,7 +213,7 @@ std::optional<std::uint16_t> ProfileManager::ValidateProfileName(std::string_vie
 
 std::optional<std::string> ProfileManager::Read(std::string_view key, std::string_view value) const
 {
-    const auto stored = program.platform.registry.Query(Hive::CurrentUser, key, value);
+    const auto stored = registry.Query(Hive::CurrentUser, key, value);
     if (!stored)
         return stored.error() == error::FileNotFound ? std::optional<std::string>{""} : std::nullopt;
     if (stored->type != ValueType::String && stored->type != ValueType::ExpandString)
@@ -225,13 +223,13 @@ std::optional<std::string> ProfileManager::Read(std::string_view key, std::strin
 
 Result<> ProfileManager::Write(std::string_view key, std::string_view value, const std::string& text)
 {
-    return program.platform.registry.Set(Hive::CurrentUser, key, value, {ValueType::String, text});
+    return registry.Set(Hive::CurrentUser, key, value, {ValueType::String, text});
 }
 
 bool ProfileManager::Tell(bool worked, std::uint16_t message)
 {
     if (!worked)
-        program.messages.Stop(message);
+        messages.Stop(message);
     return worked;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "app/base/Program.h"
+#include "app/base/RegistryAccess.h"
+#include "app/base/Settings.h"
 #include "profiles/ProfileRecord.h"
 
 #include <cstdint>
@@ -24,7 +25,11 @@ std::string ProfileKey(std::string_view name);
 /// mark of the default profile wherever a list may have given them.
 class ProfileManager {
 public:
-    explicit ProfileManager(app::Program& program) : program{program} {}
+    ProfileManager(platform::Registry& registry, app::RegistryAccess& access, app::Settings& settings,
+                   app::Messages& messages, const app::StringTable& strings)
+        : registry{registry}, access{access}, settings{settings}, messages{messages}, strings{strings}
+    {
+    }
 
     /// The record that loads fill and saves write.
     ProfileRecord Current;
@@ -33,13 +38,13 @@ public:
 
     /// The names found by the last ListProfiles, in registry order.
     const std::vector<std::string>& Names() const { return names; }
-    /// Reads the names anew; string 174 on failure. No profiles at all is no failure.
+    /// Reads the names anew; string 174 on failure. No profiles at all is no failure. Without the yields of
+    /// RegistryAccess::EnumSubKeys: dialogs fill their lists from it, and nobody may click in the middle of that.
     bool ListProfiles();
-    /// The names as lists show them: the default one marked.
-    std::vector<std::string> DisplayNames() const;
-    std::string DisplayName(const std::string& name) const;
-    /// Where the name stands in Names(), letter case and blanks around it ignored; -1 when it does not.
-    int IndexOf(std::string_view name) const;
+
+    /// The profile that a name from a list means: without the mark of the default one, unless one of Names() is called
+    /// so to the letter (another program may have named it).
+    std::string Meant(std::string_view listed) const;
 
     bool ProfileExists(std::string_view name) const;
     /// Whether all texts but the pager's and all images are empty; true for an empty name.
@@ -60,30 +65,37 @@ public:
     /// Why a profile cannot have this name: a string number; nothing for a good one. Reads the names anew.
     std::optional<std::uint16_t> ValidateProfileName(std::string_view text);
 
-    std::string GetDefaultProfile() const { return program.settings.Text(Section, "DefaultProfile"); }
+    std::string GetDefaultProfile() const { return settings.Text(Section, "DefaultProfile"); }
     platform::Result<> SetDefaultProfile(std::string_view name)
     {
-        return program.settings.Save(Section, "DefaultProfile", name);
+        return settings.Save(Section, "DefaultProfile", name);
     }
-    std::string GetCurrentProfile() const { return program.settings.Text(Section, "CurrentProfileToUse"); }
+    std::string GetCurrentProfile() const { return settings.Text(Section, "CurrentProfileToUse"); }
     platform::Result<> SetCurrentProfile(std::string_view name)
     {
-        return program.settings.Save(Section, "CurrentProfileToUse", name);
+        return settings.Save(Section, "CurrentProfileToUse", name);
     }
     bool IsDefault(std::string_view name) const;
+    /// The same, and an error when it cannot be read: for what must not take that for a no.
+    platform::Result<bool> IsStoredDefault(std::string_view name) const;
     /// The check box "apply the default profile without prompting".
-    bool AppliesDefault() const { return !program.settings.Flag(Section, "PromptForProfile", true); }
+    bool AppliesDefault() const { return !settings.Flag(Section, "PromptForProfile", true); }
     platform::Result<> SetAppliesDefault(bool applies)
     {
-        return program.settings.Save(Section, "PromptForProfile", applies ? "0" : "1");
+        return settings.Save(Section, "PromptForProfile", applies ? "0" : "1");
     }
 
     static constexpr std::string_view Section = "Profiles";
 
 private:
-    app::Program& program;
+    platform::Registry& registry;
+    app::RegistryAccess& access;
+    app::Settings& settings;
+    app::Messages& messages;
+    const app::StringTable& strings;
     std::vector<std::string> names;
 
+    platform::Result<> CopyProfileData(std::string_view source, std::string_view target, std::string_view name);
     /// A string value; nothing when something else is there or it cannot be read. An absent value is "".
     std::optional<std::string> Read(std::string_view key, std::string_view value) const;
     platform::Result<> Write(std::string_view key, std::string_view value, const std::string& text);

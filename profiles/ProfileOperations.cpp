@@ -16,13 +16,13 @@ bool ProfileOperations::Create(const std::string& name, const std::string& sourc
     profiles.LoadProfile(source);
     profiles.Current.unread = {};
     profiles.Current.unreadImages = {};
-    FileBatch batch{program.platform.files};
+    FileBatch batch{files};
     Result<> copied;
     for (const ImageKind kind : AllImages) {
         std::string& image = profiles.Current[kind];
         if (image.empty())
             continue;
-        const auto isThere = images.IsThere(image);
+        const auto isThere = images.IsThereForSure(image);
         if (!isThere)
             copied = std::unexpected{isThere.error()};
         if (copied && !*isThere) { // the source shows none either
@@ -44,31 +44,31 @@ bool ProfileOperations::Create(const std::string& name, const std::string& sourc
     }
     if (!profiles.SaveProfileText(name) || !profiles.SaveProfileImages(name)) {
         batch.Undo();
-        (void)program.platform.registry.DeleteKey(Hive::CurrentUser, ProfileKey(name));
+        (void)registry.DeleteKey(Hive::CurrentUser, ProfileKey(name));
         return false;
     }
     (void)batch.Finish();
     // The first profile is the default one: nobody should have to say so. A choice once made stays.
-    if (const auto chosen = program.settings.Read(ProfileManager::Section, "DefaultProfile");
-        chosen && chosen->empty() && profiles.Names().empty())
+    if (const auto hasNone = profiles.IsStoredDefault(""); hasNone && *hasNone && profiles.Names().empty())
         (void)profiles.SetDefaultProfile(name);
     return true;
 }
 
 bool ProfileOperations::Rename(const std::string& oldName, const std::string& newName)
 {
-    platform::Registry& registry = program.platform.registry;
     const std::string newKey = ProfileKey(newName);
-    FileBatch batch{program.platform.files};
+    FileBatch batch{files};
     const std::string current = profiles.GetCurrentProfile();
-    const bool wasDefault = profiles.IsDefault(oldName);
+    const auto wasDefault = profiles.IsStoredDefault(oldName);
+    if (!wasDefault) // renamed, the default profile would no longer be one
+        return Refuse(str::SetValueFailed);
     bool settingsChanged = false;
     const auto undo = [&](std::uint16_t message) {
         batch.Undo();
         (void)registry.DeleteKey(Hive::CurrentUser, newKey);
         if (settingsChanged) {
             (void)profiles.SetCurrentProfile(current);
-            if (wasDefault)
+            if (*wasDefault)
                 (void)profiles.SetDefaultProfile(oldName);
         }
         return Refuse(message);
@@ -83,18 +83,20 @@ bool ProfileOperations::Rename(const std::string& oldName, const std::string& ne
         const std::string image = profiles.Current[kind];
         if (image.empty())
             continue;
-        const auto isThere = images.IsThere(image);
+        const auto isThere = images.IsThereForSure(image);
         if (!isThere)
             return undo(FileMessage(isThere.error()));
-        if (!*isThere)
+        if (!*isThere && !images.IsOurs(image))
             continue; // the value stays as it is
         const std::string target = images.TargetOf(newName, kind, image);
-        auto copied = images.MakeFolders(batch, newName);
-        if (copied)
-            copied = batch.Copy(image, target);
-        if (!copied)
-            return undo(FileMessage(copied.error()));
-        if (path::Same(path::Parent(image), oldFolder)) // a picture kept elsewhere is not ours to delete
+        if (*isThere) {
+            auto copied = images.MakeFolders(batch, newName);
+            if (copied)
+                copied = batch.Copy(image, target);
+            if (!copied)
+                return undo(FileMessage(copied.error()));
+        }
+        if (*isThere && path::Same(path::Parent(image), oldFolder)) // a picture kept elsewhere is not ours to delete
             oldFiles.push_back(image);
         const platform::RegistryValue value{platform::ValueType::String, target};
         if (!registry.Set(Hive::CurrentUser, newKey, ValueName(kind), value) ||
@@ -105,7 +107,7 @@ bool ProfileOperations::Rename(const std::string& oldName, const std::string& ne
         return undo(FileMessage(placed.error()));
 
     settingsChanged = true;
-    if (!profiles.SetCurrentProfile(newName) || (wasDefault && !profiles.SetDefaultProfile(newName)))
+    if (!profiles.SetCurrentProfile(newName) || (*wasDefault && !profiles.SetDefaultProfile(newName)))
         return undo(str::SetValueFailed);
     if (!registry.DeleteKey(Hive::CurrentUser, ProfileKey(oldName)))
         return undo(str::DeleteValueFailed);
@@ -113,27 +115,30 @@ bool ProfileOperations::Rename(const std::string& oldName, const std::string& ne
     for (const std::string& file : oldFiles)
         batch.DeleteAtEnd(file);
     if (const auto finished = batch.Finish(); !finished)
-        program.messages.Inform(FileMessage(finished.error()));
+        messages.Stop(FileMessage(finished.error()));
     if (!oldFolder.empty())
-        (void)program.platform.files.RemoveFolder(oldFolder); // stays when it holds something else
+        (void)files.RemoveFolder(oldFolder); // stays when it holds something else
     return true;
 }
 
-bool ProfileOperations::Delete(const std::string& name)
+bool ProfileOperations::Delete(const std::string& listed)
 {
+    const std::string name = profiles.Meant(listed);
+    const bool wasDefault = profiles.IsDefault(name);
     if (!profiles.DeleteProfile(name))
         return false;
     (void)images.DeleteFolder(name);
     profiles.LoadProfile(profiles.GetCurrentProfile());
+    // A default profile that is gone would be asked about at every turn.
+    if (wasDefault && profiles.ListProfiles() && !profiles.Names().empty() &&
+        !profiles.SetDefaultProfile(profiles.Names().front()))
+        messages.Stop(str::SetValueFailed);
     return true;
 }
 
 bool ProfileOperations::Refuse(std::uint16_t message)
 {
-    if (message == str::SetValueFailed || message == str::DeleteValueFailed)
-        program.messages.Stop(message);
-    else
-        program.messages.Inform(message);
+    messages.Stop(message);
     return false;
 }
 

@@ -12,8 +12,9 @@ namespace profiles {
 /// once.
 class ProfileOperations {
 public:
-    ProfileOperations(app::Program& program, ProfileManager& profiles, ProfileImages& images)
-        : program{program}, profiles{profiles}, images{images}
+    ProfileOperations(platform::Registry& registry, platform::FileSystem& files, app::Messages& messages,
+                      ProfileManager& profiles, ProfileImages& images)
+        : registry{registry}, files{files}, messages{messages}, profiles{profiles}, images{images}
     {
     }
 
@@ -23,11 +24,14 @@ public:
     /// Moves the whole profile to a valid new name: the old key and the old pictures go only after the new ones are
     /// complete and read back. False when the old profile is left as it was.
     bool Rename(const std::string& oldName, const std::string& newName);
-    /// The key, then the pictures. False when the profile is still there.
+    /// The key, then the pictures. Of the profiles that remain the first becomes the default when this one was it.
+    /// False when the profile is still there.
     bool Delete(const std::string& name);
 
 private:
-    app::Program& program;
+    platform::Registry& registry;
+    platform::FileSystem& files;
+    app::Messages& messages;
     ProfileManager& profiles;
     ProfileImages& images;
 

@@ -6,8 +6,6 @@
 #include "profiles/frmNewProfile.h"
 #include "profiles/frmRenameProfile.h"
 
-#include <algorithm>
-
 namespace profiles {
 namespace {
 
@@ -42,18 +40,11 @@ frmManageProfiles::frmManageProfiles(app::Program& program, ProfileManager& prof
     Refill(profiles.GetCurrentProfile());
 }
 
-void ShowDefaultMark(ui::ItemControl& list, const ProfileManager& profiles)
+void frmManageProfiles::Refill(const std::string& wanted)
 {
-    for (std::size_t i = 0; i < list.Items().size(); ++i)
-        list.SetItem(i, profiles.DisplayName(WithoutDefaultSuffix(list.Items()[i])));
-}
-
-void frmManageProfiles::Refill(const std::string& selected)
-{
-    profiles.ListProfiles();
-    const int index = profiles.IndexOf(selected); // before the list goes, which the name may be from
-    lstProfiles.SetItems(profiles.DisplayNames());
-    lstProfiles.Select(std::max(index, 0));
+    list.FillProfileList();
+    if (!list.Select(wanted))
+        lstProfiles.Select(0);
     EnableButtons();
 }
 
@@ -62,7 +53,7 @@ void frmManageProfiles::EnableButtons()
     const bool isSelected = lstProfiles.Selected() >= 0;
     btnRename.SetEnabled(isSelected);
     btnDelete.SetEnabled(isSelected);
-    btnSetDefault.SetEnabled(isSelected && !lstProfiles.Text().ends_with(DefaultSuffix));
+    btnSetDefault.SetEnabled(isSelected && !profiles.IsDefault(list.Selected()));
     // A button that is disabled under the user's hands would leave the keyboard nowhere.
     if (const ui::Control* active = ActiveControl(); active != nullptr && !active->Enabled())
         lstProfiles.SetFocus();
@@ -85,14 +76,14 @@ void frmManageProfiles::btnAdd_Click()
 {
     frmNewProfile form{program, profiles, operations};
     form.ShowModal();
-    Refill(form.Created().empty() ? lstProfiles.Text() : form.Created());
+    Refill(form.Created().empty() ? list.Selected() : form.Created());
 }
 
 void frmManageProfiles::btnRename_Click()
 {
-    frmRenameProfile form{program, profiles, operations, WithoutDefaultSuffix(lstProfiles.Text())};
+    frmRenameProfile form{program, profiles, operations, list.Selected()};
     form.ShowModal();
-    Refill(form.NewName().empty() ? lstProfiles.Text() : form.NewName());
+    Refill(form.NewName().empty() ? list.Selected() : form.NewName());
 }
 
 void frmManageProfiles::btnDelete_Click()
@@ -103,23 +94,21 @@ void frmManageProfiles::btnDelete_Click()
     }
     if (!program.messages.Ask(str::DeleteProfileQuestion))
         return;
-    const int index = lstProfiles.Selected();
-    if (!operations.Delete(WithoutDefaultSuffix(lstProfiles.Text())))
-        return;
-    const auto& names = lstProfiles.Items();
-    const bool isLast = index + 1 == static_cast<int>(names.size());
-    Refill(names[static_cast<std::size_t>(isLast ? index - 1 : index + 1)]);
+    const int row = lstProfiles.Selected();
+    const std::string next = list.At(row + 1);
+    if (operations.Delete(list.Selected()))
+        Refill(next.empty() ? list.At(row - 1) : next);
 }
 
 void frmManageProfiles::btnSetDefault_Click()
 {
-    if (lstProfiles.Text().ends_with(DefaultSuffix))
+    if (profiles.IsDefault(list.Selected()))
         return;
-    if (!profiles.SetDefaultProfile(platform::text::Trimmed(lstProfiles.Text()))) {
+    if (!profiles.SetDefaultProfile(platform::text::Trimmed(list.Selected()))) {
         program.messages.Stop(str::SetValueFailed);
         return;
     }
-    ShowDefaultMark(lstProfiles, profiles);
+    list.ShowDefaultMark();
     EnableButtons();
     if (DefaultChanged)
         DefaultChanged();

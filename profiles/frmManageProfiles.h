@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/Program.h"
+#include "profiles/ProfileList.h"
 #include "profiles/ProfileManager.h"
 #include "profiles/ProfileOperations.h"
 #include "ui/Button.h"
@@ -33,9 +34,10 @@ private:
     app::Program& program;
     ProfileManager& profiles;
     ProfileOperations& operations;
+    ProfileList list{lstProfiles, profiles};
 
     /// Reads the profiles anew and selects one.
-    void Refill(const std::string& selected);
+    void Refill(const std::string& wanted);
     void EnableButtons();
     bool OnKey(const ui::Key& key);
     void btnAdd_Click();
@@ -44,8 +46,5 @@ private:
     void btnSetDefault_Click();
     void SaveAutoApply();
 };
-
-/// Moves the mark of the default profile in a list of profiles to where it belongs now.
-void ShowDefaultMark(ui::ItemControl& list, const ProfileManager& profiles);
 
 } // namespace profiles

@@ -23,10 +23,7 @@ frmNewProfile::frmNewProfile(app::Program& program, ProfileManager& profiles, Pr
     OKButton.Click = [this] { OKButton_Click(); };
     CancelButton.Click = [this] { Close(); };
 
-    profiles.ListProfiles();
-    std::vector<std::string> sources = profiles.DisplayNames();
-    sources.insert(sources.begin(), program.Text(str::BlankProfile));
-    lstCopyFrom.SetItems(std::move(sources));
+    sources.FillProfileList(program.Text(str::BlankProfile));
     lstCopyFrom.Select(0);
 }
 
@@ -35,8 +32,7 @@ void frmNewProfile::OKButton_Click()
     if (!AcceptsName(program, profiles, Description))
         return;
     const std::string name = platform::text::Trimmed(Description.Text());
-    const bool isBlank = lstCopyFrom.Selected() <= 0;
-    if (!operations.Create(name, isBlank ? std::string{} : WithoutDefaultSuffix(lstCopyFrom.Text()))) {
+    if (!operations.Create(name, sources.Selected())) {
         Description.SetFocus();
         return;
     }

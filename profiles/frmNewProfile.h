@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/Program.h"
+#include "profiles/ProfileList.h"
 #include "profiles/ProfileManager.h"
 #include "profiles/ProfileOperations.h"
 #include "ui/Button.h"
@@ -32,6 +33,7 @@ private:
     app::Program& program;
     ProfileManager& profiles;
     ProfileOperations& operations;
+    ProfileList sources{lstCopyFrom, profiles};
     std::string created;
 
     void OKButton_Click();

@@ -118,16 +118,30 @@ TEST_F(ProfileDialogsTest, DeletingAsksAndKeepsTheLastProfile)
         toolkit.ExpectMessage(Text(215), Icon::Question, answer);
         form.btnDelete.UserClicks();
     }
-    EXPECT_EQ(form.lstProfiles.Items(), (Texts{"Ann", "Größe"}));
+    EXPECT_EQ(form.lstProfiles.Items(), (Texts{"Ann (default)", "Größe"}));
     EXPECT_EQ(form.lstProfiles.Text(), "Größe") << "the next one";
     EXPECT_EQ(system.files.AllPaths(Images), Texts{});
     toolkit.ExpectMessage(Text(215), Icon::Question, Answer::Yes);
     form.lstProfiles.SetFocus();
     form.UserPresses(ui::Plain(ui::KeyCode::Delete));
-    EXPECT_EQ(form.lstProfiles.Text(), "Ann") << "the one before, for want of a next one";
+    EXPECT_EQ(form.lstProfiles.Text(), "Ann (default)") << "the one before, for want of a next one";
     toolkit.ExpectMessage(Text(214), Icon::Information);
     form.btnDelete.UserClicks();
     EXPECT_TRUE(manager.ProfileExists("Ann"));
+}
+
+TEST_F(ProfileDialogsTest, AProfileThatIsCalledLikeAMarkedOneIsNotTakenForIt)
+{
+    Put("Bob (default)", "FirstName", "another"); // no name that we would give
+    PutPicture("Bob", profiles::ImageKind::Logo, ".jpg", "logo");
+    frmManageProfiles form{program, manager, operations};
+    form.Realize();
+    ASSERT_EQ(form.lstProfiles.Items(), (Texts{"Ann", "Bob (default)", "Bob (default)", "Größe"}));
+    form.lstProfiles.UserSelects(2);
+    toolkit.ExpectMessage(Text(215), Icon::Question, Answer::Yes);
+    form.btnDelete.UserClicks();
+    EXPECT_EQ(form.lstProfiles.Items(), (Texts{"Ann", "Bob (default)", "Größe"}));
+    EXPECT_EQ(At("Bob", "FirstName") + Contents(Picture("Bob", "Logo.jpg")), "Boblogo");
 }
 
 TEST_F(ProfileDialogsTest, ManagingStoresTheCheckBoxHoweverItIsClosed)

@@ -193,7 +193,7 @@ TEST_F(EditorTest, ManagingKeepsTheEditsAndMovesTheMarkInTheOpenCombo)
         manage.btnClose.UserClicks();
     });
     form.btnManageProfiles.UserClicks();
-    EXPECT_EQ(form.ProfileCombo.Text() + " " + form.SenderFirstNameText.Text(), "Bo Bob");
+    EXPECT_EQ(form.ProfileCombo.Text() + " " + form.SenderFirstNameText.Text(), "Bo (default) Bob");
     form.ProfileCombo.UserSelects(-1);
     EXPECT_FALSE(manager.ProfileExists("Ann")) << "nothing may bring the deleted profile back";
 }
@@ -202,6 +202,7 @@ TEST_F(EditorTest, AddingSavesTheEditsAndShowsTheNewProfile)
 {
     auto& form = Open();
     form.SenderCityText.UserTypes("Oslo");
+    form.chkAutoApply.UserClicks();
     for (const char* name : {"", "Cid"}) {
         OnModal<frmNewProfile>("frmNewProfile", [&](auto& add) {
             add.Description.UserTypes(name);
@@ -211,6 +212,7 @@ TEST_F(EditorTest, AddingSavesTheEditsAndShowsTheNewProfile)
         form.btnAddProfile.UserClicks();
         EXPECT_EQ(form.ProfileCombo.Text(), *name ? name : "Ann");
         EXPECT_EQ(form.SenderCityText.Text(), "Oslo");
+        EXPECT_TRUE(form.chkAutoApply.Checked());
     }
     EXPECT_EQ(Setting("Profiles", "CurrentProfileToUse"), "Cid");
     EXPECT_EQ(At("Cid", "City"), "Oslo") << "the copy has the edits of a moment ago";
@@ -237,6 +239,45 @@ TEST_F(EditorTest, WithoutAnyProfileWhatIsTypedBecomesANewOne)
     EXPECT_EQ(At("Home", "FirstName"), "Zoë");
     EXPECT_EQ(Setting("Profiles", "DefaultProfile"), "Home");
     EXPECT_EQ(Setting("Profiles", "CurrentProfileToUse"), "Home");
+}
+
+TEST_F(EditorTest, WhatIsTypedWithoutAProfileGoesIntoANewEmptyOneHoweverItIsMade)
+{
+    for (const char* name : {"Ann", "Bob"})
+        system.registry.DeleteKey(Hive::CurrentUser, profiles::ProfileKey(name));
+    PutSetting("Profiles", "DefaultProfile", "");
+    auto& form = Open();
+    form.SenderCityText.UserTypes("Oslo");
+    OnModal<frmManageProfiles>("frmManageProfiles", [&](auto& manage) {
+        OnModal<frmNewProfile>("frmNewProfile", [](auto& add) {
+            add.Description.UserTypes("Home");
+            add.OKButton.UserClicks();
+        });
+        manage.btnAdd.UserClicks();
+        manage.btnClose.UserClicks();
+    });
+    form.btnManageProfiles.UserClicks();
+    form.OKButton.UserClicks();
+    EXPECT_EQ(At("Home", "City"), "Oslo");
+}
+
+TEST_F(EditorTest, ProfilesThatCannotBeReadAtFirstLoseNothing)
+{
+    system.registry.SetClosed(Hive::CurrentUser, profiles::ProfilesKey);
+    toolkit.ExpectMessage(Text(174), Icon::None);
+    Open().OKButton.UserClicks();
+    EXPECT_EQ(Setting("Profiles", "CurrentProfileToUse"), "Ann");
+    toolkit.ExpectMessage(Text(174), Icon::None);
+    auto& form = Open();
+    system.registry.SetClosed(Hive::CurrentUser, profiles::ProfilesKey, {});
+    form.SenderCityText.UserTypes("Oslo");
+    OnModal<frmNewProfile>("frmNewProfile", [](auto& add) {
+        add.Description.UserTypes("Cid");
+        add.lstCopyFrom.UserSelects(1);
+        add.OKButton.UserClicks();
+    });
+    form.btnAddProfile.UserClicks();
+    EXPECT_EQ(form.SenderFirstNameText.Text() + form.SenderCityText.Text(), "Ann") << "the copy is not written over";
 }
 
 TEST_F(EditorTest, OneFormatFlagServesAllThePhoneFields)

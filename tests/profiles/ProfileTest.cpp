@@ -42,13 +42,13 @@ TEST_F(ProfileTest, ListsMarkTheDefaultProfileAndTakeTheMarkOffAgain)
     Put("Bob", "FirstName", "Bob");
     PutSetting("Profiles", "DefaultProfile", " bOB ");
     manager.ListProfiles();
-    EXPECT_EQ(manager.DisplayNames(), (Texts{"Ann", "Bob (default)"}));
+    EXPECT_EQ(manager.Names(), (Texts{"Ann", "Bob"}));
     manager.LoadProfile("Bob (default)");
     EXPECT_EQ(manager.Current[Field::FirstName], "Bob");
     EXPECT_FALSE(manager.IsProfileEmpty("Bob (default)"));
 
     system.registry.SetClosed(Hive::CurrentUser, profiles::ProfilesKey);
-    toolkit.ExpectMessage(Text(174), ui::Icon::Critical);
+    toolkit.ExpectMessage(Text(174), ui::Icon::None);
     EXPECT_FALSE(manager.ListProfiles());
 }
 
@@ -98,6 +98,7 @@ TEST_F(ProfileTest, CreateCopiesFieldsAndPicturesOfTheChosenSource)
     PutPicture("Ann", ImageKind::Logo, ".jpg", "logo");
     system.files.SetAttributes(Picture("Ann", "Logo.jpg"), platform::attribute::ReadOnly);
     Put("Ann", "LocalPortrait", "C:\\Gone\\Portrait.gif");
+    manager.ListProfiles();
     ASSERT_TRUE(operations.Create("Bob", "Ann (default)"));
     EXPECT_EQ(At("Bob", "FirstName"), "Ann");
     EXPECT_EQ(At("Bob", "LocalLogo"), Picture("Bob", "Logo.jpg"));
@@ -108,6 +109,18 @@ TEST_F(ProfileTest, CreateCopiesFieldsAndPicturesOfTheChosenSource)
     ASSERT_TRUE(operations.Create("Empty", ""));
     EXPECT_TRUE(manager.IsProfileEmpty("Empty"));
     EXPECT_TRUE(manager.ProfileExists("Empty"));
+    EXPECT_FALSE(HasSetting("Profiles", "DefaultProfile")) << "the first profile alone becomes the default by itself";
+}
+
+TEST_F(ProfileTest, PicturesOnADriveThatIsAwayAreNotTakenForLost)
+{
+    Put("Ann", "LocalLogo", "D:\\Pictures\\Logo.jpg");
+    const auto registry = system.registry.Snapshot();
+    for (const bool renames : {true, false}) {
+        toolkit.ExpectMessage(Text(222), ui::Icon::Critical);
+        EXPECT_FALSE(renames ? operations.Rename("Ann", "Bob") : operations.Create("Bob", "Ann"));
+        EXPECT_EQ(system.registry.Snapshot(), registry);
+    }
 }
 
 TEST_F(ProfileTest, RenameTakesEverythingAlong)
@@ -133,6 +146,24 @@ TEST_F(ProfileTest, RenameTakesEverythingAlong)
     EXPECT_EQ(Contents("D:\\My Pictures\\me.gif"), "me") << "the user's own file";
     EXPECT_EQ(Setting("Profiles", "DefaultProfile"), "Bob");
     EXPECT_EQ(Setting("Profiles", "CurrentProfileToUse"), "Bob");
+}
+
+TEST_F(ProfileTest, ARenamedProfileNamesNoFolderThatANewOneMayGet)
+{
+    Put("Ann", "LocalLogo", Picture("Ann", "Logo.jpg")); // which somebody has deleted
+    ASSERT_TRUE(operations.Rename("Ann", "Bob"));
+    EXPECT_EQ(At("Bob", "LocalLogo"), Picture("Bob", "Logo.jpg"));
+}
+
+TEST_F(ProfileTest, WhereADeletedProfileWasTheDefaultTheFirstOfTheOthersIsNow)
+{
+    for (const char* name : {"Ann", "Bob", "Cid"})
+        Put(name, "FirstName", name);
+    PutSetting("Profiles", "DefaultProfile", "bob");
+    EXPECT_TRUE(operations.Delete("Cid"));
+    EXPECT_EQ(Setting("Profiles", "DefaultProfile"), "bob");
+    EXPECT_TRUE(operations.Delete("Bob (default)"));
+    EXPECT_EQ(Setting("Profiles", "DefaultProfile"), "Ann");
 }
 
 TEST_F(ProfileTest, DeleteRemovesTheFolderAndNeverFollowsALink)

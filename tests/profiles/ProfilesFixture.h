@@ -11,9 +11,11 @@ inline constexpr std::string_view Images = "C:\\Images";
 /// A machine with profiles in its registry and what works on them, without a browser.
 struct ProfileMachine : TestMachine {
     app::Program program{system.AsPlatform(), toolkit};
-    profiles::ProfileManager manager{program};
+    profiles::ProfileManager manager{program.platform.registry, program.registry, program.settings, program.messages,
+                                     program.strings};
     profiles::ProfileImages images{program, manager};
-    profiles::ProfileOperations operations{program, manager, images};
+    profiles::ProfileOperations operations{program.platform.registry, program.platform.files, program.messages, manager,
+                                           images};
     profiles::ProfileTransfer transfer{program, images};
 
     ProfileMachine() : TestMachine{Bare{}}
