@@ -2,6 +2,7 @@
 
 #include "app/base/StringId.h"
 #include "library/CategoryPath.h"
+#include "library/TemplateFiles.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
 
@@ -30,7 +31,7 @@ void PreviewPane::LoadThePreviewPane(const TemplateRow* row)
 std::string PreviewPane::PictureOf(const TemplateRow& row) const
 {
     const std::string name = platform::text::Trimmed(row.text) + ".jpg";
-    std::string file = Join(Join(row.folder, "Previews"), name);
+    std::string file = Join(Join(row.folder, library::PreviewsFolder), name);
     const auto entry = files.Stat(file);
     if (entry && !entry->IsFolder() && platform::text::EqualIgnoringCase(entry->name, name))
         return file;

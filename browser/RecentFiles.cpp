@@ -1,6 +1,7 @@
 #include "browser/RecentFiles.h"
 
 #include "app/base/StringId.h"
+#include "library/CategoryPath.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
 
@@ -63,14 +64,11 @@ void RecentFiles::SaveRecentFilesToRegistry()
 void RecentFiles::FolderRenamed(const std::string& from, const std::string& to)
 {
     bool isChanged = false;
-    for (std::string& file : files) {
-        const bool isInside = file.size() > from.size() && file[from.size()] == '\\' &&
-                              platform::text::EqualIgnoringCase(std::string_view{file}.substr(0, from.size()), from);
-        if (!isInside)
-            continue;
-        file = to + file.substr(from.size());
-        isChanged = true;
-    }
+    for (std::string& file : files)
+        if (auto moved = library::MovedPath(file, from, to)) {
+            file = std::move(*moved);
+            isChanged = true;
+        }
     if (isChanged)
         SaveRecentFilesToRegistry();
 }

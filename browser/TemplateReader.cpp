@@ -68,7 +68,7 @@ platform::Result<> TemplateReader::ReadCategory(const std::string& category, std
 void TemplateReader::ReadFavorites(const library::Favorites& favorites, std::string_view tab, RowSink& sink) const
 {
     TemplateRows rows;
-    for (const std::string& favorite : favorites.List()) {
+    for (const std::string& favorite : favorites.FavoritesList()) {
         const auto type = std::ranges::find(TemplateExtensions, path::LastFour(favorite));
         if (type == TemplateExtensions.end())
             continue;

@@ -14,7 +14,6 @@ namespace {
 namespace path = platform::path;
 namespace text = platform::text;
 
-constexpr std::string_view Previews = "Previews";
 constexpr std::string_view PictureEnding = ".jpg";
 constexpr std::string_view BackgroundFile = "background.bmp";
 
@@ -56,7 +55,7 @@ platform::Result<> Thumbnails::LoadThumbnailImages(const std::string& category, 
     for (TemplateRow& row : templates.Rows)
         load.templates.try_emplace(text::Folded(row.text), std::move(row));
 
-    const std::string previews = path::Join(load.category, Previews);
+    const std::string previews = path::Join(load.category, library::PreviewsFolder);
     const auto pictures = files.List(library::DiskPath(state.TemplatesPath, previews));
     if (!pictures)
         return IsMissing(pictures.error()) ? platform::Result<>{} : std::unexpected{pictures.error()};
@@ -95,9 +94,9 @@ void Thumbnails::LoadThumbnailViewForMyFavorites(const library::Favorites& favor
     Collector templates{sink};
     reader.ReadFavorites(favorites, tab, templates);
     for (TemplateRow& row : templates.Rows)
-        row.thumbnail =
-            Composed(path::Join(path::Join(row.folder, Previews), text::Trimmed(row.text) + std::string{PictureEnding}),
-                     state.TemplatesPath);
+        row.thumbnail = Composed(path::Join(path::Join(row.folder, library::PreviewsFolder),
+                                            text::Trimmed(row.text) + std::string{PictureEnding}),
+                                 state.TemplatesPath);
     sink.Add(std::move(templates.Rows));
 }
 

@@ -5,7 +5,6 @@
 #include "platform/Text.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace library {
 namespace {
@@ -14,54 +13,61 @@ using platform::text::ContainsIgnoringCase;
 
 constexpr std::string_view Section = "Browser\\Favorites";
 
-/// The path that a favourite has once the folder it lies in is renamed; nothing when it lies elsewhere.
-std::optional<std::string> MovedPath(std::string_view favorite, const std::string& from, const std::string& to)
-{
-    if (favorite.size() <= from.size() || favorite[from.size()] != '\\' ||
-        !platform::text::EqualIgnoringCase(favorite.substr(0, from.size()), from))
-        return std::nullopt;
-    return to + std::string{favorite.substr(from.size())};
-}
-
 } // namespace
 
 void Favorites::GetFavoritesFromRegistry()
 {
-    const auto place = app::RegistryAccess::SplitPath(program.Text(app::str::FavoritesKey));
-    const auto stored = StoredNames();
-    if (!place || !stored)
+    const auto stored = settings.Names(Section);
+    if (!stored)
         return;
     favoritesList.clear();
-    const bool canPrune = program.platform.files.List(DiskPath(program.state.TemplatesPath, "")).has_value();
+    const bool canPrune = files.List(DiskPath(state.TemplatesPath, "")).has_value();
     for (const std::string& name : *stored) {
         if (name.empty())
             continue;
-        const auto entry = program.platform.files.Stat(DiskPath(program.state.TemplatesPath, name));
-        const bool isGone = !entry && (entry.error() == platform::error::FileNotFound ||
-                                       entry.error() == platform::error::PathNotFound);
-        if (canPrune && (isGone || (entry && entry->IsFolder())))
-            (void)program.platform.registry.DeleteValue(place->first, place->second, name);
+        if (canPrune && IsGone(name))
+            (void)settings.Delete(Section, name);
         else
             favoritesList.push_back(name);
     }
 }
 
+bool Favorites::IsGone(const std::string& path) const
+{
+    using namespace platform;
+    const auto entry = files.Stat(DiskPath(state.TemplatesPath, path));
+    if (entry)
+        return entry->IsFolder();
+    // A name that the system does not allow was never a file; other failures say nothing about the file.
+    return entry.error() == error::FileNotFound || entry.error() == error::PathNotFound ||
+           entry.error() == error::InvalidName;
+}
+
 void Favorites::AddToFavorites(const std::string& path, const std::string& rowText)
 {
-    const auto stored = StoredNames();
-    if (!stored) {
-        program.messages.Plain(app::str::EnumerationFailed);
-        return;
-    }
-    // Containment, not equality: whatever is part of a favourite counts as one.
-    if (std::ranges::any_of(*stored, [&](const std::string& name) { return ContainsIgnoringCase(name, path); })) {
-        program.messages.Inform(rowText + " " + program.Text(app::str::AlreadyFavorite));
-        return;
-    }
-    if (SaveFavorite(path))
+    const auto match = FindFavorite(path);
+    if (!match) {
+        messages.Plain(app::str::EnumerationFailed);
+    } else if (!match->empty()) {
+        messages.Inform(rowText + " " + strings.LoadString(app::str::AlreadyFavorite));
+    } else if (IsGone(path)) {
+        messages.Inform(app::str::TemplateNotFound); // deleted meanwhile, or only its picture is left
+    } else if (!SaveFavorite(path)) {
+        messages.Stop(app::str::SetValueFailed);
+    } else {
         favoritesList.push_back(path);
-    else
-        program.messages.Stop(app::str::SetValueFailed);
+    }
+}
+
+platform::Result<std::string> Favorites::FindFavorite(const std::string& path) const
+{
+    const auto stored = settings.Names(Section);
+    if (!stored)
+        return std::unexpected{stored.error()};
+    // Containment, not equality: whatever is part of a favourite counts as one.
+    const auto match =
+        std::ranges::find_if(*stored, [&](const std::string& name) { return ContainsIgnoringCase(name, path); });
+    return match == stored->end() ? std::string{} : *match;
 }
 
 bool Favorites::RemoveFromFavorites(const std::string& rowText)
@@ -70,7 +76,7 @@ bool Favorites::RemoveFromFavorites(const std::string& rowText)
     for (auto favorite = before.rbegin(); favorite != before.rend(); ++favorite) {
         // The box and the deletion yield: the list may be shorter than it was.
         if (std::ranges::find(favoritesList, *favorite) == favoritesList.end() ||
-            !ContainsIgnoringCase(*favorite, rowText) || !program.messages.Ask(app::str::RemoveFavoriteQuestion))
+            !ContainsIgnoringCase(*favorite, rowText) || !messages.Ask(app::str::RemoveFavoriteQuestion))
             continue;
         if (DeleteFavorite(*favorite))
             std::erase(favoritesList, *favorite);
@@ -83,7 +89,7 @@ bool Favorites::StoreMoved(const std::string& from, const std::string& to)
     for (const std::string& favorite : favoritesList)
         if (const auto moved = MovedPath(favorite, from, to); moved && !SaveFavorite(*moved)) {
             ForgetMoved(from, to, false);
-            program.messages.Stop(app::str::SetValueFailed);
+            messages.Stop(app::str::SetValueFailed);
             return false;
         }
     return true;
@@ -93,41 +99,30 @@ void Favorites::ForgetMoved(const std::string& from, const std::string& to, bool
 {
     for (std::string& favorite : favoritesList)
         if (auto path = MovedPath(favorite, from, to)) {
-            (void)program.settings.DeleteSetting(program.state.SettingsAppName, Section, moved ? favorite : *path);
+            (void)settings.Delete(Section, moved ? favorite : *path);
             if (moved)
                 favorite = std::move(*path);
         }
 }
 
-platform::Result<std::vector<std::string>> Favorites::StoredNames() const
-{
-    const auto place = app::RegistryAccess::SplitPath(program.Text(app::str::FavoritesKey));
-    if (!place)
-        return std::vector<std::string>{};
-    auto stored = program.platform.registry.ValueNames(place->first, place->second);
-    if (!stored && stored.error() == platform::error::FileNotFound)
-        return std::vector<std::string>{}; // nobody has had a favourite yet
-    return stored;
-}
-
 platform::Result<> Favorites::SaveFavorite(const std::string& path)
 {
-    return program.settings.Save(Section, path, "");
+    return settings.Save(Section, path, "");
 }
 
 bool Favorites::DeleteFavorite(const std::string& path)
 {
-    const auto deleted = program.settings.DeleteSetting(program.state.SettingsAppName, Section, path);
-    program.toolkit.DoEvents();
-    program.toolkit.DoEvents();
+    const auto deleted = settings.Delete(Section, path);
+    toolkit.DoEvents();
+    toolkit.DoEvents();
     if (deleted)
         return true;
     if (deleted.error() == platform::error::FileNotFound) {
         // Somebody else changed the store: nothing that the list says can be counted on any more.
-        program.messages.Inform(app::str::TemplateNotFound);
+        messages.Inform(app::str::TemplateNotFound);
         favoritesList.clear();
     } else {
-        program.messages.Stop(app::str::DeleteValueFailed);
+        messages.Stop(app::str::DeleteValueFailed);
     }
     return false;
 }

@@ -1,26 +1,34 @@
 #pragma once
 
-#include "app/base/Program.h"
+#include "app/base/Messages.h"
+#include "app/base/Settings.h"
+#include "app/base/StringTable.h"
+#include "platform/FileSystem.h"
+#include "ui/Toolkit.h"
 
 #include <string>
 #include <vector>
 
 namespace library {
 
-/// The user's own list of templates: paths relative to the templates path, one registry value each.
+/// The user's own list of templates: paths relative to the templates path, one value of the settings each.
 class Favorites {
 public:
-    explicit Favorites(app::Program& program) : program{program} {}
+    Favorites(platform::FileSystem& files, app::Settings& settings, app::Messages& messages,
+              const app::StringTable& strings, const app::StartUpState& state, ui::Toolkit& toolkit)
+        : files{files}, settings{settings}, messages{messages}, strings{strings}, state{state}, toolkit{toolkit}
+    {
+    }
 
     /// Reads the stored list in registry order. A favourite whose file is gone is deleted from the registry without a
     /// word, but only while the templates folder itself can be read: a drive that is away costs nobody his list.
     void GetFavoritesFromRegistry();
 
-    const std::vector<std::string>& List() const { return favoritesList; }
+    const std::vector<std::string>& FavoritesList() const { return favoritesList; }
 
     /// Adds a template (path relative to the templates path) and stores it. One whose path is part of a stored
-    /// favourite's counts as there already: the user is told, by the text of the row that he chose. A failure of the
-    /// registry is told and adds nothing.
+    /// favourite's counts as there already: the user is told, by the text of the row that he chose. A template that
+    /// is not there, and a failure of the registry, are told and add nothing.
     void AddToFavorites(const std::string& path, const std::string& rowText);
     /// Asks for every favourite that contains the row's text, the last one first, and removes those that the user
     /// gives up. True when the list is another one now.
@@ -33,10 +41,17 @@ public:
     void ForgetMoved(const std::string& from, const std::string& to, bool moved);
 
 private:
-    app::Program& program;
+    platform::FileSystem& files;
+    app::Settings& settings;
+    app::Messages& messages;
+    const app::StringTable& strings;
+    const app::StartUpState& state;
+    ui::Toolkit& toolkit;
     std::vector<std::string> favoritesList;
 
-    platform::Result<std::vector<std::string>> StoredNames() const;
+    /// The first stored favourite that contains the path; "" when none does.
+    platform::Result<std::string> FindFavorite(const std::string& path) const;
+    bool IsGone(const std::string& path) const;
     platform::Result<> SaveFavorite(const std::string& path);
     /// False when the favourite is still stored.
     bool DeleteFavorite(const std::string& path);

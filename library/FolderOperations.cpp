@@ -4,6 +4,7 @@
 #include "library/CategoryPath.h"
 #include "library/FolderName.h"
 #include "library/FolderRemoval.h"
+#include "library/TemplateFiles.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
 
@@ -20,9 +21,11 @@ bool IsTopLevel(const Catalog::Folder* folder)
 
 } // namespace
 
-FolderOperations::FolderOperations(app::Program& program, ui::TreeView& tree, TemplateLibrary& library,
-                                   Favorites& favorites)
-    : program{program}, tree{tree}, library{library}, favorites{favorites}
+FolderOperations::FolderOperations(ui::TreeView& tree, TemplateLibrary& library, Favorites& favorites,
+                                   platform::FileSystem& files, app::Settings& settings, app::Messages& messages,
+                                   const app::StringTable& strings, const app::StartUpState& state)
+    : tree{tree}, library{library}, favorites{favorites}, files{files}, settings{settings}, messages{messages},
+      strings{strings}, state{state}
 {
     tree.BeforeLabelEdit = [this](ui::TreeView::Node& node, std::string& text) {
         const Catalog::Folder* folder = this->library.Tree().Of(node);
@@ -37,17 +40,17 @@ void FolderOperations::StartRename()
 {
     if (tree.Selected() == nullptr || library.Loading())
         return;
-    if (program.state.FindPaneOpen)
-        program.messages.Inform(program.Text(app::str::RenameWithFindPane) + "\r" + program.Text(CloseFindPane));
+    if (state.FindPaneOpen)
+        messages.Inform(strings.LoadString(app::str::RenameWithFindPane) + "\r" + strings.LoadString(CloseFindPane));
     else if (IsTopLevel(library.Tree().Selected()))
-        program.messages.Inform(app::str::RenameTopLevel);
+        messages.Inform(app::str::RenameTopLevel);
     else
         tree.StartLabelEdit();
 }
 
 bool FolderOperations::CanRename(const Catalog::Folder* folder) const
 {
-    return !library.Loading() && !program.state.FindPaneOpen && !IsTopLevel(folder);
+    return !library.Loading() && !state.FindPaneOpen && !IsTopLevel(folder);
 }
 
 void FolderOperations::Rename(const Catalog::Folder* folder, const std::string& newName)
@@ -58,43 +61,46 @@ void FolderOperations::Rename(const Catalog::Folder* folder, const std::string& 
     if (newName == path::Name(from))
         return;
     if (const auto refusal = RefusalOf(from, newName)) {
-        program.messages.Inform(*refusal);
+        messages.Inform(*refusal);
         ReloadAt(from);
         return;
     }
     const std::string to = path::Join(path::Parent(from), newName);
+    // Also after a failure: the folder may be called otherwise, or be gone.
+    library.FullLoad = true;
     if (!Move(from, to)) {
         ReloadAt(from);
         return;
     }
     if (Renamed)
-        Renamed(DiskPath(program.state.TemplatesPath, from), DiskPath(program.state.TemplatesPath, to));
-    library.FullLoad = true;
+        Renamed(DiskPath(state.TemplatesPath, from), DiskPath(state.TemplatesPath, to));
     ReloadAt(to);
 }
 
 std::optional<std::string> FolderOperations::RefusalOf(const std::string& category, const std::string& newName) const
 {
-    const std::string taken = program.Text(app::str::CannotRename) + std::string{path::Name(category)} +
-                              program.Text(app::str::FolderNameTaken);
-    if (newName == program.Text(app::str::MyFavorites) || newName == program.Text(app::str::GetMoreTemplates))
+    const std::string taken = strings.LoadString(app::str::CannotRename) + std::string{path::Name(category)} +
+                              strings.LoadString(app::str::FolderNameTaken);
+    if (newName == strings.LoadString(app::str::MyFavorites) ||
+        newName == strings.LoadString(app::str::GetMoreTemplates))
         return taken;
     if (newName.empty())
-        return program.Text(app::str::EnterFolderName);
+        return strings.LoadString(app::str::EnterFolderName);
     if (platform::text::Length(newName) > LongestFolderName)
-        return program.Text(app::str::FolderNameTooLong);
-    const std::string forbidden = program.Text(app::str::FolderNameCharacters) + "\r\n\\ / : * ? \" < > |";
+        return strings.LoadString(app::str::FolderNameTooLong);
+    const std::string forbidden = strings.LoadString(app::str::FolderNameCharacters) + "\r\n\\ / : * ? \" < > |";
     if (HasForbiddenCharacter(newName))
         return forbidden;
     if (newName.starts_with('.'))
-        return program.Text(app::str::FolderNameStart) + ".";
+        return strings.LoadString(app::str::FolderNameStart) + ".";
     if (IsNoFolderName(newName))
         return forbidden;
     // Folders of these names are the library's own: it would not show the category any more.
-    if (platform::text::EqualIgnoringCase(newName, "Previews") || newName == program.Text(app::str::CreateNew) ||
-        newName == program.Text(app::str::RecentDocumentsSearch))
+    if (platform::text::EqualIgnoringCase(newName, PreviewsFolder) ||
+        newName == strings.LoadString(app::str::CreateNew) ||
+        newName == strings.LoadString(app::str::RecentDocumentsSearch))
         return taken;
-    if (program.platform.files.Stat(DiskPath(program.state.TemplatesPath, path::Join(path::Parent(category), newName))))
+    if (files.Stat(DiskPath(state.TemplatesPath, path::Join(path::Parent(category), newName))))
         return taken;
     return std::nullopt;
 }
@@ -105,13 +111,11 @@ bool FolderOperations::Move(const std::string& from, const std::string& to)
     // next start drops those whose file is not there.
     if (!favorites.StoreMoved(from, to))
         return false;
-    const bool isMoved =
-        program.platform.files
-            .Move(DiskPath(program.state.TemplatesPath, from), DiskPath(program.state.TemplatesPath, to))
-            .has_value();
+    const bool isMoved = files.Move(DiskPath(state.TemplatesPath, from), DiskPath(state.TemplatesPath, to)).has_value();
     favorites.ForgetMoved(from, to, isMoved);
     if (!isMoved)
-        program.messages.Inform(program.Text(app::str::RenameFailed) + "\r\n" + program.Text(app::str::CloseTemplates));
+        messages.Inform(strings.LoadString(app::str::RenameFailed) + "\r\n" +
+                        strings.LoadString(app::str::CloseTemplates));
     return isMoved;
 }
 
@@ -119,32 +123,32 @@ void FolderOperations::DeleteSelected()
 {
     if (tree.Selected() == nullptr || library.Loading())
         return;
-    if (program.state.FindPaneOpen) {
-        program.messages.Inform(program.Text(app::str::DeleteWithFindPane) + "\r" + program.Text(CloseFindPane));
+    if (state.FindPaneOpen) {
+        messages.Inform(strings.LoadString(app::str::DeleteWithFindPane) + "\r" + strings.LoadString(CloseFindPane));
         return;
     }
     const Catalog::Folder* folder = library.Tree().Selected();
     if (IsTopLevel(folder)) {
-        program.messages.Inform(app::str::DeleteTopLevel);
+        messages.Inform(app::str::DeleteTopLevel);
         return;
     }
     const std::string category = folder->path;
-    if (!program.messages.Ask(program.Text(app::str::DeleteFolderQuestion) + "\"" + std::string{path::Name(category)} +
-                              "\"" + program.Text(app::str::DeleteFolderContents)))
+    if (!messages.Ask(strings.LoadString(app::str::DeleteFolderQuestion) + "\"" + std::string{path::Name(category)} +
+                      "\"" + strings.LoadString(app::str::DeleteFolderContents)))
         return;
     if (ReleaseViews)
         ReleaseViews();
-    const bool isRemoved = FolderRemoval{program.platform.files, program.state.TemplatesPath}.Remove(category);
+    const bool isRemoved = FolderRemoval{files, state.TemplatesPath}.Remove(category);
     favorites.GetFavoritesFromRegistry(); // those that lay in the folder are gone
     library.FullLoad = true;
     ReloadAt(path::Parent(category));
     if (!isRemoved)
-        program.messages.Stop(program.Text(app::str::DeleteFailed) + "\r" + program.Text(app::str::CloseTemplates));
+        messages.Stop(strings.LoadString(app::str::DeleteFailed) + "\r" + strings.LoadString(app::str::CloseTemplates));
 }
 
 void FolderOperations::ReloadAt(const std::string& category)
 {
-    (void)program.settings.Save("Browser", "LastFolderBrowsed", category);
+    (void)settings.Save("Browser", "LastFolderBrowsed", category);
     if (Reload)
         Reload(category);
 }

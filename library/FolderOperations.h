@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/base/Program.h"
 #include "library/Favorites.h"
 #include "library/TemplateLibrary.h"
 #include "ui/TreeView.h"
@@ -14,7 +13,9 @@ namespace library {
 /// What the user may do to the category folders: give one a new name, delete one. Works on the tree's selected node.
 class FolderOperations {
 public:
-    FolderOperations(app::Program& program, ui::TreeView& tree, TemplateLibrary& library, Favorites& favorites);
+    FolderOperations(ui::TreeView& tree, TemplateLibrary& library, Favorites& favorites, platform::FileSystem& files,
+                     app::Settings& settings, app::Messages& messages, const app::StringTable& strings,
+                     const app::StartUpState& state);
 
     /// Called before a folder is deleted: whatever shows its files must let go of them.
     std::function<void()> ReleaseViews;
@@ -37,10 +38,14 @@ public:
     std::optional<std::string> RefusalOf(const std::string& category, const std::string& newName) const;
 
 private:
-    app::Program& program;
     ui::TreeView& tree;
     TemplateLibrary& library;
     Favorites& favorites;
+    platform::FileSystem& files;
+    app::Settings& settings;
+    app::Messages& messages;
+    const app::StringTable& strings;
+    const app::StartUpState& state;
 
     /// Moves the folder on the disk, and with it the favourites in it. Tells a failure.
     bool Move(const std::string& from, const std::string& to);

@@ -22,10 +22,14 @@ std::optional<std::size_t> TemplateTypeOf(std::string_view name)
     return std::nullopt;
 }
 
+bool IsShown(const platform::FileEntry& entry)
+{
+    return (entry.attributes & (platform::attribute::Hidden | platform::attribute::System)) == 0;
+}
+
 bool IsPlainFile(const platform::FileEntry& entry)
 {
-    using namespace platform;
-    return (entry.attributes & (attribute::Folder | attribute::Hidden | attribute::System)) == 0;
+    return !entry.IsFolder() && IsShown(entry);
 }
 
 } // namespace library

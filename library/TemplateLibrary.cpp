@@ -8,9 +8,11 @@
 
 namespace library {
 
-TemplateLibrary::TemplateLibrary(app::Program& program, ui::TreeView& tree)
-    : program{program}, table{program.platform.files},
-      catalog{program.strings, program.platform.files, program.platform.locale}, folderTree{tree, catalog}
+TemplateLibrary::TemplateLibrary(ui::TreeView& tree, platform::FileSystem& files, platform::Locale& locale,
+                                 app::Settings& settings, app::Messages& messages, app::LoadProgress& progress,
+                                 const app::StringTable& strings, const app::StartUpState& state)
+    : files{files}, settings{settings}, messages{messages}, progress{progress}, strings{strings}, state{state},
+      table{files}, catalog{strings, files, locale}, folderTree{tree, catalog}
 {
 }
 
@@ -20,17 +22,23 @@ bool TemplateLibrary::LoadTreeView()
     if (loading)
         return true;
     struct Guard {
-        bool& flag;
-        explicit Guard(bool& guarded) : flag{guarded} { flag = true; }
-        ~Guard() { flag = false; }
-    } guard{loading};
+        TemplateLibrary& library;
+        explicit Guard(TemplateLibrary& guarded) : library{guarded} { Set(true); }
+        ~Guard() { Set(false); }
+        void Set(bool isLoading) const
+        {
+            library.loading = isLoading;
+            if (library.LockAccess)
+                library.LockAccess(isLoading);
+        }
+    } guard{*this};
 
-    FolderListings listings{program.platform.files};
+    FolderListings listings{files};
     NoFoldersFound = FullLoad && !ReadFolders(listings);
     FullLoad = false;
     if (NoFoldersFound)
         return false;
-    if (!program.progress.Cancelled)
+    if (!progress.Cancelled)
         BuildTreeFromFolderTable(listings);
     RestoreCombo();
     return true;
@@ -38,7 +46,7 @@ bool TemplateLibrary::LoadTreeView()
 
 bool TemplateLibrary::ReadFolders(FolderListings& listings)
 {
-    FolderWalk walk{program.strings, program.progress, listings, program.state.TemplatesPath};
+    FolderWalk walk{strings, progress, listings, state.TemplatesPath};
     walk.Run();
     combo = {walk.FolderNames(), -1, {}};
     if (walk.Roots().empty()) {
@@ -47,17 +55,17 @@ bool TemplateLibrary::ReadFolders(FolderListings& listings)
         folderTree.Show();
         if (ClearViews)
             ClearViews();
-        if (!program.progress.Cancelled)
-            program.messages.Stop(app::str::NoTemplateFolders);
+        if (!progress.Cancelled)
+            messages.Stop(app::str::NoTemplateFolders);
         return false;
     }
-    table.BuildFolderTable(walk, listings, program.progress, program.state.TemplatesPath);
+    table.BuildFolderTable(walk, listings, progress, state.TemplatesPath);
     return true;
 }
 
 void TemplateLibrary::BuildTreeFromFolderTable(FolderListings& listings)
 {
-    if (!catalog.Build(table, listings, program.progress, program.state.TemplatesPath))
+    if (!catalog.Build(table, listings, progress, state.TemplatesPath))
         return;
     folderTree.Show();
     SelectLastBrowsed();
@@ -65,20 +73,19 @@ void TemplateLibrary::BuildTreeFromFolderTable(FolderListings& listings)
 
 void TemplateLibrary::SelectLastBrowsed()
 {
-    const std::string last = program.settings.Text("Browser", "LastFolderBrowsed");
+    const std::string last = settings.Text("Browser", "LastFolderBrowsed");
     const Catalog::Folder* folder =
-        last.empty() || last == program.Text(app::str::ProductCaption) ? nullptr : catalog.FindRemembered(last);
+        last.empty() || last == strings.LoadString(app::str::ProductCaption) ? nullptr : catalog.FindRemembered(last);
     if (folder == nullptr)
         folder = catalog.FirstCategory();
     folderTree.Select(folder != nullptr ? folder : catalog.Favorites());
 }
 
-void TemplateLibrary::RebuildTree()
+bool TemplateLibrary::RebuildTree()
 {
-    if (loading)
-        return;
-    RememberSelection();
-    LoadTreeView();
+    if (!loading)
+        RememberSelection();
+    return LoadTreeView();
 }
 
 void TemplateLibrary::RememberSelection()
@@ -87,19 +94,19 @@ void TemplateLibrary::RememberSelection()
     if (folder == nullptr)
         return;
     if (const std::string remembered = Catalog::RememberedAs(*folder); !remembered.empty())
-        (void)program.settings.Save("Browser", "LastFolderBrowsed", platform::text::Trimmed(remembered));
+        (void)settings.Save("Browser", "LastFolderBrowsed", platform::text::Trimmed(remembered));
 }
 
 void TemplateLibrary::RestoreCombo()
 {
-    const std::string last = program.settings.Text("Browser", "LastFolderBrowsed");
+    const std::string last = settings.Text("Browser", "LastFolderBrowsed");
     if (last.empty())
         return;
     const auto item = std::ranges::find(combo.items, last);
     if (item != combo.items.end()) {
         combo.selected = static_cast<int>(item - combo.items.begin());
         combo.text = last;
-    } else if (last != program.Text(app::str::ProductCaption)) {
+    } else if (last != strings.LoadString(app::str::ProductCaption)) {
         combo.selected = -1;
         combo.text = last;
     }

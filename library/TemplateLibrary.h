@@ -1,6 +1,7 @@
 #pragma once
 
-#include "app/base/Program.h"
+#include "app/base/Messages.h"
+#include "app/base/Settings.h"
 #include "library/Catalog.h"
 #include "library/FolderTable.h"
 #include "library/FolderTree.h"
@@ -15,7 +16,9 @@ namespace library {
 /// The library as the main window shows it: reads the folders from the disk into the folder table and the tree view.
 class TemplateLibrary {
 public:
-    TemplateLibrary(app::Program& program, ui::TreeView& tree);
+    TemplateLibrary(ui::TreeView& tree, platform::FileSystem& files, platform::Locale& locale, app::Settings& settings,
+                    app::Messages& messages, app::LoadProgress& progress, const app::StringTable& strings,
+                    const app::StartUpState& state);
 
     /// Set before a load that must read the disk; a load clears it.
     bool FullLoad{true};
@@ -24,11 +27,14 @@ public:
     /// Called when a load found no category folder, to empty the views that show one.
     std::function<void()> ClearViews;
 
+    /// Called with true before a load and with false when it has ended, however it ends.
+    std::function<void(bool lock)> LockAccess;
+
     /// With FullLoad set: folder walk, folder table pass, tree pass; otherwise the tree pass alone. True when at least
     /// one category folder was found, or when a load is under way already (the second one is refused).
     bool LoadTreeView();
-    /// Remembers the selected folder and runs the tree pass.
-    void RebuildTree();
+    /// Remembers the selected folder and loads the tree.
+    bool RebuildTree();
     /// Stores the selected node as the one to come back to.
     void RememberSelection();
 
@@ -49,7 +55,12 @@ public:
     const FolderCombo& TemplateFoldersCombo() const { return combo; }
 
 private:
-    app::Program& program;
+    platform::FileSystem& files;
+    app::Settings& settings;
+    app::Messages& messages;
+    app::LoadProgress& progress;
+    const app::StringTable& strings;
+    const app::StartUpState& state;
     FolderTable table;
     Catalog catalog;
     FolderTree folderTree;

@@ -87,6 +87,19 @@ platform::Result<> Settings::Save(std::string_view section, std::string_view key
     return SaveSetting(state.SettingsAppName, section, key, value);
 }
 
+platform::Result<std::vector<std::string>> Settings::Names(std::string_view section) const
+{
+    auto names = registry.ValueNames(Hive::CurrentUser, SectionKey(state.SettingsAppName, section));
+    if (!names && names.error() == platform::error::FileNotFound)
+        return std::vector<std::string>{};
+    return names;
+}
+
+platform::Result<> Settings::Delete(std::string_view section, std::string_view key)
+{
+    return DeleteSetting(state.SettingsAppName, section, key);
+}
+
 platform::Result<> Settings::SaveNumber(std::string_view section, std::string_view key, int value)
 {
     return Save(section, key, std::to_string(value));

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace app {
 
@@ -34,6 +35,9 @@ public:
     int Number(std::string_view section, std::string_view key, int otherwise, int low, int high) const;
     bool Flag(std::string_view section, std::string_view key, bool otherwise) const;
     platform::Result<> Save(std::string_view section, std::string_view key, std::string_view value);
+    /// Names of the section's values in the registry's order; none when there is no such section.
+    platform::Result<std::vector<std::string>> Names(std::string_view section) const;
+    platform::Result<> Delete(std::string_view section, std::string_view key);
     platform::Result<> SaveNumber(std::string_view section, std::string_view key, int value);
     platform::Result<> SaveFlag(std::string_view section, std::string_view key, bool value);
 

@@ -46,8 +46,13 @@ constexpr StoredColumn columns[] = {
 } // namespace
 
 frmMain::frmMain(Program& program)
-    : Form{program.toolkit, "frmMain", Style::Sizable}, program{program}, templateLibrary{program, tvTreeView},
-      favorites{program}, folders{program, tvTreeView, templateLibrary, favorites},
+    : Form{program.toolkit, "frmMain", Style::Sizable}, program{program},
+      templateLibrary{tvTreeView,       program.platform.files, program.platform.locale, program.settings,
+                      program.messages, program.progress,       program.strings,         program.state},
+      favorites{program.platform.files, program.settings, program.messages,
+                program.strings,        program.state,    program.toolkit},
+      folders{tvTreeView,       templateLibrary,  favorites,       program.platform.files,
+              program.settings, program.messages, program.strings, program.state},
       tabs{program.settings, program.strings, fileTypeTabStrip}, reader{templateLibrary.Contents(),
                                                                         program.platform.files, program.state,
                                                                         program.settings},
@@ -177,10 +182,7 @@ void frmMain::LockTreeViewAccess(bool lock)
 bool frmMain::LoadTreeView()
 {
     const Busy guard{*this};
-    LockTreeViewAccess(true);
-    const bool found = templateLibrary.LoadTreeView();
-    LockTreeViewAccess(false);
-    return found;
+    return templateLibrary.LoadTreeView();
 }
 
 void frmMain::RefreshLibrary()
@@ -188,10 +190,9 @@ void frmMain::RefreshLibrary()
     if (templateLibrary.Loading())
         return;
     const Busy guard{*this};
-    templateLibrary.RememberSelection();
     // The user asks for what is on the disk now: new folders show, vanished ones go.
     templateLibrary.FullLoad = true;
-    if (LoadTreeView())
+    if (templateLibrary.RebuildTree())
         FillList();
 }
 
@@ -232,6 +233,7 @@ void frmMain::WireEvents()
         SizeControls();
     };
     templateLibrary.ClearViews = [this] { ClearViewState(); };
+    templateLibrary.LockAccess = [this](bool lock) { LockTreeViewAccess(lock); };
 }
 
 void frmMain::tvTreeView_Click()

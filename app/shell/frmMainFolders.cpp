@@ -77,10 +77,6 @@ void frmMain::mnuAddToFavorites_Click()
     if (row == nullptr)
         return;
     const std::string path = browser::FullPath(*row);
-    if (!program.platform.files.Stat(path)) { // it was deleted meanwhile, or only its picture is left
-        program.messages.Inform(str::TemplateNotFound);
-        return;
-    }
     const std::size_t root = library::DiskPath(program.state.TemplatesPath, "").size(); // its last "\\" included
     favorites.AddToFavorites(path.substr(std::min(root, path.size())), row->text);
 }

@@ -44,7 +44,7 @@ void ExpectViewsToAgree(TestMachine& machine, app::frmMain& main, bool couldBeRe
         EXPECT_EQ(TreeTexts(main.tvTreeView), shown);
         EXPECT_EQ(ListTexts(main.lvListView), list);
     }
-    Texts inMemory = main.Favorites().List();
+    Texts inMemory = main.Favorites().FavoritesList();
     Texts stored = Stored(machine);
     // A favourite whose file could not be looked for is kept until the next start.
     for (Texts* names : {&inMemory, &stored})
@@ -176,7 +176,7 @@ TEST(FolderDeathTest, AfterADeathInAnyCallOfARenameTheNextStartHasEveryFavourite
         machine.system.EndProcess();
         app::Browser next{machine.system.AsPlatform(), machine.toolkit};
         next.Start("EXE", "", "", "", "");
-        EXPECT_EQ(next.Main()->Favorites().List().size(), 2u);
+        EXPECT_EQ(next.Main()->Favorites().FavoritesList().size(), 2u);
         EXPECT_EQ(Stored(machine).size(), 2u) << "what was stored in advance is dropped again";
         EXPECT_EQ(machine.toolkit.Unexpected, Texts{});
         next.Main()->Unload();

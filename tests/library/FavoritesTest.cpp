@@ -18,6 +18,12 @@ protected:
             system.registry.PutString(Hive::CurrentUser, key, path, "");
     }
     Texts Stored() { return system.registry.ValueNames(Hive::CurrentUser, key).value_or(Texts{}); }
+    library::Favorites Fresh()
+    {
+        app::Program& program = Program();
+        return {program.platform.files, program.settings, program.messages,
+                program.strings,        program.state,    program.toolkit};
+    }
     ui::Menu& Item(std::string_view name)
     {
         Main().MenuOpening();
@@ -30,31 +36,24 @@ protected:
     }
 };
 
-TEST_F(FavoritesTest, ListInRegistryOrderWithSizeAndFolder)
-{
-    AddFavorites({"Letters\\Memo.swt", "Business\\Budget.ccw"});
-    ShowFavorites();
-    ASSERT_EQ(ListTexts(Main().lvListView), (Texts{"Memo", "Budget"}));
-    EXPECT_EQ(Main().Templates().Text(1, browser::TemplateList::FolderColumn), "Business");
-    EXPECT_EQ(Main().Templates().Text(1, browser::TemplateList::SizeColumn), "0KB");
-    EXPECT_EQ(Main().lvListView.Model()->Icon(1), 2);
-}
-
-TEST_F(FavoritesTest, OnlyLowerCaseEndingsShowAndAFolderOutsideTheTreeHasNoDetails)
+TEST_F(FavoritesTest, ShowInRegistryOrderWithLowerCaseEndingsAndWithoutDetailsOutsideTheTree)
 {
     AddTemplates({"Letters\\LOUD.SWT", "A\\B\\C\\D\\E\\deep.swt"});
-    AddFavorites({"Letters\\LOUD.SWT", "A\\B\\C\\D\\E\\deep.swt", "letters\\Memo.swt"});
+    AddFavorites({"Letters\\LOUD.SWT", "A\\B\\C\\D\\E\\deep.swt", "letters\\Memo.swt", "Business\\Budget.ccw"});
     ShowFavorites();
-    ASSERT_EQ(ListTexts(Main().lvListView), (Texts{"deep", "Memo"}));
+    ASSERT_EQ(ListTexts(Main().lvListView), (Texts{"deep", "Memo", "Budget"}));
     for (const int column : {1, 2, 3})
         EXPECT_EQ(Main().Templates().Text(0, column), "") << column;
     EXPECT_EQ(Main().Templates().Text(1, 1), "letters");
-    EXPECT_EQ(Stored().size(), 3u);
+    EXPECT_EQ(Main().Templates().Text(2, browser::TemplateList::SizeColumn), "0KB");
+    EXPECT_EQ(Main().lvListView.Model()->Icon(2), 2);
+    EXPECT_EQ(Stored().size(), 4u);
 }
 
-TEST_F(FavoritesTest, ThoseWhoseFileIsGoneAreForgottenAtTheStart)
+TEST_F(FavoritesTest, ThoseThatAreNoFileAreForgottenAtTheStart)
 {
-    AddFavorites({"Letters\\Memo.swt", "Letters\\Gone.swt", "Letters\\Formal"});
+    AddFavorites({"Letters\\Memo.swt", "Letters\\Gone.swt", "Letters\\Formal", "Letters\\Me?o.swt",
+                  InLibrary("Letters\\Memo.swt"), "\\\\server\\share\\x.swt"});
     ShowFavorites();
     EXPECT_EQ(Stored(), Texts{"Letters\\Memo.swt"});
 }
@@ -62,12 +61,12 @@ TEST_F(FavoritesTest, ThoseWhoseFileIsGoneAreForgottenAtTheStart)
 TEST_F(FavoritesTest, ADriveThatIsAwayOrAFileThatCannotBeReadCostsNobodyHisList)
 {
     AddFavorites({"Letters\\Memo.swt", "Business\\Budget.ccw"});
-    library::Favorites favorites{Program()};
+    library::Favorites favorites = Fresh();
     Program().state.SettingsAppName = "Tessaly GWX 1.0";
     Program().state.TemplatesPath = "Q:\\Away\\";
     favorites.GetFavoritesFromRegistry();
     EXPECT_EQ(Stored().size(), 2u);
-    EXPECT_EQ(favorites.List().size(), 2u);
+    EXPECT_EQ(favorites.FavoritesList().size(), 2u);
 }
 
 TEST_F(FavoritesTest, APathThatIsPartOfAFavouriteIsNotAddedAgain)
@@ -79,15 +78,21 @@ TEST_F(FavoritesTest, APathThatIsPartOfAFavouriteIsNotAddedAgain)
     EXPECT_FALSE(Item("mnuRemoveFromFavorites").Visible);
     EXPECT_TRUE(Main().UserPresses(ui::Ctrl('D')));
     EXPECT_EQ(Stored(), Texts{"Letters\\Memo.swt"});
-    library::Favorites favorites{Program()};
+    Main().lvListView.KeyDown(ui::Plain(ui::KeyCode::Delete)); // offers nothing: this list is a category's
+    library::Favorites favorites = Fresh();
     favorites.GetFavoritesFromRegistry();
     for (const char* path : {"Letters\\Memo.swt", "letters\\MEMO.swt", "Memo.swt", "s\\M"}) {
         toolkit.ExpectMessage("Memo has already been added to 'My Favorites'.", ui::Icon::Information);
         favorites.AddToFavorites(path, "Memo");
     }
     favorites.AddToFavorites("Letters\\My Memo.swt", "My Memo");
-    EXPECT_EQ(favorites.List(), (Texts{"Letters\\Memo.swt", "Letters\\My Memo.swt"}));
-    EXPECT_EQ(Stored(), favorites.List());
+    toolkit.ExpectMessage("Template could not be found.", ui::Icon::Information);
+    favorites.AddToFavorites("Letters\\Gone.swt", "Gone");
+    system.files.Remove(InLibrary("Letters\\Memo.swt"));
+    toolkit.ExpectMessage("Memo has already been added to 'My Favorites'.", ui::Icon::Information);
+    favorites.AddToFavorites("Letters\\Memo.swt", "Memo");
+    EXPECT_EQ(favorites.FavoritesList(), (Texts{"Letters\\Memo.swt", "Letters\\My Memo.swt"}));
+    EXPECT_EQ(Stored(), favorites.FavoritesList());
     EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, key, "Letters\\My Memo.swt"), "");
 }
 
@@ -115,7 +120,7 @@ TEST_F(FavoritesTest, RemovingAsksForEachMatchFromTheLastOn)
         Main().lvListView.UserSelects(0);
         EXPECT_TRUE(Main().lvListView.KeyDown(ui::Plain(ui::KeyCode::Delete)));
         EXPECT_EQ(Stored(), which.left);
-        EXPECT_EQ(Main().Favorites().List(), which.left);
+        EXPECT_EQ(Main().Favorites().FavoritesList(), which.left);
         EXPECT_EQ(Main().lvListView.Rows(), static_cast<int>(which.left.size()));
         Main().Close();
         toolkit.RunPosted();
@@ -131,7 +136,7 @@ TEST_F(FavoritesTest, AFavouriteThatSomebodyElseRemovedEmptiesTheListAndLeavesTh
     toolkit.ExpectMessage("Template could not be found.", ui::Icon::Information);
     Main().lvListView.UserSelects(0);
     Main().Commands().Run("mnuRemoveFromFavorites");
-    EXPECT_EQ(Main().Favorites().List(), Texts{});
+    EXPECT_EQ(Main().Favorites().FavoritesList(), Texts{});
     EXPECT_EQ(Main().lvListView.Rows(), 0);
     EXPECT_EQ(Main().imgPreview.File(), "");
     EXPECT_EQ(Stored(), Texts{"Business\\Budget.ccw"});
@@ -149,7 +154,7 @@ TEST_F(FavoritesTest, AStoreThatRefusesChangesNothingOnTheScreen)
     Main().tvTreeView.UserSelects("Business");
     toolkit.ExpectMessage(Text(174), ui::Icon::None);
     Main().Commands().Run("mnuAddToFavorites");
-    EXPECT_EQ(Main().Favorites().List(), Texts{"Letters\\Memo.swt"});
+    EXPECT_EQ(Main().Favorites().FavoritesList(), Texts{"Letters\\Memo.swt"});
 }
 
 } // namespace

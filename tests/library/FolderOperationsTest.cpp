@@ -118,7 +118,7 @@ TEST_F(FolderTest, ARenamedFolderKeepsItsPlaceItsFavouritesAndItsRecentFiles)
     EXPECT_EQ(Selected(), "Letters\\Casual");
     EXPECT_EQ(Setting("Browser", "LastFolderBrowsed"), "Letters\\Casual");
     EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Complaint"});
-    EXPECT_EQ(Main().Favorites().List(),
+    EXPECT_EQ(Main().Favorites().FavoritesList(),
               (Texts{"Letters\\Casual\\Complaint.swt", "Letters\\Casual\\Deep\\x.swt", "Letters\\Formality\\y.swt"}));
     const Texts stored = Favorites();
     EXPECT_EQ(std::set<std::string>(stored.begin(), stored.end()),
@@ -138,7 +138,7 @@ TEST_F(FolderTest, AFolderInUseKeepsItsNameAndItsFavourites)
     Rename("Letters\\Formal", "Casual");
     EXPECT_EQ(Selected(), "Letters\\Formal");
     EXPECT_EQ(Favorites(), Texts{"Letters\\Formal\\Complaint.swt"});
-    EXPECT_EQ(Main().Favorites().List(), Texts{"Letters\\Formal\\Complaint.swt"});
+    EXPECT_EQ(Main().Favorites().FavoritesList(), Texts{"Letters\\Formal\\Complaint.swt"});
 }
 
 TEST_F(FolderTest, TheLabelOffersTheFoldersOwnNameAndKeepingItChangesNothing)
@@ -234,7 +234,7 @@ TEST_F(FolderTest, DeletingAsksAndTakesTheTemplatesThePreviewsAndTheFoldersOfAny
               (Texts{"My Favorites", "Business", "  Contracts", "Letters", "", "Get More Templates"}));
     EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Memo"});
     EXPECT_EQ(Favorites(), Texts{"Letters\\Memo.swt"});
-    EXPECT_EQ(Main().Favorites().List(), Texts{"Letters\\Memo.swt"});
+    EXPECT_EQ(Main().Favorites().FavoritesList(), Texts{"Letters\\Memo.swt"});
 }
 
 TEST_F(FolderTest, TheViewsLetGoOfTheFilesBeforeTheFirstOneIsDeleted)
