@@ -35,7 +35,12 @@ bool HasForbiddenCharacter(std::string_view name)
 bool IsNoFolderName(std::string_view name)
 {
     return std::ranges::any_of(name, [](char c) { return static_cast<unsigned char>(c) < 0x20; }) ||
-           name.ends_with('.') || name.ends_with(' ') || IsDevice(name);
+           IsShortened(name) || IsDevice(name);
+}
+
+bool IsShortened(std::string_view name)
+{
+    return name.ends_with('.') || name.ends_with(' ');
 }
 
 } // namespace library

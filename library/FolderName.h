@@ -14,4 +14,8 @@ bool HasForbiddenCharacter(std::string_view name);
 /// the end, the names of devices ("CON", "com1.old").
 bool IsNoFolderName(std::string_view name);
 
+/// Whether the system cuts a dot or blank off the end of the name, and so finds another folder by it. Other systems
+/// make such names on shares.
+bool IsShortened(std::string_view name);
+
 } // namespace library

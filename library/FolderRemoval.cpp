@@ -12,8 +12,7 @@ namespace library {
 namespace {
 
 namespace path = platform::path;
-
-constexpr std::string_view Previews = "Previews";
+using platform::text::EqualIgnoringCase;
 
 bool IsBelowTopLevel(const std::string& category)
 {
@@ -27,7 +26,7 @@ bool IsBelowTopLevel(const std::string& category)
 
 bool FolderRemoval::Remove(const std::string& category)
 {
-    if (!IsBelowTopLevel(category) || LeadsThroughLink(path::Parent(category)))
+    if (!IsBelowTopLevel(category) || !IsOwnFolder(files, templatesPath, path::Parent(category)))
         return false;
     // All is listed before anything is deleted: a deletion changes what a running listing gives, and a folder that
     // cannot be listed should be known of before half of it is gone.
@@ -36,7 +35,7 @@ bool FolderRemoval::Remove(const std::string& category)
         return false;
     bool isRemoved = true;
     for (const Folder& folder : folders | std::views::reverse)
-        isRemoved = RemoveFolder(folder) && isRemoved;
+        isRemoved = DeleteFolderAndContent(folder) && isRemoved;
     return isRemoved;
 }
 
@@ -47,9 +46,16 @@ bool FolderRemoval::ListAll(const std::string& category)
         return false;
     folders.push_back({category, entry->IsLink(), false, {}});
     for (std::size_t i = 0; i < folders.size(); ++i)
-        if (!folders[i].isLink && !ListFolder(i))
+        if (!IsCalledSo(folders[i]) || (!folders[i].isLink && !ListFolder(i)))
             return false;
     return true;
+}
+
+bool FolderRemoval::IsCalledSo(const Folder& folder) const
+{
+    // By a name with a dot or blank at its end the system finds the neighbour without.
+    const auto entry = files.Stat(DiskPath(templatesPath, folder.path));
+    return entry && EqualIgnoringCase(entry->name, path::Name(folder.path));
 }
 
 bool FolderRemoval::ListFolder(std::size_t index)
@@ -60,38 +66,24 @@ bool FolderRemoval::ListFolder(std::size_t index)
         return false;
     for (const platform::FileEntry& entry : *listing) {
         if (entry.IsFolder())
-            folders.push_back({path::Join(folder, entry.name),
-                               entry.IsLink(),
-                               platform::text::EqualIgnoringCase(entry.name, Previews),
-                               {}});
+            folders.push_back(
+                {path::Join(folder, entry.name), entry.IsLink(), EqualIgnoringCase(entry.name, PreviewsFolder), {}});
         else if (folders[index].isPreviews || TemplateTypeOf(entry.name))
             folders[index].doomed.push_back(entry.name);
     }
     return true;
 }
 
-bool FolderRemoval::RemoveFolder(const Folder& folder)
+bool FolderRemoval::DeleteFolderAndContent(const Folder& folder)
 {
     // A folder may have been replaced by a link since it was listed. Then the files behind it belong to somebody else.
-    if (LeadsThroughLink(folder.isLink ? path::Parent(folder.path) : folder.path))
+    if (!IsOwnFolder(files, templatesPath, folder.isLink ? path::Parent(folder.path) : folder.path))
         return false;
     const std::string place = DiskPath(templatesPath, folder.path);
     bool isRemoved = true;
     for (const std::string& name : folder.doomed)
         isRemoved = files.DeleteFile(path::Join(place, name)).has_value() && isRemoved;
     return files.RemoveFolder(place).has_value() && isRemoved;
-}
-
-bool FolderRemoval::LeadsThroughLink(const std::string& category) const
-{
-    // From the top down: the folder itself is looked at last, just before it is used.
-    for (auto end = category.find('\\');; end = category.find('\\', end + 1)) {
-        const auto entry = files.Stat(DiskPath(templatesPath, category.substr(0, end)));
-        if (!entry || !entry->IsFolder() || entry->IsLink())
-            return true;
-        if (end == std::string::npos)
-            return false;
-    }
 }
 
 } // namespace library

@@ -18,7 +18,8 @@ public:
     }
 
     /// `category` is relative to the templates path and lies below a top-level folder. False when anything of it is
-    /// still there; what could be removed is gone then, but nothing is when a folder could not be listed.
+    /// still there; what could be removed is gone then, but nothing is when a folder could not be listed
+    /// or has a name by which the system finds another one.
     bool Remove(const std::string& category);
 
 private:
@@ -35,8 +36,8 @@ private:
 
     bool ListAll(const std::string& category);
     bool ListFolder(std::size_t index);
-    bool RemoveFolder(const Folder& folder);
-    bool LeadsThroughLink(const std::string& category) const;
+    bool DeleteFolderAndContent(const Folder& folder);
+    bool IsCalledSo(const Folder& folder) const;
 };
 
 } // namespace library

@@ -2,7 +2,6 @@
 
 #include "library/CategoryPath.h"
 #include "library/TemplateFiles.h"
-#include "platform/Path.h"
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -27,22 +26,39 @@ void FolderTable::BuildFolderTable(const FolderWalk& walk, FolderListings& listi
                                    const std::string& templatesPath)
 {
     ClearFolderTable();
+    const int typesBefore = TemplateTypeCount;
+    std::vector<const std::string*> empty; // paths
     // Level by level: a parent's row stands before its children's.
     std::deque<std::size_t> waiting(walk.Roots().begin(), walk.Roots().end());
     for (std::size_t row = 1; !waiting.empty() && row < Rows; ++row) {
         const FolderWalk::Node& node = walk.Nodes()[waiting.front()];
         waiting.pop_front();
         AddRow(row, walk, node);
-        if (!progress.Increment() || !TestFolderForTemplates(row, node, listings, templatesPath))
-            return;
+        if (!progress.Increment())
+            break;
+        const auto& listing = listings.Of(DiskPath(templatesPath, node.path));
+        if (!listing)
+            break;
+        TestFolderForTemplates(row, *listing);
+        if (listing->empty() && !node.behindLink)
+            empty.push_back(&node.path);
         std::ranges::copy(node.children, std::back_inserter(waiting));
     }
+    if (TemplateTypeCount == typesBefore)
+        return;
+    // An empty category is litter. Only the call that the system refuses for a folder with anything in it is used,
+    // what lies behind a link (it may have become one since the walk) belongs to somebody else, and a refusal changes
+    // nothing.
+    for (const std::string* path : empty)
+        if (IsOwnFolder(files, templatesPath, *path))
+            (void)files.RemoveFolder(DiskPath(templatesPath, *path));
 }
 
 void FolderTable::AddRow(std::size_t row, const FolderWalk& walk, const FolderWalk::Node& node)
 {
     auto& cell = cells[row];
     cell[Name] = node.name;
+    cell[HasTemplates] = False;
     if (node.parent >= 0) {
         const FolderWalk::Node& parent = walk.Nodes()[static_cast<std::size_t>(node.parent)];
         cell[Path] = node.path;
@@ -53,45 +69,18 @@ void FolderTable::AddRow(std::size_t row, const FolderWalk& walk, const FolderWa
     cells[0][Name] = std::to_string(row);
 }
 
-bool FolderTable::TestFolderForTemplates(std::size_t row, const FolderWalk::Node& node, FolderListings& listings,
-                                         const std::string& templatesPath)
+void FolderTable::TestFolderForTemplates(std::size_t row, const std::vector<platform::FileEntry>& listing)
 {
-    const std::string folder = DiskPath(templatesPath, node.path);
-    const auto& listing = listings.Of(folder);
-    if (!listing) {
-        cells[row][HasTemplates] = False;
-        return false;
-    }
     std::array<bool, TemplateExtensions.size()> found{};
-    for (const platform::FileEntry& entry : *listing)
+    for (const platform::FileEntry& entry : listing)
         if (IsPlainFile(entry))
             if (const auto type = TemplateTypeOf(entry.name))
                 found[*type] = true;
-
-    for (const bool isThere : found) {
+    for (const bool isThere : found)
         if (isThere) {
             MarkWithAncestors(row);
             ++TemplateTypeCount;
-        } else if (cells[row][HasTemplates] != True) {
-            cells[row][HasTemplates] = False;
         }
-    }
-    // An empty category is litter. Only the call that the system refuses for a folder with anything in it is used,
-    // what lies behind a link belongs to somebody else, and a refusal changes nothing.
-    if (listing->empty() && !node.behindLink && LeadsThroughNoLink(templatesPath, node.path))
-        (void)files.RemoveFolder(folder);
-    return true;
-}
-
-bool FolderTable::LeadsThroughNoLink(const std::string& templatesPath, std::string path)
-{
-    // The walk saw what was there then; a folder may have been replaced by a link since.
-    for (; !path.empty(); path = platform::path::Parent(path)) {
-        const auto entry = files.Stat(DiskPath(templatesPath, path));
-        if (!entry || !entry->IsFolder() || entry->IsLink())
-            return false;
-    }
-    return true;
 }
 
 void FolderTable::MarkWithAncestors(std::size_t row)

@@ -28,8 +28,8 @@ public:
 
     void ClearFolderTable();
     /// Records the walked folders, marks those with templates and their ancestors, and removes from the disk the
-    /// folders that are entirely empty. A 501st folder, or one that cannot be read, ends the pass with what was
-    /// recorded so far.
+    /// folders that are entirely empty, unless there was no template at all: that is no library. A 501st folder, or
+    /// one that cannot be read, ends the pass with what was recorded so far.
     void BuildFolderTable(const FolderWalk& walk, FolderListings& listings, app::LoadProgress& progress,
                           const std::string& templatesPath);
     /// The first row with this path (column Path) and name, letter case counting; 0 when there is none.
@@ -53,9 +53,7 @@ private:
     std::map<std::pair<std::string, std::string>, std::size_t, std::less<>> firstRow;
 
     void AddRow(std::size_t row, const FolderWalk& walk, const FolderWalk::Node& node);
-    bool TestFolderForTemplates(std::size_t row, const FolderWalk::Node& node, FolderListings& listings,
-                                const std::string& templatesPath);
-    bool LeadsThroughNoLink(const std::string& templatesPath, std::string path);
+    void TestFolderForTemplates(std::size_t row, const std::vector<platform::FileEntry>& listing);
     void MarkWithAncestors(std::size_t row);
 };
 

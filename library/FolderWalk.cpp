@@ -2,13 +2,13 @@
 
 #include "app/base/StringId.h"
 #include "library/CategoryPath.h"
+#include "library/FolderName.h"
+#include "library/TemplateFiles.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
 
 namespace library {
 namespace {
-
-constexpr std::string_view Previews = "Previews";
 
 /// Sub-folder names that one folder of the second level can hold; one more ends the walk there.
 constexpr std::size_t ThirdLevelNames = 101;
@@ -62,7 +62,7 @@ bool FolderWalk::ScanForSubfolders(std::size_t parent)
     for (const platform::FileEntry& entry : *listing) {
         // The scan stops at the first picture or at "Previews": what the system lists after that is missed, and
         // libraries are laid out so that nothing stands there.
-        if (platform::path::LastFour(entry.name) == ".jpg" || entry.name == Previews)
+        if (IsShown(entry) && (platform::path::LastFour(entry.name) == ".jpg" || entry.name == PreviewsFolder))
             break;
         if (IsCategory(entry))
             AddChild(parent, entry);
@@ -108,7 +108,7 @@ void FolderWalk::AddNode(int parent, const platform::FileEntry& entry, std::stri
 
 bool FolderWalk::IsCategory(const platform::FileEntry& entry)
 {
-    return entry.IsFolder() && entry.name != Previews;
+    return entry.IsFolder() && IsShown(entry) && entry.name != PreviewsFolder && !IsShortened(entry.name);
 }
 
 } // namespace library

@@ -10,7 +10,8 @@
 
 namespace library {
 
-/// The first pass over the library: every category folder, four levels deep, as a plain tree.
+/// The first pass over the library: every category folder, four levels deep, as a plain tree. Hidden and system folders
+/// are not the user's, and a name that the system shortens stands for another folder: they are left out.
 class FolderWalk {
 public:
     struct Node {

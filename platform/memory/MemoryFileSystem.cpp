@@ -432,6 +432,11 @@ void MemoryFileSystem::AddFolder(std::string_view path)
         AddFolderAt(place);
 }
 
+void MemoryFileSystem::AddShortenedFolder(std::string_view parent, std::string_view name)
+{
+    AddFolderAt({&Must(parent), name, nullptr});
+}
+
 void MemoryFileSystem::AddFolderAt(const Place& place)
 {
     auto node = std::make_unique<Node>();

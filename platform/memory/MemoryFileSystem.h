@@ -37,6 +37,9 @@ public:
 
     // What is there. Each creates the folders above and the drive ("X:" or "\\server\share").
     void AddFolder(std::string_view path);
+    /// An empty folder whose name stays as it is, with a dot or blank at its end, as other systems make them on shares:
+    /// listings show it, and a path with its name leads to the neighbour without that end.
+    void AddShortenedFolder(std::string_view parent, std::string_view name);
     /// Replaces the contents of a file that is there.
     void AddFile(std::string_view path, std::string_view contents = {}, std::optional<FileTime> modified = {});
     /// A link to a folder, by default a junction; the target need not exist.

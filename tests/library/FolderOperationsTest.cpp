@@ -139,6 +139,11 @@ TEST_F(FolderTest, AFolderInUseKeepsItsNameAndItsFavourites)
     EXPECT_EQ(Selected(), "Letters\\Formal");
     EXPECT_EQ(Favorites(), Texts{"Letters\\Formal\\Complaint.swt"});
     EXPECT_EQ(Main().Favorites().FavoritesList(), Texts{"Letters\\Formal\\Complaint.swt"});
+
+    system.files.Remove(InLibrary("Letters\\Formal"));
+    toolkit.ExpectMessage(Text(519) + "\r\n" + Text(516), Icon::Information);
+    Rename("Letters\\Formal", "Casual");
+    EXPECT_EQ(Tree().Find("Letters\\Formal"), nullptr) << "it is gone, and the tree says so";
 }
 
 TEST_F(FolderTest, TheLabelOffersTheFoldersOwnNameAndKeepingItChangesNothing)
@@ -273,6 +278,9 @@ TEST_F(FolderTest, WhatCannotBeDeletedIsToldAndTheRestIsGone)
         {"a folder that cannot be listed: nothing goes",
          [&] { system.files.SetUnreadable(InLibrary("Letters\\Formal\\Sub")); },
          {"Complaint.swt", "Sub", "Sub\\b.swt"}},
+        {"a name that leads to the folder itself: nothing goes",
+         [&] { system.files.AddShortenedFolder(InLibrary("Letters\\Formal"), "..."); },
+         {"...", "Complaint.swt", "Sub", "Sub\\b.swt"}},
     };
     for (const Case& which : cases) {
         SCOPED_TRACE(which.what);
@@ -322,7 +330,7 @@ TEST_F(FolderTest, LinksAreRemovedAndWhatTheyPointAtIsWhole)
 TEST_F(FolderTest, AFolderThatBecomesALinkWhileItIsListedIsNotFollowed)
 {
     // Up to the deletion of the first file; what comes after that check is the system's own to guard.
-    for (std::size_t n = 1; n <= 7; ++n) {
+    for (std::size_t n = 1; n <= 9; ++n) {
         SCOPED_TRACE(n);
         TestMachine machine;
         machine.AddTemplates({"Letters\\Formal\\Sub\\b.swt"});

@@ -33,6 +33,18 @@ protected:
             throw std::runtime_error{"no node " + std::string{key}};
         return *node;
     }
+    /// Gives what is called "Hidden..." or "System..." that attribute.
+    void Hide()
+    {
+        for (const std::string& path : system.files.AllPaths(Templates)) {
+            const std::string_view name = platform::path::Name(path);
+            const bool isHidden = name.starts_with("Hidden");
+            if (isHidden || name.starts_with("System"))
+                system.files.SetAttributes(path,
+                                           system.files.Stat(path)->attributes |
+                                               (isHidden ? platform::attribute::Hidden : platform::attribute::System));
+        }
+    }
     void Reload() { Main().RefreshLibrary(); }
     bool OnDisk(std::string_view relative) { return system.files.Exists(InLibrary(relative)); }
 };
@@ -54,58 +66,57 @@ TEST_F(LoadTest, DrawsTheSpecialNodesAroundTheCategories)
     }
 }
 
-TEST_F(LoadTest, TheLeadingCategoryShowsEvenWithoutTemplatesAndInAnyLetterCase)
+TEST_F(LoadTest, ShowsTheFoldersThatTheRulesLetThrough)
 {
-    system.files.AddFolder(InLibrary("TESSALY Professional 3.0"));
-    AddTemplates({"TESSALY Professional 3.0\\Sub\\A.swt", "Cards\\A.swt"});
-    Start();
-    EXPECT_EQ(Categories(), (Texts{"Tessaly Professional 3.0", "  Sub", "Cards"}));
-}
-
-TEST_F(LoadTest, ShowsFoldersWithTemplatesSomewhereBelowAndTheWayToThem)
-{
-    AddTemplates({"A\\B\\C\\D\\deep.swt", "Pictures\\Previews\\x.jpg", "Notes\\readme.txt", "Cards\\x.swtx"});
-    system.files.AddFile(InLibrary("Top.swt")); // directly in the library: in no category
-    Start();
-    EXPECT_EQ(Categories(), (Texts{"A", "  B", "    C", "      D"}));
-    for (const char* kept : {"Pictures\\Previews", "Notes", "Cards"})
-        EXPECT_TRUE(OnDisk(kept)) << kept;
-}
-
-TEST_F(LoadTest, ReadsFourLevelsAndNoMore)
-{
-    AddTemplates({"1st\\2nd\\3rd\\4th\\5th\\deep.swt", "1st\\a.swt"});
-    Start();
-    EXPECT_EQ(Categories(), (Texts{"1st"}));
-    const auto& table = Main().Library().Table();
-    EXPECT_EQ(table.Cell(0, 0), "4");
-    EXPECT_EQ(table.Cell(4, library::FolderTable::Path), "1st\\2nd\\3rd\\4th");
-    EXPECT_EQ(table.Cell(4, library::FolderTable::ParentRow), "3");
-}
-
-TEST_F(LoadTest, EachEndingMarksTheFolderInAnyLetterCaseButHiddenFilesDoNot)
-{
-    AddTemplates({"W\\a.SWT", "X\\a.ccw", "P\\a.Prt", "D\\a.pdf", "M\\a.mst", "Hidden\\a.swt"});
-    system.files.SetAttributes(InLibrary("Hidden\\a.swt"), platform::attribute::Hidden);
-    Start();
-    EXPECT_EQ(Categories(), (Texts{"W", "X", "P", "D", "M"}));
-    EXPECT_EQ(Main().Library().Table().TemplateTypeCount, 5);
-}
-
-TEST_F(LoadTest, TheScanOfSubFoldersStopsAtThePreviewsFolderOrAPicture)
-{
-    AddTemplates({"Early\\a.swt", "Early\\Before\\a.swt", "Early\\Previews\\a.jpg", "Early\\Zoo\\a.swt",
-                  "Picture\\a.swt", "Picture\\Before\\a.swt", "Picture\\cover.jpg", "Picture\\Zoo\\a.swt",
-                  "Upper\\a.swt", "Upper\\PREVIEWS\\a.swt", "Upper\\cover.JPG", "Upper\\Zoo\\a.swt"});
-    Start();
-    EXPECT_EQ(Categories(), (Texts{"Early", "  Before", "Picture", "  Before", "Upper", "  PREVIEWS", "  Zoo"}));
-}
-
-TEST_F(LoadTest, TheThirdLevelSkipsPreviewsWithoutStoppingThere)
-{
-    AddTemplates({"A\\B\\Previews\\x.jpg", "A\\B\\Zoo\\a.swt"});
-    Start();
-    EXPECT_EQ(Categories(), (Texts{"A", "  B", "    Zoo"}));
+    struct Case {
+        const char* rule;
+        Texts files; ///< names that begin with "Hidden" or "System" get that attribute
+        Texts categories;
+    };
+    const Case cases[] = {
+        {"with templates somewhere below, and the way to them",
+         {"A\\B\\C\\D\\deep.swt", "Pictures\\Previews\\x.jpg", "Notes\\readme.txt", "Cards\\x.swtx", "Top.swt"},
+         {"A", "  B", "    C", "      D"}},
+        {"four levels and no more", {"1st\\2nd\\3rd\\4th\\5th\\deep.swt", "1st\\a.swt"}, {"1st"}},
+        {"each ending in any letter case",
+         {"W\\a.SWT", "X\\a.ccw", "P\\a.Prt", "D\\a.pdf", "M\\a.mst", "Hid\\Hidden.swt", "Sys\\System.swt"},
+         {"W", "X", "P", "D", "M"}},
+        {"in order below the top level",
+         {"B\\b\\Z\\x.swt", "B\\b\\a\\y\\x.swt", "B\\b\\a\\X\\x.swt", "B\\A\\x.swt", "A\\x.swt"},
+         {"B", "  A", "  b", "    a", "      X", "      y", "    Z", "A"}},
+        {"the scan of sub-folders stops at the previews or a picture",
+         {"Early\\a.swt", "Early\\Before\\a.swt", "Early\\Previews\\a.jpg", "Early\\Zoo\\a.swt", "Picture\\a.swt",
+          "Picture\\Before\\a.swt", "Picture\\cover.jpg", "Picture\\Zoo\\a.swt", "Upper\\a.swt",
+          "Upper\\PREVIEWS\\a.swt", "Upper\\cover.JPG", "Upper\\Zoo\\a.swt"},
+         {"Early", "  Before", "Picture", "  Before", "Upper", "  PREVIEWS", "  Zoo"}},
+        {"the third level skips the previews without stopping there",
+         {"A\\B\\Previews\\x.jpg", "A\\B\\Zoo\\a.swt"},
+         {"A", "  B", "    Zoo"}},
+        {"never a hidden or system folder, and no stop at such a picture",
+         {"Hidden 1\\a.swt", "System 1\\a.swt", "A\\Hidden.jpg", "A\\Hidden 2\\a.swt", "A\\B\\System 3\\a.swt",
+          "A\\B\\C\\Hidden 4\\a.swt", "A\\B\\C\\a.swt"},
+         {"A", "  B", "    C"}},
+        {"the leading category even without templates, in any letter case",
+         {"Cards\\A.swt", "TESSALY Professional 3.0\\Sub\\A.swt"},
+         {"Tessaly Professional 3.0", "  Sub", "Cards"}},
+        {"never an excluded name, nor one of a special node twice",
+         {"Find Recent Documents\\a.swt", "Create New\\a.swt", "Create New\\Sub\\a.swt", "My Favorites\\a.swt",
+          "My Favorites\\Sub\\a.swt", "Get More Templates\\a.swt", "Cards\\Create New\\a.swt", "Cards\\b.swt",
+          "Cards\\Find Recent Documents\\a.swt"},
+         {"Cards"}},
+    };
+    for (const Case& which : cases) {
+        SCOPED_TRACE(which.rule);
+        system.files.Remove(Templates);
+        AddTemplates(which.files);
+        Hide();
+        Start();
+        EXPECT_EQ(Categories(), which.categories);
+        EXPECT_EQ(Main().tvTreeView.Roots().front()->image, library::treeimage::Favorites);
+        EXPECT_EQ(Main().tvTreeView.Roots().back()->image, library::treeimage::GetMore);
+        Main().Close();
+        toolkit.RunPosted();
+    }
 }
 
 TEST_F(LoadTest, NumericCategoriesGetAKeyThatIsNoNumber)
@@ -125,17 +136,6 @@ TEST_F(LoadTest, NumericCategoriesGetAKeyThatIsNoNumber)
     EXPECT_EQ(Setting("Browser", "LastFolderBrowsed"), "2004");
     Reload();
     EXPECT_EQ(Main().tvTreeView.Selected(), &Node("2004_TS"));
-}
-
-TEST_F(LoadTest, NeverDrawsTheExcludedNamesNorANameOfASpecialNodeTwice)
-{
-    AddTemplates({"Find Recent Documents\\a.swt", "Create New\\a.swt", "Create New\\Sub\\a.swt", "My Favorites\\a.swt",
-                  "My Favorites\\Sub\\a.swt", "Get More Templates\\a.swt", "Cards\\Create New\\a.swt", "Cards\\b.swt"});
-    Start();
-    EXPECT_EQ(Categories(), Texts{"Cards"});
-    EXPECT_EQ(Main().tvTreeView.Roots().size(), 4u);
-    EXPECT_EQ(Node("Get More Templates").image, 13);
-    EXPECT_EQ(Main().Library().Contents().FindByPath("My Favorites"), nullptr);
 }
 
 TEST_F(LoadTest, FoldersBelowTheTopThatHoldPdfFilesAreEBooks)
@@ -221,21 +221,47 @@ TEST_F(LoadTest, TheCatalogueSaysWhatTheTreeShows)
 
 TEST_F(LoadTest, RemovesOnlyFoldersThatAreEntirelyEmpty)
 {
-    AddTemplates({"Cards\\a.swt", "Text\\readme.txt", "Nested\\Full\\a.swt"});
-    for (const char* folder : {"Empty", "Nested\\Empty", "OnlySub\\Empty", "Cards\\Previews"})
-        system.files.AddFolder(InLibrary(folder));
-    system.files.AddFile(InLibrary("Hidden\\desktop.ini"));
-    system.files.SetAttributes(InLibrary("Hidden\\desktop.ini"), platform::attribute::Hidden);
-    Start();
+    AddTemplates({"Cards\\a.swt", "Text\\readme.txt", "Nested\\Full\\a.swt", "Secret\\Hidden.ini"});
     const std::pair<const char*, bool> expected[] = {
-        {"Empty", false},          {"Nested\\Empty", false}, {"OnlySub\\Empty", false}, {"OnlySub", true},
-        {"Cards\\Previews", true}, {"Text", true},           {"Hidden", true},          {"Nested\\Full", true}};
+        {"Empty", false},           {"Nested\\Empty", false},   {"Nested\\Find Recent Documents", false},
+        {"OnlySub\\Empty", false},  {"EmptyCloud", false},      {"Cards\\Previews", true},
+        {"Hidden.git\\refs", true}, {"Cards\\System.old", true}};
+    for (const auto& [folder, isThere] : expected)
+        system.files.AddFolder(InLibrary(folder));
+    Hide();
+    system.files.SetReparseTag(InLibrary("EmptyCloud"), 0x9000001A);
+    Start();
     for (const auto& [folder, isThere] : expected)
         EXPECT_EQ(OnDisk(folder), isThere) << folder;
+    for (const char* kept : {"OnlySub", "Text", "Secret", "Nested\\Full"})
+        EXPECT_TRUE(OnDisk(kept)) << kept;
     EXPECT_EQ(Categories(), (Texts{"Cards", "Nested", "  Full"}));
     Reload();
     EXPECT_FALSE(OnDisk("OnlySub")) << "it became empty by the last load";
     EXPECT_TRUE(system.files.Exists(Templates));
+}
+
+TEST_F(LoadTest, RemovesNothingWhereThereIsNoTemplateAtAll)
+{
+    for (const char* folder : {"Drivers", "Logs\\Old", "Fonts"})
+        system.files.AddFolder(InLibrary(folder));
+    AddTemplates({"Fonts\\readme.txt"});
+    const auto before = system.files.Snapshot();
+    Start();
+    EXPECT_EQ(system.files.Snapshot(), before);
+    EXPECT_EQ(Categories(), Texts{});
+}
+
+TEST_F(LoadTest, ANameThatTheSystemShortensNeitherShowsItsNeighbourNorRemovesIt)
+{
+    AddTemplates({"Letters\\a.swt", "Letters\\Sub\\a.swt", "Full\\Empty\\x.txt"});
+    for (const auto& [parent, name] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"", "Letters "}, {"Letters", "Sub."}, {"Letters", "..."}, {"Full", "Empty ."}})
+        system.files.AddShortenedFolder(InLibrary(parent), name);
+    const auto before = system.files.Snapshot();
+    Start();
+    EXPECT_EQ(Categories(), (Texts{"Letters", "  Sub"}));
+    EXPECT_EQ(system.files.Snapshot(), before);
 }
 
 TEST_F(LoadTest, NeverRemovesThroughALink)
@@ -251,17 +277,6 @@ TEST_F(LoadTest, NeverRemovesThroughALink)
     EXPECT_TRUE(system.files.Exists("C:\\Nothing"));
     EXPECT_TRUE(OnDisk("LinkToNothing"));
     EXPECT_NE(Main().tvTreeView.Find("Loop\\Cards"), nullptr) << "linked folders show";
-}
-
-TEST_F(LoadTest, AFolderOfACloudDriveIsAnOrdinaryOne)
-{
-    AddTemplates({"Cloud\\a.swt"});
-    system.files.AddFolder(InLibrary("EmptyCloud"));
-    system.files.SetReparseTag(InLibrary("Cloud"), 0x9000001A);
-    system.files.SetReparseTag(InLibrary("EmptyCloud"), 0x9000001A);
-    Start();
-    EXPECT_EQ(Categories(), Texts{"Cloud"});
-    EXPECT_FALSE(OnDisk("EmptyCloud"));
 }
 
 // Bounds and failures end a pass with what was found so far.
@@ -345,15 +360,19 @@ TEST_F(LoadTest, ComesBackToTheFolderLastBrowsed)
     }
 }
 
-TEST_F(LoadTest, TheComboHoldsTheFoldersInWalkOrderWithoutTheNumericOnes)
+TEST_F(LoadTest, TheComboAndTheTableHoldTheFoldersInWalkOrder)
 {
     AddTemplates({"2004\\x.swt", "B\\x.swt", "B\\Sub\\x.swt", "A\\x.swt"});
     PutSetting("Browser", "LastFolderBrowsed", "B\\Sub");
     Start();
     const auto& combo = Main().Library().TemplateFoldersCombo();
-    EXPECT_EQ(combo.items, (Texts{"B", "A", "B\\Sub"}));
+    EXPECT_EQ(combo.items, (Texts{"B", "A", "B\\Sub"})) << "without the numeric ones";
     EXPECT_EQ(combo.text, "B\\Sub");
     EXPECT_EQ(combo.selected, 2);
+    const auto& table = Main().Library().Table();
+    EXPECT_EQ(table.FindFolderRow("B\\Sub", "Sub"), 4u);
+    EXPECT_EQ(table.Cell(4, library::FolderTable::ParentRow), "2");
+    EXPECT_EQ(table.TemplateTypeCount, 4);
 }
 
 TEST_F(LoadTest, ALoadInTheMiddleOfALoadIsRefusedAndLosesNoNode)
