@@ -15,7 +15,6 @@ struct StartUpState {
     std::string TemplatesPath;                        ///< where templates are read from, with a trailing "\"
     std::string HddTemplatesPath, CdromTemplatesPath; ///< as stored
     std::string ShowPathToggle;
-    std::string ListingPattern; ///< TemplatesPath and "*.*", for listing it
     bool AccessHddTemplates{};
     bool TemplatesPathError{};
     bool FindPaneOpen{};

@@ -18,10 +18,9 @@ std::string Browser::Start(std::string hostKind, std::string arg2, std::string a
                            std::string caption)
 {
     caption = platform::text::Trimmed(caption);
-    if (caption.empty())
-        caption = program.Text(str::ProductCaption);
+    const auto title = [&] { return caption.empty() ? program.Text(str::ProductCaption) : caption; };
     if (!program.platform.process.ClaimSingleInstance()) {
-        program.toolkit.ShowMessage({program.Text(str::PreviousInstance), caption, ui::Icon::Information});
+        program.toolkit.ShowMessage({program.Text(str::PreviousInstance), title(), ui::Icon::Information});
         return {};
     }
     running = true;
@@ -31,7 +30,11 @@ std::string Browser::Start(std::string hostKind, std::string arg2, std::string a
     program.state.StartArg2 = std::move(arg2);
     program.state.StartArg3 = std::move(arg3);
     program.state.StartArg4 = std::move(arg4);
-    program.state.ProductCaption = std::move(caption);
+    // Before anything is named by a text: the first start of a process must read the same settings as the next one.
+    program.state.ProgramFolder =
+        program.platform.shell.FolderPath(platform::KnownFolder::ProgramFolder).value_or(std::string{});
+    program.strings.LoadResourceLibrary(program.state.ProgramFolder);
+    program.state.ProductCaption = title();
     program.state.SettingsAppName = program.Text(str::SettingsAppName);
 
     program.toolkit.SetBusy(true);
@@ -49,9 +52,6 @@ std::string Browser::Start(std::string hostKind, std::string arg2, std::string a
 
 bool Browser::Run()
 {
-    program.state.ProgramFolder =
-        program.platform.shell.FolderPath(platform::KnownFolder::ProgramFolder).value_or(std::string{});
-    program.strings.LoadResourceLibrary(program.state.ProgramFolder);
     program.progress.Cancelled = false;
 
     indicator = std::make_unique<frmTSOCXLoadProgressIndicator>(program);
@@ -93,7 +93,6 @@ void Browser::ReadTemplatesPath()
     state.AccessHddTemplates = program.settings.Flag("Browser", "Access HDD_Templates", false);
     state.TemplatesPath = state.AccessHddTemplates ? state.HddTemplatesPath : state.CdromTemplatesPath;
     state.TemplatesPathError = false;
-    state.ListingPattern = state.TemplatesPath + (state.TemplatesPath.ends_with('\\') ? "*.*" : "\\*.*");
     // One more separator even behind one that is there: every join from here on counts on a path that ends in one.
     state.TemplatesPath += "\\";
 }

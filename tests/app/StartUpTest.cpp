@@ -158,15 +158,12 @@ INSTANTIATE_TEST_SUITE_P(Outcomes, PdfConverterTest,
 
 TEST_F(StartUpTest, KeepsTheTemplatesPathWithOneMoreSeparator)
 {
-    const std::pair<const char*, std::pair<const char*, const char*>> paths[] = {
-        {"C:\\Templates", {"C:\\Templates\\*.*", "C:\\Templates\\"}},
-        {"C:\\Templates\\", {"C:\\Templates\\*.*", "C:\\Templates\\\\"}},
-    };
+    const std::pair<const char*, const char*> paths[] = {{"C:\\Templates", "C:\\Templates\\"},
+                                                         {"C:\\Templates\\", "C:\\Templates\\\\"}};
     for (const auto& [stored, expected] : paths) {
         SetTemplatesPath(stored);
         Start();
-        EXPECT_EQ(Program().state.ListingPattern, expected.first);
-        EXPECT_EQ(Program().state.TemplatesPath, expected.second);
+        EXPECT_EQ(Program().state.TemplatesPath, expected);
         EXPECT_NE(Main().tvTreeView.Find("Letters\\Formal"), nullptr);
         Main().Close();
         toolkit.RunPosted();
@@ -347,6 +344,28 @@ TEST_F(StartUpTest, SpeaksTheLanguageOfTheResourceLibrary)
     EXPECT_EQ(Main().lvListView.Columns().front().text, std::string(511, 'n'));
     EXPECT_EQ(Main().MenuBar.Items().back()->Caption, "&Help") << "what the library lacks is the program's own";
     EXPECT_EQ(Program().state.SettingsAppName, "Tessaly GWX 1.0");
+}
+
+TEST_F(StartUpTest, EveryStartOfAProcessReadsTheSettingsThatTheResourceLibraryNames)
+{
+    system.resources.Add("C:\\Program Files\\Template Browser\\TS_RES.dll",
+                         {{360, "Desk"}, {362, "Other"}, {364, "\\HKEY_CURRENT_USER\\Software\\Elsewhere"}});
+    const std::string other = "Software\\VB and VBA Program Settings\\Other\\";
+    for (const auto& [section, key, value] :
+         {std::array{"Options", "MSOVersion", "XP"}, std::array{"Profiles", "FirstRun", "0"},
+          std::array{"Browser", "Access HDD_Templates", "True"},
+          std::array{"Browser", "HDD Templates Path", "C:\\Templates"}})
+        system.registry.PutString(Hive::CurrentUser, other + section, key, value);
+    for (const char* favorite : {"Business\\Budget.ccw", "Letters\\Memo.swt"}) {
+        Start();
+        EXPECT_EQ(Program().state.ProductCaption, "Desk");
+        EXPECT_EQ(Program().state.SettingsAppName, "Other");
+        const auto found = Main().Favorites().FavoritesList().size();
+        system.registry.PutString(Hive::CurrentUser, other + "Browser\\Favorites", favorite, "");
+        EXPECT_EQ(found, favorite == std::string_view{"Letters\\Memo.swt"} ? 1u : 0u);
+        Main().Close();
+        toolkit.RunPosted();
+    }
 }
 
 // The invitation to enter a profile.
