@@ -1,23 +1,46 @@
 #!/usr/bin/env bash
-# Fails on an #include that goes against the direction of the dependencies (docs/ARCHITECTURE.md), and on a Windows
-# header outside the three folders that may see one. Prints one line a fault.
+# Fails on an #include that goes against the direction of the dependencies (docs/ARCHITECTURE.md), on a header of the
+# system outside the folders that may see one, and on a folder that the table does not have. Prints one line a fault.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-declare -A allowed=(
-  [platform]="platform"
-  [platform/memory]="platform platform/memory"
-  [platform/win32]="platform platform/win32"
-  [ui]="platform ui"
-  [ui/headless]="platform ui ui/headless"
-  [ui/win32]="platform platform/win32 ui ui/win32"
-  [app/base]="platform ui app/base"
-  [library]="platform ui app/base library"
-  [browser]="platform ui app/base library browser"
-  [profiles]="platform ui app/base profiles"
-  [app/shell]="platform ui app/base library browser profiles app/shell"
-  [automation]="platform platform/win32 ui ui/win32 app/shell automation"
-)
+# A folder, and what its files may include besides the standard library and their own folder. "product" is every folder
+# that is neither a test nor a tool; "system" is any other header in angle brackets, which is to say Windows'.
+table='
+platform
+platform/memory     platform
+platform/win32      platform system
+ui                  platform
+ui/headless         platform ui
+ui/win32            platform platform/win32 ui system
+app/base            platform ui
+library             platform ui app/base
+browser             platform ui app/base library
+profiles            platform ui app/base
+app/shell           platform ui app/base library browser profiles
+automation          platform platform/win32 ui ui/win32 app/shell system
+
+bench               product system
+fuzz                product fuzzer
+tools/viewer        product
+tests/support        product gtest
+tests/support/win32  product gtest system
+tests/app            product gtest tests/support
+tests/automation     product gtest tests/support/win32 system
+tests/browser        product gtest tests/support
+tests/endtoend       product gtest tests/support/win32 system
+tests/library        product gtest tests/support
+tests/platform       product gtest tests/support
+tests/profiles       product gtest tests/support
+tests/profiles/win32 product gtest tests/support tests/support/win32 system
+tests/ui             product gtest tests/support
+tests/ui/win32       product gtest tests/support/win32 system
+'
+
+declare -A allowed=()
+while read -r folder names; do
+  [[ -z $folder ]] || allowed[$folder]=" $names $folder "
+done <<<"$table"
 
 faults=0
 fault() {
@@ -25,22 +48,50 @@ fault() {
   faults=$((faults + 1))
 }
 
-for folder in "${!allowed[@]}"; do
-  [[ -d $folder ]] || continue
-  while IFS= read -r file; do
-    while IFS= read -r included; do
-      from=$(dirname "$included")
-      [[ $from == . ]] && continue
-      [[ " ${allowed[$folder]} " == *" $from "* ]] || fault "$file includes $included: $folder must not know $from"
-    done < <(sed -nE 's/^[[:space:]]*#[[:space:]]*include[[:space:]]*"([^"]+)".*/\1/p' "$file")
-    case $folder in
-    platform/win32 | ui/win32 | automation) ;;
-    *)
-      if grep -qiE '^[[:space:]]*#[[:space:]]*include[[:space:]]*<(windows|win|comm|shl|shell|ole|obj|oaidl|wincodec|uxtheme)[a-z0-9]*\.h>' "$file"; then
-        fault "$file includes a Windows header"
-      fi
-      ;;
-    esac
-  done < <(find "$folder" -maxdepth 1 -name '*.h' -o -maxdepth 1 -name '*.cpp' 2>/dev/null)
-done
+is_product() {
+  [[ $1 != @(bench|fuzz|tools|tests)* && -n ${allowed[$1]:-} ]]
+}
+
+# Sets `kind` to what the include of a header needs to be allowed.
+kind_of() {
+  case $1 in
+  '<gtest/'* | '<gmock/'*) kind=gtest ;;
+  '<fuzzer/'*) kind=fuzzer ;;
+  '<'*.*) kind=system ;; # those of the standard library have no dot
+  '<'*) kind=standard ;;
+  '"'*/*) kind=${1#\"} kind=${kind%/*} ;;
+  *) kind=own ;;
+  esac
+}
+
+# Every file that git knows or would take, and whether it is told about.
+declare -A unknown=()
+files=()
+while IFS= read -r file; do
+  folder=${file%/*}
+  if [[ -z ${allowed[$folder]:-} ]]; then
+    [[ -n ${unknown[$folder]:-} ]] || fault "$folder is in no row of $0"
+    unknown[$folder]=yes
+  elif [[ -f $file ]]; then
+    files+=("$file")
+  fi
+done < <(git ls-files --cached --others --exclude-standard '*.h' '*.cpp')
+
+while IFS=: read -r file line; do
+  [[ $line =~ (\<[^\>]+\>|\"[^\"]+\") ]] || continue
+  folder=${file%/*} included=${BASH_REMATCH[1]}
+  kind_of "$included"
+  case $kind in
+  standard) ;;
+  # By its bare name: a file beside it, or one that the build makes.
+  own)
+    [[ -f $folder/${included//\"/} || $included == @(\"StringRows.inc\"|\"TSBrowser.h\") ]] ||
+      fault "$file includes $included, which is not beside it"
+    ;;
+  *)
+    [[ ${allowed[$folder]} == *" $kind "* ]] || { [[ ${allowed[$folder]} == *" product "* ]] && is_product "$kind"; } ||
+      fault "$file includes $included: $folder must not know $kind"
+    ;;
+  esac
+done < <(grep -HE '^[[:space:]]*#[[:space:]]*include' "${files[@]}")
 exit $((faults > 0))
