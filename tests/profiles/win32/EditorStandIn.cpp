@@ -1,4 +1,5 @@
 #include "platform/win32/WindowsHeader.h"
+#include "tests/support/win32/Files.h"
 
 #include <fstream>
 #include <sstream>
@@ -137,13 +138,6 @@ int Merge(const std::string& file)
     return count;
 }
 
-std::string Read(const std::wstring& path)
-{
-    std::ostringstream bytes;
-    bytes << std::ifstream{path.c_str(), std::ios::binary}.rdbuf();
-    return bytes.str();
-}
-
 void RunRealEditor(const std::wstring& file)
 {
     wchar_t real[MAX_PATH]{};
@@ -185,7 +179,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
             std::ofstream{arguments[3], std::ios::binary} << text;
     } else if (is(1, L"/i") && is(2, L"/s") && count == 4) {
         asked = "import";
-        std::string text = Read(arguments[3]);
+        std::string text = support::ReadFile(arguments[3]);
         if (mode == "half")
             text.resize(text.rfind('\n', text.size() / 2));
         if (mode == "garbage")

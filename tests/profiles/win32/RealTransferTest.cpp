@@ -6,6 +6,9 @@
 #include "platform/win32/Native.h"
 #include "platform/win32/System.h"
 #include "profiles/ProfileTransfer.h"
+#include "tests/support/win32/Files.h"
+#include "tests/support/win32/Process.h"
+#include "tests/support/win32/Registry.h"
 #include "ui/headless/HeadlessToolkit.h"
 
 #include <psapi.h>
@@ -16,12 +19,12 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <sstream>
 
 namespace tests {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace support;
 using platform::Hive;
 using platform::ValueType;
 using profiles::ExportOutcome;
@@ -30,63 +33,8 @@ constexpr wchar_t ParentKey[] = L"Software\\Zelmor Software\\Zelmor User Profile
 constexpr wchar_t RunKey[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Run";
 constexpr wchar_t MarkerKey[] = L"Software\\TSTransferTest marker";
 
-using Values = std::map<std::wstring, std::pair<DWORD, std::string>>;
-
-/// Everything at and below a key, keys as well; not below `without`.
-void Collect(HKEY root, const std::wstring& path, const std::wstring& without, Values& found)
-{
-    HKEY key{};
-    if (path == without || RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS)
-        return;
-    found[path + L"\\"];
-    wchar_t name[16384];
-    std::string data(1 << 20, '\0');
-    for (DWORD i = 0;; ++i) {
-        DWORD length = 16384, size = static_cast<DWORD>(data.size()), type = 0;
-        if (RegEnumValueW(key, i, name, &length, nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &size) !=
-            ERROR_SUCCESS)
-            break;
-        found[path + L"\\" + name] = {type, data.substr(0, size)};
-    }
-    for (DWORD i = 0; RegEnumKeyW(key, i, name, 256) == ERROR_SUCCESS; ++i)
-        Collect(root, path.empty() ? name : path + L"\\" + name, without, found);
-    RegCloseKey(key);
-}
-
-std::map<fs::path, std::string> Files(const fs::path& folder)
-{
-    std::map<fs::path, std::string> found;
-    for (const auto& entry : fs::recursive_directory_iterator{folder}) {
-        std::ostringstream bytes;
-        if (entry.is_regular_file())
-            bytes << std::ifstream{entry.path(), std::ios::binary}.rdbuf();
-        found[entry.path().lexically_relative(folder)] = bytes.str();
-    }
-    return found;
-}
-
-void PutFile(const fs::path& file, const std::string& bytes, const std::string& more = "", std::size_t times = 0)
-{
-    fs::create_directories(file.parent_path());
-    std::ofstream out{file, std::ios::binary};
-    for (out << bytes; times > 0; --times)
-        out << more;
-}
-
-bool IsUnderWine()
-{
-    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-}
-
 class RealTransferTest : public testing::Test {
 protected:
-    static fs::path OwnFolder()
-    {
-        wchar_t path[MAX_PATH]{};
-        GetModuleFileNameW(nullptr, path, MAX_PATH);
-        return fs::path{path}.parent_path();
-    }
-
     const fs::path editor{L"C:\\windows\\regedit.exe"};
     const fs::path realEditor{L"C:\\windows\\TSTransferTest\\regedit.exe"};
     const fs::path folder = fs::temp_directory_path() / L"TSTransferTest ü";
@@ -155,9 +103,9 @@ protected:
     static std::string Utf8(const fs::path& path) { return platform::win32::ToUtf8(path.native()); }
     std::string EditorsLog() const
     {
-        std::ostringstream lines;
-        lines << std::ifstream{log}.rdbuf();
-        return lines.str();
+        std::string lines = ReadFile(log);
+        std::erase(lines, '\r');
+        return lines;
     }
 
     void Set(const std::string& profile, std::string_view name, const std::string& data,
@@ -187,7 +135,7 @@ protected:
                 const fs::path file = folder / "Images" / platform::win32::ToUtf16(name) /
                                       (std::string{profiles::KindWord(kind)} + (number == 1 ? ".gif" : ".jpg"));
                 if ((i + number) % 2 == 0)
-                    PutFile(file, std::string(static_cast<std::size_t>(50 + i), static_cast<char>(i)) + name);
+                    WriteFile(file, std::string(static_cast<std::size_t>(50 + i), static_cast<char>(i)) + name);
                 Set(name, profiles::ValueName(kind), (i + number) % 2 == 0 ? Utf8(file) : "");
             }
         }
@@ -197,12 +145,7 @@ protected:
         Set("O'Brien ü 1", "expands", "%TEMP%\\ü", ValueType::ExpandString);
         Set("O'Brien ü 1", "several", std::string{"a\0\0\0b\0\0\0\0\0", 10}, ValueType::MultiString);
     }
-    static Values Profiles()
-    {
-        Values found;
-        Collect(HKEY_CURRENT_USER, ParentKey, L"", found);
-        return found;
-    }
+    static RegistryTree Profiles() { return ReadRegistry(HKEY_CURRENT_USER, ParentKey); }
     std::string Text(std::uint16_t id) const { return std::string{app::StringTable::Own(id)}; }
     static double Seconds(std::chrono::steady_clock::time_point since)
     {
@@ -227,7 +170,7 @@ TEST_F(RealTransferTest, EverythingComesBackWhateverTheEditorDoes)
         {"nothing", 20, false, "export 0\nimport 0\n"},
         {"never", 20, false, "export 0\nimport 0\n"},
     };
-    Values values;
+    RegistryTree values;
     std::map<fs::path, std::string> pictures;
     for (const auto& row : rows) {
         SCOPED_TRACE(std::string{row.mode} + (row.isOdd ? " odd" : ""));
@@ -237,7 +180,7 @@ TEST_F(RealTransferTest, EverythingComesBackWhateverTheEditorDoes)
             UseImages("Images");
             AddProfiles(row.profiles, row.isOdd);
             values = Profiles();
-            pictures = Files(folder / "Images");
+            pictures = FilesBelow(folder / "Images");
             ASSERT_GT(values.size(), 23u * static_cast<std::size_t>(row.profiles));
         }
         PutEditorBack();
@@ -253,7 +196,7 @@ TEST_F(RealTransferTest, EverythingComesBackWhateverTheEditorDoes)
         auto start = std::chrono::steady_clock::now();
         ASSERT_EQ(transfer.Export(Utf8(folder / "Out"), "Set"), ExportOutcome::Done);
         const double exported = Seconds(start);
-        auto files = Files(folder / "Out" / "Set");
+        auto files = FilesBelow(folder / "Out" / "Set");
         EXPECT_EQ(files.erase(L"TSProfile.tspf"), 1u);
         EXPECT_TRUE(files == pictures) << "nothing but the pictures and the file";
 
@@ -265,7 +208,7 @@ TEST_F(RealTransferTest, EverythingComesBackWhateverTheEditorDoes)
         std::printf("%d profiles, editor \"%s\": export %.1f s, import %.1f s\n", row.profiles, row.mode, exported,
                     Seconds(start));
         ASSERT_TRUE(Profiles() == values);
-        ASSERT_TRUE(Files(folder / "Images") == pictures);
+        ASSERT_TRUE(FilesBelow(folder / "Images") == pictures);
         EXPECT_TRUE(EditorsLog().starts_with(row.log)) << EditorsLog();
         EXPECT_EQ(EditorsLog().contains("import"), row.log.contains("import"));
     }
@@ -279,14 +222,14 @@ TEST_F(RealTransferTest, OnAnotherMachineThePicturesLieInItsOwnFolder)
     toolkit.ExpectMessage(Text(410) + Utf8(folder / "Out" / "Set") + ".", ui::Icon::Information);
     ASSERT_EQ(transfer.Export(Utf8(folder / "Out"), "Set"), ExportOutcome::Done);
     auto values = Profiles();
-    const auto pictures = Files(folder / "Images");
+    const auto pictures = FilesBelow(folder / "Images");
 
     RegDeleteTreeW(HKEY_CURRENT_USER, ParentKey);
     fs::rename(folder / "Images", folder / "Gone");
     UseImages("Elsewhere");
     toolkit.ExpectMessage(Text(416), ui::Icon::Information);
     ASSERT_TRUE(transfer.Import(Utf8(folder / "Out" / "Set")));
-    EXPECT_TRUE(Files(folder / "Elsewhere") == pictures);
+    EXPECT_TRUE(FilesBelow(folder / "Elsewhere") == pictures);
     const auto bytes = [](const fs::path& path) {
         const std::wstring text = path.native() + L"\\";
         return std::string{reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t)};
@@ -345,10 +288,9 @@ TEST_F(RealTransferTest, AHostileFileChangesNothingOutsideTheProfiles)
     RegSetKeyValueW(HKEY_CURRENT_USER, MarkerKey, L"here", REG_SZ, L"x", 4);
     UseEditor("lax");
     const auto outside = [] {
-        Values found;
-        Collect(HKEY_CURRENT_USER, L"", std::wstring{ParentKey} + L"\\Profiles", found);
-        Collect(HKEY_LOCAL_MACHINE, RunKey, L"", found);
-        Collect(HKEY_LOCAL_MACHINE, L"Software\\TSTransferTest", L"", found);
+        RegistryTree found = ReadRegistry(HKEY_CURRENT_USER, L"", 0, std::wstring{ParentKey} + L"\\Profiles");
+        found.merge(ReadRegistry(HKEY_LOCAL_MACHINE, RunKey));
+        found.merge(ReadRegistry(HKEY_LOCAL_MACHINE, L"Software\\TSTransferTest"));
         return found;
     };
     const auto before = outside();
@@ -360,7 +302,7 @@ TEST_F(RealTransferTest, AHostileFileChangesNothingOutsideTheProfiles)
     };
 
     // What the editor would do with such a file: else this test could not fail.
-    PutFile(folder / "teeth.reg", rows[0].file);
+    WriteFile(folder / "teeth.reg", rows[0].file);
     const std::string line = "\"" + Utf8(editor) + "\" /i /s \"" + Utf8(folder / "teeth.reg") + "\"";
     ASSERT_TRUE(
         system.AsPlatform().shell.RunAndWait(Utf8(editor), line, platform::WindowStyle::Normal, 20'000).has_value());
@@ -372,7 +314,11 @@ TEST_F(RealTransferTest, AHostileFileChangesNothingOutsideTheProfiles)
     toolkit.ThrowAwayMessages = true;
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        PutFile(folder / "In" / "TSProfile.tspf", row.file, row.more, row.times);
+        WriteFile(folder / "In" / "TSProfile.tspf", row.file);
+        std::ofstream more{folder / "In" / "TSProfile.tspf", std::ios::binary | std::ios::app};
+        for (std::size_t i = 0; i < row.times; ++i)
+            more << row.more;
+        more.close();
         toolkit.Messages.clear();
         const auto atMost = peak();
         const auto start = std::chrono::steady_clock::now();
@@ -382,9 +328,7 @@ TEST_F(RealTransferTest, AHostileFileChangesNothingOutsideTheProfiles)
         ASSERT_EQ(toolkit.Messages.size(), 1u);
         EXPECT_EQ(toolkit.Messages[0].text, Text(row.message));
         EXPECT_TRUE(outside() == before);
-        Values ann;
-        Collect(HKEY_CURRENT_USER, std::wstring{ParentKey} + L"\\Profiles\\Ann", L"", ann);
-        EXPECT_EQ(ann.size(), 2u);
+        EXPECT_EQ(ReadRegistry(HKEY_CURRENT_USER, std::wstring{ParentKey} + L"\\Profiles\\Ann").size(), 2u);
     }
 }
 
