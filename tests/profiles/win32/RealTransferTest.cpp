@@ -42,7 +42,8 @@ protected:
     platform::win32::System system;
     ui::HeadlessToolkit toolkit;
     app::Program program{system.AsPlatform(), toolkit};
-    profiles::ProfileManager manager{program};
+    profiles::ProfileManager manager{program.platform.registry, program.registry, program.settings, program.messages,
+                                     program.strings};
     profiles::ProfileImages images{program, manager};
 
     void SetUp() override
