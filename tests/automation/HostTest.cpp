@@ -210,9 +210,9 @@ TEST_F(ScriptTest, TakesWhateverAScriptPasses)
     EXPECT_EQ(Script{script}.OutputAtEnd(), expected);
 }
 
-TEST_F(ScriptTest, ServesScriptHostsOfBothBitnesses)
+TEST_F(ScriptTest, ServesScriptHostsOfTheOtherBitness)
 {
-    for (const wchar_t* const folder : {L"sysnative", L"system32", L"syswow64"}) {
+    for (const wchar_t* const folder : {L"sysnative", L"syswow64"}) {
         if (!std::filesystem::exists(ScriptHost(folder)))
             continue;
         Script host{"Set b = CreateObject(\"TSBrowser.clsBrowser.1\")\r\n"

@@ -198,31 +198,24 @@ TEST_F(FileContract, CreatesOneFolderWithAPossibleName)
     EXPECT_THAT(Names(), UnorderedElementsAre("there", "file"));
 }
 
-TEST_F(FileContract, ReadsWholeFilesUpToTheLimit)
+TEST_F(FileContract, WritesNewFilesOnlyAndReadsThemWholeUpToTheLimit)
 {
     const std::string bytes{"a\0b\r\n\x1A\xFF", 7};
-    Write("file", bytes);
-    Write("empty", "");
+    const std::string large(300'000, 'x');
+    EXPECT_EQ(files.Write(At("file"), bytes), Result<>{});
+    EXPECT_EQ(files.Write(At("empty"), ""), Result<>{});
+    EXPECT_EQ(files.Write(At("large"), large), Result<>{});
+    EXPECT_EQ(CodeOf(files.Write(At("file"), "other")), error::FileExists.code);
+    EXPECT_EQ(CodeOf(files.Write(At("missing\\file"), "x")), error::PathNotFound.code);
+    EXPECT_EQ(CodeOf(files.Write(At("a*"), "x")), error::InvalidName.code);
+    EXPECT_THAT(Names(), UnorderedElementsAre("file", "empty", "large"));
+
     EXPECT_EQ(files.Read(At("file"), 7).value(), bytes);
     EXPECT_EQ(files.Read(At("empty"), 0).value(), "");
+    EXPECT_EQ(files.Read(At("large"), large.size()).value(), large);
     EXPECT_EQ(CodeOf(files.Read(At("file"), 6)), error::FileTooLarge.code);
     EXPECT_EQ(CodeOf(files.Read(At("missing"), 9)), error::FileNotFound.code);
     EXPECT_EQ(CodeOf(files.Read(folder, 9)), error::AccessDenied.code);
-    const std::string large(300'000, 'x');
-    Write("large", large);
-    EXPECT_EQ(files.Read(At("large"), large.size()).value(), large);
-}
-
-TEST_F(FileContract, WritesNewFilesOnly)
-{
-    const std::string bytes{"a\0b\r\n\x1A\xFF", 7};
-    EXPECT_EQ(files.Write(At("new"), bytes), Result<>{});
-    EXPECT_EQ(files.Write(At("empty"), ""), Result<>{});
-    EXPECT_EQ(CodeOf(files.Write(At("new"), "other")), error::FileExists.code);
-    EXPECT_EQ(CodeOf(files.Write(At("missing\\file"), "x")), error::PathNotFound.code);
-    EXPECT_EQ(CodeOf(files.Write(At("a*"), "x")), error::InvalidName.code);
-    EXPECT_EQ(Contents("new"), bytes);
-    EXPECT_THAT(Names(), UnorderedElementsAre("new", "empty"));
 }
 
 TEST_F(FileContract, ReplacesAFileInOneStep)
