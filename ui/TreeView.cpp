@@ -36,14 +36,7 @@ TreeView::Node* TreeView::Add(Node* parent, std::string key, std::string text, i
     entry->second = node.get();
 
     auto& siblings = parent != nullptr ? parent->children : roots;
-    auto place = siblings.end();
-    if (parent != nullptr && parent->sorted)
-        place = std::ranges::upper_bound(
-            siblings, node->text,
-            [this](const std::string& a, const std::string& b) { return (Compare ? Compare(a, b) : a.compare(b)) < 0; },
-            [](const std::unique_ptr<Node>& sibling) -> const std::string& { return sibling->text; });
-    Node* added = node.get();
-    siblings.insert(place, std::move(node));
+    Node* added = siblings.emplace_back(std::move(node)).get();
     ItemsChanged();
     return added;
 }
@@ -60,18 +53,6 @@ void TreeView::SetImages(Node& node, int image, int selectedImage)
         return;
     node.image = image;
     node.selectedImage = selectedImage;
-    ItemsChanged();
-}
-
-void TreeView::SetSorted(Node& node, bool value)
-{
-    if (node.sorted == value)
-        return;
-    node.sorted = value;
-    if (value)
-        std::ranges::stable_sort(node.children, [this](const auto& a, const auto& b) {
-            return (Compare ? Compare(a->text, b->text) : a->text.compare(b->text)) < 0;
-        });
     ItemsChanged();
 }
 

@@ -18,11 +18,9 @@ public:
     struct Node {
         std::string key;
         std::string text;
-        std::string tag; ///< for the owner's use
         int image{};
         int selectedImage{};
         bool bold{};
-        bool sorted{}; ///< children are kept in alphabetical order
         bool expanded{};
         Node* parent{};
         std::vector<std::unique_ptr<Node>> children;
@@ -33,18 +31,14 @@ public:
     bool IsTabStop() const override { return true; }
 
     ImageList Images;
-    /// Orders siblings below a sorted node; by bytes when not set.
-    std::function<int(const std::string& a, const std::string& b)> Compare;
 
     const std::vector<std::unique_ptr<Node>>& Roots() const { return roots; }
     std::size_t Count() const { return byKey.size(); }
     void Clear();
-    /// Adds a node as the last child of `parent` (null: as a root), or in its place below a sorted parent. Null when
-    /// the key is taken.
+    /// Adds a node as the last child of `parent` (null: as a root). Null when the key is taken.
     Node* Add(Node* parent, std::string key, std::string text, int image, int selectedImage);
     void SetBold(Node& node, bool value);
     void SetImages(Node& node, int image, int selectedImage);
-    void SetSorted(Node& node, bool value);
     Node* Find(std::string_view key) const;
     /// Every node, parents before children, in the order shown. Stops when `visit` gives false.
     void ForEach(const std::function<bool(Node&)>& visit) const;

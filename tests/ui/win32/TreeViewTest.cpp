@@ -164,7 +164,6 @@ TEST_F(TreeViewWindowTest, FollowsCodeWithoutRaisingEvents)
     EXPECT_EQ(Selected(), "Private");
     EXPECT_EQ(Outline(), ModelOutline());
 
-    model.SetSorted(*model.Find("Faxes"), true);
     model.Add(model.Find("Faxes"), "Faxes\\Contracts", "Contracts", 3, 4);
     model.SetExpanded(*model.Find("Letters"), false);
     model.SetImages(*model.Find("Letters"), 3, 4);
