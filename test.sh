@@ -67,7 +67,7 @@ export ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1 UBSAN_OPTIONS=print_st
 need cmake make g++ ccache libgtest-dev googletest python3 imagemagick fontconfig fonts-dejavu-core
 check includes tests/check_includes.sh
 build native
-for name in platform ui app library browser profiles; do
+for name in platform pictures ui app library browser profiles; do
   [[ -x build/native/tests/$name/${name}_tests ]] && suite "$name" 300 "build/native/tests/$name/${name}_tests"
 done
 check samples python3 -B -m unittest discover -s samples -p 'test_*.py'
@@ -88,6 +88,7 @@ if [[ -z $native_only ]]; then
   wineserver -w
   tests=build/$flavour/tests
   suite platform-wine 300 wine "$tests/platform/platform_win32_tests.exe"
+  suite pictures-wine 300 wine "$tests/pictures/win32/pictures_win32_tests.exe"
   suite automation-wine 600 wine "$tests/automation/automation_tests.exe"
   suite profiles-wine 300 wine "$tests/profiles/win32/profiles_win32_tests.exe"
   for dpi in 96 144; do

@@ -37,7 +37,7 @@ public:
 private:
     platform::win32::System system;
     ui::win32::Win32Toolkit toolkit;
-    app::Browser browser{system.AsPlatform(), toolkit};
+    app::Browser browser{system.AsPlatform(), toolkit, toolkit.Pictures()};
 };
 
 } // namespace

@@ -2,10 +2,12 @@
 // same tree, and a fill of the list against one enumeration of the same folder.
 #include "bench/Disk.h"
 
+#include "app/base/Program.h"
 #include "browser/LibraryRows.h"
 #include "browser/ListPane.h"
 #include "library/TemplateFiles.h"
 #include "library/TemplateLibrary.h"
+#include "pictures/memory/MemoryPictures.h"
 #include "ui/Form.h"
 #include "ui/ListView.h"
 #include "ui/TreeView.h"
@@ -28,6 +30,8 @@
 
 namespace bench {
 namespace {
+
+const pictures::memory::MemoryPictures pictures; // none is looked at here
 
 constexpr int FoldersACategory = 25; ///< the category and its sub-folders
 constexpr const char* Category = "Category";
@@ -153,7 +157,7 @@ bool MeasureLoad(Disk& disk, ui::Toolkit& toolkit, bool shown, const Size& size,
 {
     const std::string templates = disk.Root() + "\\Library";
     const auto folders = AddLibrary(disk, templates, size);
-    app::Program program{disk.AsPlatform(), toolkit};
+    app::Program program{disk.AsPlatform(), toolkit, pictures};
     BenchForm form{program, templates};
     if (shown)
         form.Show();
@@ -184,7 +188,7 @@ bool MeasureFill(Disk& disk, ui::Toolkit& toolkit, bool shown, const Size& size,
     disk.AddFolder(templates);
     disk.AddFolder(folder);
     AddFiles(disk, folder, size.templatesInList, library::TemplateExtensions);
-    app::Program program{disk.AsPlatform(), toolkit};
+    app::Program program{disk.AsPlatform(), toolkit, pictures};
     BenchForm form{program, templates};
     if (shown)
         form.Show();
@@ -203,7 +207,7 @@ void LoadOnce(Disk& disk, int folders)
     const std::string templates = disk.Root() + "\\Library";
     AddLibrary(disk, templates, {.folders = folders});
     ui::HeadlessToolkit toolkit;
-    app::Program program{disk.AsPlatform(), toolkit};
+    app::Program program{disk.AsPlatform(), toolkit, pictures};
     BenchForm form{program, templates};
     form.Load();
     Expect(form.tree.Count(), static_cast<std::size_t>(folders) + 3, "nodes in the tree");
@@ -213,7 +217,7 @@ void LoadOnce(Disk& disk, int folders)
 void LoadFolder(Disk& disk, const std::string& templates, int rounds)
 {
     ui::HeadlessToolkit toolkit;
-    app::Program program{disk.AsPlatform(), toolkit};
+    app::Program program{disk.AsPlatform(), toolkit, pictures};
     BenchForm form{program, templates};
     std::printf("full load of %s: %.1f ms\n", templates.c_str(), LeastTimes(rounds, {[&] { form.Load(); }})[0]);
 }

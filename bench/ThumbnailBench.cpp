@@ -1,6 +1,7 @@
 // The thumbnail view on a folder of many pictures: how soon they are there, and whether the window answers meanwhile.
 #include "ui/win32/Win32Toolkit.h"
 
+#include "app/base/Program.h"
 #include "browser/LibraryRows.h"
 #include "browser/ListPane.h"
 #include "library/TemplateLibrary.h"
@@ -135,13 +136,15 @@ int Run(const std::string& library)
 {
     ui::win32::Win32Toolkit toolkit;
     platform::win32::System system;
-    app::Program program{system.AsPlatform(), toolkit};
+    app::Program program{system.AsPlatform(), toolkit, toolkit.Pictures()};
     program.state.SettingsAppName = "Tessaly bench"; // nobody's settings
     program.state.TemplatesPath = library + "\\\\";
     program.state.HddTemplatesPath = library;
     BenchForm form{program};
     browser::FileTypeTabs tabs{program.settings, program.strings, form.strip};
-    library::TemplateLibrary templates{program, form.tree};
+    library::TemplateLibrary templates{form.tree,        program.platform.files, program.platform.locale,
+                                       program.settings, program.messages,       program.progress,
+                                       program.strings,  program.state};
     templates.LoadTreeView();
     const browser::TemplateReader reader{templates.Contents(), program.platform.files, program.state, program.settings};
     browser::Thumbnails thumbnails{program.platform.files, program.state, reader};

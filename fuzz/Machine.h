@@ -2,6 +2,7 @@
 
 #include "app/shell/Browser.h"
 #include "fuzz/Check.h"
+#include "pictures/memory/MemoryPictures.h"
 #include "platform/memory/System.h"
 #include "ui/headless/HeadlessToolkit.h"
 
@@ -17,6 +18,7 @@ inline const std::string Templates = "C:\\Templates";
 struct Machine {
     platform::memory::System system;
     ui::HeadlessToolkit toolkit;
+    pictures::memory::MemoryPictures pictures;
 
     Machine()
     {
@@ -39,7 +41,7 @@ struct Machine {
     void Run(const Use& use)
     {
         toolkit.OnModal("frmTemplatesPath", [](ui::Form& form) { form.UserCloses(); });
-        app::Browser browser{system.AsPlatform(), toolkit};
+        app::Browser browser{system.AsPlatform(), toolkit, pictures};
         browser.Start("EXE", "", "", "", "");
         if (browser.Main() != nullptr && browser.Main()->IsOpen()) {
             use(*browser.Main());

@@ -103,7 +103,7 @@ void frmImages::btnSet_Click(Picture& picture)
         picture.btnSet.SetFocus();
         return;
     }
-    if (!program.toolkit.CanShowPicture(*chosen)) {
+    if (!program.pictures.CanShow(*chosen)) {
         program.messages.Inform(program.Text(str::FileUnreadable) + "\r\n" + *chosen);
         picture.btnSet.SetFocus();
         return;

@@ -10,14 +10,17 @@ table='
 platform
 platform/memory     platform
 platform/win32      platform system
-ui                  platform
-ui/headless         platform ui
-ui/win32            platform platform/win32 ui system
-app/base            platform ui
+pictures            platform
+pictures/memory     platform pictures
+pictures/win32      platform platform/win32 pictures system
+ui                  platform pictures
+ui/headless         platform pictures ui
+ui/win32            platform platform/win32 pictures pictures/win32 ui system
+app/base            platform pictures ui
 library             platform ui app/base
-browser             platform ui app/base library
-profiles            platform ui app/base
-app/shell           platform ui app/base library browser profiles
+browser             platform pictures ui app/base library
+profiles            platform pictures ui app/base
+app/shell           platform pictures ui app/base library browser profiles
 automation          platform platform/win32 ui ui/win32 app/shell system
 
 bench               product system
@@ -30,11 +33,13 @@ tests/automation     product gtest tests/support/win32 system
 tests/browser        product gtest tests/support
 tests/endtoend       product gtest tests/support/win32 system
 tests/library        product gtest tests/support
+tests/pictures       product gtest
+tests/pictures/win32 product gtest tests/pictures system
 tests/platform       product gtest tests/support
 tests/profiles       product gtest tests/support
 tests/profiles/win32 product gtest tests/support tests/support/win32 system
 tests/ui             product gtest tests/support
-tests/ui/win32       product gtest tests/support/win32 system
+tests/ui/win32       product gtest tests/pictures/win32 tests/support/win32 system
 '
 
 declare -A allowed=()

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <functional>
+#include "pictures/IconSource.h"
+
 #include <map>
 #include <string>
 
@@ -10,11 +11,7 @@ namespace ui {
 /// at the size and dpi it needs.
 class ImageList {
 public:
-    struct Picture {
-        std::string name; ///< one of the program's pictures (art/icons.rc, in lower case), or
-        std::string file; ///< the full path of an icon file
-        friend bool operator==(const Picture&, const Picture&) = default;
-    };
+    using Picture = pictures::IconSource;
 
     void SetNamed(int index, std::string name);
     /// Adds an icon file as a new last entry; gives its index.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pictures/Thumbnail.h"
 #include "ui/Control.h"
 #include "ui/ImageList.h"
 #include "ui/Key.h"
@@ -10,13 +11,7 @@
 
 namespace ui {
 
-/// The pictures that make up one thumbnail, as full paths.
-struct Thumbnail {
-    std::string picture;
-    std::string fallback; ///< instead of a picture that is missing or broken; "" for the row's icon
-    std::string frame;    ///< the picture is drawn onto this one; "" for none
-    friend bool operator==(const Thumbnail&, const Thumbnail&) = default;
-};
+using Thumbnail = pictures::Thumbnail;
 
 /// The rows behind a list view. The view asks for what it shows and keeps no copy.
 class ListModel {
@@ -27,7 +22,7 @@ public:
     /// Entry of ListView::LargeImages / SmallImages.
     virtual int Icon(int row) const = 0;
     virtual int SmallIcon(int row) const = 0;
-    /// What View::Thumbnails shows.
+    /// What View::Thumbnails shows; the row's icon where no picture can be decoded.
     virtual Thumbnail ThumbnailOf(int) const { return {}; }
 };
 

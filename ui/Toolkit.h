@@ -45,9 +45,6 @@ public:
     /// The chosen file's full path; nothing when the user cancelled. The current folder stays as it is.
     virtual std::optional<std::string> OpenFile(const OpenFileDialog& dialog) = 0;
 
-    /// Whether the system can decode the file as a picture, within the bounds of those that are shown.
-    virtual bool CanShowPicture(const std::string& path) = 0;
-
     /// Handles the messages that are waiting and returns.
     virtual void DoEvents() = 0;
     /// Runs `task` from the message loop, outside every handler that is active now.

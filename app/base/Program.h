@@ -6,6 +6,7 @@
 #include "app/base/Settings.h"
 #include "app/base/StartUpState.h"
 #include "app/base/StringTable.h"
+#include "pictures/Pictures.h"
 #include "platform/Platform.h"
 #include "ui/Toolkit.h"
 
@@ -14,14 +15,16 @@ namespace app {
 /// What exists once per process. Forms take it whole; classes that hold rules take only the parts they use.
 class Program {
 public:
-    Program(platform::Platform systemPlatform, ui::Toolkit& uiToolkit)
-        : platform{systemPlatform}, toolkit{uiToolkit}, strings{platform.resources}, messages{toolkit, strings, state},
-          settings{platform.registry, state}, registry{platform.registry, messages, toolkit}, progress{toolkit}
+    Program(platform::Platform systemPlatform, ui::Toolkit& uiToolkit, const pictures::Pictures& decoder)
+        : platform{systemPlatform}, toolkit{uiToolkit}, pictures{decoder}, strings{platform.resources},
+          messages{toolkit, strings, state}, settings{platform.registry, state},
+          registry{platform.registry, messages, toolkit}, progress{toolkit}
     {
     }
 
     platform::Platform platform;
     ui::Toolkit& toolkit;
+    const pictures::Pictures& pictures;
     StartUpState state;
     StringTable strings;
     Messages messages;

@@ -13,7 +13,10 @@ namespace app {
 /// One browser of this process: the start-up sequence, the main window, and what is left when it closes.
 class Browser {
 public:
-    Browser(platform::Platform platform, ui::Toolkit& toolkit) : program{platform, toolkit} {}
+    Browser(platform::Platform platform, ui::Toolkit& toolkit, const pictures::Pictures& pictures)
+        : program{platform, toolkit, pictures}
+    {
+    }
 
     /// Opens the browser; every failure is shown to the user and none raised. Gives the result text, which is empty
     /// unless something filled it. While a browser is open, in this process or another, it only says so.

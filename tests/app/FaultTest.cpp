@@ -39,7 +39,7 @@ void UseTheBrowser(TestMachine& machine)
 {
     machine.toolkit.ThrowAwayMessages = true;
     machine.toolkit.OnModal("frmTemplatesPath", [](ui::Form& form) { form.UserCloses(); });
-    app::Browser browser{machine.system.AsPlatform(), machine.toolkit};
+    app::Browser browser{machine.system.AsPlatform(), machine.toolkit, machine.pictures};
     browser.Start("EXE", "", "", "", "");
     if (browser.Main() != nullptr && browser.Main()->IsOpen()) {
         app::frmMain& main = *browser.Main();
@@ -69,7 +69,7 @@ void ExpectSilentNextStart(TestMachine& machine, bool favoriteWasGone = false)
     machine.system.EndProcess();
     machine.toolkit.ThrowAwayMessages = false;
     machine.toolkit.Messages.clear();
-    app::Browser browser{machine.system.AsPlatform(), machine.toolkit};
+    app::Browser browser{machine.system.AsPlatform(), machine.toolkit, machine.pictures};
     browser.Start("EXE", "", "", "", "");
     EXPECT_TRUE(machine.toolkit.Messages.empty());
     ASSERT_NE(browser.Main(), nullptr);
@@ -184,7 +184,7 @@ TEST(FirstStartTest, AnEmptyRegistryGetsOneClearMessage)
     TestMachine machine{TestMachine::Bare{}};
     machine.toolkit.ExpectMessage("The application is currently unable to run.\r\nPlease reinstall the application.",
                                   ui::Icon::Critical);
-    app::Browser browser{machine.system.AsPlatform(), machine.toolkit};
+    app::Browser browser{machine.system.AsPlatform(), machine.toolkit, machine.pictures};
     browser.Start("EXE", "", "", "", "");
     machine.toolkit.RunPosted();
     EXPECT_FALSE(browser.IsRunning());

@@ -124,7 +124,7 @@ TEST_P(FolderFaultTest, AFailingCallLosesNoFavouriteAndTheViewsAgreeWithWhatIsTh
             machine.system.files.AddLink(machine.InLibrary("Letters\\Formal\\Linked"), "C:\\Outside");
             machine.toolkit.ThrowAwayMessages = true;
             machine.toolkit.AnswerYes = true;
-            app::Browser browser{machine.system.AsPlatform(), machine.toolkit};
+            app::Browser browser{machine.system.AsPlatform(), machine.toolkit, machine.pictures};
             browser.Start("EXE", "", "", "", "");
             app::frmMain& main = *browser.Main();
             machine.toolkit.Messages.clear();
@@ -163,7 +163,7 @@ TEST(FolderDeathTest, AfterADeathInAnyCallOfARenameTheNextStartHasEveryFavourite
         machine.PutSetting("Browser\\Favorites", "Letters\\Formal\\Complaint.swt", "");
         machine.PutSetting("Browser\\Favorites", "Letters\\Memo.swt", "");
         {
-            app::Browser browser{machine.system.AsPlatform(), machine.toolkit};
+            app::Browser browser{machine.system.AsPlatform(), machine.toolkit, machine.pictures};
             browser.Start("EXE", "", "", "", "");
             machine.system.faults.ForgetCalls();
             machine.system.faults.DieAt(n);
@@ -174,7 +174,7 @@ TEST(FolderDeathTest, AfterADeathInAnyCallOfARenameTheNextStartHasEveryFavourite
         }
         const bool fired = machine.system.faults.Fired();
         machine.system.EndProcess();
-        app::Browser next{machine.system.AsPlatform(), machine.toolkit};
+        app::Browser next{machine.system.AsPlatform(), machine.toolkit, machine.pictures};
         next.Start("EXE", "", "", "", "");
         EXPECT_EQ(next.Main()->Favorites().FavoritesList().size(), 2u);
         EXPECT_EQ(Stored(machine).size(), 2u) << "what was stored in advance is dropped again";

@@ -12,7 +12,7 @@ constexpr std::string_view Calcora = "C:\\Program Files\\Calcora\\clc.exe";
 
 class LauncherTest : public ::testing::Test, public TestMachine {
 protected:
-    app::Program program{system.AsPlatform(), toolkit};
+    app::Program program{system.AsPlatform(), toolkit, pictures};
     browser::Launcher launcher{
         program.platform.shell, program.platform.files, program.registry, program.messages, toolkit, program.strings};
     browser::SpreadsheetFolder spreadsheets{program.platform.files, program.platform.shell, program.registry};

@@ -100,7 +100,7 @@ TEST_F(ThumbnailsTest, TheViewIsAModeLikeTheOthersAndIsRemembered)
     EXPECT_EQ(Setting("Browser", "ThumbnailViewOn"), "True");
     EXPECT_EQ(Setting("Browser", "ListViewType"), "3");
 
-    app::Browser again{system.AsPlatform(), toolkit};
+    app::Browser again{system.AsPlatform(), toolkit, pictures};
     again.Start("EXE", "", "", "", "");
     EXPECT_EQ(ListTexts(again.Main()->lvListView), (Texts{"Budget", "Terms"}));
     again.Main()->lvListView.UserSelects(1);

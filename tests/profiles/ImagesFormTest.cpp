@@ -109,7 +109,7 @@ TEST_F(ImagesFormTest, OkCarriesOutWhatWasChosenLast)
 TEST_F(ImagesFormTest, WhatCannotBeShownIsRefusedAndCancelChangesNothing)
 {
     system.files.AddFile("C:\\Pics\\broken.jpg", "broken");
-    toolkit.BrokenPictures = {"C:\\Pics\\broken.jpg"};
+    pictures.BrokenPictures = {"C:\\Pics\\broken.jpg"};
     WithForm([&](frmImages& form) {
         const auto disk = system.files.Snapshot();
         const auto values = system.registry.Snapshot();

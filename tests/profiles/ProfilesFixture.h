@@ -10,7 +10,7 @@ inline constexpr std::string_view Images = "C:\\Images";
 
 /// A machine with profiles in its registry and what works on them, without a browser.
 struct ProfileMachine : TestMachine {
-    app::Program program{system.AsPlatform(), toolkit};
+    app::Program program{system.AsPlatform(), toolkit, pictures};
     profiles::ProfileManager manager{program.platform.registry, program.registry, program.settings, program.messages,
                                      program.strings};
     profiles::ProfileImages images{program, manager};

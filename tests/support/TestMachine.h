@@ -2,6 +2,7 @@
 
 #include "app/shell/Browser.h"
 #include "app/shell/frmTemplatesPath.h"
+#include "pictures/memory/MemoryPictures.h"
 #include "platform/memory/System.h"
 #include "ui/headless/HeadlessToolkit.h"
 
@@ -20,6 +21,7 @@ inline constexpr std::string_view Templates = "C:\\Templates";
 struct TestMachine {
     platform::memory::System system;
     ui::HeadlessToolkit toolkit;
+    pictures::memory::MemoryPictures pictures;
 
     /// A browser that is set up: Office generation, a templates path on the hard disk, a small library.
     TestMachine();
@@ -41,7 +43,7 @@ struct TestMachine {
 /// A browser on a machine; its unexpected messages fail the test.
 class BrowserTest : public ::testing::Test, public TestMachine {
 protected:
-    app::Browser browser{system.AsPlatform(), toolkit};
+    app::Browser browser{system.AsPlatform(), toolkit, pictures};
 
     std::string Start(std::string caption = "") { return browser.Start("EXE", "", "", "", std::move(caption)); }
     app::frmMain& Main() { return *browser.Main(); }

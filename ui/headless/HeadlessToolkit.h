@@ -5,7 +5,6 @@
 
 #include <deque>
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -20,7 +19,6 @@ public:
     Answer ShowMessage(const MessageBox& message) override;
     std::optional<std::string> BrowseForFolder(const std::string& prompt, const std::string& initial) override;
     std::optional<std::string> OpenFile(const OpenFileDialog& dialog) override;
-    bool CanShowPicture(const std::string& path) override { return !BrokenPictures.contains(path); }
     void DoEvents() override;
     void Post(std::function<void()> task) override;
     std::vector<Rect> WorkAreas() const override { return Areas; }
@@ -46,7 +44,6 @@ public:
     Size Screen{1280, 1024};
     std::deque<std::optional<std::string>> FolderChoices;
     std::deque<std::optional<std::string>> FileChoices;
-    std::set<std::string> BrokenPictures;
     std::vector<OpenFileDialog> FilesAsked; ///< every file dialog that was shown
     std::vector<MessageBox> Messages;       ///< every box that was shown
     std::vector<std::string> Unexpected;

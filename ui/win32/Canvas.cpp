@@ -21,16 +21,6 @@ const wchar_t* CanvasClass()
     return registered != 0 ? name : L"";
 }
 
-void DrawCentred(HDC context, HBITMAP bitmap, SIZE size, const RECT& room)
-{
-    const HDC memory = CreateCompatibleDC(context);
-    const HGDIOBJ before = SelectObject(memory, bitmap);
-    BitBlt(context, (room.left + room.right - size.cx) / 2, (room.top + room.bottom - size.cy) / 2, size.cx, size.cy,
-           memory, 0, 0, SRCCOPY);
-    SelectObject(memory, before);
-    DeleteDC(memory);
-}
-
 void DrawNote(HDC context, const std::string& text, HFONT font, RECT room)
 {
     const std::wstring native = ToNative(text);

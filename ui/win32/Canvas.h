@@ -8,8 +8,6 @@ namespace ui::win32 {
 
 /// The window class of controls that draw themselves.
 const wchar_t* CanvasClass();
-/// Copies a bitmap of this size (pixels) into the middle of a room.
-void DrawCentred(HDC context, HBITMAP bitmap, SIZE size, const RECT& room);
 /// Writes a text that stands where there is nothing else to show: grey, wrapped and centred from the top of the room.
 void DrawNote(HDC context, const std::string& text, HFONT font, RECT room);
 

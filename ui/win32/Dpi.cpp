@@ -75,6 +75,11 @@ Rect ToTwips(const RECT& rect, int dpi)
             ToTwips(rect.bottom - rect.top, dpi)};
 }
 
+int PictureEnlargement(int dpi)
+{
+    return dpi > USER_DEFAULT_SCREEN_DPI ? 2 : 1;
+}
+
 int SystemMetric(int index, int dpi)
 {
     using ForDpi = int(WINAPI*)(int, UINT);

@@ -18,6 +18,10 @@ int ToTwipsUp(int pixels, int dpi);
 RECT ToPixels(const Rect& rect, int dpi);
 Rect ToTwips(const RECT& rect, int dpi);
 
+/// How many times its own size a picture may be shown at: it was made for 96 dpi, and would look lost in its place at
+/// much more.
+int PictureEnlargement(int dpi);
+
 /// A system metric (SM_...) at a dpi.
 int SystemMetric(int index, int dpi);
 /// The outer size of a window with this client area.

@@ -137,9 +137,14 @@ void FormWindow::CreatePeers()
         control->SetPeer(CreateControlPeer(*control, *this, id++));
 }
 
-const ImageLoader& FormWindow::Images() const
+const pictures::win32::ImageLoader& FormWindow::Images() const
 {
     return toolkit.Images();
+}
+
+const pictures::Pictures& FormWindow::Pictures() const
+{
+    return toolkit.Pictures();
 }
 
 void FormWindow::Update(Aspect aspect)

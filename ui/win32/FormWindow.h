@@ -1,8 +1,9 @@
 #pragma once
 
+#include "pictures/Pictures.h"
+#include "pictures/win32/ImageLoader.h"
 #include "ui/Form.h"
 #include "ui/win32/Dpi.h"
-#include "ui/win32/ImageLoader.h"
 #include "ui/win32/MenuTable.h"
 #include "ui/win32/NativeFrame.h"
 
@@ -36,7 +37,8 @@ public:
     std::shared_ptr<NativeFrame> Frame() const { return frame; }
     int Dpi() const { return dpi; }
     const Fonts& WindowFonts() const { return fonts; }
-    const ImageLoader& Images() const;
+    const pictures::win32::ImageLoader& Images() const;
+    const pictures::Pictures& Pictures() const;
 
     /// A message of the loop that belongs to this window or a child: keys that commands use, Tab, Enter, Esc and
     /// mnemonics. True when it was used up.

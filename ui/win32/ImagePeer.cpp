@@ -1,7 +1,8 @@
 #include "ui/win32/ImagePeer.h"
 
+#include "pictures/win32/NativePixels.h"
 #include "ui/win32/Canvas.h"
-#include "ui/win32/PictureLoader.h"
+#include "ui/win32/FormWindow.h"
 
 #include <algorithm>
 
@@ -16,8 +17,8 @@ Size ImagePeer::Preferred(int) const
 {
     if (image.Box.width > 0)
         return image.Box;
-    const SIZE size = PictureLoader::NaturalSize(image.File());
-    return {Twips(size.cx), Twips(size.cy)};
+    const pictures::PixelSize size = Window().Pictures().SizeOf(image.File());
+    return {Twips(size.width), Twips(size.height)};
 }
 
 void ImagePeer::Sync(Aspect aspect)
@@ -78,16 +79,16 @@ void ImagePeer::Paint()
 {
     RECT client{};
     GetClientRect(Handle(), &client);
-    const LONG edge = image.Box.width > 0 ? 1 : 0;
-    const SIZE room{client.right - 2 * edge, client.bottom - 2 * edge};
+    const int edge = image.Box.width > 0 ? 1 : 0;
+    const pictures::PixelSize room{client.right - 2 * edge, client.bottom - 2 * edge};
     // Decoded here, so that pictures nobody sees cost nothing and a drag of the frame decodes once a size.
-    if (!decoded || room.cx != decodedFor.cx || room.cy != decodedFor.cy) {
-        PixelBuffer pixels = PictureLoader::Load(image.File(), room);
-        if (pixels.Empty() && image.FallbackFile() != image.File())
-            pixels = PictureLoader::Load(image.FallbackFile(), room);
-        pixels.Flatten(GetSysColor(COLOR_3DFACE));
-        bitmap = pixels.ToBitmap();
-        shown = {pixels.Width(), pixels.Height()};
+    if (!decoded || room != decodedFor) {
+        pictures::PixelBuffer pixels =
+            Window().Pictures().DecodeEither(image.File(), image.FallbackFile(), room, PictureEnlargement(Dpi()));
+        const COLORREF paper = GetSysColor(COLOR_3DFACE);
+        pixels.Flatten({GetRValue(paper), GetGValue(paper), GetBValue(paper)});
+        bitmap = pictures::win32::ToBitmap(pixels);
+        shown = pixels.Size();
         decodedFor = room;
         decoded = true;
     }
@@ -96,7 +97,7 @@ void ImagePeer::Paint()
     if (edge > 0)
         FrameRect(context, &client, GetSysColorBrush(COLOR_3DSHADOW));
     if (bitmap) {
-        DrawCentred(context, bitmap.get(), shown, client);
+        pictures::win32::DrawCentred(context, bitmap.get(), shown, client);
     } else if (!image.FallbackText().empty()) {
         const SIZE size = Measure(image.FallbackText(), NormalFont(), std::max(1, static_cast<int>(client.right)));
         client.top = std::max(0L, (client.bottom - size.cy) / 2);

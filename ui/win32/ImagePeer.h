@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pictures/PixelSize.h"
 #include "ui/Image.h"
 #include "ui/win32/DragOntoTree.h"
 #include "ui/win32/PeerBase.h"
@@ -21,8 +22,8 @@ private:
     Image& image;
     DragOntoTree drag{image};
     BitmapHandle bitmap;
-    SIZE shown{};      ///< of the bitmap
-    SIZE decodedFor{}; ///< room that it was made for
+    pictures::PixelSize shown;      ///< of the bitmap
+    pictures::PixelSize decodedFor; ///< room that it was made for
     bool decoded{};
 
     void Paint();

@@ -55,7 +55,8 @@ bool StartsWith(const std::wstring& text, const std::wstring& start)
 
 } // namespace
 
-ListViewPeer::ListViewPeer(ListView& peerList, FormWindow& form, int id) : PeerBase{peerList, form}, list{peerList}
+ListViewPeer::ListViewPeer(ListView& peerList, FormWindow& form, int id)
+    : PeerBase{peerList, form}, list{peerList}, thumbnails{form.Pictures()}
 {
     Create(WC_LISTVIEWW, LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | LVS_AUTOARRANGE,
            WS_EX_CLIENTEDGE, id);
@@ -113,7 +114,7 @@ void ListViewPeer::SyncImages(bool always)
         if (!always && model.Pictures() == shown)
             return;
         shown = model.Pictures();
-        ImageListHandle fresh = Window().Images().Build(model, Pixels(side));
+        ImageListHandle fresh = Window().Images().Build(model.Pictures(), Pixels(side));
         if (which != LVSIL_NORMAL || !showsThumbnails)
             Send(LVM_SETIMAGELIST, which, reinterpret_cast<LPARAM>(fresh.get()));
         images = std::move(fresh);
@@ -126,19 +127,20 @@ void ListViewPeer::SyncLargeSide()
 {
     showsThumbnails = list.GetView() == ListView::View::Thumbnails;
     const Size spacing = showsThumbnails ? ThumbnailSpacing : LargeSpacing;
+    ImageListHandle room;
     if (showsThumbnails)
-        thumbnailRoom.reset(
-            ImageList_Create(Pixels(ThumbnailSize.width), Pixels(ThumbnailSize.height), ILC_COLOR32, 0, 1));
+        room.reset(ImageList_Create(Pixels(ThumbnailSize.width), Pixels(ThumbnailSize.height), ILC_COLOR32, 0, 1));
     // The pictures come last: they make the control take the height of a line anew, by which it scrolls.
     Send(LVM_SETICONSPACING, 0, MAKELPARAM(Pixels(spacing.width), Pixels(spacing.height)));
-    Send(LVM_SETIMAGELIST, LVSIL_NORMAL,
-         reinterpret_cast<LPARAM>(showsThumbnails ? thumbnailRoom.get() : largeImages.get()));
+    Send(LVM_SETIMAGELIST, LVSIL_NORMAL, reinterpret_cast<LPARAM>(showsThumbnails ? room.get() : largeImages.get()));
+    thumbnailRoom = std::move(room); // the former one goes only now that the control has let go of it
     ResetThumbnails();
 }
 
 void ListViewPeer::ResetThumbnails()
 {
-    thumbnails.Reset(showsThumbnails ? list.Rows() : 0, {Pixels(ThumbnailSize.width), Pixels(ThumbnailSize.height)});
+    thumbnails.Reset(showsThumbnails ? list.Rows() : 0, {Pixels(ThumbnailSize.width), Pixels(ThumbnailSize.height)},
+                     PictureEnlargement(Dpi()));
     if (showsThumbnails)
         StartComposing();
 }
@@ -167,9 +169,10 @@ void ListViewPeer::ComposeThumbnails()
 
     const auto start = std::chrono::steady_clock::now();
     do {
-        const std::optional<int> row = thumbnails.ComposeNext(*list.Model());
-        if (!row)
+        const std::optional<int> row = thumbnails.Next();
+        if (!row || *row >= list.Rows())
             return;
+        thumbnails.Compose(*row, list.Model()->ThumbnailOf(*row));
         const RECT place = IconPlace(*row);
         InvalidateRect(Handle(), &place, FALSE);
     } while (std::chrono::steady_clock::now() - start < ComposeTurn && HIWORD(GetQueueStatus(QS_INPUT)) == 0);

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "pictures/win32/ThumbnailStore.h"
 #include "ui/ListView.h"
 #include "ui/win32/DragOntoTree.h"
 #include "ui/win32/PeerBase.h"
-#include "ui/win32/ThumbnailStore.h"
 
 #include <map>
 
@@ -32,7 +32,7 @@ private:
     std::size_t shownColumns{};
     bool scrollLater{};
     ImageListHandle thumbnailRoom; ///< no pictures, but the size that the native control leaves for them
-    ThumbnailStore thumbnails;
+    pictures::win32::ThumbnailStore thumbnails;
     bool showsThumbnails{};
     bool composing{}; ///< the timer runs
 

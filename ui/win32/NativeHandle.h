@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pictures/win32/NativeHandle.h"
 #include "ui/win32/WindowsHeader.h"
 
 #include <memory>
@@ -7,40 +8,22 @@
 
 namespace ui::win32 {
 
+using pictures::win32::BitmapHandle;
+using pictures::win32::ComPointer;
+using pictures::win32::CreateComObject;
+using pictures::win32::IconHandle;
+using pictures::win32::ImageListHandle;
+
 struct HandleFree {
     void operator()(HFONT font) const { DeleteObject(font); }
-    void operator()(HBITMAP bitmap) const { DeleteObject(bitmap); }
-    void operator()(HICON icon) const { DestroyIcon(icon); }
     void operator()(HMENU menu) const { DestroyMenu(menu); }
-    void operator()(HIMAGELIST list) const { ImageList_Destroy(list); }
 };
 
-/// Holds one handle and frees it: `FontHandle`, `BitmapHandle`, ...
+/// Holds one handle and frees it.
 template <class Handle>
 using NativeHandle = std::unique_ptr<std::remove_pointer_t<Handle>, HandleFree>;
 
 using FontHandle = NativeHandle<HFONT>;
-using BitmapHandle = NativeHandle<HBITMAP>;
-using IconHandle = NativeHandle<HICON>;
 using MenuHandle = NativeHandle<HMENU>;
-using ImageListHandle = NativeHandle<HIMAGELIST>;
-
-struct ComRelease {
-    void operator()(IUnknown* object) const { object->Release(); }
-};
-
-/// Holds one reference to a COM object.
-template <class Interface>
-using ComPointer = std::unique_ptr<Interface, ComRelease>;
-
-/// Creates an object of this process; null when the class is missing or lacks the interface.
-template <class Interface>
-ComPointer<Interface> CreateComObject(const CLSID& classId, const IID& interfaceId)
-{
-    void* object = nullptr;
-    if (FAILED(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, interfaceId, &object)))
-        object = nullptr;
-    return ComPointer<Interface>{static_cast<Interface*>(object)};
-}
 
 } // namespace ui::win32

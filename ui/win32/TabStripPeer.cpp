@@ -32,7 +32,7 @@ void TabStripPeer::DpiChanged()
     PeerBase::DpiChanged();
     const ByCode guard{*this};
     Send(TCM_SETPADDING, 0, MAKELPARAM(Pixels(SideRoom), Pixels(TopRoom)));
-    ImageListHandle fresh = Window().Images().Build(strip.Images, Pixels(ImageSide));
+    ImageListHandle fresh = Window().Images().Build(strip.Images.Pictures(), Pixels(ImageSide));
     Send(TCM_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(fresh.get()));
     images = std::move(fresh);
     keys.clear();

@@ -135,9 +135,9 @@ void ToolBarPeer::BuildImages()
     ImageListHandle disabled{ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, count, 4)};
     for (const ToolBar::Button& button : buttons) {
         const IconHandle icon = Window().Images().Load({button.image, {}}, size);
-        const IconHandle faded = ImageLoader::Disabled(icon.get(), size);
-        ImageLoader::Append(normal.get(), icon.get());
-        ImageLoader::Append(disabled.get(), faded ? faded.get() : icon.get());
+        const IconHandle faded = pictures::win32::ImageLoader::Disabled(icon.get(), size);
+        pictures::win32::ImageLoader::Append(normal.get(), icon.get());
+        pictures::win32::ImageLoader::Append(disabled.get(), faded ? faded.get() : icon.get());
     }
     Send(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(normal.get()));
     Send(TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(disabled.get()));

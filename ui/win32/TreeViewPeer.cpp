@@ -71,7 +71,7 @@ void TreeViewPeer::SyncImages(bool always)
     if (!always && tree.Images.Pictures() == shownPictures)
         return;
     shownPictures = tree.Images.Pictures();
-    ImageListHandle fresh = Window().Images().Build(tree.Images, Pixels(ImageSide));
+    ImageListHandle fresh = Window().Images().Build(tree.Images.Pictures(), Pixels(ImageSide));
     Send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(fresh.get()));
     images = std::move(fresh);
 }

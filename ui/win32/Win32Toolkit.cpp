@@ -6,7 +6,6 @@
 #include "ui/win32/FormWindow.h"
 #include "ui/win32/Guarded.h"
 #include "ui/win32/NativeText.h"
-#include "ui/win32/PictureLoader.h"
 
 #include <algorithm>
 #include <utility>
@@ -158,11 +157,6 @@ std::optional<std::string> Win32Toolkit::OpenFile(const OpenFileDialog& dialog)
 {
     const NativeModal modal{*this};
     return ChooseFile(ActiveOwner(), dialog);
-}
-
-bool Win32Toolkit::CanShowPicture(const std::string& path)
-{
-    return !PictureLoader::Load(path, {1, 1}).Empty();
 }
 
 void Win32Toolkit::Run()

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "pictures/win32/ImageLoader.h"
+#include "pictures/win32/Win32Pictures.h"
 #include "ui/Toolkit.h"
-#include "ui/win32/ImageLoader.h"
 #include "ui/win32/NativeFrame.h"
 
 #include <deque>
@@ -26,7 +27,6 @@ public:
     Answer ShowMessage(const MessageBox& message) override;
     std::optional<std::string> BrowseForFolder(const std::string& prompt, const std::string& initial) override;
     std::optional<std::string> OpenFile(const OpenFileDialog& dialog) override;
-    bool CanShowPicture(const std::string& path) override;
     void DoEvents() override;
     void Post(std::function<void()> task) override;
     std::vector<Rect> WorkAreas() const override;
@@ -41,7 +41,8 @@ public:
     bool ModalActive() const { return nativeModals > 0 || !modals.empty(); }
     /// Whether the pointer is to show that the user must wait; a modal form wants the user.
     bool IsBusy() const { return busy && modals.empty(); }
-    const ImageLoader& Images() const { return images; }
+    const pictures::win32::ImageLoader& Images() const { return images; }
+    const pictures::Pictures& Pictures() const { return pictures; }
 
     /// Holds while a loop of the system waits for the user.
     class NativeModal {
@@ -75,7 +76,8 @@ private:
         std::function<void()> run;
     };
 
-    ImageLoader images;
+    pictures::win32::ImageLoader images;
+    pictures::win32::Win32Pictures pictures;
     std::vector<FormWindow*> windows;
     std::vector<Modal*> modals;
     std::vector<std::shared_ptr<NativeFrame>> graves;

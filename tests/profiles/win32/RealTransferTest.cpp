@@ -2,6 +2,7 @@
 #include "platform/win32/WindowsHeader.h"
 
 #include "app/base/StringTable.h"
+#include "pictures/memory/MemoryPictures.h"
 #include "platform/Text.h"
 #include "platform/win32/Native.h"
 #include "platform/win32/System.h"
@@ -41,7 +42,8 @@ protected:
     const fs::path log = fs::temp_directory_path() / L"TSTransferTest.log";
     platform::win32::System system;
     ui::HeadlessToolkit toolkit;
-    app::Program program{system.AsPlatform(), toolkit};
+    pictures::memory::MemoryPictures pictures;
+    app::Program program{system.AsPlatform(), toolkit, pictures};
     profiles::ProfileManager manager{program.platform.registry, program.registry, program.settings, program.messages,
                                      program.strings};
     profiles::ProfileImages images{program, manager};

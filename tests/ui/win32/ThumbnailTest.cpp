@@ -1,64 +1,15 @@
-// Thumbnails: how they are composed, and how a list shows them.
+// How a list shows thumbnails, and what an image shows.
 #include "WindowTest.h"
 
-#include "ui/win32/NativeText.h"
-#include "ui/win32/ThumbnailPainter.h"
-#include "ui/win32/pcMemDC.h"
+#include "tests/pictures/win32/PictureFolder.h"
 
 #include <set>
 
-using ui::win32::pcMemDC;
-using ui::win32::PixelBuffer;
-
 namespace {
-
-PixelBuffer Solid(int width, int height, int value)
-{
-    PixelBuffer picture{width, height};
-    for (std::size_t i = 0; i < picture.Size(); ++i)
-        picture.Bytes()[i] = static_cast<std::uint8_t>(i % 4 == 3 ? 255 : value);
-    return picture;
-}
-
-int ValueAt(const PixelBuffer& picture, int x, int y)
-{
-    return picture.Bytes()[static_cast<std::size_t>(y) * picture.Stride() + static_cast<std::size_t>(x) * 4];
-}
 
 class ThumbnailTest : public WindowTest {
 protected:
-    ThumbnailTest()
-    {
-        wchar_t temporary[MAX_PATH]{};
-        GetTempPathW(MAX_PATH, temporary);
-        folder = std::wstring{temporary} + L"Thumbnails \u00E4" + std::to_wstring(GetCurrentProcessId());
-        CreateDirectoryW(folder.c_str(), nullptr);
-    }
-    ~ThumbnailTest() override
-    {
-        for (const std::wstring& file : files)
-            EXPECT_TRUE(DeleteFileW(file.c_str())) << "held open";
-        EXPECT_TRUE(RemoveDirectoryW(folder.c_str()));
-    }
-
-    std::string Add(const std::wstring& name, const std::string& content)
-    {
-        const std::wstring path = folder + L"\\" + name;
-        HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-        DWORD written = 0;
-        WriteFile(file, content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
-        CloseHandle(file);
-        files.insert(path);
-        return ui::win32::FromNative(path);
-    }
-    std::string AddSolid(const std::wstring& name, int width, int height, char value)
-    {
-        return Add(name, Bitmap(width, height, width, height, value));
-    }
-
-private:
-    std::wstring folder;
-    std::set<std::wstring> files;
+    PictureFolder folder;
 };
 
 /// Rows with a picture each.
@@ -81,80 +32,13 @@ public:
 
 } // namespace
 
-TEST_F(ThumbnailTest, AMemoryContextCopiesStretchesAndCombines)
-{
-    const DWORD objects = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-    {
-        pcMemDC memory;
-        memory.CreateFromPicture(Solid(40, 30, 200));
-        EXPECT_EQ(memory.Width(), 40);
-        EXPECT_EQ(memory.Height(), 30);
-        memory.PaintPicture(Solid(5, 5, 100), {10, 10, 30, 20}, SRCCOPY);
-        PixelBuffer result = memory.Picture();
-        EXPECT_EQ(ValueAt(result, 9, 9), 200);
-        EXPECT_EQ(ValueAt(result, 10, 10), 100);
-        EXPECT_EQ(ValueAt(result, 29, 19), 100);
-        EXPECT_EQ(ValueAt(result, 30, 20), 200);
-        EXPECT_EQ(result.Bytes()[3], 255);
-        memory.PaintPicture(Solid(40, 30, 0xF0), {0, 0, 40, 30}, SRCAND);
-        EXPECT_EQ(ValueAt(memory.Picture(), 0, 0), 200 & 0xF0);
-
-        const auto bitmap = Solid(8, 6, 77).ToBitmap();
-        memory.CreateFromHBitmap(bitmap.get());
-        EXPECT_EQ(memory.Width(), 8);
-        EXPECT_EQ(ValueAt(memory.Picture(), 7, 5), 77);
-        memory.SetWidth(20);
-        memory.SetHeight(10);
-        EXPECT_EQ(memory.Picture().Width(), 20);
-        EXPECT_EQ(ValueAt(memory.Picture(), 0, 0), 0);
-        EXPECT_EQ(ValueAt(Solid(8, 6, 77), 7, 5), 77);
-        memory.CreateFromPicture({});
-        EXPECT_TRUE(memory.Picture().Empty());
-        EXPECT_EQ(memory.hdc(), nullptr);
-        memory.PaintPicture(Solid(5, 5, 100), {0, 0, 5, 5}, SRCCOPY);
-    }
-    EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), objects);
-}
-
-TEST_F(ThumbnailTest, ThePictureLiesOnTheFrameAndWhatIsBrokenGivesWay)
-{
-    const std::string wide = AddSolid(L"wide.bmp", 400, 100, '\x20');
-    const std::string frame = AddSolid(L"frame.bmp", 65, 75, '\x60');
-    const std::string spare = AddSolid(L"spare.bmp", 30, 30, '\x50');
-    const std::string broken = Add(L"broken.jpg", "no picture");
-    struct Case {
-        const char* name;
-        ui::Thumbnail thumbnail;
-        SIZE size;
-        int corner, centre; ///< -1: no thumbnail
-    };
-    for (const Case& c : {Case{"bare", {wide, spare, {}}, {130, 33}, 0x20, 0x20},
-                          Case{"framed", {wide, spare, frame}, {130, 150}, 0x60, 0x20},
-                          Case{"broken", {broken, spare, {}}, {30, 30}, 0x50, 0x50},
-                          Case{"broken, framed", {broken, spare, frame}, {130, 150}, 0x60, 0x50},
-                          Case{"no fall-back", {broken, {}, frame}, {0, 0}, -1, -1},
-                          Case{"no frame after all", {wide, spare, broken}, {130, 33}, 0x20, 0x20}}) {
-        ui::win32::ThumbnailPainter painter{{130, 150}};
-        for (int time = 0; time < 2; ++time) { // the frame is kept from the first
-            const PixelBuffer thumbnail = painter.Paint(c.thumbnail);
-            ASSERT_EQ(thumbnail.Empty(), c.corner < 0) << c.name;
-            EXPECT_EQ(thumbnail.Width(), c.size.cx) << c.name;
-            EXPECT_EQ(thumbnail.Height(), c.size.cy) << c.name;
-            if (thumbnail.Empty())
-                continue;
-            EXPECT_EQ(ValueAt(thumbnail, 0, 0), c.corner) << c.name;
-            EXPECT_EQ(ValueAt(thumbnail, thumbnail.Width() / 2, thumbnail.Height() / 2), c.centre) << c.name;
-        }
-    }
-}
-
 TEST_F(ThumbnailTest, AListShowsThemTheVisibleOnesFirstAndNeverKeepsTheUserWaiting)
 {
     DemoForm form{toolkit};
     Open(form);
     HWND list = HandleOf(form.lvList);
     PictureRows rows;
-    rows.Picture = AddSolid(L"picture.bmp", 100, 100, '\x21');
+    rows.Picture = folder.AddSolid("picture.bmp", {100, 100}, '\x21');
     rows.Count = 300;
     form.lvList.SetView(ui::ListView::View::Thumbnails);
     form.lvList.SetModel(&rows);
@@ -176,7 +60,7 @@ TEST_F(ThumbnailTest, AListShowsThemTheVisibleOnesFirstAndNeverKeepsTheUserWaiti
     toolkit.DoEvents();
     PictureRows few;
     few.Count = 2;
-    few.Picture = Add(L"broken.jpg", "no picture");
+    few.Picture = folder.Add("broken.jpg", "no picture");
     form.lvList.SetModel(&few);
     rows.Asked.clear();
     EXPECT_TRUE(PumpUntil([&] { return few.Asked.size() == 2; }));
@@ -234,13 +118,13 @@ TEST_F(ThumbnailTest, APictureThatCannotBeShownGivesWayToAnotherAndThenToAText)
     DemoForm form{toolkit};
     Open(form);
     HWND image = HandleOf(form.imgPreview);
-    const std::string spare = AddSolid(L"spare.bmp", 40, 40, '\x21');
+    const std::string spare = folder.AddSolid("spare.bmp", {40, 40}, '\x21');
     const auto inked = [&](unsigned colour) {
         UpdateWindow(image);
         return std::ranges::count(Capture(image), colour);
     };
     form.imgPreview.SetFallback(spare, "No picture");
-    form.imgPreview.SetFile(Add(L"broken.jpg", "no picture"));
+    form.imgPreview.SetFile(folder.Add("broken.jpg", "no picture"));
     EXPECT_GT(inked(0x212121), 100);
     form.imgPreview.SetFallback("C:\\no such file.jpg", "No picture");
     EXPECT_EQ(inked(0x212121), 0);

@@ -141,18 +141,3 @@ std::vector<unsigned> Capture(HWND window)
     ReleaseDC(window, source);
     return pixels;
 }
-
-std::string Bitmap(int width, int height, int claimedWidth, int claimedHeight, char shade)
-{
-    const auto number = [](std::uint32_t value, int bytes) {
-        std::string text;
-        for (; bytes > 0; --bytes, value >>= 8)
-            text += static_cast<char>(value & 0xFF);
-        return text;
-    };
-    const std::size_t stride = (static_cast<std::size_t>(width) * 3 + 3) / 4 * 4;
-    const std::string pixels(stride * static_cast<std::size_t>(height), shade);
-    return "BM" + number(static_cast<std::uint32_t>(54 + pixels.size()), 4) + number(0, 4) + number(54, 4) +
-           number(40, 4) + number(static_cast<std::uint32_t>(claimedWidth), 4) +
-           number(static_cast<std::uint32_t>(claimedHeight), 4) + number(1, 2) + number(24, 2) + number(0, 24) + pixels;
-}

@@ -43,6 +43,3 @@ protected:
 
 /// The pixels of a window's client area, 32 bits each, rows from the top.
 std::vector<unsigned> Capture(HWND window);
-
-/// A 24-bit BMP with `shade` in every byte of its pixels; the header may claim another size than the pixels have.
-std::string Bitmap(int width, int height, int claimedWidth, int claimedHeight, char shade = '\x40');

@@ -1,8 +1,9 @@
 // Which pictures of a long list are decoded first, and which are kept.
-#include "ui/DecodeQueue.h"
+#include "pictures/DecodeQueue.h"
 
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -10,7 +11,7 @@ namespace {
 using Rows = std::vector<int>;
 
 /// Decodes up to `count` pictures; the rows in their order.
-Rows Decode(ui::DecodeQueue& queue, int count, Rows* evicted = nullptr)
+Rows Decode(pictures::DecodeQueue& queue, int count, Rows* evicted = nullptr)
 {
     Rows order;
     while (count-- > 0)
@@ -24,7 +25,7 @@ Rows Decode(ui::DecodeQueue& queue, int count, Rows* evicted = nullptr)
 
 TEST(DecodeQueueTest, WhatIsInViewComesFirstThenTheRestFromThereOn)
 {
-    ui::DecodeQueue queue;
+    pictures::DecodeQueue queue;
     queue.Reset(8, 100);
     queue.Show(3, 4);
     EXPECT_EQ(Decode(queue, 4), (Rows{3, 4, 5, 6}));
@@ -36,7 +37,7 @@ TEST(DecodeQueueTest, WhatIsInViewComesFirstThenTheRestFromThereOn)
 
 TEST(DecodeQueueTest, NoMoreIsKeptThanThereIsRoomForButWhatIsInViewAlwaysIs)
 {
-    ui::DecodeQueue queue;
+    pictures::DecodeQueue queue;
     queue.Reset(10, 4);
     queue.Show(0, 1);
     Rows evicted;
@@ -56,14 +57,11 @@ TEST(DecodeQueueTest, NoMoreIsKeptThanThereIsRoomForButWhatIsInViewAlwaysIs)
 TEST(DecodeQueueTest, OddRangesDoNoHarm)
 {
     for (const auto& [rows, first, last] : {std::tuple{0, 0, 5}, {5, -3, 100}, {5, 9, 12}, {5, 4, 2}, {-1, 0, 0}}) {
-        ui::DecodeQueue queue;
+        pictures::DecodeQueue queue;
         queue.Reset(rows, 3);
         queue.Show(first, last);
-        for (int i = 0; i < 20; ++i)
-            if (const auto row = queue.Next()) {
-                ASSERT_TRUE(*row >= 0 && *row < rows);
-                queue.Done(*row);
-            }
+        for (const int row : Decode(queue, 20))
+            EXPECT_TRUE(row >= 0 && row < rows) << row;
         EXPECT_FALSE(queue.Next()) << rows << " " << first << " " << last;
         queue.Done(rows);
         EXPECT_FALSE(queue.IsDone(rows));

@@ -1,22 +1,25 @@
 #pragma once
 
-#include "ui/DecodeQueue.h"
-#include "ui/ListView.h"
-#include "ui/win32/ThumbnailPainter.h"
+#include "pictures/DecodeQueue.h"
+#include "pictures/win32/NativeHandle.h"
+#include "pictures/win32/ThumbnailPainter.h"
 
 #include <unordered_map>
 
-namespace ui::win32 {
+namespace pictures::win32 {
 
 /// The thumbnails of a list that have been composed so far, in a bounded amount of memory.
 class ThumbnailStore {
 public:
-    /// Drops everything; `cell`: pixels of one thumbnail.
-    void Reset(int rows, SIZE cell);
+    explicit ThumbnailStore(const Pictures& pictures) : pictures{pictures} {}
+
+    /// Drops everything. `cell` and `enlargement` as for the painter.
+    void Reset(int rows, PixelSize cell, int enlargement);
     /// The rows in view, whose turn comes first.
     void Show(int first, int last) { queue.Show(first, last); }
-    /// Composes the next thumbnail; the row that has changed by it, or nothing when all is done.
-    std::optional<int> ComposeNext(const ListModel& model);
+    /// The row whose thumbnail is to be composed next; nothing when all is done.
+    std::optional<int> Next() { return queue.Next(); }
+    void Compose(int row, const Thumbnail& thumbnail);
     /// Whether the row's turn has come: it has its thumbnail, or has none because no picture could be decoded.
     bool IsDone(int row) const { return queue.IsDone(row); }
     /// False when the row has no thumbnail. `room`: where it is centred.
@@ -25,11 +28,12 @@ public:
 private:
     struct Composed {
         BitmapHandle bitmap;
-        SIZE size{};
+        PixelSize size;
     };
+    const Pictures& pictures;
     DecodeQueue queue;
-    ThumbnailPainter painter;
+    std::optional<ThumbnailPainter> painter;
     std::unordered_map<int, Composed> thumbnails;
 };
 
-} // namespace ui::win32
+} // namespace pictures::win32

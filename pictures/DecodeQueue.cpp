@@ -1,8 +1,8 @@
-#include "ui/DecodeQueue.h"
+#include "pictures/DecodeQueue.h"
 
 #include <algorithm>
 
-namespace ui {
+namespace pictures {
 
 void DecodeQueue::Reset(int rows, int pictures)
 {
@@ -72,4 +72,4 @@ std::optional<int> DecodeQueue::Done(int row)
     return farthest;
 }
 
-} // namespace ui
+} // namespace pictures

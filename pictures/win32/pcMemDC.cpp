@@ -1,6 +1,8 @@
-#include "ui/win32/pcMemDC.h"
+#include "pictures/win32/pcMemDC.h"
 
-namespace ui::win32 {
+#include "pictures/win32/NativePixels.h"
+
+namespace pictures::win32 {
 
 void pcMemDC::Create(int newWidth, int newHeight)
 {
@@ -36,7 +38,7 @@ void pcMemDC::Release()
 
 void pcMemDC::CreateFromPicture(const PixelBuffer& picture)
 {
-    Create(picture.Width(), picture.Height());
+    Create(picture.Size().width, picture.Size().height);
     PaintPicture(picture, {0, 0, width, height}, SRCCOPY);
 }
 
@@ -61,26 +63,27 @@ void pcMemDC::PaintPicture(const PixelBuffer& picture, const RECT& place, DWORD 
         return;
     SetStretchBltMode(context, HALFTONE);
     SetBrushOrgEx(context, 0, 0, nullptr); // halftone stretching asks for it
-    const BITMAPINFO description = picture.Description();
+    const BITMAPINFO description = DescriptionOf(picture.Size());
     StretchDIBits(context, place.left, place.top, place.right - place.left, place.bottom - place.top, 0, 0,
-                  picture.Width(), picture.Height(), picture.Bytes(), &description, DIB_RGB_COLORS, operation);
+                  picture.Size().width, picture.Size().height, picture.Bytes().data(), &description, DIB_RGB_COLORS,
+                  operation);
 }
 
 PixelBuffer pcMemDC::Picture() const
 {
     if (context == nullptr)
         return {};
-    PixelBuffer picture{width, height};
-    BITMAPINFO description = picture.Description();
+    PixelBuffer picture{{width, height}};
+    BITMAPINFO description = DescriptionOf(picture.Size());
     // The bitmap must not be selected while it is read.
     SelectObject(context, formerBitmap);
-    const int rows =
-        GetDIBits(context, bitmap.get(), 0, static_cast<UINT>(height), picture.Bytes(), &description, DIB_RGB_COLORS);
+    const int rows = GetDIBits(context, bitmap.get(), 0, static_cast<UINT>(height), picture.Bytes().data(),
+                               &description, DIB_RGB_COLORS);
     SelectObject(context, bitmap.get());
     if (rows != height)
         return {};
-    picture.Flatten(0); // the screen's bitmaps have no alpha
+    picture.Flatten({}); // the screen's bitmaps have no alpha
     return picture;
 }
 
-} // namespace ui::win32
+} // namespace pictures::win32

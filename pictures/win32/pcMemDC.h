@@ -1,9 +1,9 @@
 #pragma once
 
-#include "ui/win32/NativeHandle.h"
-#include "ui/win32/PixelBuffer.h"
+#include "pictures/PixelBuffer.h"
+#include "pictures/win32/NativeHandle.h"
 
-namespace ui::win32 {
+namespace pictures::win32 {
 
 /// A memory device context like the screen's, for drawing one picture onto another. It holds its context and its
 /// bitmap until it is destroyed. What fails leaves it empty: 0 x 0 pixels, and an empty picture.
@@ -47,4 +47,4 @@ private:
     void Release();
 };
 
-} // namespace ui::win32
+} // namespace pictures::win32

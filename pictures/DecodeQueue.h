@@ -3,7 +3,7 @@
 #include <optional>
 #include <vector>
 
-namespace ui {
+namespace pictures {
 
 /// Which row of a list gets its picture next: what is in view first, then what follows, then what lies before, as long
 /// as there is room for the pictures.
@@ -31,4 +31,4 @@ private:
     int Rows() const { return static_cast<int>(done.size()); }
 };
 
-} // namespace ui
+} // namespace pictures

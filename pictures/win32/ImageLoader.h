@@ -1,12 +1,13 @@
 #pragma once
 
-#include "ui/ImageList.h"
-#include "ui/win32/NativeHandle.h"
+#include "pictures/IconSource.h"
+#include "pictures/win32/NativeHandle.h"
 
+#include <map>
 #include <string>
 #include <string_view>
 
-namespace ui::win32 {
+namespace pictures::win32 {
 
 /// Loads icons: the program's own by name from its resources, others from icon files. Every one comes at the size
 /// asked for (pixels), made from the nearest picture that is not smaller where there is one.
@@ -19,10 +20,10 @@ public:
     IconHandle Named(std::string_view name, int size) const;
     /// Null for a file that is missing, too large or no icon.
     IconHandle FromFile(const std::string& path, int size) const;
-    /// A picture that cannot be loaded is replaced by the one of an ordinary category.
-    IconHandle Load(const ui::ImageList::Picture& picture, int size) const;
-    /// Indexed by the keys of `pictures`; gaps are blank.
-    ImageListHandle Build(const ui::ImageList& pictures, int size) const;
+    /// An icon that cannot be loaded is replaced by the one of an ordinary category.
+    IconHandle Load(const IconSource& source, int size) const;
+    /// Indexed by the keys of `icons`; gaps are blank.
+    ImageListHandle Build(const std::map<int, IconSource>& icons, int size) const;
 
     /// The same picture without colour and half transparent, for what is disabled.
     static IconHandle Disabled(HICON icon, int size);
@@ -32,4 +33,4 @@ private:
     HINSTANCE module;
 };
 
-} // namespace ui::win32
+} // namespace pictures::win32

@@ -1,0 +1,114 @@
+#include "pictures/win32/ImageLoader.h"
+
+#include "pictures/IconFile.h"
+#include "pictures/win32/NativePixels.h"
+#include "platform/win32/Native.h"
+#include "platform/win32/Win32FileSystem.h"
+
+namespace pictures::win32 {
+namespace {
+
+/// More than any real icon file has; a larger one is not looked at.
+constexpr std::uint64_t LargestIconFile = 4 * 1024 * 1024;
+/// The only version of icons that there is (CreateIconFromResourceEx).
+constexpr DWORD IconVersion = 0x00030000;
+/// Sizes (pixels) that icons commonly hold, for scaling down from the next larger one.
+constexpr int CommonSizes[] = {16, 20, 24, 32, 48, 64, 256};
+
+/// The size to load a resource at: the loader scales what it has, which looks poor, so a size that is not there is made
+/// from a larger one here.
+int SourceSize(int size)
+{
+    for (const int common : CommonSizes)
+        if (common >= size)
+            return common;
+    return size;
+}
+
+/// Null when the icon cannot be read.
+IconHandle Scaled(HICON icon, int from, int size)
+{
+    return ToIcon(FromIcon(icon, from).ScaledTo({size, size}));
+}
+
+IconHandle BlankIcon(int size)
+{
+    return ToIcon(PixelBuffer{{size, size}});
+}
+
+} // namespace
+
+IconHandle ImageLoader::FromResource(const wchar_t* name, int size) const
+{
+    const auto load = [&](int at) {
+        return IconHandle{static_cast<HICON>(LoadImageW(module, name, IMAGE_ICON, at, at, LR_DEFAULTCOLOR))};
+    };
+    const int source = SourceSize(size);
+    IconHandle icon = load(source);
+    if (!icon || source == size)
+        return icon;
+    IconHandle scaled = Scaled(icon.get(), source, size);
+    return scaled ? std::move(scaled) : load(size);
+}
+
+IconHandle ImageLoader::Named(std::string_view name, int size) const
+{
+    if (name.empty())
+        return nullptr;
+    std::wstring resource = platform::win32::ToUtf16(name);
+    CharUpperBuffW(resource.data(), static_cast<DWORD>(resource.size()));
+    return FromResource(resource.c_str(), size);
+}
+
+IconHandle ImageLoader::FromFile(const std::string& path, int size) const
+{
+    // Read here, since the system's own loader ends at paths of 260 characters.
+    const auto file = platform::win32::Win32FileSystem{}.Read(path, LargestIconFile);
+    if (!file)
+        return nullptr;
+    IconPicture picture = FindIconPicture(*file, size);
+    if (picture.side == 0)
+        return nullptr;
+    const auto make = [&](int side) {
+        return IconHandle{CreateIconFromResourceEx(picture.bytes.data(), static_cast<DWORD>(picture.bytes.size()), TRUE,
+                                                   IconVersion, side, side, LR_DEFAULTCOLOR)};
+    };
+    IconHandle icon = make(picture.side);
+    if (!icon || picture.side == size)
+        return icon;
+    IconHandle scaled = Scaled(icon.get(), picture.side, size);
+    return scaled ? std::move(scaled) : make(size);
+}
+
+IconHandle ImageLoader::Load(const IconSource& source, int size) const
+{
+    IconHandle icon = source.file.empty() ? Named(source.name, size) : FromFile(source.file, size);
+    return icon ? std::move(icon) : Named("category", size);
+}
+
+ImageListHandle ImageLoader::Build(const std::map<int, IconSource>& icons, int size) const
+{
+    const int count = icons.empty() ? 1 : icons.rbegin()->first + 1;
+    ImageListHandle list{ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, count, 8)};
+    const IconHandle blank = BlankIcon(size);
+    for (int index = 0; index < count; ++index) {
+        const auto found = icons.find(index);
+        const IconHandle icon = found != icons.end() ? Load(found->second, size) : nullptr;
+        Append(list.get(), icon ? icon.get() : blank.get());
+    }
+    return list;
+}
+
+IconHandle ImageLoader::Disabled(HICON icon, int size)
+{
+    PixelBuffer pixels = FromIcon(icon, size);
+    pixels.Fade();
+    return ToIcon(pixels);
+}
+
+void ImageLoader::Append(HIMAGELIST list, HICON icon)
+{
+    ImageList_ReplaceIcon(list, -1, icon);
+}
+
+} // namespace pictures::win32

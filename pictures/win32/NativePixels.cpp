@@ -1,0 +1,106 @@
+#include "pictures/win32/NativePixels.h"
+
+#include <algorithm>
+
+namespace pictures::win32 {
+
+BITMAPINFO DescriptionOf(PixelSize size)
+{
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof(info.bmiHeader);
+    info.bmiHeader.biWidth = size.width;
+    info.bmiHeader.biHeight = -size.height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader.biCompression = BI_RGB;
+    return info;
+}
+
+PixelBuffer FromIcon(HICON icon, int side)
+{
+    ICONINFO info{};
+    if (side <= 0 || !GetIconInfo(icon, &info))
+        return {};
+    const BitmapHandle colour{info.hbmColor};
+    const BitmapHandle mask{info.hbmMask};
+    PixelBuffer buffer{{side, side}};
+    std::vector<std::uint8_t>& pixels = buffer.Bytes();
+    std::vector<std::uint32_t> masks(pixels.size() / 4);
+    BITMAPINFO description = DescriptionOf(buffer.Size());
+    HDC screen = GetDC(nullptr);
+    const auto rows = static_cast<UINT>(side);
+    const bool read = colour && GetDIBits(screen, colour.get(), 0, rows, pixels.data(), &description, DIB_RGB_COLORS);
+    description = DescriptionOf(buffer.Size());
+    const bool hasMask = mask && GetDIBits(screen, mask.get(), 0, rows, masks.data(), &description, DIB_RGB_COLORS);
+    ReleaseDC(nullptr, screen);
+    if (!read)
+        return {};
+
+    bool hasAlpha = false;
+    for (std::size_t i = 3; i < pixels.size() && !hasAlpha; i += 4)
+        hasAlpha = pixels[i] != 0;
+    for (std::size_t i = 0; i < pixels.size(); i += 4) {
+        std::uint8_t* pixel = &pixels[i];
+        if (!hasAlpha)
+            pixel[3] = hasMask && (masks[i / 4] & 0xFFFFFF) != 0 ? 0 : 255;
+        for (int channel = 0; channel < 3; ++channel)
+            pixel[channel] = static_cast<std::uint8_t>(pixel[channel] * pixel[3] / 255);
+    }
+    return buffer;
+}
+
+BitmapHandle ToBitmap(const PixelBuffer& picture)
+{
+    if (picture.Empty())
+        return nullptr;
+    const BITMAPINFO description = DescriptionOf(picture.Size());
+    void* bits = nullptr;
+    BitmapHandle bitmap{CreateDIBSection(nullptr, &description, DIB_RGB_COLORS, &bits, nullptr, 0)};
+    if (bitmap && bits != nullptr)
+        std::ranges::copy(picture.Bytes(), static_cast<std::uint8_t*>(bits));
+    return bitmap;
+}
+
+IconHandle ToIcon(const PixelBuffer& picture)
+{
+    // Icons keep their colours unmultiplied.
+    PixelBuffer plain = picture;
+    std::vector<std::uint8_t>& pixels = plain.Bytes();
+    for (std::size_t i = 0; i < pixels.size(); i += 4) {
+        std::uint8_t* pixel = &pixels[i];
+        for (int channel = 0; channel < 3 && pixel[3] > 0; ++channel)
+            pixel[channel] = static_cast<std::uint8_t>(std::min(255, pixel[channel] * 255 / pixel[3]));
+    }
+    const BitmapHandle colour = ToBitmap(plain);
+    if (!colour)
+        return nullptr;
+    const auto [width, height] = picture.Size();
+    // One bit a pixel, rows of whole 16-bit words: set where the picture is transparent, for what ignores alpha.
+    const std::size_t stride = (static_cast<std::size_t>(width) + 15) / 16 * 2;
+    std::vector<std::uint8_t> bits(stride * static_cast<std::size_t>(height));
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) {
+            const auto column = static_cast<std::size_t>(x);
+            const auto row = static_cast<std::size_t>(y);
+            if (pixels[row * plain.Stride() + column * 4 + 3] == 0)
+                bits[row * stride + column / 8] |= static_cast<std::uint8_t>(0x80 >> (column % 8));
+        }
+    const BitmapHandle mask{CreateBitmap(width, height, 1, 1, bits.data())};
+    ICONINFO info{};
+    info.fIcon = TRUE;
+    info.hbmColor = colour.get();
+    info.hbmMask = mask.get();
+    return IconHandle{CreateIconIndirect(&info)};
+}
+
+void DrawCentred(HDC context, HBITMAP bitmap, PixelSize size, const RECT& room)
+{
+    const HDC memory = CreateCompatibleDC(context);
+    const HGDIOBJ before = SelectObject(memory, bitmap);
+    BitBlt(context, (room.left + room.right - size.width) / 2, (room.top + room.bottom - size.height) / 2, size.width,
+           size.height, memory, 0, 0, SRCCOPY);
+    SelectObject(memory, before);
+    DeleteDC(memory);
+}
+
+} // namespace pictures::win32

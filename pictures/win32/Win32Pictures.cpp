@@ -1,0 +1,146 @@
+#include "pictures/win32/Win32Pictures.h"
+
+#include "pictures/win32/NativeHandle.h"
+#include "platform/win32/Win32FileSystem.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+namespace pictures::win32 {
+namespace {
+
+constexpr std::uint64_t LargestFile = 64 * 1024 * 1024; ///< bytes
+constexpr UINT LargestSide = 20000;                     ///< pixels
+/// What is decoded in full; a larger picture is first brought down by the system's own scaler.
+constexpr std::uint64_t MostPixels = 16 * 1024 * 1024;
+constexpr std::uint64_t LargestPicture = 200'000'000; ///< pixels
+
+/// COM for as long as a picture is read, on a thread that has not got it; a thread that has it keeps its own kind.
+class Apartment {
+public:
+    Apartment() : entered{SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED))} {}
+    Apartment(const Apartment&) = delete;
+    Apartment& operator=(const Apartment&) = delete;
+    ~Apartment()
+    {
+        if (entered)
+            CoUninitialize();
+    }
+
+private:
+    bool entered;
+};
+
+/// Receives an interface pointer of a call that succeeded.
+template <class Interface, class Call>
+ComPointer<Interface> Receive(Call call)
+{
+    Interface* object = nullptr;
+    if (FAILED(call(&object)))
+        object = nullptr;
+    return ComPointer<Interface>{object};
+}
+
+/// A picture's file, read whole, with its first frame.
+class OpenPicture {
+public:
+    explicit OpenPicture(const std::string& path);
+
+    /// Nothing for a picture that is not to be decoded.
+    explicit operator bool() const { return frame != nullptr; }
+    PixelSize Size() const { return {static_cast<int>(width), static_cast<int>(height)}; }
+    /// Every pixel, or as many as are decoded of a huge picture; empty when the file is broken further on.
+    PixelBuffer Pixels() const;
+
+private:
+    // In the order in which they lean on each other.
+    Apartment apartment;
+    std::string bytes;
+    ComPointer<IWICImagingFactory> factory;
+    ComPointer<IWICStream> stream;
+    ComPointer<IWICBitmapDecoder> decoder;
+    ComPointer<IWICBitmapFrameDecode> frame;
+    UINT width{};
+    UINT height{};
+
+    bool IsWithinBounds() const
+    {
+        return width > 0 && height > 0 && width <= LargestSide && height <= LargestSide &&
+               std::uint64_t{width} * height <= LargestPicture;
+    }
+};
+
+OpenPicture::OpenPicture(const std::string& path)
+{
+    // Read here, since the decoders' own way to a file ends at 260 characters.
+    auto contents = platform::win32::Win32FileSystem{}.Read(path, LargestFile);
+    if (!contents || contents->empty())
+        return;
+    bytes = std::move(*contents);
+    factory = CreateComObject<IWICImagingFactory>(CLSID_WICImagingFactory, IID_IWICImagingFactory);
+    if (!factory)
+        return;
+    stream = Receive<IWICStream>([&](IWICStream** result) { return factory->CreateStream(result); });
+    if (!stream ||
+        FAILED(stream->InitializeFromMemory(reinterpret_cast<BYTE*>(bytes.data()), static_cast<DWORD>(bytes.size()))))
+        return;
+    decoder = Receive<IWICBitmapDecoder>([&](IWICBitmapDecoder** result) {
+        return factory->CreateDecoderFromStream(stream.get(), nullptr, WICDecodeMetadataCacheOnDemand, result);
+    });
+    if (!decoder)
+        return;
+    frame =
+        Receive<IWICBitmapFrameDecode>([&](IWICBitmapFrameDecode** result) { return decoder->GetFrame(0, result); });
+    if (frame && (FAILED(frame->GetSize(&width, &height)) || !IsWithinBounds()))
+        frame.reset();
+}
+
+PixelBuffer OpenPicture::Pixels() const
+{
+    PixelSize size = Size();
+    IWICBitmapSource* source = frame.get();
+    ComPointer<IWICBitmapScaler> scaler;
+    if (const std::uint64_t total = std::uint64_t{width} * height; total > MostPixels) {
+        const double scale = std::sqrt(static_cast<double>(MostPixels) / static_cast<double>(total));
+        size = {std::max(1, static_cast<int>(width * scale)), std::max(1, static_cast<int>(height * scale))};
+        scaler =
+            Receive<IWICBitmapScaler>([&](IWICBitmapScaler** result) { return factory->CreateBitmapScaler(result); });
+        if (!scaler || FAILED(scaler->Initialize(source, static_cast<UINT>(size.width), static_cast<UINT>(size.height),
+                                                 WICBitmapInterpolationModeFant)))
+            return {};
+        source = scaler.get();
+    }
+    const auto converter = Receive<IWICFormatConverter>(
+        [&](IWICFormatConverter** result) { return factory->CreateFormatConverter(result); });
+    if (!converter || FAILED(converter->Initialize(source, GUID_WICPixelFormat32bppPBGRA, WICBitmapDitherTypeNone,
+                                                   nullptr, 0, WICBitmapPaletteTypeCustom)))
+        return {};
+    PixelBuffer pixels{size};
+    if (FAILED(converter->CopyPixels(nullptr, static_cast<UINT>(pixels.Stride()),
+                                     static_cast<UINT>(pixels.Bytes().size()), pixels.Bytes().data())))
+        return {};
+    return pixels;
+}
+
+} // namespace
+
+PixelSize Win32Pictures::SizeOf(const std::string& path) const
+{
+    const OpenPicture picture{path};
+    return picture ? picture.Size() : PixelSize{};
+}
+
+PixelBuffer Win32Pictures::Decode(const std::string& path, PixelSize room, int enlargement) const
+{
+    if (room.Empty())
+        return {};
+    const OpenPicture picture{path};
+    if (!picture)
+        return {};
+    PixelBuffer pixels = picture.Pixels();
+    const PixelSize fitted = Fitted(picture.Size(), room, enlargement);
+    return fitted == pixels.Size() ? pixels : pixels.ScaledTo(fitted);
+}
+
+} // namespace pictures::win32
