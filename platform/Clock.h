@@ -16,6 +16,8 @@ public:
     virtual FileTime Now() = 0;
     /// In the user's time zone, with the daylight saving that held at that moment.
     virtual LocalTime ToLocal(FileTime time) = 0;
+    /// Waits; nothing is handled meanwhile.
+    virtual void Sleep(std::uint32_t milliseconds) = 0;
 };
 
 } // namespace platform

@@ -54,6 +54,8 @@ public:
     /// One rename of a file or folder, on one volume; never replaces (error::AlreadyExists), never copies.
     virtual Result<> Move(std::string_view from, std::string_view to) = 0;
     virtual Result<> DeleteFile(std::string_view path) = 0;
+    /// Takes the write protection off a file, without which it can be neither deleted nor replaced.
+    virtual Result<> MakeWritable(std::string_view path) = 0;
     /// Removes a folder that is empty, or a link to a folder; error::DirectoryNotEmpty otherwise.
     virtual Result<> RemoveFolder(std::string_view path) = 0;
     /// One folder; its parent must exist. error::AlreadyExists when it is there.

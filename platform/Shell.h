@@ -15,7 +15,8 @@ enum class WindowStyle { Normal = 1, MinimizedFocus = 2 };
 enum class KnownFolder {
     Personal,      ///< the user's documents
     ProgramFolder, ///< where this program lies
-    Windows        ///< where the system keeps its own programs
+    Windows,       ///< where the system keeps its own programs
+    Temporary      ///< for the user's short-lived files
 };
 
 /// Starting things: documents by their type's program, programs by command line.

@@ -26,6 +26,13 @@ LocalTime MemoryClock::ToLocal(FileTime time)
             .second = static_cast<int>(clock.seconds().count())};
 }
 
+void MemoryClock::Sleep(std::uint32_t time)
+{
+    now += duration_cast<Steps>(milliseconds{time}).count();
+    if (OnSleep)
+        OnSleep();
+}
+
 FileTime MemoryClock::At(const LocalTime& utc)
 {
     const sys_days date{year{utc.year} / month{static_cast<unsigned>(utc.month)} / day{static_cast<unsigned>(utc.day)}};

@@ -2,6 +2,8 @@
 
 #include "platform/Clock.h"
 
+#include <functional>
+
 namespace platform::memory {
 
 /// A clock that stands still until it is set. Its time zone is UTC until an offset is set.
@@ -9,6 +11,9 @@ class MemoryClock final : public Clock {
 public:
     FileTime Now() override { return now; }
     LocalTime ToLocal(FileTime time) override;
+    /// The clock goes on, and `OnSleep` is what happens in the world meanwhile.
+    void Sleep(std::uint32_t milliseconds) override;
+    std::function<void()> OnSleep;
 
     void Set(FileTime time) { now = time; }
     void Advance(FileTime steps) { now += steps; }

@@ -314,6 +314,17 @@ Result<> MemoryFileSystem::DeleteFile(std::string_view path)
     return {};
 }
 
+Result<> MemoryFileSystem::MakeWritable(std::string_view path)
+{
+    if (const auto fault = faults.Enter("FileSystem.MakeWritable", path))
+        return Fail(*fault);
+    const auto place = FindEntry(path, false);
+    if (!place)
+        return Fail(place.error());
+    place->node->entry.attributes &= ~attribute::ReadOnly;
+    return {};
+}
+
 Result<> MemoryFileSystem::RemoveFolder(std::string_view path)
 {
     if (const auto fault = faults.Enter("FileSystem.RemoveFolder", path))
@@ -370,7 +381,7 @@ Result<> MemoryFileSystem::Write(std::string_view path, std::string_view bytes)
         return Fail(place.error());
     if (place->node)
         return Fail(error::FileExists);
-    AddFile(path, bytes);
+    AddFile(path, shortWrites ? bytes.substr(0, bytes.size() / 2) : bytes);
     return {};
 }
 

@@ -29,6 +29,7 @@ public:
     Result<> CopyFile(std::string_view from, std::string_view to) override;
     Result<> Move(std::string_view from, std::string_view to) override;
     Result<> DeleteFile(std::string_view path) override;
+    Result<> MakeWritable(std::string_view path) override;
     Result<> RemoveFolder(std::string_view path) override;
     Result<> CreateFolder(std::string_view path) override;
     Result<std::string> Read(std::string_view path, std::uint64_t limit) override;
@@ -65,6 +66,8 @@ public:
     /// All folders list in the order of their names, as the system's main disk format does, instead of the order of
     /// creation.
     void SetSorted(bool sort = true) { sorted = sort; }
+    /// Every write says that it worked, and stores no more than the first half: a disk or a server that lies.
+    void SetShortWrites(bool lies = true) { shortWrites = lies; }
     void RemoveDrive(std::string_view drive);
     void SetDriveReady(std::string_view drive, bool ready);
 
@@ -98,6 +101,7 @@ private:
     MemoryClock& clock;
     std::vector<std::unique_ptr<Drive>> drives;
     bool sorted{};
+    bool shortWrites{};
 };
 
 } // namespace platform::memory

@@ -34,6 +34,27 @@ Weight WeightOf(char32_t character)
     return {letter ? 2 : digit ? 1 : 0, base, base == character ? 0 : character};
 }
 
+// The double-byte code page: first bytes 81 to 9F and E0 to FC, second ones 40 to FC without 7F.
+constexpr char32_t firstIdeograph = 0x4E00, leads = 60, trails = 188;
+
+char32_t ByteAt(std::string_view bytes, std::size_t i)
+{
+    return static_cast<unsigned char>(bytes[i]);
+}
+
+bool IsLead(char32_t byte)
+{
+    return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+}
+
+/// The number of a pair of bytes; nothing when they are none.
+std::optional<char32_t> PairOf(char32_t lead, char32_t trail)
+{
+    if (!IsLead(lead) || trail < 0x40 || trail == 0x7F || trail > 0xFC)
+        return std::nullopt;
+    return (lead < 0xA0 ? lead - 0x81 : lead - 0xC1) * trails + (trail < 0x7F ? trail - 0x40 : trail - 0x41);
+}
+
 } // namespace
 
 std::string MemoryLocale::ShortDate(const LocalTime& time)
@@ -73,8 +94,16 @@ int MemoryLocale::Compare(std::string_view a, std::string_view b)
 std::string MemoryLocale::FromAnsi(std::string_view bytes)
 {
     std::string text;
-    for (const char byte : bytes)
-        utf::Append(text, static_cast<unsigned char>(byte));
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        char32_t character = ByteAt(bytes, i);
+        if (doubleByte && character >= 0x80) {
+            const auto pair = PairOf(character, i + 1 < bytes.size() ? ByteAt(bytes, i + 1) : 0);
+            if (IsLead(character) && i + 1 < bytes.size())
+                ++i; // the system swallows the byte behind a first one, whatever it is
+            character = pair ? firstIdeograph + *pair : utf::Replacement;
+        }
+        utf::Append(text, character);
+    }
     return text;
 }
 
@@ -83,9 +112,21 @@ std::optional<std::string> MemoryLocale::ToAnsi(std::string_view text)
     std::string bytes;
     for (std::size_t position = 0; position < text.size();) {
         const utf::Decoded decoded = utf::Decode(text, position);
-        if (!decoded.valid || decoded.character > 0xFF)
+        if (!decoded.valid)
             return std::nullopt;
-        bytes += static_cast<char>(decoded.character);
+        if (doubleByte && decoded.character >= 0x80) {
+            if (decoded.character < firstIdeograph || decoded.character - firstIdeograph >= leads * trails)
+                return std::nullopt;
+            const char32_t pair = decoded.character - firstIdeograph;
+            const char32_t lead = 0x81 + pair / trails;
+            const char32_t trail = 0x40 + pair % trails;
+            bytes += static_cast<char>(lead < 0xA0 ? lead : lead + 0x40);
+            bytes += static_cast<char>(trail < 0x7F ? trail : trail + 1);
+        } else if (decoded.character > 0xFF) {
+            return std::nullopt;
+        } else {
+            bytes += static_cast<char>(decoded.character);
+        }
         position += decoded.bytes;
     }
     return bytes;

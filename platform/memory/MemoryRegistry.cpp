@@ -118,7 +118,8 @@ Result<> MemoryRegistry::Set(Hive hive, std::string_view key, std::string_view n
     const auto opened = Open("Registry.Set", hive, key, name);
     if (!opened)
         return Fail(opened.error());
-    Put(hive, key, name, value);
+    const std::size_t length = shortWrites ? value.data.size() / 2 : value.data.size();
+    Put(hive, key, name, {value.type, value.data.substr(0, length)});
     return {};
 }
 

@@ -37,6 +37,9 @@ public:
     /// Opening this key (not the ones below) fails; error{} opens it again.
     void SetClosed(Hive hive, std::string_view key, Error error = error::AccessDenied);
 
+    /// Every write says that it worked, and stores no more than the first half.
+    void SetShortWrites(bool lies = true) { shortWrites = lies; }
+
     /// Every key and value, one line each ("HKCU\A\B" and "HKCU\A\B: name"), with type and data: two snapshots are
     /// equal when nothing has changed.
     std::map<std::string, std::string> Snapshot() const;
@@ -48,6 +51,7 @@ private:
     Key& Make(Hive hive, std::string_view path);
 
     FaultPlan& faults;
+    bool shortWrites{};
     std::array<std::unique_ptr<Key>, 6> hives;
 };
 

@@ -66,7 +66,7 @@ Result<> MemoryShell::Start(std::string_view application, std::string_view comma
 
 Result<std::string> MemoryShell::FolderPath(KnownFolder folder)
 {
-    constexpr const char* names[] = {"Personal", "ProgramFolder", "Windows"};
+    constexpr const char* names[] = {"Personal", "ProgramFolder", "Windows", "Temporary"};
     if (const auto fault = faults.Enter("Shell.FolderPath", names[static_cast<std::size_t>(folder)]))
         return std::unexpected{*fault};
     return folders.at(folder);

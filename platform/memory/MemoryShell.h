@@ -64,6 +64,7 @@ private:
         {KnownFolder::Personal, "C:\\Users\\User\\Documents"},
         {KnownFolder::ProgramFolder, "C:\\Program Files\\Template Browser"},
         {KnownFolder::Windows, "C:\\Windows"},
+        {KnownFolder::Temporary, "C:\\Temp"},
     };
 };
 

@@ -20,4 +20,9 @@ LocalTime Win32Clock::ToLocal(FileTime time)
     return {local.wYear, local.wMonth, local.wDay, local.wHour, local.wMinute, local.wSecond};
 }
 
+void Win32Clock::Sleep(std::uint32_t milliseconds)
+{
+    ::Sleep(milliseconds);
+}
+
 } // namespace platform::win32

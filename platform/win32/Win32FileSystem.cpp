@@ -140,6 +140,18 @@ Result<> Win32FileSystem::DeleteFile(std::string_view path)
     return Outcome(DeleteFileW(native->c_str()));
 }
 
+Result<> Win32FileSystem::MakeWritable(std::string_view path)
+{
+    const auto native = ToNativePath(path);
+    if (!native)
+        return std::unexpected{native.error()};
+    const DWORD attributes = GetFileAttributesW(native->c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return LastError();
+    const DWORD without = attributes & ~FILE_ATTRIBUTE_READONLY;
+    return Outcome(SetFileAttributesW(native->c_str(), without != 0 ? without : FILE_ATTRIBUTE_NORMAL));
+}
+
 Result<> Win32FileSystem::RemoveFolder(std::string_view path)
 {
     const auto native = ToNativePath(path);

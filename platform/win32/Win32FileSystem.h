@@ -11,6 +11,7 @@ public:
     Result<> CopyFile(std::string_view from, std::string_view to) override;
     Result<> Move(std::string_view from, std::string_view to) override;
     Result<> DeleteFile(std::string_view path) override;
+    Result<> MakeWritable(std::string_view path) override;
     Result<> RemoveFolder(std::string_view path) override;
     Result<> CreateFolder(std::string_view path) override;
     Result<std::string> Read(std::string_view path, std::uint64_t limit) override;

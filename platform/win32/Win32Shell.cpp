@@ -45,6 +45,15 @@ Result<std::string> WindowsFolder()
     return path::Normalized(ToUtf8({path, length}));
 }
 
+Result<std::string> TemporaryFolder()
+{
+    wchar_t path[MAX_PATH + 1];
+    const DWORD length = GetTempPathW(MAX_PATH + 1, path);
+    if (length == 0 || length > MAX_PATH)
+        return length == 0 ? LastError() : std::unexpected{error::MoreData};
+    return path::Normalized(ToUtf8({path, length}));
+}
+
 Result<ObjectHandle> StartProgram(std::string_view application, std::string_view commandLine, WindowStyle style)
 {
     const auto path = ToNativePath(application);
@@ -148,6 +157,8 @@ Result<std::string> Win32Shell::FolderPath(KnownFolder folder)
         return DocumentsFolder();
     case KnownFolder::Windows:
         return WindowsFolder();
+    case KnownFolder::Temporary:
+        return TemporaryFolder();
     case KnownFolder::ProgramFolder:
         break;
     }

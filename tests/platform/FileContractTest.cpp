@@ -171,18 +171,27 @@ TEST_F(FileContract, RemovesOnlyWhatMayGo)
 
     const auto deleteFile = &FileSystem::DeleteFile;
     const auto removeFolder = &FileSystem::RemoveFolder;
+    const auto makeWritable = &FileSystem::MakeWritable;
     const struct {
         Result<> (FileSystem::*remove)(std::string_view);
         const char* name;
         Error expected;
-    } rows[] = {{deleteFile, "protected", error::AccessDenied},   {deleteFile, "empty", error::AccessDenied},
-                {deleteFile, "missing", error::FileNotFound},     {deleteFile, "missing\\file", error::PathNotFound},
-                {deleteFile, "f*", error::InvalidName},           {deleteFile, "file", {}},
-                {removeFolder, "full", error::DirectoryNotEmpty}, {removeFolder, "protected", error::InvalidFolder},
-                {removeFolder, "missing", error::FileNotFound},   {removeFolder, "empty", {}}};
+    } rows[] = {{deleteFile, "protected", error::AccessDenied},
+                {deleteFile, "empty", error::AccessDenied},
+                {deleteFile, "missing", error::FileNotFound},
+                {deleteFile, "missing\\file", error::PathNotFound},
+                {deleteFile, "f*", error::InvalidName},
+                {deleteFile, "file", {}},
+                {removeFolder, "full", error::DirectoryNotEmpty},
+                {removeFolder, "protected", error::InvalidFolder},
+                {removeFolder, "missing", error::FileNotFound},
+                {removeFolder, "empty", {}},
+                {makeWritable, "missing", error::FileNotFound},
+                {makeWritable, "protected", {}},
+                {deleteFile, "protected", {}}};
     for (const auto& row : rows)
         EXPECT_EQ(CodeOf((files.*row.remove)(At(row.name))), row.expected.code) << row.name;
-    EXPECT_THAT(Names(), UnorderedElementsAre("full", "protected"));
+    EXPECT_THAT(Names(), UnorderedElementsAre("full"));
     EXPECT_EQ(Contents("full\\kept"), "k");
 }
 

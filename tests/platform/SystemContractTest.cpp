@@ -80,7 +80,8 @@ TEST_F(SystemContract, ProgramsAreNeverSearchedFor)
 
 TEST_F(SystemContract, FoldersByRoleAreAbsoluteWithoutATrailingSeparator)
 {
-    for (const KnownFolder folder : {KnownFolder::Personal, KnownFolder::ProgramFolder, KnownFolder::Windows}) {
+    for (const KnownFolder folder :
+         {KnownFolder::Personal, KnownFolder::ProgramFolder, KnownFolder::Windows, KnownFolder::Temporary}) {
         const std::string path = system.shell.FolderPath(folder).value();
         EXPECT_TRUE(path::IsAbsolute(path)) << path;
         EXPECT_EQ(path, path::Normalized(path));
