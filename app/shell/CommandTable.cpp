@@ -3,6 +3,7 @@
 #include "platform/Text.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace app {
 namespace {
@@ -24,27 +25,33 @@ const Command* CommandTable::Find(std::string_view name) const
     return found == commands.end() ? nullptr : &*found;
 }
 
+const Command& CommandTable::Named(std::string_view name) const
+{
+    if (const Command* command = Find(name))
+        return *command;
+    throw std::logic_error{"a menu or toolbar names a command that there is not: " + std::string{name}};
+}
+
 void CommandTable::Fill(ui::Menu& menu, const std::vector<std::string>& entries,
                         const std::vector<MenuLayout>& subMenus) const
 {
     for (const std::string& entry : entries) {
         if (entry.starts_with(Separator)) {
-            menu.Add(MakeSeparator()).Name = entry.substr(Separator.size());
+            menu.Add(MakeSeparator()).Name = entry == Separator ? "" : Named(entry.substr(Separator.size())).name;
             continue;
         }
         if (entry.ends_with('>')) {
             const auto sub = std::ranges::find(subMenus, entry.substr(0, entry.size() - 1), &MenuLayout::name);
-            if (sub != subMenus.end())
-                Fill(menu.Add(std::make_unique<ui::Menu>(sub->name, ui::Tag{sub->caption})), sub->entries, subMenus);
+            if (sub == subMenus.end())
+                throw std::logic_error{"a menu that there is not: " + entry};
+            Fill(menu.Add(std::make_unique<ui::Menu>(sub->name, ui::Tag{sub->caption})), sub->entries, subMenus);
             continue;
         }
-        const Command* command = Find(entry);
-        if (command == nullptr)
-            continue;
-        ui::Menu& item = menu.Add(std::make_unique<ui::Menu>(command->name, ui::Tag{command->caption}));
-        item.Caption = command->text;
-        item.Shortcut = command->key;
-        item.Click = [this, name = command->name] { Run(name); };
+        const Command& command = Named(entry);
+        ui::Menu& item = menu.Add(std::make_unique<ui::Menu>(command.name, ui::Tag{command.caption}));
+        item.Caption = command.text;
+        item.Shortcut = command.key;
+        item.Click = [this, name = command.name] { Run(name); };
     }
 }
 
@@ -55,16 +62,15 @@ void CommandTable::FillToolBar(ui::ToolBar& bar, const std::vector<std::string>&
         ui::ToolBar::Button button;
         if (entry == Separator) {
             button.style = ui::ToolBar::Button::Style::Separator;
-        } else if (const Command* command = Find(entry)) {
-            button.key = command->name;
-            button.image = command->image;
-            button.toolTip = platform::text::Replaced(command->text, "&", "");
-            if (command->toolTip > 0)
-                button.toolTipText = std::to_string(command->toolTip);
-            if (command->checked)
-                button.style = ui::ToolBar::Button::Style::Check;
         } else {
-            continue;
+            const Command& command = Named(entry);
+            button.key = command.name;
+            button.image = command.image;
+            button.toolTip = platform::text::Replaced(command.text, "&", "");
+            if (command.toolTip > 0)
+                button.toolTipText = std::to_string(command.toolTip);
+            if (command.checked)
+                button.style = ui::ToolBar::Button::Style::Check;
         }
         buttons.push_back(std::move(button));
     }

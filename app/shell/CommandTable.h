@@ -40,7 +40,8 @@ public:
         int caption{};
         std::vector<std::string> entries;
     };
-    /// Adds the entries to `menu`. An entry "name>" opens a sub-menu of that name from `subMenus`.
+    /// Adds the entries to `menu`. An entry "name>" opens a sub-menu of that name from `subMenus`. Throws
+    /// std::logic_error for a name that there is not, as FillToolBar does: a misspelt entry must not just be missing.
     void Fill(ui::Menu& menu, const std::vector<std::string>& entries,
               const std::vector<MenuLayout>& subMenus = {}) const;
     void FillToolBar(ui::ToolBar& bar, const std::vector<std::string>& entries);
@@ -55,6 +56,8 @@ public:
     static bool IsVisible(const Command& command) { return !command.visible || command.visible(); }
 
 private:
+    const Command& Named(std::string_view name) const;
+
     std::vector<Command> commands;
 };
 

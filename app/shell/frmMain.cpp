@@ -115,7 +115,7 @@ void frmMain::RestorePlacement()
     };
     ui::Rect stored{number("MainLeft", DefaultPlacement.left), number("MainTop", DefaultPlacement.top),
                     number("MainWidth", DefaultPlacement.width), number("MainHeight", DefaultPlacement.height)};
-    stored.width = std::max(stored.width, 1);
+    stored.width = std::max(stored.width, MinimumWidth); // widened later, it would reach off the screen again
     stored.height = std::max(stored.height, LeastStoredHeight);
     SetPlacement(PlacementWithin(stored, program.toolkit.WorkAreas()));
     SetState(maximized ? WindowState::Maximized : WindowState::Normal);

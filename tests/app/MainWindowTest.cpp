@@ -53,9 +53,11 @@ TEST_F(MainWindowTest, StartsOnASpoiledRegistryWithinTheScreen)
     for (const char* key : {"MainLeft", "MainTop", "MainWidth", "MainHeight", "VertSplitterLeft", "HorzSplitterTop",
                             "ListViewType", "ListViewFileColumnSize", "LastFolderBrowsed", "LastTabSelected"})
         PutSetting("Browser", key, "-99999999999 garbage");
+    PutSetting("Browser", "MainLeft", "90000");
+    PutSetting("Browser", "MainWidth", "0");
     Start();
     const ui::Rect place = Main().Placement();
-    EXPECT_GE(place.left, 0);
+    EXPECT_EQ(place.Right(), toolkit.Areas[0].Right());
     EXPECT_GE(place.width, 9700);
     EXPECT_GE(Main().imgVertSplitter.Bounds().left, 300);
     EXPECT_GT(Main().lvListView.Bounds().height, 1000);
@@ -191,6 +193,17 @@ TEST_F(MainWindowTest, EveryCommandIsInTheMenusAndThoseToComeAreDisabled)
     for (const int id : {102, 226, 227, 103, 104, 109, 114, 115, 116, 117, 118, 119, 120, 122, 123, 124, 125,
                          133, 128, 129, 130, 374, 375, 376, 379, 393, 394, 396, 524, 525, 526, 354, 355, 105})
         EXPECT_GE(captions.count(Text(id)), 1u) << id;
+}
+
+TEST_F(MainWindowTest, AMisspeltCommandFailsAtOnce)
+{
+    Start();
+    app::CommandTable table;
+    for (const char* entry : {"mnuFielOpen", "-mnuFielOpen", "mnuNew>"}) {
+        ui::Menu menu;
+        EXPECT_THROW(table.Fill(menu, {entry}), std::logic_error) << entry;
+    }
+    EXPECT_THROW(table.FillToolBar(Main().tbToolBar, {"mnuFielOpen"}), std::logic_error);
 }
 
 TEST_F(MainWindowTest, NoKeyMeansTwoThings)
