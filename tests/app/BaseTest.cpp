@@ -16,7 +16,6 @@ class BaseTest : public ::testing::Test, public TestMachine {
 protected:
     app::Program program{system.AsPlatform(), toolkit, pictures};
     BaseTest() { program.state.SettingsAppName = "Tessaly GWX 1.0"; }
-    void TearDown() override { EXPECT_EQ(toolkit.Unexpected, std::vector<std::string>{}); }
 };
 
 TEST_F(BaseTest, TheTableHoldsEveryTextAsItIsStored)

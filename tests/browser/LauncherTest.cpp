@@ -25,7 +25,6 @@ protected:
         system.registry.PutString(Hive::LocalMachine, AppPath, "", Calcora);
         system.files.AddFile(Calcora);
     }
-    void TearDown() override { EXPECT_EQ(toolkit.Unexpected, std::vector<std::string>{}); }
 };
 
 struct Failure {

@@ -1,9 +1,10 @@
+#include "tests/support/ScriptedToolkit.h"
+
 #include "ui/Button.h"
 #include "ui/ListView.h"
 #include "ui/TabStrip.h"
 #include "ui/ToolBar.h"
 #include "ui/TreeView.h"
-#include "ui/headless/HeadlessToolkit.h"
 
 #include <gtest/gtest.h>
 
@@ -29,7 +30,7 @@ struct Numbers final : ui::ListModel {
 
 class ControlModelTest : public ::testing::Test {
 protected:
-    ui::HeadlessToolkit toolkit;
+    ScriptedToolkit toolkit;
     TestForm form{toolkit};
     Numbers numbers;
     int events{};

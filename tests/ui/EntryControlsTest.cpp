@@ -1,3 +1,5 @@
+#include "tests/support/ScriptedToolkit.h"
+
 #include "ui/CheckBox.h"
 #include "ui/ComboBox.h"
 #include "ui/Form.h"
@@ -5,7 +7,6 @@
 #include "ui/Label.h"
 #include "ui/ListBox.h"
 #include "ui/UpDown.h"
-#include "ui/headless/HeadlessToolkit.h"
 
 #include <gtest/gtest.h>
 
@@ -46,7 +47,7 @@ struct EntryForm : ui::Form {
 
 class EntryControlsTest : public ::testing::Test {
 protected:
-    ui::HeadlessToolkit toolkit;
+    ScriptedToolkit toolkit;
     EntryForm form{toolkit};
     int changes{};
     std::function<void()> count = [this] { ++changes; };
@@ -240,12 +241,28 @@ TEST_F(EntryControlsTest, AGridInAFrameLinesItsFieldsUp)
     EXPECT_LT(form.check.Bounds().height, 1200);
 }
 
-TEST_F(EntryControlsTest, AFileQuestionIsAnsweredByTheScriptOrReported)
+TEST(HeadlessToolkitTest, TellsWhateverIsNotAsScripted)
 {
-    toolkit.FileChoices.push_back("C:\\logo.jpg");
-    EXPECT_EQ(toolkit.OpenFile({"Select", "JPEG|*.jpg", "C:\\"}), "C:\\logo.jpg");
+    ui::HeadlessToolkit toolkit;
+    toolkit.ExpectMessage("Kept", ui::Icon::None);
+    toolkit.ExpectMessage("Lost", ui::Icon::None);
+    toolkit.OnModal("frmLost", [](ui::Form&) {});
+    toolkit.OnPopup([](ui::Menu&) {});
+    toolkit.FolderChoices = {"C:\\Library"};
+    toolkit.FileChoices = {"C:\\logo.jpg", std::nullopt};
+    toolkit.ShowMessage({"Kept"});
+    toolkit.ShowMessage({"Wrong"});
+    EXPECT_EQ(toolkit.OpenFile({"Select", "", ""}), "C:\\logo.jpg");
+    EXPECT_EQ(toolkit.NotAsScripted(),
+              (Events{"message Wrong", "no message Lost", "no modal form frmLost", "no pop-up menu",
+                      "no folder chooser for C:\\Library", "no file dialog for a cancel"}));
+
+    toolkit.FolderChoices.clear();
+    toolkit.FileChoices.clear();
+    toolkit.Unexpected.clear();
+    EXPECT_EQ(toolkit.BrowseForFolder("Where?", ""), std::nullopt);
     EXPECT_EQ(toolkit.OpenFile({"Again", "", ""}), std::nullopt);
-    EXPECT_EQ(toolkit.Unexpected, (Events{"file dialog Again"}));
+    EXPECT_EQ(toolkit.Unexpected, (Events{"folder chooser Where?", "file dialog Again"}));
 }
 
 } // namespace

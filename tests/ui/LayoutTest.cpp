@@ -1,6 +1,7 @@
+#include "tests/support/ScriptedToolkit.h"
+
 #include "ui/Button.h"
 #include "ui/Label.h"
-#include "ui/headless/HeadlessToolkit.h"
 
 #include <gtest/gtest.h>
 
@@ -24,7 +25,7 @@ struct DialogForm : ui::Form {
 
 TEST(LayoutTest, GivesEveryControlTheRoomItNeedsWithoutOverlap)
 {
-    ui::HeadlessToolkit toolkit;
+    ScriptedToolkit toolkit;
     DialogForm form{toolkit};
     form.name.SetCaption("Name:");
     form.Realize();
@@ -51,7 +52,7 @@ TEST(LayoutTest, GivesEveryControlTheRoomItNeedsWithoutOverlap)
 
 TEST(LayoutTest, AHiddenControlLeavesNoHole)
 {
-    ui::HeadlessToolkit toolkit;
+    ScriptedToolkit toolkit;
     DialogForm form{toolkit};
     form.label.SetVisible(false);
     form.Realize();

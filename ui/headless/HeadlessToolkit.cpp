@@ -172,6 +172,24 @@ void HeadlessToolkit::RunPosted()
     }
 }
 
+std::vector<std::string> HeadlessToolkit::NotAsScripted() const
+{
+    std::vector<std::string> faults = Unexpected;
+    if (ThrowAwayMessages)
+        return faults;
+    for (const Expected& message : expected)
+        faults.push_back("no message " + message.text);
+    for (const auto& [form, act] : modals)
+        faults.push_back("no modal form " + form);
+    if (popup)
+        faults.emplace_back("no pop-up menu");
+    for (const auto& folder : FolderChoices)
+        faults.push_back("no folder chooser for " + folder.value_or("a cancel"));
+    for (const auto& file : FileChoices)
+        faults.push_back("no file dialog for " + file.value_or("a cancel"));
+    return faults;
+}
+
 Form* HeadlessToolkit::Find(std::string_view formName) const
 {
     const auto found = std::ranges::find_if(OpenForms, [&](const Form* form) { return form->Name() == formName; });

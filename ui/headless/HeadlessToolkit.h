@@ -11,8 +11,9 @@
 namespace ui {
 
 /// A toolkit without windows: tests script what modal forms and message boxes are answered, and can act inside a
-/// yield. Whatever was not expected is written to Unexpected, which a test must find empty.
-class HeadlessToolkit final : public Toolkit {
+/// yield. What came without a script and what was scripted and did not come is told by NotAsScripted, which a test must
+/// find empty.
+class HeadlessToolkit : public Toolkit {
 public:
     std::unique_ptr<FormPeer> CreatePeer(Form& form) override;
     void RunModal(Form& form) override;
@@ -49,8 +50,13 @@ public:
     std::vector<std::string> Unexpected;
     std::vector<Form*> OpenForms;
     bool Busy{};
-    bool ThrowAwayMessages{}; ///< any message is answered No or OK without being expected (for fault scenarios)
-    bool AnswerYes{};         ///< with ThrowAwayMessages: questions are answered Yes
+    /// For fault scenarios: any message is answered No or OK without being expected, and what is scripted need not
+    /// come.
+    bool ThrowAwayMessages{};
+    bool AnswerYes{}; ///< with ThrowAwayMessages: questions are answered Yes
+
+    /// Unexpected, and every message, modal form, pop-up, folder or file that was scripted and did not come so far.
+    std::vector<std::string> NotAsScripted() const;
 
     /// The open form of this name; null when there is none.
     Form* Find(std::string_view formName) const;
