@@ -91,8 +91,10 @@ void Control::SetPeer(std::unique_ptr<ControlPeer> value)
 
 void Control::Changed(Aspect aspect)
 {
-    if (peer)
-        peer->Update(aspect);
+    if (!peer)
+        return;
+    const Form::Use use{form};
+    peer->Update(aspect);
 }
 
 } // namespace ui

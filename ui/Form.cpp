@@ -1,5 +1,6 @@
 #include "ui/Form.h"
 
+#include "platform/Scoped.h"
 #include "ui/Toolkit.h"
 
 #include <algorithm>
@@ -14,7 +15,23 @@ Form::Form(Toolkit& formToolkit, std::string formName, Style formStyle, ui::Tag 
         TagText = std::to_string(tag.id);
 }
 
-Form::~Form() = default;
+Form::~Form()
+{
+    std::erase(toolkit.forms, this);
+}
+
+Toolkit::Yield::Yield(Toolkit& yieldToolkit) : toolkit{yieldToolkit}, held{yieldToolkit.forms}
+{
+    for (Form* form : held)
+        ++form->uses;
+}
+
+Toolkit::Yield::~Yield()
+{
+    for (Form* form : held)
+        if (std::ranges::find(toolkit.forms, form) != toolkit.forms.end())
+            form->EndUse();
+}
 
 void Form::SetCaption(std::string text)
 {
@@ -46,16 +63,27 @@ void Form::SetState(WindowState value)
 
 void Form::Realize()
 {
+    open = true;
     if (peer)
         return;
-    open = true;
-    peer = toolkit.CreatePeer(*this);
+    const Use use{*this};
+    toolkit.forms.push_back(this);
+    try {
+        peer = toolkit.CreatePeer(*this);
+    } catch (...) {
+        open = false;
+        std::erase(toolkit.forms, this);
+        for (Control* control : controls)
+            control->SetPeer(nullptr);
+        throw;
+    }
     clientSize = peer->ClientSize();
     if (layout) {
         const int inner = layoutWidth > 0 ? layoutWidth - 2 * LayoutMargin : 0;
         Size size = Measure(*layout, inner);
-        // Texts wrap at the wanted width; a row of long captions makes the window wider.
+        // Texts wrap at the wanted width; a row of long captions makes the window wider, and the texts less high.
         size.width = std::max(size.width, inner);
+        size.height = Measure(*layout, size.width).height;
         peer->FitClient({size.width + 2 * LayoutMargin, size.height + 2 * LayoutMargin});
         clientSize = peer->ClientSize();
         PlaceControls();
@@ -65,12 +93,14 @@ void Form::Realize()
 void Form::Show()
 {
     Realize();
+    const Use use{*this};
     visible = true;
     peer->Show();
 }
 
 void Form::Hide()
 {
+    const Use use{*this};
     visible = false;
     if (peer)
         peer->Hide();
@@ -79,6 +109,7 @@ void Form::Hide()
 void Form::ShowModal()
 {
     Realize();
+    const Use use{*this};
     visible = true;
     toolkit.RunModal(*this);
 }
@@ -88,11 +119,11 @@ bool Form::Close()
     if (!open)
         return true;
     // A handler of the closing that closes again must not run it twice.
-    if (std::exchange(closing, true))
+    if (closing)
         return false;
-    const bool refused = Closing && !Closing();
-    closing = false;
-    if (refused)
+    const Use use{*this};
+    const platform::Scoped now{closing, true};
+    if (Closing && !Closing())
         return false;
     Unload();
     return true;
@@ -100,18 +131,34 @@ bool Form::Close()
 
 void Form::Unload()
 {
-    if (!std::exchange(open, false))
+    if (!open)
         return;
+    const Use use{*this};
+    open = false;
     Hide();
+}
+
+void Form::EndUse() noexcept
+{
+    if (--uses > 0 || open || !peer)
+        return;
+    std::erase(toolkit.forms, this);
     for (Control* control : controls)
         control->SetPeer(nullptr);
     peer.reset();
-    if (Closed)
+    if (!Closed)
+        return;
+    try {
         Closed();
+    } catch (...) {
+        // Memory was short; whoever waits for the form's end must hear of it all the same.
+        Closed();
+    }
 }
 
 void Form::ShowPopup(Menu& menu, Point at)
 {
+    const Use use{*this};
     if (MenuOpening)
         MenuOpening();
     if (peer)
@@ -120,6 +167,7 @@ void Form::ShowPopup(Menu& menu, Point at)
 
 void Form::BringToFront()
 {
+    const Use use{*this};
     if (peer)
         peer->BringToFront();
 }
@@ -177,12 +225,9 @@ void Form::PlaceControls()
 void Form::TellFocus()
 {
     // A handler that moves the focus changes what the running loop tells next.
-    if (std::exchange(tellingFocus, true))
+    if (tellingFocus)
         return;
-    struct Over {
-        bool& telling;
-        ~Over() { telling = false; }
-    } const over{tellingFocus};
+    const platform::Scoped now{tellingFocus, true};
     while (focusTold != activeControl) {
         if (const Control* before = std::exchange(focusTold, nullptr); before != nullptr && before->LostFocus)
             before->LostFocus();
@@ -194,6 +239,7 @@ void Form::TellFocus()
 
 void Form::Update(FormPeer::Aspect aspect)
 {
+    const Use use{*this};
     if (peer)
         peer->Update(aspect);
 }

@@ -78,9 +78,10 @@ public:
     void ShowModal();
     /// Creates the native window without showing it, so that sizes can be measured.
     void Realize();
-    /// Asks Closing, then takes the window down and raises Closed. True when it is closed.
+    /// Asks Closing, then unloads. True when it is closed.
     bool Close();
-    /// Takes the window down without asking.
+    /// Takes the window down without asking: it is out of sight and of reach at once, and gone, which raises Closed,
+    /// when nothing of it is on the stack any more.
     void Unload();
 
     bool IsOpen() const { return open; }
@@ -105,6 +106,19 @@ public:
     /// A key that no native control used up; runs a menu shortcut or KeyDown. True when it was used.
     bool UserPresses(const Key& key);
 
+    /// Keeps the form's window, its controls' native ones and its owner's hold on it while something of theirs is on
+    /// the stack. Every call into a peer, every message of a window and every yield is a use.
+    class Use {
+    public:
+        explicit Use(Form& usedForm) : form{usedForm} { ++form.uses; }
+        Use(const Use&) = delete;
+        Use& operator=(const Use&) = delete;
+        ~Use() { form.EndUse(); }
+
+    private:
+        Form& form;
+    };
+
     FormPeer* Peer() const { return peer.get(); }
     Toolkit& GetToolkit() const { return toolkit; }
 
@@ -114,6 +128,7 @@ protected:
 
 private:
     friend class Control;
+    friend class Toolkit;
     Toolkit& toolkit;
     std::string name;
     Style style;
@@ -129,11 +144,14 @@ private:
     bool open{};
     bool visible{};
     bool closing{};
+    int uses{};
     Control* activeControl{};
     Control* focusTold{}; ///< the control that was told last that it has the focus
     bool tellingFocus{};
 
     void PlaceControls();
+    /// The last use of a form that was closed takes the window down.
+    void EndUse() noexcept;
     /// Raises LostFocus and GotFocus until the controls know where the focus is.
     void TellFocus();
     void Update(FormPeer::Aspect aspect);

@@ -56,6 +56,39 @@ public:
     virtual Size ScreenSize() const = 0;
     /// The hourglass pointer, or the arrow.
     virtual void SetBusy(bool busy) = 0;
+
+    /// The forms that have a window.
+    const std::vector<Form*>& Forms() const { return forms; }
+
+    /// Holds all of them while the user can act in the middle of what is running, whichever form that belongs to. Every
+    /// loop that handles messages has one.
+    class Yield {
+    public:
+        explicit Yield(Toolkit& yieldToolkit);
+        Yield(const Yield&) = delete;
+        Yield& operator=(const Yield&) = delete;
+        ~Yield();
+
+    private:
+        Toolkit& toolkit;
+        std::vector<Form*> held;
+    };
+
+private:
+    friend class Form;
+    std::vector<Form*> forms;
+};
+
+/// The hourglass for a scope.
+class Hourglass {
+public:
+    explicit Hourglass(Toolkit& busyToolkit) : toolkit{busyToolkit} { toolkit.SetBusy(true); }
+    Hourglass(const Hourglass&) = delete;
+    Hourglass& operator=(const Hourglass&) = delete;
+    ~Hourglass() { toolkit.SetBusy(false); }
+
+private:
+    Toolkit& toolkit;
 };
 
 } // namespace ui

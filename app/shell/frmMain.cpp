@@ -79,6 +79,7 @@ frmMain::frmMain(Program& program)
       profileDialogs{program, [this](std::string_view topic) { help.Open(topic); }}
 {
     SetCaption(program.state.ProductCaption);
+    lblPreview.PlainText = true; // names of files and folders
     std::vector<ui::ListView::Column> listColumns;
     for (const StoredColumn& column : columns)
         listColumns.push_back({std::to_string(column.heading), {}, column.width, column.rightAligned});
@@ -103,7 +104,7 @@ bool frmMain::Load()
         Unload();
         return false;
     }
-    return true;
+    return IsOpen();
 }
 
 void frmMain::RestorePlacement()
@@ -481,6 +482,15 @@ bool frmMain::OnClosing()
     if (program.state.MainLoaded)
         SaveState();
     return true;
+}
+
+void frmMain::CloseNow() noexcept
+{
+    try {
+        Close();
+    } catch (...) {
+        Unload();
+    }
 }
 
 void frmMain::SaveState()

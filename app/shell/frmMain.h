@@ -34,8 +34,8 @@ class frmMain final : public ui::Form {
 public:
     explicit frmMain(Program& program);
 
-    /// Captions, icon, placement, options. False when the templates path cannot be used and the user quits: the window
-    /// has then unloaded itself.
+    /// Captions, icon, placement, options. False when the templates path cannot be used and the user quits, or the
+    /// session ends meanwhile: the window has then unloaded itself.
     bool Load();
     /// Restores the splitters and fills the tree and the list. False when the window was closed meanwhile.
     bool LoadTemplateBrowser();
@@ -133,7 +133,7 @@ private:
         {
             if (--form.busy == 0 && form.closeWhenIdle) {
                 form.program.progress.Cancelled = false;
-                form.Close();
+                form.CloseNow();
             }
         }
 
@@ -151,6 +151,8 @@ private:
     void RestorePlacement();
     void SaveState();
     bool OnClosing();
+    /// The close that has waited; it must not fail.
+    void CloseNow() noexcept;
     void OnResize();
     bool OnKey(const ui::Key& key);
     bool OnTreeKey(const ui::Key& key);

@@ -126,7 +126,7 @@ TEST_F(StartUpTest, WithoutAnOfficeGenerationOnlyThePdfConverterIsSeenTo)
     toolkit.RunPosted();
 
     EXPECT_EQ(browser.Main(), nullptr);
-    EXPECT_TRUE(toolkit.OpenForms.empty());
+    EXPECT_TRUE(toolkit.Forms().empty());
     EXPECT_EQ(system.shell.Runs().size(), 1u);
     EXPECT_EQ(Setting("Customization", "ApplicationName"), "Tessaly Desk");
     EXPECT_EQ(ended, 1) << "a process without a window has nothing to stay for";
@@ -294,6 +294,22 @@ TEST_F(StartUpTest, RetryGoesOnOnceTheDriveIsBack)
     Start();
     EXPECT_NE(Main().tvTreeView.Find("Cards"), nullptr);
     EXPECT_EQ(Setting("Browser", "HDD Templates Path"), "E:\\Library");
+}
+
+TEST_F(StartUpTest, TheMainWindowStaysUntilItsLoadIsDoneWhenTheSessionEndsInTheMiddle)
+{
+    SetTemplatesPath("E:\\Library");
+    toolkit.OnModal("frmTemplatesPath", [&](ui::Form& form) {
+        toolkit.Find("frmMain")->UserCloses();
+        toolkit.RunPosted();
+        EXPECT_NE(browser.Main(), nullptr);
+        system.files.AddFile("E:\\Library\\Cards\\Birthday.swt");
+        dynamic_cast<app::frmTemplatesPath&>(form).cmdRetry.UserClicks();
+    });
+    Start();
+    toolkit.RunPosted();
+    EXPECT_EQ(browser.Main(), nullptr);
+    EXPECT_FALSE(browser.IsRunning());
 }
 
 TEST_F(StartUpTest, ANewPathIsStoredForTheLocationInUse)

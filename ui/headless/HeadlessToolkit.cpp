@@ -43,12 +43,10 @@ class HeadlessFormPeer final : public FormPeer {
 public:
     HeadlessFormPeer(HeadlessToolkit& peerToolkit, Form& peerForm) : toolkit{peerToolkit}, form{peerForm}
     {
-        toolkit.OpenForms.push_back(&form);
         for (Control* control : form.Controls())
             control->SetPeer(std::make_unique<HeadlessControlPeer>(*control));
         client = {form.Placement().width - 240, form.Placement().height - 840};
     }
-    ~HeadlessFormPeer() override { std::erase(toolkit.OpenForms, &form); }
 
     void Update(Aspect aspect) override
     {
@@ -86,6 +84,7 @@ std::unique_ptr<FormPeer> HeadlessToolkit::CreatePeer(Form& form)
 
 void HeadlessToolkit::RunModal(Form& form)
 {
+    const Yield yield{*this};
     const auto script = modals.find(form.Name());
     if (script == modals.end()) {
         Unexpected.push_back("modal form " + form.Name());
@@ -103,6 +102,7 @@ void HeadlessToolkit::RunModal(Form& form)
 
 Answer HeadlessToolkit::ShowMessage(const MessageBox& message)
 {
+    const Yield yield{*this};
     Messages.push_back(message);
     if (OnMessage)
         OnMessage(message);
@@ -143,6 +143,7 @@ std::optional<std::string> HeadlessToolkit::OpenFile(const OpenFileDialog& dialo
 
 void HeadlessToolkit::DoEvents()
 {
+    const Yield yield{*this};
     ++yields;
     if (OnYield)
         OnYield(yields);
@@ -192,8 +193,9 @@ std::vector<std::string> HeadlessToolkit::NotAsScripted() const
 
 Form* HeadlessToolkit::Find(std::string_view formName) const
 {
-    const auto found = std::ranges::find_if(OpenForms, [&](const Form* form) { return form->Name() == formName; });
-    return found == OpenForms.end() ? nullptr : *found;
+    const auto found =
+        std::ranges::find_if(Forms(), [&](const Form* form) { return form->IsOpen() && form->Name() == formName; });
+    return found == Forms().end() ? nullptr : *found;
 }
 
 } // namespace ui

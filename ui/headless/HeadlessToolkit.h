@@ -48,7 +48,6 @@ public:
     std::vector<OpenFileDialog> FilesAsked; ///< every file dialog that was shown
     std::vector<MessageBox> Messages;       ///< every box that was shown
     std::vector<std::string> Unexpected;
-    std::vector<Form*> OpenForms;
     bool Busy{};
     /// For fault scenarios: any message is answered No or OK without being expected, and what is scripted need not
     /// come.

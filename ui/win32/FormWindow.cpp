@@ -1,5 +1,6 @@
 #include "ui/win32/FormWindow.h"
 
+#include "platform/Scoped.h"
 #include "ui/Button.h"
 #include "ui/win32/Guarded.h"
 #include "ui/win32/KeyTranslation.h"
@@ -60,12 +61,6 @@ RECT WorkAreaOf(HWND window)
     return monitor.rcWork;
 }
 
-/// Whether the native window still belongs to the form's window, which a handler may have taken down.
-bool Serves(const NativeFrame& frame, const FormWindow* window)
-{
-    return GetWindowLongPtrW(frame.window, GWLP_USERDATA) == reinterpret_cast<LONG_PTR>(window);
-}
-
 bool IsButton(const Control& control)
 {
     return dynamic_cast<const Button*>(&control) != nullptr;
@@ -81,14 +76,29 @@ bool IsEdit(HWND window)
 } // namespace
 
 FormWindow::FormWindow(Win32Toolkit& windowToolkit, ui::Form& windowForm, HWND owner)
-    : toolkit{windowToolkit}, form{windowForm}, frame{std::make_shared<NativeFrame>()}, dpi{SystemDpi()}, fonts{dpi}
+    : toolkit{windowToolkit}, form{windowForm}, dpi{SystemDpi()}, fonts{dpi}
 {
     const WindowStyle style = StyleOf(form.GetStyle(), owner != nullptr);
-    frame->window =
-        CreateWindowExW(style.extended, WindowClass(), ToNative(form.Caption()).c_str(), style.style, CW_USEDEFAULT,
-                        CW_USEDEFAULT, ToPixels(FirstSize.width, dpi), ToPixels(FirstSize.height, dpi), owner, nullptr,
-                        GetModuleHandleW(nullptr), nullptr);
+    window = CreateWindowExW(style.extended, WindowClass(), ToNative(form.Caption()).c_str(), style.style,
+                             CW_USEDEFAULT, CW_USEDEFAULT, ToPixels(FirstSize.width, dpi),
+                             ToPixels(FirstSize.height, dpi), owner, nullptr, GetModuleHandleW(nullptr), nullptr);
     SetWindowLongPtrW(Handle(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    try {
+        Build();
+    } catch (...) {
+        TearDown();
+        throw;
+    }
+    ready = true;
+}
+
+FormWindow::~FormWindow()
+{
+    TearDown();
+}
+
+void FormWindow::Build()
+{
     toolkit.Attach(*this);
     if (const int own = DpiOf(Handle()); own != dpi) {
         dpi = own;
@@ -98,11 +108,12 @@ FormWindow::FormWindow(Win32Toolkit& windowToolkit, ui::Form& windowForm, HWND o
     ApplyMenu();
     if (form.Placement().width > 0)
         ApplyPlacement();
-    CreatePeers();
-    ready = true;
+    int id = 100;
+    for (Control* control : form.Controls())
+        control->SetPeer(CreateControlPeer(*control, *this, id++));
 }
 
-FormWindow::~FormWindow()
+void FormWindow::TearDown()
 {
     toolkit.EndModal(*this);
     for (Control* control : form.Controls())
@@ -111,7 +122,7 @@ FormWindow::~FormWindow()
     // A visible window costs two seconds to destroy where there is no window manager.
     ShowWindow(Handle(), SW_HIDE);
     toolkit.Detach(*this);
-    toolkit.Bury(frame);
+    toolkit.Bury(Handle());
 }
 
 const wchar_t* FormWindow::WindowClass()
@@ -128,13 +139,6 @@ const wchar_t* FormWindow::WindowClass()
         return RegisterClassExW(&windowClass);
     }();
     return registered != 0 ? name : L"";
-}
-
-void FormWindow::CreatePeers()
-{
-    int id = 100;
-    for (Control* control : form.Controls())
-        control->SetPeer(CreateControlPeer(*control, *this, id++));
 }
 
 const pictures::win32::ImageLoader& FormWindow::Images() const
@@ -175,7 +179,7 @@ void FormWindow::Update(Aspect aspect)
 void FormWindow::ApplyPlacement()
 {
     const RECT place = ToPixels(form.Placement(), SystemDpi());
-    ++byCode;
+    const platform::Scoped guard{byCode, true};
     if (IsIconic(Handle()) || IsZoomed(Handle())) {
         WINDOWPLACEMENT placement{};
         placement.length = sizeof(placement);
@@ -186,7 +190,6 @@ void FormWindow::ApplyPlacement()
         SetWindowPos(Handle(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
                      SWP_NOZORDER | SWP_NOACTIVATE);
     }
-    --byCode;
 }
 
 void FormWindow::ApplyIcon()
@@ -221,31 +224,32 @@ void FormWindow::Show()
 {
     if (!menus.IsCurrent(form.MenuBar))
         ApplyMenu();
-    ++byCode;
     int how = SW_SHOWNORMAL;
     if (form.State() == Form::WindowState::Maximized)
         how = SW_SHOWMAXIMIZED;
     else if (form.State() == Form::WindowState::Minimized)
         how = SW_SHOWMINIMIZED;
-    const auto kept = frame;
-    if (!resized && how == SW_SHOWNORMAL)
-        form.UserResizes(ClientSize());
-    ShowWindow(kept->window, how);
-    if (!Serves(*kept, this))
-        return;
-    --byCode;
-    FocusActiveControl();
+    {
+        const platform::Scoped guard{byCode, true};
+        if (!resized && how == SW_SHOWNORMAL)
+            form.UserResizes(ClientSize());
+        if (form.IsOpen())
+            ShowWindow(Handle(), how);
+    }
+    if (form.IsOpen())
+        FocusActiveControl();
 }
 
 void FormWindow::Hide()
 {
-    if (!IsWindowVisible(Handle()))
-        return;
     // The others must be able to take the activation before this window gives it up.
     const HWND focus = toolkit.EndModal(*this);
-    ++byCode;
-    ShowWindow(Handle(), SW_HIDE);
-    --byCode;
+    if (!IsWindowVisible(Handle()))
+        return;
+    {
+        const platform::Scoped guard{byCode, true};
+        ShowWindow(Handle(), SW_HIDE);
+    }
     if (focus != nullptr && IsWindow(focus))
         SetFocus(focus);
 }
@@ -268,26 +272,23 @@ void FormWindow::FitClient(Size client)
     if (owner == nullptr || !IsWindowVisible(owner) || IsIconic(owner) || !GetWindowRect(owner, &around))
         around = WorkAreaOf(Handle());
     const RECT place = Centred(outer, around);
-    ++byCode;
+    const platform::Scoped guard{byCode, true};
     SetWindowPos(Handle(), nullptr, place.left, place.top, outer.cx, outer.cy, SWP_NOZORDER | SWP_NOACTIVATE);
-    --byCode;
 }
 
 void FormWindow::ShowPopup(Menu& menu, Point at)
 {
     POINT point{ToPixels(at.x, dpi), ToPixels(at.y, dpi)};
     ClientToScreen(Handle(), &point);
-    const auto kept = frame;
-    const NativeFrame::Busy busy{*kept};
     const MenuHandle popup = menus.BuildPopup(menu);
     int command = 0;
     {
         const Win32Toolkit::NativeModal modal{toolkit};
         const UINT flags = TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON |
                            (GetSystemMetrics(SM_MENUDROPALIGNMENT) != 0 ? TPM_RIGHTALIGN : TPM_LEFTALIGN);
-        command = TrackPopupMenuEx(popup.get(), flags, point.x, point.y, kept->window, nullptr);
+        command = TrackPopupMenuEx(popup.get(), flags, point.x, point.y, Handle(), nullptr);
     }
-    if (!Serves(*kept, this))
+    if (!form.IsOpen())
         return;
     Menu* chosen = menus.Find(menu, command);
     menus.Restart();
@@ -343,27 +344,16 @@ void FormWindow::SetToolTip(HWND control, const std::string& text)
         SendMessageW(toolTips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
-void FormWindow::Release(HWND control)
-{
-    // While a message of the window is being handled the control may be under its own procedure: it goes with the
-    // whole window later.
-    if (frame->handling == 0)
-        DestroyWindow(control);
-    else
-        ShowWindow(control, SW_HIDE);
-}
-
 bool FormWindow::Translate(MSG& message)
 {
-    const auto kept = frame;
-    const NativeFrame::Busy busy{*kept};
+    if (!form.IsOpen())
+        return true;
+    const Form::Use use{form};
     const bool isKeyDown = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
     const auto used = Guarded([&] {
         return (isKeyDown && TranslateKey(message)) || (message.message == WM_SYSCHAR && TranslateMnemonic(message));
     });
-    if (used || !Serves(*kept, this))
-        return true;
-    return IsDialogMessageW(kept->window, &message) != 0;
+    return used || !form.IsOpen() || IsDialogMessageW(Handle(), &message) != 0;
 }
 
 bool FormWindow::TranslateKey(const MSG& message)
@@ -378,11 +368,10 @@ bool FormWindow::TranslateKey(const MSG& message)
     if (IsEdit(message.hwnd) && (key.code < KeyCode::F1 || key.code > KeyCode::F10))
         return false;
 
-    const auto kept = frame;
     PeerBase* focused = PeerBase::Of(message.hwnd);
     if (focused != nullptr && focused->UsesKey(key))
         return true;
-    if (!Serves(*kept, this))
+    if (!form.IsOpen())
         return true;
     const bool pressesButton = key == Plain(KeyCode::Enter) && focused != nullptr && IsButton(focused->Model());
     return !pressesButton && form.UserPresses(key);
@@ -502,7 +491,7 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
     case WM_NOTIFY:
         return OnNotify(*reinterpret_cast<NMHDR*>(lParam));
     case WM_WINDOWPOSCHANGED:
-        if (ready && byCode == 0 && IsWindowVisible(Handle()))
+        if (ready && !byCode && IsWindowVisible(Handle()))
             OnPlaced();
         break;
     case WM_SIZE:
@@ -570,10 +559,9 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
 LRESULT CALLBACK FormWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept
 {
     auto* self = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (self == nullptr)
+    if (self == nullptr || !self->Serves())
         return DefWindowProcW(window, message, wParam, lParam);
-    const auto kept = self->frame;
-    const NativeFrame::Busy busy{*kept};
+    const Form::Use use{self->form};
     const auto answer = Guarded([&] { return self->OnMessage(message, wParam, lParam); });
     return answer ? *answer : DefWindowProcW(window, message, wParam, lParam);
 }

@@ -5,9 +5,7 @@
 #include "ui/Form.h"
 #include "ui/win32/Dpi.h"
 #include "ui/win32/MenuTable.h"
-#include "ui/win32/NativeFrame.h"
 
-#include <memory>
 #include <optional>
 
 namespace ui::win32 {
@@ -33,8 +31,9 @@ public:
     void BringToFront() override;
 
     ui::Form& Model() const { return form; }
-    HWND Handle() const { return frame->window; }
-    std::shared_ptr<NativeFrame> Frame() const { return frame; }
+    HWND Handle() const { return window; }
+    /// Whether messages are for the form: no more when it has been closed and its window only waits for its end.
+    bool Serves() const { return !ready || form.IsOpen(); }
     int Dpi() const { return dpi; }
     const Fonts& WindowFonts() const { return fonts; }
     const pictures::win32::ImageLoader& Images() const;
@@ -48,20 +47,18 @@ public:
     /// The focus moves to `focus`: shows which button Enter presses now.
     void MarkDefaultButton(HWND focus);
     void SetToolTip(HWND control, const std::string& text);
-    /// A control's peer is going: its window with it, unless the whole window is.
-    void Release(HWND control);
 
 private:
     Win32Toolkit& toolkit;
     ui::Form& form;
-    std::shared_ptr<NativeFrame> frame;
+    HWND window{};
     int dpi;
     Fonts fonts;
     MenuTable menus;
     IconHandle largeIcon;
     IconHandle smallIcon;
     HWND toolTips{};
-    int byCode{};
+    bool byCode{};
     bool ready{};
     bool resized{};
 
@@ -70,7 +67,8 @@ private:
     std::optional<LRESULT> OnNotify(NMHDR& header);
     void OnPlaced();
     void OnDpiChanged(int newDpi, const RECT& suggested);
-    void CreatePeers();
+    void Build();
+    void TearDown();
     void ApplyPlacement();
     void ApplyIcon();
     void ApplyMenu();

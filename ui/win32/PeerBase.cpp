@@ -25,12 +25,16 @@ PeerBase::PeerBase(Control& peerControl, FormWindow& peerForm) : control{peerCon
 
 PeerBase::~PeerBase()
 {
-    life->gone = true;
+    // The native control goes with the whole window.
     if (window == nullptr)
         return;
     RemovePropW(window, PeerProperty);
     RemoveWindowSubclass(window, &PeerBase::Procedure, SubclassId);
-    form.Release(window);
+}
+
+bool PeerBase::IsGone() const
+{
+    return !form.Serves();
 }
 
 void PeerBase::Create(const wchar_t* windowClass, DWORD style, DWORD extendedStyle, int id)
@@ -195,14 +199,14 @@ Point PeerBase::InForm(POINT point) const
     return {ToTwips(point.x, Dpi()), ToTwips(point.y, Dpi())};
 }
 
-SIZE PeerBase::Measure(const std::string& text, HFONT font, int width) const
+SIZE PeerBase::Measure(const std::string& text, HFONT font, int width, UINT flags) const
 {
     const std::wstring native = ToNative(text);
     HDC context = GetDC(window);
     const HGDIOBJ before = SelectObject(context, font);
     RECT rect{0, 0, width > 0 ? width : 0x7FFF, 0};
     DrawTextW(context, native.c_str(), static_cast<int>(native.size()), &rect,
-              DT_CALCRECT | DT_EXPANDTABS | (width > 0 ? DT_WORDBREAK : 0u));
+              DT_CALCRECT | DT_EXPANDTABS | flags | (width > 0 ? DT_WORDBREAK : 0u));
     if (native.empty()) {
         TEXTMETRICW metrics{};
         GetTextMetricsW(context, &metrics);
@@ -217,16 +221,16 @@ LRESULT CALLBACK PeerBase::Procedure(HWND window, UINT message, WPARAM wParam, L
                                      DWORD_PTR peer) noexcept
 {
     auto* self = reinterpret_cast<PeerBase*>(peer);
-    const auto frame = self->form.Frame();
-    const NativeFrame::Busy busy{*frame};
+    if (self->IsGone())
+        return DefSubclassProc(window, message, wParam, lParam);
+    const Form::Use use{self->form.Model()};
     const auto answer = Guarded([&]() -> std::optional<LRESULT> {
         auto result = self->OnMessage(message, wParam, lParam);
         if (message == WM_SETFOCUS) {
             // After the native control took it, since a handler may move the focus on at once.
-            const auto life = self->life;
             if (!result)
                 result = self->Default(message, wParam, lParam);
-            if (!life->gone)
+            if (!self->IsGone())
                 self->control.UserFocuses();
         }
         return result;

@@ -14,8 +14,8 @@ class FormWindow;
 /// What every native control shares: its window as a child of the form's, its font, place and state, and the guard
 /// that keeps a code assignment from coming back as a user act.
 ///
-/// A handler of the program may take the form down while the control's own message is being handled, so nothing of a
-/// peer is touched after a `User...` call unless a `Watch` says that it is still there.
+/// A handler of the program may close the form while the control's own message is being handled: the peer is still
+/// there, but raises no more events when a `Watch` says that the form is gone.
 class PeerBase : public ControlPeer {
 public:
     PeerBase(const PeerBase&) = delete;
@@ -70,8 +70,8 @@ protected:
     int Twips(int pixels) const { return ToTwipsUp(pixels, Dpi()); }
     /// A point of this control as a point of the form's client area, in twips.
     Point InForm(POINT point) const;
-    /// The size of a text in a font, wrapped at `width` pixels (0: one line a paragraph).
-    SIZE Measure(const std::string& text, HFONT font, int width = 0) const;
+    /// The size of a text in a font, wrapped at `width` pixels (0: one line a paragraph), with more DT_... flags.
+    SIZE Measure(const std::string& text, HFONT font, int width = 0, UINT flags = 0) const;
     HFONT NormalFont() const;
     /// Twips of a box with one line of text, so that text boxes and drop-down lists are equally high.
     int FieldHeight() const;
@@ -84,46 +84,42 @@ protected:
     /// may have answered a question meanwhile and the button would wait for a release that it never gets.
     LRESULT PressIfFocused(WPARAM wParam, LPARAM lParam);
 
-    struct Life {
-        int byCode{};
-        int notifying{};
-        bool gone{};
-    };
-
     /// Code is changing the native control: its notifications are no user act.
     class ByCode {
     public:
-        explicit ByCode(const PeerBase& peer) : life{peer.life} { ++life->byCode; }
+        explicit ByCode(const PeerBase& codedPeer) : peer{codedPeer} { ++peer.byCode; }
         ByCode(const ByCode&) = delete;
         ByCode& operator=(const ByCode&) = delete;
-        ~ByCode() { --life->byCode; }
+        ~ByCode() { --peer.byCode; }
 
     private:
-        std::shared_ptr<Life> life;
+        const PeerBase& peer;
     };
-    bool IsByCode() const { return life->byCode > 0; }
+    bool IsByCode() const { return byCode > 0; }
 
-    /// Tells whether a peer is still there after the program's handlers ran.
+    /// A notification is being handled; tells whether the form is gone after the program's handlers ran.
     class Watch {
     public:
-        explicit Watch(const PeerBase& peer) : life{peer.life} { ++life->notifying; }
+        explicit Watch(const PeerBase& watchedPeer) : peer{watchedPeer} { ++peer.notifying; }
         Watch(const Watch&) = delete;
         Watch& operator=(const Watch&) = delete;
-        ~Watch() { --life->notifying; }
-        bool Gone() const { return life->gone; }
+        ~Watch() { --peer.notifying; }
+        bool Gone() const { return peer.IsGone(); }
 
     private:
-        std::shared_ptr<Life> life;
+        const PeerBase& peer;
     };
-    bool IsNotifying() const { return life->notifying > 0; }
+    bool IsNotifying() const { return notifying > 0; }
 
 private:
     Control& control;
     FormWindow& form;
     HWND window{};
-    std::shared_ptr<Life> life{std::make_shared<Life>()};
+    mutable int byCode{};
+    mutable int notifying{};
 
     void Place();
+    bool IsGone() const;
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                       DWORD_PTR peer) noexcept;
 };

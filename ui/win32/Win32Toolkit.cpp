@@ -1,5 +1,6 @@
 #include "ui/win32/Win32Toolkit.h"
 
+#include "platform/Scoped.h"
 #include "ui/win32/Dpi.h"
 #include "ui/win32/FileChooser.h"
 #include "ui/win32/FolderBrowser.h"
@@ -12,18 +13,6 @@
 
 namespace ui::win32 {
 namespace {
-
-/// Counts a loop in for as long as it runs.
-class Deeper {
-public:
-    explicit Deeper(int& loopLevel) : level{loopLevel} { ++level; }
-    Deeper(const Deeper&) = delete;
-    Deeper& operator=(const Deeper&) = delete;
-    ~Deeper() { --level; }
-
-private:
-    int& level;
-};
 
 struct Areas {
     std::vector<Rect> found;
@@ -104,18 +93,23 @@ void Win32Toolkit::RunModal(Form& form)
     auto* window = static_cast<FormWindow*>(form.Peer());
     Modal modal{window, {}, GetFocus(), false};
     for (const FormWindow* other : windows) {
-        if (other == window || !IsWindowVisible(other->Handle()) || !IsWindowEnabled(other->Handle()))
+        // Those that are hidden as well: they can be shown or closed from outside meanwhile.
+        if (other == window || !IsWindowEnabled(other->Handle()))
             continue;
         modal.disabled.push_back(other->Handle());
         EnableWindow(other->Handle(), FALSE);
     }
     modals.push_back(&modal);
-    const Deeper deeper{level};
+    struct Over {
+        Win32Toolkit& toolkit;
+        const FormWindow& window;
+        ~Over() { toolkit.EndModal(window); }
+    } const over{*this, *window};
+    const Yield yield{*this};
+    const platform::Scoped deeper{level, level + 1};
     window->Show();
     while (!modal.ended && Step()) {
     }
-    if (!modal.ended)
-        EndModal(*window);
     Sweep();
 }
 
@@ -190,7 +184,8 @@ bool Win32Toolkit::Step()
 
 void Win32Toolkit::DoEvents()
 {
-    const Deeper deeper{level};
+    const Yield yield{*this};
+    const platform::Scoped deeper{level, level + 1};
     MSG message{};
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
         if (message.message == WM_QUIT) {
@@ -229,21 +224,17 @@ bool Win32Toolkit::RunTask()
     return true;
 }
 
-void Win32Toolkit::Bury(std::shared_ptr<NativeFrame> frame)
+void Win32Toolkit::Bury(HWND window)
 {
-    graves.push_back(std::move(frame));
-    Sweep();
+    graves.push_back(window);
 }
 
 void Win32Toolkit::Sweep()
 {
     // Destroying a window sends messages, which may bring new graves.
-    for (;;) {
-        const auto next = std::ranges::find(graves, 0, &NativeFrame::handling);
-        if (next == graves.end())
-            return;
-        const HWND window = (*next)->window;
-        graves.erase(next);
+    while (!graves.empty()) {
+        const HWND window = graves.back();
+        graves.pop_back();
         DestroyWindow(window);
     }
 }
@@ -269,6 +260,8 @@ void Win32Toolkit::SetBusy(bool isBusy)
 void Win32Toolkit::Attach(FormWindow& window)
 {
     windows.push_back(&window);
+    // Burying it must not fail.
+    graves.reserve(graves.size() + windows.size());
 }
 
 void Win32Toolkit::Detach(FormWindow& window)

@@ -3,7 +3,7 @@
 #include "pictures/win32/ImageLoader.h"
 #include "pictures/win32/Win32Pictures.h"
 #include "ui/Toolkit.h"
-#include "ui/win32/NativeFrame.h"
+#include "ui/win32/WindowsHeader.h"
 
 #include <deque>
 #include <memory>
@@ -47,13 +47,17 @@ public:
     /// Holds while a loop of the system waits for the user.
     class NativeModal {
     public:
-        explicit NativeModal(Win32Toolkit& modalToolkit) : toolkit{modalToolkit} { ++toolkit.nativeModals; }
+        explicit NativeModal(Win32Toolkit& modalToolkit) : toolkit{modalToolkit}, yield{modalToolkit}
+        {
+            ++toolkit.nativeModals;
+        }
         NativeModal(const NativeModal&) = delete;
         NativeModal& operator=(const NativeModal&) = delete;
         ~NativeModal() { --toolkit.nativeModals; }
 
     private:
         Win32Toolkit& toolkit;
+        Yield yield;
     };
 
     // For the windows of the forms.
@@ -61,8 +65,9 @@ public:
     void Detach(FormWindow& window);
     /// Lets the other windows live again when `window` was modal. The control that gets the focus back; may be null.
     HWND EndModal(const FormWindow& window);
-    /// Destroys a window as soon as none of its messages is being handled.
-    void Bury(std::shared_ptr<NativeFrame> frame);
+    /// Destroys a window that nothing uses any more as soon as the message in hand is done: its window procedure and
+    /// those of its controls may be on their last step.
+    void Bury(HWND window);
 
 private:
     struct Modal {
@@ -80,7 +85,7 @@ private:
     pictures::win32::Win32Pictures pictures;
     std::vector<FormWindow*> windows;
     std::vector<Modal*> modals;
-    std::vector<std::shared_ptr<NativeFrame>> graves;
+    std::vector<HWND> graves;
     std::deque<Task> tasks;
     int level{};
     int nativeModals{};
