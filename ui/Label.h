@@ -11,6 +11,8 @@ public:
     std::string_view TypeName() const override { return "Label"; }
     /// Larger, for the one heading of a window.
     bool Heading{};
+    /// Names as they are: "&" is no mnemonic, and a name without blanks wraps as well. Set before the window is there.
+    bool PlainText{};
 };
 
 } // namespace ui

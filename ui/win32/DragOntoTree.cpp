@@ -18,15 +18,22 @@ void DragOntoTree::Begin(HWND sourceWindow)
         return;
     window = sourceWindow;
     SetCapture(window);
+    constexpr UINT scrollPause = 100; // milliseconds
+    SetTimer(window, Timer, scrollPause, nullptr);
 }
 
 void DragOntoTree::Move(LPARAM place)
 {
+    pointer = {GET_X_LPARAM(place), GET_Y_LPARAM(place)};
+    ClientToScreen(window, &pointer);
+    Mark();
+}
+
+void DragOntoTree::Mark()
+{
     TreeViewPeer* target = Target();
     if (target == nullptr)
         return;
-    POINT pointer{GET_X_LPARAM(place), GET_Y_LPARAM(place)};
-    ClientToScreen(window, &pointer);
     // Where nothing can be dropped the pointer says so.
     SetCursor(LoadCursorW(nullptr, target->ShowDropTarget(pointer) ? IDC_HAND : IDC_NO));
 }
@@ -36,6 +43,7 @@ std::string DragOntoTree::End()
     const HWND released = std::exchange(window, nullptr);
     if (released == nullptr)
         return {};
+    KillTimer(released, Timer);
     if (GetCapture() == released)
         ReleaseCapture();
     TreeViewPeer* target = Target();

@@ -19,12 +19,17 @@ public:
     void Begin(HWND sourceWindow);
     /// Marks the node under the pointer, whose place a mouse message of the source window tells.
     void Move(LPARAM place);
+    /// Marks it again: the source window's timer of this number asks for it, so that a pointer that rests at the tree's
+    /// edge scrolls on.
+    void Mark();
+    static constexpr UINT_PTR Timer = 0x7D0;
     /// Lets go of the mouse. The key of the node under it; "" when there is none.
     std::string End();
 
 private:
     Control& source;
     HWND window{};
+    POINT pointer{}; ///< on the screen
 
     TreeViewPeer* Target() const;
 };

@@ -51,6 +51,9 @@ std::optional<LRESULT> ImagePeer::OnMessage(UINT message, WPARAM, LPARAM lParam)
         if (drag.Running())
             drag.Move(lParam);
         return 0;
+    case WM_TIMER:
+        drag.Mark();
+        return 0;
     case WM_LBUTTONUP:
         if (drag.Running()) {
             drag.Move(lParam);

@@ -437,6 +437,10 @@ std::optional<LRESULT> ListViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
 {
     switch (message) {
     case WM_TIMER:
+        if (wParam == DragOntoTree::Timer) {
+            drag.Mark();
+            return 0;
+        }
         if (wParam != ComposeTimer)
             return std::nullopt;
         ComposeThumbnails();
@@ -540,6 +544,8 @@ void ListViewPeer::OpenMenuAtSelection()
 {
     RECT place{};
     if (list.Selected() >= 0) {
+        // It may have been scrolled out of sight.
+        Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(list.Selected()), FALSE);
         place.left = LVIR_LABEL;
         Send(LVM_GETITEMRECT, static_cast<WPARAM>(list.Selected()), reinterpret_cast<LPARAM>(&place));
     }

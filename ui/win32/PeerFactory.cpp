@@ -33,12 +33,13 @@ class LabelPeer final : public PeerBase {
 public:
     LabelPeer(Label& peerLabel, FormWindow& form, int id) : PeerBase{peerLabel, form}, label{peerLabel}
     {
-        Create(WC_STATICW, SS_LEFT, 0, id);
+        Create(WC_STATICW, SS_LEFT | (label.PlainText ? SS_NOPREFIX | SS_EDITCONTROL : 0u), 0, id);
     }
 
     Size Preferred(int width) const override
     {
-        const SIZE text = Measure(label.Caption(), Font(), Pixels(width));
+        const SIZE text =
+            Measure(label.Caption(), Font(), Pixels(width), label.PlainText ? DT_NOPREFIX | DT_EDITCONTROL : 0u);
         return {Twips(text.cx + 1), Twips(text.cy)};
     }
 

@@ -62,7 +62,7 @@ void TreeViewPeer::Sync(Aspect aspect)
         SyncItems();
         if (tree.Selected() != nullptr)
             if (const HTREEITEM item = ItemOf(tree.Selected()->key))
-                Send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
+                BringIntoView(item);
     }
 }
 
@@ -187,13 +187,20 @@ void TreeViewPeer::SyncSelection()
         Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item));
     if (item == nullptr)
         return;
-    Send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
+    BringIntoView(item);
     // Showing a node opens its ancestors in the native tree.
     for (int parent = rows[byKey.at(tree.Selected()->key)].parent; parent >= 0;) {
         Row& row = rows[static_cast<std::size_t>(parent)];
         row.expanded = true;
         parent = row.parent;
     }
+}
+
+void TreeViewPeer::BringIntoView(HTREEITEM item)
+{
+    Send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
+    for (int before = 0, place = 0; (place = GetScrollPos(Handle(), SB_HORZ)) > 0 && place != before; before = place)
+        Send(WM_HSCROLL, SB_PAGELEFT);
 }
 
 HTREEITEM TreeViewPeer::ItemOf(const std::string& key) const
@@ -250,10 +257,14 @@ bool TreeViewPeer::ShowDropTarget(POINT onScreen)
     TVHITTESTINFO hit{};
     hit.pt = onScreen;
     ScreenToClient(Handle(), &hit.pt);
-    Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
     RECT room{};
     GetClientRect(Handle(), &room);
-    const Row* row = PtInRect(&room, hit.pt) && (hit.flags & TVHT_ONITEM) != 0 ? RowOf(hit.hItem) : nullptr;
+    const bool isInside = PtInRect(&room, hit.pt) != FALSE;
+    const int edge = Pixels(ImageSide);
+    if (isInside && (hit.pt.y < edge || hit.pt.y >= room.bottom - edge))
+        Send(WM_VSCROLL, hit.pt.y < edge ? SB_LINEUP : SB_LINEDOWN);
+    Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+    const Row* row = isInside && (hit.flags & TVHT_ONITEM) != 0 ? RowOf(hit.hItem) : nullptr;
     droppedOn = row != nullptr ? row->key : std::string{};
     const ByCode guard{*this};
     Send(TVM_SELECTITEM, TVGN_DROPHILITE, reinterpret_cast<LPARAM>(row != nullptr ? row->item : nullptr));
@@ -398,6 +409,7 @@ std::optional<LRESULT> TreeViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
         RECT place{};
         const auto item = reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET));
         if (item != nullptr) {
+            BringIntoView(item);
             // The message takes the item in the place of the rectangle that it gives.
             std::memcpy(&place, &item, sizeof(item));
             Send(TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&place));

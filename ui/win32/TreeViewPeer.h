@@ -21,7 +21,7 @@ public:
     std::optional<LRESULT> OnNotify(NMHDR& header) override;
     bool UsesKey(const Key& key) override;
     /// Marks the node under a point of the screen as the one that something would be dropped on. False when there is
-    /// no node.
+    /// no node. Near the upper and lower edge the tree scrolls on.
     bool ShowDropTarget(POINT onScreen);
     /// Takes the mark away. The key of the node that had it; "" for none.
     std::string EndDrop();
@@ -64,6 +64,8 @@ private:
     std::vector<Row> Wanted() const;
     Row* RowOf(HTREEITEM item);
     HTREEITEM ItemOf(const std::string& key) const;
+    /// Scrolls to the item, never sideways: the pictures and branch marks of all nodes would be out of sight.
+    void BringIntoView(HTREEITEM item);
     void FoldSelection();
     void OpenLabel();
     LRESULT OnLabelOpens(const NMTVDISPINFOW& info);
