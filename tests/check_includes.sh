@@ -39,7 +39,7 @@ tests/platform       product gtest tests/support
 tests/profiles       product gtest tests/support
 tests/profiles/win32 product gtest tests/support tests/support/win32 system
 tests/ui             product gtest tests/support
-tests/ui/win32       product gtest tests/pictures/win32 tests/support/win32 system
+tests/ui/win32       product gtest tests/ui tests/pictures/win32 tests/support/win32 system
 '
 
 declare -A allowed=()

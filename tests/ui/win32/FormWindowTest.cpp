@@ -20,7 +20,6 @@ protected:
         Open(form);
         Focus(form.lvList);
         window = HandleOf(form);
-        form.Events.clear();
     }
 
     /// A menu's entries as the user reads them.
@@ -67,7 +66,7 @@ protected:
 TEST_F(FormWindowTest, FillsAMenuFromItsStateWhenItOpens)
 {
     EXPECT_THAT(Entries(GetMenu(window)), ElementsAre("&File", "&View", "&Help"));
-    EXPECT_THAT(Entries(OpenMenu(0)), ElementsAre("&New\tCtrl+N", "&Open\tF3", "-", "&Recent", "E&xit (grey)"));
+    EXPECT_THAT(Entries(OpenMenu(0)), ElementsAre("&New\tCtrl+N", "&Open\tF3", "-", "&Recent", "E&xit\tCtrl+Q (grey)"));
     EXPECT_THAT(form.Events, ElementsAre("opening"));
 
     form.MenuOpening = [&] {
@@ -159,18 +158,22 @@ TEST_F(FormWindowTest, AFormThatKeepsALeastWidthIsNotMadeNarrower)
     EXPECT_EQ(form.Placement().width, 9700);
 }
 
-TEST_F(FormWindowTest, ClosesByTheTitleBarUnlessTheFormRefuses)
+TEST_F(FormWindowTest, AnEndOfTheSessionClosesTheFormAtOnceAlsoUnderADialog)
 {
-    bool allowed = false;
-    form.Closing = [&] { return allowed; };
-    PostMessageW(window, WM_CLOSE, 0, 0);
-    Pump();
-    EXPECT_TRUE(form.IsOpen());
-    EXPECT_TRUE(IsWindowVisible(window));
-    allowed = true;
-    EXPECT_EQ(SendMessageW(window, WM_QUERYENDSESSION, 0, 0), TRUE);
-    SendMessageW(window, WM_ENDSESSION, TRUE, 0);
-    EXPECT_FALSE(form.IsOpen()) << "the state is saved before the session ends";
+    DemoDialog dialog{toolkit};
+    bool saved = false;
+    form.Closing = [&] { return saved = true; };
+    dialog.btnRetry.Click = [&] {
+        EXPECT_EQ(SendMessageW(window, WM_QUERYENDSESSION, 0, 0), TRUE);
+        SendMessageW(window, WM_ENDSESSION, TRUE, 0);
+        EXPECT_TRUE(saved) << "the process ends when the message has been handled";
+        EXPECT_FALSE(IsWindowVisible(window));
+        dialog.Close();
+    };
+    dialog.Realize();
+    PostMessageW(HandleOf(dialog.btnRetry), BM_CLICK, 0, 0);
+    dialog.ShowModal();
+    EXPECT_FALSE(form.IsOpen());
     EXPECT_TRUE(PumpUntil([&] { return !IsWindow(window); }));
 }
 

@@ -5,11 +5,12 @@
 
 #include <chrono>
 #include <cstdint>
+#include <cstring>
 
 using ui::win32::FormWindow;
 using ui::win32::PeerBase;
 
-bool WindowTest::PumpUntil(const std::function<bool()>& condition)
+bool WindowHands::PumpUntil(const std::function<bool()>& condition)
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds{10};
     while (!condition()) {
@@ -21,36 +22,43 @@ bool WindowTest::PumpUntil(const std::function<bool()>& condition)
     return true;
 }
 
-HWND WindowTest::HandleOf(const ui::Form& form)
+HWND WindowHands::HandleOf(const ui::Form& form)
 {
     return static_cast<FormWindow*>(form.Peer())->Handle();
 }
 
-HWND WindowTest::HandleOf(const ui::Control& control)
+HWND WindowHands::HandleOf(const ui::Control& control)
 {
     return static_cast<PeerBase*>(control.Peer())->Handle();
 }
 
-void WindowTest::Open(ui::Form& form)
+LRESULT WindowHands::Send(const ui::Control& control, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return SendMessageW(HandleOf(control), message, wParam, lParam);
+}
+
+void WindowHands::Open(ui::Form& form)
 {
     form.Show();
     SetForegroundWindow(HandleOf(form));
     ASSERT_TRUE(PumpUntil([&] { return GetActiveWindow() == HandleOf(form) && GetFocus() != nullptr; }));
 }
 
-void WindowTest::Focus(ui::Control& control)
+void WindowHands::Focus(ui::Control& control)
 {
     control.SetFocus();
     ASSERT_TRUE(PumpUntil([&] { return GetFocus() == HandleOf(control); }));
+    if (auto* form = dynamic_cast<EventForm*>(&control.Owner()))
+        form->Events.clear();
 }
 
-void WindowTest::Press(WORD virtualKey)
+void WindowHands::Press(WORD virtualKey)
 {
     PostMessageW(GetFocus(), WM_KEYDOWN, virtualKey, 1);
     Pump();
 }
 
-void WindowTest::Press(WORD virtualKey, std::vector<WORD> held)
+void WindowHands::Press(WORD virtualKey, std::vector<WORD> held)
 {
     BYTE before[256];
     GetKeyboardState(before);
@@ -70,20 +78,28 @@ void WindowTest::Press(WORD virtualKey, std::vector<WORD> held)
     Pump();
 }
 
-void WindowTest::Type(wchar_t letter)
+void WindowHands::PressAlt(wchar_t letter)
 {
-    PostMessageW(GetFocus(), WM_CHAR, letter, 1);
+    PostMessageW(GetFocus(), WM_SYSCHAR, letter, 0x20000001);
     Pump();
 }
 
-void WindowTest::Click(HWND window, POINT at)
+void WindowHands::Type(std::wstring_view text)
+{
+    for (const wchar_t letter : text) {
+        PostMessageW(GetFocus(), WM_CHAR, letter, 1);
+        Pump();
+    }
+}
+
+void WindowHands::Click(HWND window, POINT at)
 {
     PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(at.x, at.y));
     PostMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
     Pump();
 }
 
-void WindowTest::DoubleClick(HWND window, POINT at)
+void WindowHands::DoubleClick(HWND window, POINT at)
 {
     Click(window, at);
     PostMessageW(window, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(at.x, at.y));
@@ -91,14 +107,64 @@ void WindowTest::DoubleClick(HWND window, POINT at)
     Pump();
 }
 
-void WindowTest::RightClick(HWND window, POINT at)
+void WindowHands::RightClick(HWND window, POINT at)
 {
     PostMessageW(window, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(at.x, at.y));
     PostMessageW(window, WM_RBUTTONUP, 0, MAKELPARAM(at.x, at.y));
     Pump();
 }
 
-void WindowTest::MoveToDpi(HWND window, int dpi, SIZE size)
+POINT WindowHands::PlaceOf(const ui::Control& control, int part)
+{
+    const auto index = static_cast<WPARAM>(part);
+    RECT place{0, 0, 10, 10};
+    const auto answer = reinterpret_cast<LPARAM>(&place);
+    if (dynamic_cast<const ui::TreeView*>(&control) != nullptr) {
+        LRESULT item = Send(control, TVM_GETNEXTITEM, TVGN_ROOT);
+        for (int i = 0; i < part; ++i)
+            item = Send(control, TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, item);
+        std::memcpy(&place, &item, sizeof(item));
+        Send(control, TVM_GETITEMRECT, TRUE, answer);
+    } else if (dynamic_cast<const ui::ListView*>(&control) != nullptr) {
+        place.left = LVIR_LABEL;
+        Send(control, LVM_GETITEMRECT, index, answer);
+        place.right = place.left + 20;
+    } else if (dynamic_cast<const ui::ListBox*>(&control) != nullptr) {
+        Send(control, LB_GETITEMRECT, index, answer);
+    } else if (dynamic_cast<const ui::TabStrip*>(&control) != nullptr) {
+        Send(control, TCM_GETITEMRECT, index, answer);
+    } else if (dynamic_cast<const ui::ToolBar*>(&control) != nullptr) {
+        Send(control, TB_GETITEMRECT, index, answer);
+    } else if (dynamic_cast<const ui::UpDown*>(&control) != nullptr && part == 1) {
+        GetClientRect(HandleOf(control), &place);
+        place.top = place.bottom - 6;
+    }
+    return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+}
+
+std::string WindowHands::Outline(const ui::TreeView& tree)
+{
+    std::string shown;
+    const LRESULT caret = Send(tree, TVM_GETNEXTITEM, TVGN_CARET);
+    for (LRESULT item = Send(tree, TVM_GETNEXTITEM, TVGN_ROOT); item != 0;
+         item = Send(tree, TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, item)) {
+        for (LRESULT above = item; (above = Send(tree, TVM_GETNEXTITEM, TVGN_PARENT, above)) != 0;)
+            shown += ' ';
+        wchar_t text[256]{};
+        TVITEMW native{};
+        native.mask = TVIF_TEXT | TVIF_STATE | TVIF_HANDLE;
+        native.hItem = reinterpret_cast<HTREEITEM>(item);
+        native.stateMask = TVIS_EXPANDED;
+        native.pszText = text;
+        native.cchTextMax = 256;
+        Send(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&native));
+        shown += (item == caret ? "*" : "") + ui::win32::FromNative(text) +
+                 ((native.state & TVIS_EXPANDED) != 0 ? "-" : "") + "\n";
+    }
+    return shown;
+}
+
+void WindowHands::MoveToDpi(HWND window, int dpi, SIZE size)
 {
     RECT place{};
     GetWindowRect(window, &place);
@@ -107,7 +173,7 @@ void WindowTest::MoveToDpi(HWND window, int dpi, SIZE size)
     SendMessageW(window, 0x02E0 /* WM_DPICHANGED */, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
 }
 
-std::string WindowTest::TextOf(HWND window)
+std::string WindowHands::TextOf(HWND window)
 {
     wchar_t text[256]{};
     GetWindowTextW(window, text, 256);

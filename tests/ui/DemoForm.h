@@ -1,9 +1,13 @@
 #pragma once
 
 #include "ui/Button.h"
+#include "ui/CheckBox.h"
+#include "ui/ComboBox.h"
 #include "ui/Form.h"
+#include "ui/Frame.h"
 #include "ui/Image.h"
 #include "ui/Label.h"
+#include "ui/ListBox.h"
 #include "ui/ListView.h"
 #include "ui/ProgressBar.h"
 #include "ui/Splitter.h"
@@ -11,8 +15,9 @@
 #include "ui/TabStrip.h"
 #include "ui/ToolBar.h"
 #include "ui/TreeView.h"
+#include "ui/UpDown.h"
 
-/// Rows of made-up files.
+/// Rows of made-up files; counts what it is asked for.
 class DemoRows final : public ui::ListModel {
 public:
     int Rows() const override { return Count; }
@@ -21,10 +26,22 @@ public:
     int SmallIcon(int row) const override { return row % 5 + 3; }
 
     int Count{60};
+    mutable int Asked{};
+};
+
+/// What both forms do: every event is written down, in order.
+class EventForm : public ui::Form {
+public:
+    using Form::Form;
+    std::vector<std::string> Events;
+
+protected:
+    /// A handler that writes the event down, with what `text` gives then.
+    std::function<void()> Note(std::string event, std::function<std::string()> text = {});
 };
 
 /// A main window in small: tree, list, tabs, tool bar, menus, status bar, splitter and picture.
-class DemoForm final : public ui::Form {
+class DemoForm final : public EventForm {
 public:
     explicit DemoForm(ui::Toolkit& toolkit);
 
@@ -39,28 +56,41 @@ public:
 
     DemoRows Rows;
     ui::Menu PopupMenu;
-    std::vector<std::string> Events; ///< every event in order
     int SplitterLeft{3600};
 
 private:
     void BuildMenus();
-    void BuildToolBar();
     void BuildTree();
     void BuildList();
     void Place();
     ui::Menu& AddEntry(ui::Menu& menu, std::string name, std::string caption, ui::Key shortcut = {});
 };
 
-/// A small dialog with a wrapping text.
-class DemoDialog final : public ui::Form {
+/// A dialog with every control that a user enters something in.
+class DemoDialog final : public EventForm {
 public:
-    explicit DemoDialog(ui::Toolkit& toolkit, std::string title = "Templates path");
+    explicit DemoDialog(ui::Toolkit& toolkit, std::string title = "Demonstration");
 
     ui::Label lblHeading{*this};
     ui::Label lblText{*this};
-    ui::ProgressBar pbProgress{*this};
+    ui::Label lblKind{*this};
+    ui::ComboBox cboKind{*this};
     ui::Button btnRetry{*this};
+    ui::Frame fraPerson{*this};
+    ui::Label lblFirst{*this};
+    ui::TextBox txtFirst{*this};
+    ui::Label lblLast{*this};
+    ui::TextBox txtLast{*this};
+    ui::Label lblPhone{*this};
+    ui::TextBox txtPhone{*this};
+    ui::Label lblMonths{*this};
+    ui::TextBox txtMonths{*this};
+    ui::UpDown udMonths{*this, txtMonths, 1, 99};
+    ui::Label lblNotes{*this};
+    ui::TextBox txtNotes{*this, ui::TextBox::Lines::Many};
+    ui::ListBox lstNames{*this};
+    ui::CheckBox chkApply{*this};
+    ui::ProgressBar pbProgress{*this};
     ui::Button btnNew{*this, {}, ui::Role::Default};
     ui::Button btnCancel{*this, {}, ui::Role::Cancel};
-    std::vector<std::string> Events;
 };
