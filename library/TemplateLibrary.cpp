@@ -2,6 +2,7 @@
 
 #include "app/base/StringId.h"
 #include "library/FolderWalk.h"
+#include "platform/Scoped.h"
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -21,17 +22,17 @@ bool TemplateLibrary::LoadTreeView()
     // The passes yield: a click that asks for a load in the middle of one must not build the tree twice over.
     if (loading)
         return true;
-    struct Guard {
+    const platform::Scoped now{loading, true};
+    struct Unlock {
         TemplateLibrary& library;
-        explicit Guard(TemplateLibrary& guarded) : library{guarded} { Set(true); }
-        ~Guard() { Set(false); }
-        void Set(bool isLoading) const
+        ~Unlock()
         {
-            library.loading = isLoading;
             if (library.LockAccess)
-                library.LockAccess(isLoading);
+                library.LockAccess(false);
         }
-    } guard{*this};
+    } const unlock{*this};
+    if (LockAccess)
+        LockAccess(true);
 
     FolderListings listings{files};
     NoFoldersFound = FullLoad && !ReadFolders(listings);

@@ -27,18 +27,6 @@ constexpr std::uint64_t largestImport = 16u << 20;
 constexpr int deepestKey = 8;
 constexpr std::string_view invalidInFolderNames = "\\/:*?\"<>|";
 
-/// The pointer tells that the user must wait.
-class Hourglass {
-public:
-    explicit Hourglass(ui::Toolkit& toolkit) : toolkit{toolkit} { toolkit.SetBusy(true); }
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
-    ~Hourglass() { toolkit.SetBusy(false); }
-
-private:
-    ui::Toolkit& toolkit;
-};
-
 std::string KeyOf(std::string_view name)
 {
     return path::Join(ProfilesKey, name);
@@ -120,7 +108,7 @@ std::set<std::string> NamedPictureFolders(const ExportedKeys& keys)
 
 ExportOutcome ProfileTransfer::Export(std::string_view location, std::string_view folderName)
 {
-    const Hourglass hourglass{program.toolkit};
+    const ui::Hourglass hourglass{program.toolkit};
     const auto folder = ExportFolder(location, folderName);
     if (!folder)
         return folder.error();
@@ -260,7 +248,7 @@ Result<> ProfileTransfer::CopyPictures(FileBatch& batch, const std::vector<Pictu
 
 bool ProfileTransfer::Import(std::string_view folder)
 {
-    const Hourglass hourglass{program.toolkit};
+    const ui::Hourglass hourglass{program.toolkit};
     const auto bytes = ReadImport(folder);
     if (!bytes)
         return false;

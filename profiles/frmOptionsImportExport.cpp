@@ -1,6 +1,7 @@
 #include "profiles/frmOptionsImportExport.h"
 
 #include "app/base/Captions.h"
+#include "platform/Scoped.h"
 #include "profiles/StringId.h"
 
 #include <utility>
@@ -47,10 +48,10 @@ void frmOptionsImportExport::btnBrowse_Click()
 
 void frmOptionsImportExport::btnExport_Click()
 {
-    if (std::exchange(running, true))
+    if (running)
         return;
+    const platform::Scoped now{running, true};
     const ExportOutcome outcome = transfer.Export(txtExportPath.Text(), txtProfileName.Text());
-    running = false;
     if (outcome == ExportOutcome::BadLocation)
         Ask(txtExportPath);
     else if (outcome == ExportOutcome::BadName)
@@ -59,13 +60,13 @@ void frmOptionsImportExport::btnExport_Click()
 
 void frmOptionsImportExport::btnImport_Click()
 {
-    if (std::exchange(running, true))
+    if (running)
         return;
+    const platform::Scoped now{running, true};
     if (const auto folder =
             program.toolkit.BrowseForFolder(program.Text(str::ImportFolderPrompt), txtExportPath.Text());
         folder && transfer.Import(*folder))
         (void)profiles.ListProfiles();
-    running = false;
 }
 
 } // namespace profiles

@@ -24,6 +24,21 @@ std::string Browser::Start(std::string hostKind, std::string arg2, std::string a
         return {};
     }
     running = true;
+    try {
+        Open(std::move(hostKind), std::move(arg2), std::move(arg3), std::move(arg4), std::move(caption));
+    } catch (...) {
+        // A start that fails half-way leaves nothing behind that the next one would stumble over.
+        indicator.reset();
+        if (main != nullptr)
+            main->Unload();
+        PostEnd();
+        throw;
+    }
+    return result;
+}
+
+void Browser::Open(std::string hostKind, std::string arg2, std::string arg3, std::string arg4, std::string caption)
+{
     result.clear();
     program.state = {};
     program.state.HostKind = std::move(hostKind);
@@ -34,20 +49,21 @@ std::string Browser::Start(std::string hostKind, std::string arg2, std::string a
     program.state.ProgramFolder =
         program.platform.shell.FolderPath(platform::KnownFolder::ProgramFolder).value_or(std::string{});
     program.strings.LoadResourceLibrary(program.state.ProgramFolder);
-    program.state.ProductCaption = title();
+    program.state.ProductCaption = caption.empty() ? program.Text(str::ProductCaption) : std::move(caption);
     program.state.SettingsAppName = program.Text(str::SettingsAppName);
 
-    program.toolkit.SetBusy(true);
-    const bool wasClosed = !Run();
-    indicator.reset();
-    program.toolkit.SetBusy(false);
+    bool wasClosed = false;
+    {
+        const ui::Hourglass hourglass{program.toolkit};
+        wasClosed = !Run();
+        indicator.reset();
+    }
     if (!wasClosed)
         (void)program.settings.Save("Customization", "ApplicationName", program.state.ProductCaption);
     if (main == nullptr || !main->IsOpen())
         PostEnd();
     else
         PostFirstRunPrompt();
-    return result;
 }
 
 bool Browser::Run()

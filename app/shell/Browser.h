@@ -38,6 +38,7 @@ private:
     bool running{};
     std::shared_ptr<const bool> life = std::make_shared<const bool>(true);
 
+    void Open(std::string hostKind, std::string arg2, std::string arg3, std::string arg4, std::string caption);
     /// The start-up sequence; false when the main window was closed while it loaded.
     bool Run();
     bool AcceptOfficeGeneration();
