@@ -1,6 +1,7 @@
 #include "profiles/FileBatch.h"
 
 #include "platform/Path.h"
+#include "platform/Text.h"
 
 #include <algorithm>
 #include <ranges>
@@ -12,6 +13,13 @@ namespace path = platform::path;
 using platform::Result;
 
 namespace {
+
+constexpr std::string_view temporaryStart = "~TSProfile", newEnding = ".new", oldEnding = ".old";
+
+std::string TemporaryName(std::size_t number, std::string_view ending)
+{
+    return std::string{temporaryStart}.append(std::to_string(number)).append(ending);
+}
 
 bool IsMissing(platform::Error error)
 {
@@ -36,9 +44,19 @@ Result<> FileBatch::MakeFolder(std::string_view folder)
     return made;
 }
 
+void FileBatch::Sweep(std::string_view folder)
+{
+    for (const platform::FileEntry& entry : files.List(folder).value_or(std::vector<platform::FileEntry>{})) {
+        const std::string file = path::Join(folder, entry.name);
+        const auto isOurs = [&](const Item& item) { return path::Same(item.temporary, file); };
+        if (!entry.IsFolder() && IsTemporary(entry.name) && std::ranges::none_of(items, isOurs))
+            (void)files.DeleteFile(file);
+    }
+}
+
 std::string FileBatch::NextTemporary(std::string_view target) const
 {
-    return path::Join(path::Parent(target), "~" + std::to_string(items.size() + 1) + ".new");
+    return path::Join(path::Parent(target), TemporaryName(items.size() + 1, newEnding));
 }
 
 void FileBatch::Adopt(std::string_view target)
@@ -46,10 +64,35 @@ void FileBatch::Adopt(std::string_view target)
     items.push_back({.target = std::string{target}, .temporary = NextTemporary(target)});
 }
 
+bool FileBatch::IsTemporary(std::string_view name)
+{
+    return platform::text::EqualIgnoringCase(name.substr(0, temporaryStart.size()), temporaryStart) &&
+           (platform::text::EndsWithIgnoringCase(name, newEnding) ||
+            platform::text::EndsWithIgnoringCase(name, oldEnding));
+}
+
+/// Scanners and indexers hold new files open for a moment.
+template <class Act>
+auto FileBatch::Patiently(const Act& act)
+{
+    constexpr std::uint32_t step = 50, most = 1000; // milliseconds
+    auto outcome = act();
+    for (; !outcome && outcome.error() == error::SharingViolation && waited < most; outcome = act()) {
+        clock.Sleep(step);
+        waited += step;
+    }
+    return outcome;
+}
+
+Result<std::string> FileBatch::Read(std::string_view file)
+{
+    return Patiently([&] { return files.Read(file, LargestFile); });
+}
+
 Result<> FileBatch::Copy(std::string_view source, std::string_view target)
 {
     // Not the system's copy, which takes the write protection of a file from a compact disc along.
-    const auto bytes = files.Read(source, LargestFile);
+    const auto bytes = Read(source);
     return bytes ? Write(*bytes, target) : std::unexpected{bytes.error()};
 }
 
@@ -61,7 +104,7 @@ Result<> FileBatch::Write(std::string_view bytes, std::string_view target)
     Adopt(target);
     if (const auto written = files.Write(temporary, bytes); !written)
         return written;
-    const auto stored = files.Read(temporary, bytes.size());
+    const auto stored = Patiently([&] { return files.Read(temporary, bytes.size()); });
     if (!stored)
         return std::unexpected{stored.error()};
     return *stored == bytes ? Result<>{} : std::unexpected{error::GeneralFailure};
@@ -75,26 +118,31 @@ void FileBatch::DeleteAtEnd(std::string_view path)
 Result<> FileBatch::Commit()
 {
     for (std::size_t i = 0; i < items.size(); ++i) {
-        Item& item = items[i];
-        const auto old = files.Stat(item.target);
-        Result<> outcome;
-        if (old) {
-            item.backup = path::Join(path::Parent(item.target), "~" + std::to_string(i + 1) + ".old");
-            outcome = Discard(item.backup);
-            if (outcome)
-                outcome = files.CopyFile(item.target, item.backup);
-        } else if (!IsMissing(old.error())) {
-            outcome = std::unexpected{old.error()};
-        }
-        if (outcome)
-            outcome = files.Replace(item.temporary, item.target);
-        if (!outcome) {
+        if (const auto placed = Place(items[i], i + 1); !placed) {
             Undo();
-            return outcome;
+            return placed;
         }
-        item.placed = true;
+        items[i].placed = true;
     }
     return {};
+}
+
+Result<> FileBatch::Place(Item& item, std::size_t number)
+{
+    const auto old = files.Stat(item.target);
+    if (!old && !IsMissing(old.error()))
+        return std::unexpected{old.error()};
+    if (old) {
+        if ((old->attributes & platform::attribute::ReadOnly) != 0)
+            if (const auto writable = files.MakeWritable(item.target); !writable)
+                return writable;
+        item.backup = path::Join(path::Parent(item.target), TemporaryName(number, oldEnding));
+        if (const auto cleared = Discard(item.backup); !cleared)
+            return cleared;
+        if (const auto kept = Patiently([&] { return files.CopyFile(item.target, item.backup); }); !kept)
+            return kept;
+    }
+    return Patiently([&] { return files.Replace(item.temporary, item.target); });
 }
 
 void FileBatch::Undo()
@@ -133,10 +181,11 @@ Result<> FileBatch::Finish()
 
 Result<> FileBatch::Discard(const std::string& path)
 {
-    // A second time for a virus scanner or an indexer, which hold new files open for a moment.
-    auto gone = files.DeleteFile(path);
-    if (!gone && !IsMissing(gone.error()))
+    auto gone = Patiently([&] { return files.DeleteFile(path); });
+    if (!gone && !IsMissing(gone.error())) { // write-protected, or something passing
+        (void)files.MakeWritable(path);
         gone = files.DeleteFile(path);
+    }
     return gone || !IsMissing(gone.error()) ? gone : Result<>{};
 }
 

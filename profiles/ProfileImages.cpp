@@ -52,14 +52,14 @@ std::uint16_t FileMessage(platform::Error failure)
 
 std::string ProfileImages::ImagesFolder() const
 {
-    const auto stored = program.settings.Read("Options", "Profile Images Path");
+    const auto stored = settings.Read("Options", "Profile Images Path");
     if (!stored)
         return {};
     if (!stored->empty())
         return std::string{path::WithoutTrailingSeparator(*stored)};
     // Nobody has set one: pictures must not be refused for that.
-    const auto documents = program.platform.shell.FolderPath(platform::KnownFolder::Personal);
-    return documents && !documents->empty() ? path::Join(*documents, program.Text(str::ProfileImagesTitle))
+    const auto documents = shell.FolderPath(platform::KnownFolder::Personal);
+    return documents && !documents->empty() ? path::Join(*documents, strings.LoadString(str::ProfileImagesTitle))
                                             : std::string{};
 }
 
@@ -82,8 +82,7 @@ std::string ProfileImages::GetExistingFile(std::string_view profile, ImageKind k
     const std::string folder = FolderOf(profile);
     if (folder.empty())
         return {};
-    for (const platform::FileEntry& entry :
-         program.platform.files.List(folder).value_or(std::vector<platform::FileEntry>{}))
+    for (const platform::FileEntry& entry : files.List(folder).value_or(std::vector<platform::FileEntry>{}))
         if (!entry.IsFolder() && text::ContainsIgnoringCase(entry.name, KindWord(kind)))
             return path::Join(folder, entry.name);
     return {};
@@ -91,7 +90,7 @@ std::string ProfileImages::GetExistingFile(std::string_view profile, ImageKind k
 
 Result<bool> ProfileImages::IsThere(std::string_view file) const
 {
-    const auto entry = program.platform.files.Stat(file);
+    const auto entry = files.Stat(file);
     if (entry)
         return !entry->IsFolder();
     const bool isKnown = entry.error() == error::FileNotFound || entry.error() == error::PathNotFound ||
@@ -116,12 +115,12 @@ bool ProfileImages::IsOurs(std::string_view file) const
 
 bool ProfileImages::MakeFolders(std::string_view profile)
 {
-    FileBatch batch{program.platform.files};
+    FileBatch batch{files, clock};
     const auto made = MakeFolders(batch, profile);
     if (made)
         (void)batch.Finish();
     else
-        program.messages.Inform(FileMessage(made.error()));
+        messages.Inform(FileMessage(made.error()));
     return made.has_value();
 }
 
@@ -132,15 +131,18 @@ Result<> ProfileImages::MakeFolders(FileBatch& batch, std::string_view profile) 
         return std::unexpected{error::PathNotFound};
     if (const auto made = batch.MakeFolder(ImagesFolder()); !made)
         return made;
-    return batch.MakeFolder(folder);
+    auto made = batch.MakeFolder(folder);
+    if (made)
+        batch.Sweep(folder);
+    return made;
 }
 
 bool ProfileImages::Apply(std::string_view profile, const Changes& changes)
 {
-    FileBatch batch{program.platform.files};
+    FileBatch batch{files, clock};
     const auto refused = [&](platform::Error failure) {
         batch.Undo();
-        program.messages.Inform(FileMessage(failure));
+        messages.Inform(FileMessage(failure));
         return false;
     };
     const auto before = profiles.Current.images;
@@ -180,13 +182,18 @@ bool ProfileImages::Apply(std::string_view profile, const Changes& changes)
         return false;
     }
     if (const auto finished = batch.Finish(); !finished)
-        program.messages.Inform(FileMessage(finished.error()));
+        messages.Inform(FileMessage(finished.error()));
     return true;
+}
+
+bool ProfileImages::IsOwnFolder(const std::string& folder) const
+{
+    const auto entry = files.Stat(folder);
+    return entry && entry->IsFolder() && !entry->IsLink() && text::EqualIgnoringCase(entry->name, path::Name(folder));
 }
 
 bool ProfileImages::DeleteFolder(std::string_view profile)
 {
-    platform::FileSystem& files = program.platform.files;
     const std::string folder = FolderOf(profile);
     if (folder.empty())
         return true;
@@ -194,20 +201,25 @@ bool ProfileImages::DeleteFolder(std::string_view profile)
     if (!top && (top.error() == error::FileNotFound || top.error() == error::PathNotFound))
         return true;
     bool gone = top && top->IsFolder();
+    if (gone && !text::EqualIgnoringCase(top->name, path::Name(folder)))
+        return true; // a second name of somebody else's folder
     if (gone && !top->IsLink()) {
         const auto entries = files.List(folder);
-        gone = entries.has_value();
+        gone = entries.has_value() && IsOwnFolder(folder); // nobody put a link there meanwhile
+        FileBatch batch{files, clock};
         for (const platform::FileEntry& entry : entries.value_or(std::vector<platform::FileEntry>{})) {
             const std::string file = path::Join(folder, entry.name);
+            if (!gone)
+                break;
             if (entry.IsLink() && entry.IsFolder())
-                gone &= files.RemoveFolder(file).has_value();
+                gone = files.RemoveFolder(file).has_value();
             else if (!entry.IsFolder())
-                gone &= files.DeleteFile(file).has_value();
+                gone = batch.Discard(file).has_value();
         }
     }
     gone = gone && files.RemoveFolder(folder).has_value();
     if (!gone)
-        program.messages.Inform(str::PathFileAccessError);
+        messages.Inform(str::PathFileAccessError);
     return gone;
 }
 

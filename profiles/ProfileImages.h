@@ -1,6 +1,8 @@
 #pragma once
 
-#include "app/base/Program.h"
+#include "app/base/Messages.h"
+#include "app/base/Settings.h"
+#include "platform/Platform.h"
 #include "profiles/FileBatch.h"
 #include "profiles/ProfileManager.h"
 
@@ -23,7 +25,12 @@ std::uint16_t FileMessage(platform::Error error);
 /// The program's own copies of the profiles' pictures: <images folder>\<profile>\Logo.jpg ...
 class ProfileImages {
 public:
-    ProfileImages(app::Program& program, ProfileManager& profiles) : program{program}, profiles{profiles} {}
+    ProfileImages(const platform::Platform& system, app::Settings& settings, app::Messages& messages,
+                  const app::StringTable& strings, ProfileManager& profiles)
+        : files{system.files}, clock{system.clock}, shell{system.shell}, settings{settings}, messages{messages},
+          strings{strings}, profiles{profiles}
+    {
+    }
 
     /// The setting, else a folder among the user's documents; "" when there is neither.
     std::string ImagesFolder() const;
@@ -53,8 +60,16 @@ public:
     bool DeleteFolder(std::string_view profile);
 
 private:
-    app::Program& program;
+    platform::FileSystem& files;
+    platform::Clock& clock;
+    platform::Shell& shell;
+    app::Settings& settings;
+    app::Messages& messages;
+    const app::StringTable& strings;
     ProfileManager& profiles;
+
+    /// Whether this is the folder that was asked for: there, no link, and not one that the system gives a second name.
+    bool IsOwnFolder(const std::string& folder) const;
 };
 
 } // namespace profiles

@@ -3,6 +3,7 @@
 #include "platform/Path.h"
 #include "platform/Text.h"
 #include "profiles/FieldChecks.h"
+#include "profiles/RegistryTree.h"
 #include "profiles/StringId.h"
 
 #include <algorithm>
@@ -159,7 +160,7 @@ Result<> ProfileManager::RestoreImage(std::string_view name, ImageKind kind)
 bool ProfileManager::DeleteProfile(std::string_view listed)
 {
     const std::string name = Meant(listed);
-    return !name.empty() && access.DeleteKey(Hive::CurrentUser, ProfileKey(name));
+    return Tell(!name.empty() && DeleteTree(registry, ProfileKey(name)).has_value(), str::DeleteValueFailed);
 }
 
 Result<> ProfileManager::CopyProfileValues(std::string_view from, std::string_view to)
@@ -173,6 +174,13 @@ Result<> ProfileManager::CopyProfileValues(std::string_view from, std::string_vi
         return created;
     for (const std::string& name : *stored)
         if (const auto copied = CopyProfileData(source, target, name); !copied)
+            return copied;
+    const auto below = registry.SubKeys(Hive::CurrentUser, source);
+    if (!below)
+        return std::unexpected{below.error()};
+    for (const std::string& subKey : *below)
+        if (const auto copied = CopyProfileValues(platform::path::Join(from, subKey), platform::path::Join(to, subKey));
+            !copied)
             return copied;
     return {};
 }

@@ -59,7 +59,7 @@ public:
     platform::Result<> RestoreImage(std::string_view name, ImageKind kind);
     /// Deletes the key; string 182 on failure.
     bool DeleteProfile(std::string_view name);
-    /// Copies every value, of any type, to a new key and reads it back. No message.
+    /// Copies every value, of any type, and every key below to a new key, and reads them back. No message.
     platform::Result<> CopyProfileValues(std::string_view from, std::string_view to);
 
     /// Why a profile cannot have this name: a string number; nothing for a good one. Reads the names anew.

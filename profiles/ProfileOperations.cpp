@@ -1,6 +1,7 @@
 #include "profiles/ProfileOperations.h"
 
 #include "platform/Path.h"
+#include "profiles/RegistryTree.h"
 #include "profiles/StringId.h"
 
 #include <vector>
@@ -16,7 +17,7 @@ bool ProfileOperations::Create(const std::string& name, const std::string& sourc
     profiles.LoadProfile(source);
     profiles.Current.unread = {};
     profiles.Current.unreadImages = {};
-    FileBatch batch{files};
+    FileBatch batch{files, clock};
     Result<> copied;
     for (const ImageKind kind : AllImages) {
         std::string& image = profiles.Current[kind];
@@ -57,7 +58,7 @@ bool ProfileOperations::Create(const std::string& name, const std::string& sourc
 bool ProfileOperations::Rename(const std::string& oldName, const std::string& newName)
 {
     const std::string newKey = ProfileKey(newName);
-    FileBatch batch{files};
+    FileBatch batch{files, clock};
     const std::string current = profiles.GetCurrentProfile();
     const auto wasDefault = profiles.IsStoredDefault(oldName);
     if (!wasDefault) // renamed, the default profile would no longer be one
@@ -65,7 +66,7 @@ bool ProfileOperations::Rename(const std::string& oldName, const std::string& ne
     bool settingsChanged = false;
     const auto undo = [&](std::uint16_t message) {
         batch.Undo();
-        (void)registry.DeleteKey(Hive::CurrentUser, newKey);
+        (void)DeleteTree(registry, newKey);
         if (settingsChanged) {
             (void)profiles.SetCurrentProfile(current);
             if (*wasDefault)
@@ -109,7 +110,7 @@ bool ProfileOperations::Rename(const std::string& oldName, const std::string& ne
     settingsChanged = true;
     if (!profiles.SetCurrentProfile(newName) || (*wasDefault && !profiles.SetDefaultProfile(newName)))
         return undo(str::SetValueFailed);
-    if (!registry.DeleteKey(Hive::CurrentUser, ProfileKey(oldName)))
+    if (!DeleteTree(registry, ProfileKey(oldName)))
         return undo(str::DeleteValueFailed);
 
     for (const std::string& file : oldFiles)

@@ -12,9 +12,9 @@ namespace profiles {
 /// once.
 class ProfileOperations {
 public:
-    ProfileOperations(platform::Registry& registry, platform::FileSystem& files, app::Messages& messages,
-                      ProfileManager& profiles, ProfileImages& images)
-        : registry{registry}, files{files}, messages{messages}, profiles{profiles}, images{images}
+    ProfileOperations(platform::Registry& registry, platform::FileSystem& files, platform::Clock& clock,
+                      app::Messages& messages, ProfileManager& profiles, ProfileImages& images)
+        : registry{registry}, files{files}, clock{clock}, messages{messages}, profiles{profiles}, images{images}
     {
     }
 
@@ -31,6 +31,7 @@ public:
 private:
     platform::Registry& registry;
     platform::FileSystem& files;
+    platform::Clock& clock;
     app::Messages& messages;
     ProfileManager& profiles;
     ProfileImages& images;

@@ -2,12 +2,10 @@
 
 #include "platform/Path.h"
 #include "platform/Text.h"
+#include "profiles/RegistryMerge.h"
 #include "profiles/StringId.h"
 
 #include <algorithm>
-#include <functional>
-#include <ranges>
-#include <set>
 
 namespace profiles {
 
@@ -16,80 +14,46 @@ namespace path = platform::path;
 namespace text = platform::text;
 using platform::FileEntry;
 using platform::Hive;
-using platform::Registry;
 using platform::RegistryValue;
 using platform::Result;
+using platform::ValueType;
 
 namespace {
 
 /// Bytes. Some thousand profiles; a larger file is none of ours.
 constexpr std::uint64_t largestImport = 16u << 20;
-constexpr int deepestKey = 8;
 constexpr std::string_view invalidInFolderNames = "\\/:*?\"<>|";
-
-std::string KeyOf(std::string_view name)
-{
-    return path::Join(ProfilesKey, name);
-}
 
 bool IsMissing(platform::Error failure)
 {
     return failure == error::FileNotFound || failure == error::PathNotFound;
 }
 
-/// Reads a key with everything below it into `keys`.
-Result<> ReadKeys(Registry& registry, const std::string& name, int depth, ExportedKeys& keys)
+bool IsImageValue(std::string_view name)
 {
-    const std::string key = KeyOf(name);
-    const auto values = registry.ValueNames(Hive::CurrentUser, key);
-    if (!values)
-        return name.empty() && IsMissing(values.error()) ? Result<>{} : std::unexpected{values.error()};
-    ExportedKey read{name, {}};
-    for (const std::string& valueName : *values) {
-        const auto value = registry.Query(Hive::CurrentUser, key, valueName);
-        if (!value)
-            return std::unexpected{value.error()};
-        read.values.emplace_back(valueName, *value);
-    }
-    keys.push_back(std::move(read));
-    const auto subKeys = registry.SubKeys(Hive::CurrentUser, key);
-    if (!subKeys)
-        return std::unexpected{subKeys.error()};
-    if (depth == 0 && !subKeys->empty())
-        return std::unexpected{error::GeneralFailure};
-    for (const std::string& subKey : *subKeys)
-        if (const auto below = ReadKeys(registry, path::Join(name, subKey), depth - 1, keys); !below)
-            return below;
-    return {};
+    return std::ranges::any_of(AllImages, [&](ImageKind k) { return text::EqualIgnoringCase(name, ValueName(k)); });
 }
 
-/// Image values whose picture came along in the export point at the place that it gets here.
-void PointImagesTo(ExportedKeys& keys, const std::string& imagesFolder,
-                   const std::function<bool(std::string_view folder, std::string_view file)>& cameAlong)
+bool IsPictureFile(std::string_view name)
 {
-    for (ExportedKey& key : keys)
-        for (auto& [name, value] : key.values)
-            for (const ImageKind kind : AllImages) {
-                const std::string folder{path::Name(path::Parent(value.data))};
-                const std::string file{path::Name(value.data)};
-                if (text::EqualIgnoringCase(name, ValueName(kind)) && value.type == platform::ValueType::String &&
-                    cameAlong(folder, file))
-                    value.data = path::Join(path::Join(imagesFolder, folder), file);
-            }
+    return std::ranges::any_of(AllImages, [&](ImageKind k) { return text::ContainsIgnoringCase(name, KindWord(k)); });
+}
+
+bool IsOnShare(std::string_view path)
+{
+    constexpr std::string_view separators = "\\/";
+    return path.size() > 1 && separators.contains(path[0]) && separators.contains(path[1]);
 }
 
 bool HavePictures(const ExportedKeys& keys)
 {
     return std::ranges::any_of(keys, [](const ExportedKey& key) {
-        return std::ranges::any_of(key.values, [](const auto& value) {
-            return !value.second.data.empty() && std::ranges::any_of(AllImages, [&](ImageKind kind) {
-                return text::EqualIgnoringCase(value.first, ValueName(kind));
-            });
-        });
+        return std::ranges::any_of(
+            key.values, [](const auto& value) { return !value.second.data.empty() && IsImageValue(value.first); });
     });
 }
 
-/// The folders that the profiles of an import keep their pictures in, folded.
+/// The folders that profiles keep their pictures in, folded.
 std::set<std::string> NamedPictureFolders(const ExportedKeys& keys)
 {
     std::set<std::string> names;
@@ -97,52 +61,61 @@ std::set<std::string> NamedPictureFolders(const ExportedKeys& keys)
         if (const auto name = ImageFolderName(key.name))
             names.insert(text::Folded(*name));
         for (const auto& [name, value] : key.values)
-            for (const ImageKind kind : AllImages)
-                if (text::EqualIgnoringCase(name, ValueName(kind)))
-                    names.insert(text::Folded(path::Name(path::Parent(value.data))));
+            if (IsImageValue(name))
+                names.insert(text::Folded(path::Name(path::Parent(value.data))));
     }
     return names;
 }
 
 } // namespace
 
+bool ProfileTransfer::PictureFolder::Has(std::string_view file) const
+{
+    return std::ranges::any_of(files, [&](const auto& name) { return text::EqualIgnoringCase(name, file); });
+}
+
 ExportOutcome ProfileTransfer::Export(std::string_view location, std::string_view folderName)
 {
-    const ui::Hourglass hourglass{program.toolkit};
     const auto folder = ExportFolder(location, folderName);
     if (!folder)
         return folder.error();
-    const auto refused = [&](platform::Error failure) {
-        program.messages.Stop(FileMessage(failure));
+    const auto refused = [&](std::uint16_t message) {
+        messages.Stop(message);
         return ExportOutcome::Failed;
     };
-    const auto keys = ReadProfiles();
-    if (!keys) {
-        program.messages.Stop(str::EnumerationFailed);
-        return ExportOutcome::Failed;
-    }
+    LeftOut leftOut;
+    const auto keys = ReadProfiles(leftOut);
+    if (!keys)
+        return refused(str::EnumerationFailed);
     const std::string imagesFolder = images.ImagesFolder();
     if (imagesFolder.empty() && HavePictures(*keys)) // they could not come along
-        return refused(error::PathNotFound);
-    auto pictures = PictureFolders(imagesFolder);
+        return refused(FileMessage(error::PathNotFound));
+    auto pictures = ListPictures(imagesFolder, NamedPictureFolders(*keys));
     if (!pictures)
-        return refused(pictures.error());
-    std::erase_if(*pictures, [&](const PictureFolder& sub) { // the export may lie among the pictures
-        return path::Same(path::Join(imagesFolder, sub.name), *folder);
-    });
+        return refused(FileMessage(pictures.error()));
 
-    FileBatch batch{program.platform.files};
-    if (const auto made = batch.MakeFolder(*folder); !made)
-        return refused(made.error());
-    if (const auto written = WriteExport(batch, *keys, path::Join(*folder, FileName)); !written)
-        return refused(written.error());
-    if (const auto copied = CopyPictures(batch, *pictures, imagesFolder, *folder); !copied)
-        return refused(copied.error());
-    if (const auto placed = batch.Commit(); !placed)
-        return refused(placed.error());
+    FileBatch batch{system.files, system.clock};
+    auto done = batch.MakeFolder(*folder);
+    if (done)
+        batch.Sweep(*folder);
+    std::vector<std::string> emptied;
+    if (done && !path::Same(*folder, imagesFolder))
+        emptied = ReplaceEarlier(batch, *folder, *pictures);
+    if (done)
+        done = WriteExport(batch, *keys, path::Join(*folder, FileName));
+    if (done)
+        done = CopyPictures(batch, *pictures, imagesFolder, *folder, leftOut);
+    if (done)
+        done = batch.Commit();
+    if (!done) {
+        batch.Undo();
+        return refused(FileMessage(done.error()));
+    }
     (void)batch.Finish();
-    (void)program.settings.Save("Options", "ExportProfilePath", location);
-    program.messages.Inform(program.Text(str::Exported) + *folder + ".");
+    for (const std::string& sub : emptied)
+        (void)system.files.RemoveFolder(sub); // stays when it holds something else
+    (void)settings.Save("Options", "ExportProfilePath", location);
+    messages.Inform(WithLeftOut(strings.LoadString(str::Exported) + *folder + ".", leftOut));
     return ExportOutcome::Done;
 }
 
@@ -151,156 +124,217 @@ std::expected<std::string, ExportOutcome> ProfileTransfer::ExportFolder(std::str
 {
     const std::string trimmed = text::Trimmed(typedLocation);
     if (trimmed.empty()) {
-        program.messages.Inform(str::SelectExportFolder);
+        messages.Inform(str::SelectExportFolder);
         return std::unexpected{ExportOutcome::BadLocation};
     }
     const std::string location{path::WithoutTrailingSeparator(trimmed)};
-    const auto entry = program.platform.files.Stat(location);
+    const auto entry = system.files.Stat(location);
     if (!entry && IsMissing(entry.error())) {
-        program.messages.Inform(str::ExportFolderMissing);
+        messages.Inform(str::ExportFolderMissing);
         return std::unexpected{ExportOutcome::BadLocation};
     }
     if (!entry || !entry->IsFolder()) {
-        program.messages.Inform(program.Text(str::ExportPathUnreadable) + "\r\n" + program.Text(str::RetypeExportPath));
+        messages.Inform(strings.LoadString(str::ExportPathUnreadable) + "\r\n" +
+                        strings.LoadString(str::RetypeExportPath));
         return std::unexpected{ExportOutcome::BadLocation};
     }
     // A name that the system changes or keeps for itself would put the export somewhere else than it says.
     const std::string name = text::Trimmed(folderName);
     if (name.find_first_of(invalidInFolderNames) != std::string::npos ||
         (!name.empty() && ImageFolderName(name) != name)) {
-        program.messages.Stop(program.Text(str::FolderNameCharacters) + "\r\n\\ / : * ? \" < > |");
+        messages.Stop(strings.LoadString(str::FolderNameCharacters) + "\r\n\\ / : * ? \" < > |");
         return std::unexpected{ExportOutcome::BadName};
     }
     return name.empty() ? location : path::Join(location, name);
 }
 
-Result<ExportedKeys> ProfileTransfer::ReadProfiles() const
+Result<ExportedKeys> ProfileTransfer::ReadProfiles(LeftOut& leftOut) const
 {
-    ExportedKeys keys;
-    if (const auto read = ReadKeys(program.platform.registry, "", deepestKey, keys); !read)
+    ExportedKeys keys(1); // an export without profiles is one all the same
+    const auto names = system.registry.SubKeys(Hive::CurrentUser, ProfilesKey);
+    if (!names)
+        return IsMissing(names.error()) ? Result<ExportedKeys>{keys} : std::unexpected{names.error()};
+    if (const auto read = ReadValues(keys.front(), leftOut); !read)
         return std::unexpected{read.error()};
-    if (keys.empty())
-        keys.emplace_back(); // an export without profiles is one all the same
+    for (const std::string& name : *names) {
+        if (!CanBeWritten(name, system.locale) || keys.size() == LargestNumberOfKeys) {
+            leftOut.Add(name);
+            continue;
+        }
+        if (const auto read = ReadValues(keys.emplace_back(name), leftOut); !read)
+            return std::unexpected{read.error()};
+        const auto deeper = system.registry.SubKeys(Hive::CurrentUser, ProfileKey(name));
+        if (!deeper)
+            return std::unexpected{deeper.error()};
+        for (const std::string& subKey : *deeper)
+            leftOut.Add(path::Join(name, subKey));
+    }
     return keys;
+}
+
+Result<> ProfileTransfer::ReadValues(ExportedKey& key, LeftOut& leftOut) const
+{
+    const std::string place = ProfileKey(key.name);
+    const auto names = system.registry.ValueNames(Hive::CurrentUser, place);
+    if (!names)
+        return std::unexpected{names.error()};
+    for (const std::string& name : *names) {
+        const auto value = system.registry.Query(Hive::CurrentUser, place, name);
+        if (!value)
+            return std::unexpected{value.error()};
+        if (CanBeWritten(name, *value, system.locale))
+            key.values.emplace_back(name, *value);
+        else
+            leftOut.Add(path::Join(key.name, name));
+    }
+    return {};
 }
 
 Result<> ProfileTransfer::WriteExport(FileBatch& batch, const ExportedKeys& keys, const std::string& file)
 {
-    platform::FileSystem& files = program.platform.files;
     const std::string temporary = batch.NextTemporary(file);
-    (void)files.DeleteFile(temporary); // what a program that died has left
+    (void)batch.Discard(temporary);
     RunEditor("/e /a \"" + temporary + "\" \"" + FullProfilesKey() + "\"");
-    const auto produced = files.Read(temporary, largestImport);
+    const auto produced = system.files.Read(temporary, largestImport);
     const auto isGood = [&](std::string_view bytes) {
-        return bytes.contains("REGEDIT4") && bytes.contains(FullProfilesKey()) &&
-               ReadRegistryText(bytes, program.platform.locale) == keys;
+        if (!CheckForValidRegFile(bytes) || !bytes.contains(FullProfilesKey()))
+            return false;
+        const RegistryText read = ReadRegistryText(bytes, system.locale);
+        return read.keys == keys && read.leftOut.IsEmpty();
     };
     if (produced && isGood(*produced)) {
         batch.Adopt(file);
         return {};
     }
-    const std::string own = WriteRegistryText(keys, program.platform.locale);
+    const std::string own = WriteRegistryText(keys, system.locale);
     if (!isGood(own) || own.size() > largestImport) {
-        (void)files.DeleteFile(temporary);
+        (void)batch.Discard(temporary);
         return std::unexpected{error::GeneralFailure};
     }
     return batch.Write(own, file);
 }
 
-Result<std::vector<ProfileTransfer::PictureFolder>> ProfileTransfer::PictureFolders(const std::string& folder) const
+/// The pictures that an earlier export has left in the folder and this one does not bring go in the end. The folders
+/// that may be empty then.
+std::vector<std::string> ProfileTransfer::ReplaceEarlier(FileBatch& batch, const std::string& folder,
+                                                         const PictureFolders& now)
 {
-    std::vector<PictureFolder> found;
+    Names names;
+    if (const auto earlier = system.files.Read(path::Join(folder, FileName), largestImport))
+        names = NamedPictureFolders(ReadRegistryText(*earlier, system.locale).keys);
+    for (const PictureFolder& sub : now)
+        names.insert(text::Folded(sub.name));
+    std::vector<std::string> emptied;
+    for (const PictureFolder& old : ListPictures(folder, names).value_or(PictureFolders{})) {
+        const auto same = std::ranges::find_if(
+            now, [&](const PictureFolder& sub) { return text::EqualIgnoringCase(sub.name, old.name); });
+        const std::string sub = path::Join(folder, old.name);
+        for (const std::string& file : old.files)
+            if (IsPictureFile(file) && (same == now.end() || !same->Has(file)))
+                batch.DeleteAtEnd(path::Join(sub, file));
+        if (same == now.end())
+            emptied.push_back(sub);
+    }
+    return emptied;
+}
+
+/// The wanted folders alone are listed: what else lies there may be anything, and may be closed to us.
+Result<ProfileTransfer::PictureFolders> ProfileTransfer::ListPictures(const std::string& folder,
+                                                                      const Names& wanted) const
+{
+    PictureFolders found;
     if (!path::IsAbsolute(folder))
         return found;
-    const auto entries = program.platform.files.List(folder);
+    const auto entries = system.files.List(folder);
     if (!entries)
-        return IsMissing(entries.error()) ? Result<std::vector<PictureFolder>>{found}
-                                          : std::unexpected{entries.error()};
+        return IsMissing(entries.error()) ? Result<PictureFolders>{found} : std::unexpected{entries.error()};
     for (const FileEntry& entry : *entries) {
-        if (!entry.IsFolder() || entry.IsLink())
+        if (!entry.IsFolder() || entry.IsLink() || !wanted.contains(text::Folded(entry.name)))
             continue;
-        const auto files = program.platform.files.List(path::Join(folder, entry.name));
+        const auto files = system.files.List(path::Join(folder, entry.name));
         if (!files)
             return std::unexpected{files.error()};
         PictureFolder& sub = found.emplace_back(entry.name);
         for (const FileEntry& file : *files)
-            if (!file.IsFolder())
+            if (!file.IsFolder() && !file.IsLink() && !FileBatch::IsTemporary(file.name) &&
+                !text::EqualIgnoringCase(file.name, FileName)) // an export may lie among the pictures
                 sub.files.push_back(file.name);
     }
     return found;
 }
 
-Result<> ProfileTransfer::CopyPictures(FileBatch& batch, const std::vector<PictureFolder>& folders,
-                                       const std::string& from, const std::string& to)
+/// Files that cannot go are taken off the list. A picture that cannot be read fails, unless it is too large to be one.
+Result<> ProfileTransfer::CopyPictures(FileBatch& batch, PictureFolders& folders, const std::string& from,
+                                       const std::string& to, LeftOut& leftOut)
 {
-    for (const PictureFolder& folder : folders) {
+    for (PictureFolder& folder : folders) {
         const std::string target = path::Join(to, folder.name);
         if (const auto made = batch.MakeFolder(target); !made)
             return made;
-        for (const std::string& file : folder.files)
-            if (const auto copied =
-                    batch.Copy(path::Join(path::Join(from, folder.name), file), path::Join(target, file));
-                !copied)
-                return copied;
+        batch.Sweep(target);
+        std::vector<std::string> copied;
+        for (const std::string& file : folder.files) {
+            const auto bytes = batch.Read(path::Join(path::Join(from, folder.name), file));
+            if (!bytes && bytes.error() != error::FileTooLarge && IsPictureFile(file))
+                return std::unexpected{bytes.error()};
+            if (!bytes) {
+                leftOut.Add(path::Join(folder.name, file));
+                continue;
+            }
+            if (const auto written = batch.Write(*bytes, path::Join(target, file)); !written)
+                return written;
+            copied.push_back(file);
+        }
+        folder.files = std::move(copied);
     }
     return {};
 }
 
 bool ProfileTransfer::Import(std::string_view folder)
 {
-    const ui::Hourglass hourglass{program.toolkit};
+    const auto refused = [&](std::uint16_t message) {
+        messages.Stop(message);
+        return false;
+    };
     const auto bytes = ReadImport(folder);
     if (!bytes)
         return false;
-    ExportedKeys keys = ReadRegistryText(*bytes, program.platform.locale);
-    if (keys.empty()) {
-        program.messages.Stop(str::NoProfilesInFile);
-        return false;
-    }
+    RegistryText file = ReadRegistryText(*bytes, system.locale);
+    KeepPossibleNames(file);
+    if (file.keys.empty())
+        return refused(str::NoProfilesInFile);
     // Two readers may take an odd line for two different things: the editor gets no file but what would be written
     // here.
-    const bool isClean = IsPlainRegistryText(*bytes, keys, program.platform.locale);
-    const std::string source{path::WithoutTrailingSeparator(folder)};
-    const auto refused = [&](std::uint16_t message) {
-        program.messages.Stop(message);
-        return false;
-    };
+    const bool isPlain = IsPlainRegistryText(*bytes, file.keys, system.locale);
 
-    auto pictures = PictureFolders(source);
+    const std::string source{path::WithoutTrailingSeparator(folder)};
+    auto pictures = ListPictures(source, NamedPictureFolders(file.keys));
     if (!pictures)
         return refused(FileMessage(pictures.error()));
-    const auto named = NamedPictureFolders(keys);
-    std::erase_if(*pictures, [&](const PictureFolder& sub) { return !named.contains(text::Folded(sub.name)); });
     const std::string imagesFolder = images.ImagesFolder();
-    PointImagesTo(keys, imagesFolder, [&](std::string_view sub, std::string_view file) {
-        return std::ranges::any_of(*pictures, [&](const PictureFolder& f) {
-            return text::EqualIgnoringCase(f.name, sub) &&
-                   std::ranges::any_of(f.files, [&](const auto& name) { return text::EqualIgnoringCase(name, file); });
-        });
-    });
-
-    FileBatch batch{program.platform.files};
+    FileBatch batch{system.files, system.clock};
     Result<> copied;
     if (!pictures->empty())
         copied = path::IsAbsolute(imagesFolder) ? batch.MakeFolder(imagesFolder) : std::unexpected{error::PathNotFound};
     if (copied)
-        copied = CopyPictures(batch, *pictures, source, imagesFolder);
+        copied = CopyPictures(batch, *pictures, source, imagesFolder, file.leftOut);
     if (copied)
         copied = batch.Commit();
     if (!copied)
         return refused(FileMessage(copied.error()));
-    if (!MergeImport(keys, isClean ? path::Join(source, FileName) : std::string{})) {
+    PlacePictures(file, *pictures, imagesFolder);
+    if (!ImportProfiles(file.keys, isPlain && file.leftOut.IsEmpty() ? *bytes : std::string_view{})) {
         batch.Undo();
         return refused(str::SetValueFailed);
     }
     (void)batch.Finish();
-    program.messages.Inform(str::Imported);
+    messages.Inform(WithLeftOut(strings.LoadString(str::Imported), file.leftOut));
     return true;
 }
 
 std::optional<std::string> ProfileTransfer::ReadImport(std::string_view folder)
 {
-    platform::FileSystem& files = program.platform.files;
+    platform::FileSystem& files = system.files;
     const auto entries = files.List(folder);
     if (!entries) {
         TellFolder(str::NoProfileData);
@@ -316,79 +350,105 @@ std::optional<std::string> ProfileTransfer::ReadImport(std::string_view folder)
     auto bytes = files.Read(path::Join(folder, file->name), largestImport);
     if (!bytes && bytes.error() != error::FileTooLarge)
         TellFolder(str::NoProfileData);
-    else if (!bytes || !bytes->contains("REGEDIT4"))
-        program.messages.Stop(str::InvalidRegistryFile);
+    else if (!bytes || !CheckForValidRegFile(*bytes))
+        messages.Stop(str::InvalidRegistryFile);
     else if (!bytes->contains(FullProfilesKey()))
-        program.messages.Stop(str::NoProfilesInFile);
+        messages.Stop(str::NoProfilesInFile);
     else
         return std::move(*bytes);
     return std::nullopt;
 }
 
-Result<> ProfileTransfer::MergeImport(const ExportedKeys& wanted, const std::string& cleanFile)
+bool ProfileTransfer::CheckForValidRegFile(std::string_view bytes)
 {
-    Registry& registry = program.platform.registry;
-    std::vector<Before> before;
-    for (const ExportedKey& key : wanted) {
-        Before& old = before.emplace_back(KeyOf(key.name));
-        const auto names = registry.ValueNames(Hive::CurrentUser, old.key);
-        if (!names && !IsMissing(names.error()))
-            return std::unexpected{names.error()};
-        old.existed = names.has_value();
-        for (const auto& [name, value] : key.values) {
-            auto stored = registry.Query(Hive::CurrentUser, old.key, name);
-            if (!stored && !IsMissing(stored.error()))
-                return std::unexpected{stored.error()};
-            old.values.emplace_back(name, std::move(stored));
-        }
-    }
-    const auto merge = [&]() -> Result<> {
-        for (const ExportedKey& key : wanted) {
-            const std::string path = KeyOf(key.name);
-            if (const auto created = registry.CreateKey(Hive::CurrentUser, path); !created)
-                return created;
-            for (const auto& [name, value] : key.values) {
-                if (registry.Query(Hive::CurrentUser, path, name) == Result<RegistryValue>{value})
-                    continue;
-                if (const auto written = registry.Set(Hive::CurrentUser, path, name, value); !written)
-                    return written;
-                if (registry.Query(Hive::CurrentUser, path, name) != Result<RegistryValue>{value})
-                    return std::unexpected{error::GeneralFailure};
+    return bytes.contains("REGEDIT4");
+}
+
+/// A key of another name would be taken for another profile, or for none, wherever profiles are chosen from a list.
+void ProfileTransfer::KeepPossibleNames(RegistryText& file) const
+{
+    const std::string blankProfile = strings.LoadString(str::BlankProfile);
+    std::erase_if(file.keys, [&](const ExportedKey& key) {
+        const bool isPossible =
+            key.name.empty() || (ImageFolderName(key.name) && key.name == text::Trimmed(key.name) &&
+                                 !key.name.contains(DefaultSuffix) && !text::EqualIgnoringCase(key.name, blankProfile));
+        if (!isPossible)
+            file.leftOut.Add(key.name);
+        return !isPossible;
+    });
+}
+
+/// Image values whose picture came along point at the place that it has here. Those that would make this machine
+/// contact another one, whenever the profile is looked at, stay out unless they are the user's own.
+void ProfileTransfer::PlacePictures(RegistryText& file, const PictureFolders& came,
+                                    const std::string& imagesFolder) const
+{
+    for (ExportedKey& key : file.keys)
+        std::erase_if(key.values, [&](auto& entry) {
+            auto& [name, value] = entry;
+            if (!IsImageValue(name))
+                return false;
+            const std::string folder{path::Name(path::Parent(value.data))};
+            const std::string picture{path::Name(value.data)};
+            if (value.type == ValueType::String && std::ranges::any_of(came, [&](const PictureFolder& sub) {
+                    return text::EqualIgnoringCase(sub.name, folder) && sub.Has(picture);
+                })) {
+                value.data = path::Join(path::Join(imagesFolder, folder), picture);
+                return false;
             }
-        }
-        return {};
-    };
-    if (!cleanFile.empty())
-        RunEditor("/i /s \"" + cleanFile + "\"");
-    const auto merged = merge();
-    if (merged)
-        return merged;
-    for (const Before& old : std::views::reverse(before)) {
-        if (!old.existed)
-            (void)registry.DeleteKey(Hive::CurrentUser, old.key);
-        for (const auto& [name, stored] : old.values | std::views::filter([&](const auto&) { return old.existed; }))
-            (void)(stored ? registry.Set(Hive::CurrentUser, old.key, name, *stored)
-                          : registry.DeleteValue(Hive::CurrentUser, old.key, name));
+            const bool isForeign =
+                IsOnShare(value.data) &&
+                system.registry.Query(Hive::CurrentUser, ProfileKey(key.name), name) != Result<RegistryValue>{value};
+            if (isForeign)
+                file.leftOut.Add(value.data);
+            return isForeign;
+        });
+}
+
+/// `fileForEditor` is "" when the registry editor is not to be asked.
+Result<> ProfileTransfer::ImportProfiles(const ExportedKeys& wanted, std::string_view fileForEditor)
+{
+    RegistryMerge merge{system.registry, access};
+    if (const auto prepared = merge.Prepare(wanted); !prepared)
+        return prepared;
+    const auto temporary = system.shell.FolderPath(platform::KnownFolder::Temporary);
+    if (!fileForEditor.empty() && temporary) {
+        // A file of our own: the one that was checked may be changed by others meanwhile.
+        FileBatch batch{system.files, system.clock};
+        const std::string file = batch.NextTemporary(path::Join(*temporary, FileName));
+        if (batch.Write(fileForEditor, path::Join(*temporary, FileName)))
+            RunEditor("/i /s \"" + file + "\"");
+        batch.Undo();
     }
+    const auto merged = merge.Complete(wanted);
+    if (!merged)
+        merge.Undo();
     return merged;
 }
 
 void ProfileTransfer::RunEditor(const std::string& arguments)
 {
-    const auto windows = program.platform.shell.FolderPath(platform::KnownFolder::Windows);
+    const auto windows = system.shell.FolderPath(platform::KnownFolder::Windows);
     if (!windows)
         return;
     const std::string editor = path::Join(*windows, "regedit.exe");
-    (void)program.platform.shell.RunAndWait(editor, "\"" + editor + "\" " + arguments,
-                                            platform::WindowStyle::MinimizedFocus, editorTime);
+    (void)system.shell.RunAndWait(editor, "\"" + editor + "\" " + arguments, platform::WindowStyle::MinimizedFocus,
+                                  editorTime);
 }
 
 void ProfileTransfer::TellFolder(std::uint16_t reason)
 {
-    std::string message = program.Text(reason);
+    std::string message = strings.LoadString(reason);
     if (!message.ends_with(' ')) // one of the two texts brings its blank along
         message += ' ';
-    program.messages.Inform(message + program.Text(str::SelectCorrectFolder));
+    messages.Inform(message + strings.LoadString(str::SelectCorrectFolder));
+}
+
+std::string ProfileTransfer::WithLeftOut(std::string message, const LeftOut& leftOut) const
+{
+    if (leftOut.IsEmpty())
+        return message;
+    return message + "\r\n\r\n" + strings.LoadString(str::LeftOut) + leftOut.Text();
 }
 
 } // namespace profiles

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "app/base/RegistryAccess.h"
+#include "app/base/Settings.h"
 #include "profiles/ProfileImages.h"
 #include "profiles/RegistryText.h"
 
 #include <cstdint>
 #include <expected>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,14 +24,18 @@ enum class ExportOutcome {
 };
 
 /// Moves all profiles with their pictures between machines. The registry editor does it where it can; the result is
-/// looked at, and what it did not do is done here. Every outcome is told once.
+/// looked at, and what it did not do is done here. Every outcome is told once, with the names of the things that could
+/// not go: one odd value does not keep the others back.
 class ProfileTransfer {
 public:
     /// Milliseconds that the registry editor gets, which else works in less than one second.
     static constexpr std::uint32_t EditorTime = 15'000;
 
-    ProfileTransfer(app::Program& program, ProfileImages& images, std::uint32_t editorTime = EditorTime)
-        : program{program}, images{images}, editorTime{editorTime}
+    ProfileTransfer(const platform::Platform& system, app::RegistryAccess& access, app::Settings& settings,
+                    app::Messages& messages, const app::StringTable& strings, ProfileImages& images,
+                    std::uint32_t editorTime = EditorTime)
+        : system{system}, access{access}, settings{settings}, messages{messages}, strings{strings}, images{images},
+          editorTime{editorTime}
     {
     }
 
@@ -41,31 +48,38 @@ public:
     static constexpr std::string_view FileName = "TSProfile.tspf";
 
 private:
-    app::Program& program;
+    platform::Platform system;
+    app::RegistryAccess& access;
+    app::Settings& settings;
+    app::Messages& messages;
+    const app::StringTable& strings;
     ProfileImages& images;
     std::uint32_t editorTime;
 
     struct PictureFolder {
         std::string name;
         std::vector<std::string> files;
+        bool Has(std::string_view file) const;
     };
-    /// What the registry held before an import.
-    struct Before {
-        std::string key;
-        bool existed{};
-        std::vector<std::pair<std::string, platform::Result<platform::RegistryValue>>> values;
-    };
+    using PictureFolders = std::vector<PictureFolder>;
+    using Names = std::set<std::string>; ///< folded
 
     std::expected<std::string, ExportOutcome> ExportFolder(std::string_view location, std::string_view folderName);
-    platform::Result<ExportedKeys> ReadProfiles() const;
+    platform::Result<ExportedKeys> ReadProfiles(LeftOut& leftOut) const;
+    platform::Result<> ReadValues(ExportedKey& key, LeftOut& leftOut) const;
     platform::Result<> WriteExport(FileBatch& batch, const ExportedKeys& profiles, const std::string& file);
-    platform::Result<std::vector<PictureFolder>> PictureFolders(const std::string& folder) const;
-    platform::Result<> CopyPictures(FileBatch& batch, const std::vector<PictureFolder>& folders,
-                                    const std::string& from, const std::string& to);
+    std::vector<std::string> ReplaceEarlier(FileBatch& batch, const std::string& folder, const PictureFolders& now);
+    platform::Result<PictureFolders> ListPictures(const std::string& folder, const Names& wanted) const;
+    platform::Result<> CopyPictures(FileBatch& batch, PictureFolders& folders, const std::string& from,
+                                    const std::string& to, LeftOut& leftOut);
     std::optional<std::string> ReadImport(std::string_view folder);
-    platform::Result<> MergeImport(const ExportedKeys& wanted, const std::string& cleanFile);
+    static bool CheckForValidRegFile(std::string_view bytes);
+    void KeepPossibleNames(RegistryText& file) const;
+    void PlacePictures(RegistryText& file, const PictureFolders& came, const std::string& imagesFolder) const;
+    platform::Result<> ImportProfiles(const ExportedKeys& wanted, std::string_view fileForEditor);
     void RunEditor(const std::string& arguments);
     void TellFolder(std::uint16_t reason);
+    std::string WithLeftOut(std::string message, const LeftOut& leftOut) const;
 };
 
 } // namespace profiles

@@ -20,7 +20,17 @@ namespace {
 
 constexpr std::string_view signature = "REGEDIT4";
 constexpr std::string_view utf8Mark = "; UTF-8";
+constexpr std::string_view version5 = "Windows Registry Editor Version 5.";
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view hiveName = "HKEY_CURRENT_USER\\";
+constexpr std::size_t longestKeyName = 255; ///< UTF-16 units, of the system's registry
+constexpr std::size_t longestValueName = 16'383;
+
+/// As the registry keeps it: bytes that belong to no character become the sign for that.
+std::string ValidUtf8(std::string_view bytes)
+{
+    return utf::ToUtf8<char16_t>(utf::ToUtf16<char16_t>(bytes));
+}
 
 /// How the characters of a file are stored.
 class Encoding {
@@ -31,7 +41,7 @@ public:
     {
         return utf8 ? std::string{characters} : locale.ToAnsi(characters);
     }
-    std::string Decoded(std::string_view bytes) const { return utf8 ? std::string{bytes} : locale.FromAnsi(bytes); }
+    std::string Decoded(std::string_view bytes) const { return utf8 ? ValidUtf8(bytes) : locale.FromAnsi(bytes); }
 
 private:
     platform::Locale& locale;
@@ -94,7 +104,7 @@ std::string HexList(std::string_view bytes)
 
 bool HasControlCharacter(std::string_view characters)
 {
-    return std::ranges::any_of(characters, [](char c) { return static_cast<unsigned char>(c) < 0x20; });
+    return std::ranges::any_of(characters, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; });
 }
 
 /// Nothing when the encoding lacks a character.
@@ -140,11 +150,15 @@ std::optional<std::string> Written(const ExportedKeys& keys, const Encoding& enc
     if (encoding.IsUtf8())
         file.append(utf8Mark).append("\r\n");
     for (const ExportedKey& key : keys) {
+        if (HasControlCharacter(key.name))
+            continue;
         const auto name = encoding.Encoded(key.name.empty() ? FullProfilesKey() : FullProfilesKey() + "\\" + key.name);
         if (!name)
             return std::nullopt;
         file.append("\r\n[").append(*name).append("]\r\n");
         for (const auto& [valueName, value] : key.values) {
+            if (HasControlCharacter(valueName))
+                continue;
             const auto shown = encoding.Encoded(valueName.empty() ? "@" : Quoted(valueName));
             const auto data = DataText(value, encoding);
             if (!shown || !data)
@@ -157,6 +171,70 @@ std::optional<std::string> Written(const ExportedKeys& keys, const Encoding& enc
 }
 
 // Reading.
+
+/// The lines of a file one by one. A registry editor takes each of CR and LF for an end.
+class Lines {
+public:
+    explicit Lines(std::string_view file) : rest{file} {}
+
+    bool Next(std::string_view& line)
+    {
+        if (rest.empty())
+            return false;
+        const auto end = std::min(rest.find_first_of("\r\n"), rest.size());
+        line = rest.substr(0, end);
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+        return true;
+    }
+
+private:
+    std::string_view rest;
+};
+
+void SkipBlanks(std::string_view& rest)
+{
+    rest.remove_prefix(std::min(rest.find_first_not_of(" \t"), rest.size()));
+}
+
+/// Nothing but blanks and a comment follows.
+bool EndsHere(std::string_view rest)
+{
+    SkipBlanks(rest);
+    return rest.empty() || rest.starts_with(';');
+}
+
+bool TakeIgnoringCase(std::string_view& rest, std::string_view word)
+{
+    if (!text::EqualIgnoringCase(rest.substr(0, word.size()), word))
+        return false;
+    rest.remove_prefix(word.size());
+    return true;
+}
+
+/// What stands above the first key tells how the rest is stored.
+struct Form {
+    bool utf8{};
+    bool wide{}; ///< texts that are written as bytes are UTF-16
+};
+
+Form FormOf(std::string_view bytes)
+{
+    Form form{.utf8 = bytes.starts_with(byteOrderMark)};
+    if (form.utf8)
+        bytes.remove_prefix(byteOrderMark.size());
+    bool known = false;
+    Lines lines{bytes};
+    std::string_view line;
+    while (lines.Next(line)) {
+        SkipBlanks(line);
+        if (line.starts_with('['))
+            break;
+        form.wide = form.wide || (!known && line.starts_with(version5));
+        known = known || form.wide || line.starts_with(signature);
+        form.utf8 = form.utf8 || (line.starts_with(utf8Mark) && EndsHere(line.substr(utf8Mark.size())));
+    }
+    return form;
+}
 
 /// The text in quotes that `line` begins with; takes it off. Nothing when there is none or it does not end.
 std::optional<std::string> TakeQuoted(std::string_view& line)
@@ -179,130 +257,217 @@ std::optional<std::string> TakeQuoted(std::string_view& line)
     return std::nullopt;
 }
 
-std::optional<std::uint32_t> HexNumber(std::string_view digits)
+/// The digits that `rest` begins with; takes them off.
+std::optional<std::uint32_t> TakeHexNumber(std::string_view& rest, std::size_t mostDigits)
 {
     std::uint32_t number{};
-    const auto [end, failure] = std::from_chars(digits.data(), digits.data() + digits.size(), number, 16);
-    if (failure != std::errc{} || end != digits.data() + digits.size() || digits.size() > 8)
+    const auto [end, failure] = std::from_chars(rest.data(), rest.data() + rest.size(), number, 16);
+    const auto length = static_cast<std::size_t>(end - rest.data());
+    if (failure != std::errc{} || length > mostDigits)
         return std::nullopt;
+    rest.remove_prefix(length);
     return number;
 }
 
-std::optional<std::string> HexBytes(std::string_view list)
+/// A key line, taken apart.
+struct KeyLine {
+    bool isOurs{};         ///< at or below the profiles key
+    bool isUnderstood{};   ///< and a key that can be taken
+    std::string_view name; ///< below the profiles key; else what stands behind its name
+};
+
+KeyLine ReadKeyLine(std::string_view line)
 {
-    std::string bytes;
-    if (list.empty())
-        return bytes;
-    for (;;) {
-        const auto comma = std::min(list.find(','), list.size());
-        const auto number = HexNumber(list.substr(0, comma));
-        if (!number || *number > 0xFF)
-            return std::nullopt;
-        bytes += static_cast<char>(*number);
-        if (comma == list.size())
-            return bytes;
-        list.remove_prefix(comma + 1);
-    }
+    const auto end = line.rfind(']');
+    std::string_view name = line.substr(1, end == std::string_view::npos ? end : end - 1);
+    const bool isDeletion = name.starts_with('-');
+    name.remove_prefix(isDeletion ? 1 : 0);
+    if (!TakeIgnoringCase(name, FullProfilesKey()) || !(name.empty() || name.starts_with('\\')))
+        return {};
+    const bool isWhole = end != std::string_view::npos && !isDeletion && EndsHere(line.substr(end + 1));
+    if (name.empty())
+        return {true, isWhole, name};
+    name.remove_prefix(1);
+    const bool isOdd =
+        name.empty() || name.contains('\\') || HasControlCharacter(name) || text::Length(name) > longestKeyName;
+    return {true, isWhole && !isOdd, name};
 }
 
-std::optional<RegistryValue> HexValue(std::string_view data, const Encoding& encoding)
-{
-    auto type = static_cast<std::uint32_t>(ValueType::Binary);
-    data.remove_prefix(3);
-    if (data.starts_with('(')) {
-        const auto end = data.find(')');
-        const auto number = end == std::string_view::npos ? std::nullopt : HexNumber(data.substr(1, end - 1));
-        if (!number)
-            return std::nullopt;
-        type = *number;
-        data.remove_prefix(end + 1);
-    }
-    if (!data.starts_with(':'))
-        return std::nullopt;
-    auto bytes = HexBytes(data.substr(1));
-    if (!bytes)
-        return std::nullopt;
-    RegistryValue value{static_cast<ValueType>(type), std::move(*bytes)};
-    if (value.type == ValueType::String || value.type == ValueType::ExpandString)
-        value.data = encoding.Decoded(std::string_view{value.data}.substr(0, value.data.find('\0')));
-    else if (value.type == ValueType::MultiString)
-        value.data = Utf16Bytes(encoding.Decoded(value.data));
-    return value;
-}
-
-std::optional<RegistryValue> ReadData(std::string_view data, const Encoding& encoding)
-{
-    if (data.starts_with("hex"))
-        return HexValue(data, encoding);
-    if (data.starts_with("dword:")) {
-        const auto number = HexNumber(data.substr(6));
-        if (!number)
-            return std::nullopt;
-        RegistryValue value{ValueType::Dword, {}};
-        for (unsigned shift = 0; shift < 32; shift += 8)
-            value.data += static_cast<char>(*number >> shift & 0xFF);
-        return value;
-    }
-    auto characters = TakeQuoted(data);
-    if (!characters || !data.empty() || characters->contains('\0'))
-        return std::nullopt;
-    return RegistryValue{ValueType::String, encoding.Decoded(*characters)};
-}
-
-/// The name below the profiles key that a key line holds.
-std::optional<std::string> ReadKeyName(std::string_view line, const Encoding& encoding)
-{
-    if (!line.ends_with(']') || line.contains('\0'))
-        return std::nullopt;
-    const std::string name = encoding.Decoded(line.substr(1, line.size() - 2));
-    const std::string top = FullProfilesKey();
-    if (!text::EqualIgnoringCase(std::string_view{name}.substr(0, top.size()), top))
-        return std::nullopt;
-    if (name.size() == top.size())
-        return "";
-    if (name[top.size()] != '\\')
-        return std::nullopt;
-    std::string below = name.substr(top.size() + 1);
-    const auto parts = text::Split(below, '\\');
-    const bool isOdd = std::ranges::any_of(parts, &std::string::empty) || HasControlCharacter(below);
-    return isOdd ? std::nullopt : std::optional{std::move(below)};
-}
-
-/// The lines of a file one by one; a line of bytes that ends in "\" goes on in the next.
-class Lines {
+class Reader {
 public:
-    explicit Lines(std::string_view file) : rest{file} {}
+    Reader(std::string_view file, const Encoding& encoding, bool wide) : lines{file}, encoding{encoding}, wide{wide} {}
 
-    bool Next(std::string& line)
+    RegistryText Read()
     {
-        if (rest.empty())
-            return false;
-        line = Take();
-        const bool goesOn = line.contains("=hex");
-        while (goesOn && line.ends_with('\\') && !rest.empty()) {
-            line.pop_back();
-            std::string_view more = Take();
-            more.remove_prefix(std::min(more.find_first_not_of(" \t"), more.size()));
-            line += more;
+        RegistryText result;
+        bool isOurs = false;
+        for (std::string_view line; lines.Next(line);) {
+            SkipBlanks(line);
+            if (line.starts_with('[')) {
+                const KeyLine key = ReadKeyLine(line);
+                isOurs = key.isUnderstood && result.keys.size() < LargestNumberOfKeys;
+                if (isOurs)
+                    result.keys.push_back({std::string{key.name}, {}});
+                else if (key.isOurs)
+                    result.leftOut.Add(key.name.empty() ? line : key.name);
+            } else if (isOurs && !EndsHere(line)) {
+                if (auto value = ReadValue(line))
+                    result.keys.back().values.push_back(std::move(*value));
+                else
+                    result.leftOut.Add(line);
+            }
         }
-        return true;
+        return result;
     }
 
 private:
-    std::string_view rest;
+    Lines lines;
+    const Encoding& encoding;
+    bool wide;
 
-    std::string_view Take()
+    std::optional<std::pair<std::string, RegistryValue>> ReadValue(std::string_view line)
     {
-        const auto end = std::min(rest.find('\n'), rest.size());
-        std::string_view line = rest.substr(0, end);
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-        if (line.ends_with('\r'))
-            line.remove_suffix(1);
-        return line;
+        std::optional<std::string> name;
+        if (line.starts_with('@')) {
+            name.emplace();
+            line.remove_prefix(1);
+        } else {
+            name = TakeQuoted(line);
+        }
+        SkipBlanks(line);
+        if (!name || HasControlCharacter(*name) || text::Length(*name) > longestValueName || !line.starts_with('='))
+            return std::nullopt;
+        line.remove_prefix(1);
+        SkipBlanks(line);
+        auto value = ReadData(line);
+        return value ? std::optional{std::pair{std::move(*name), std::move(*value)}} : std::nullopt;
+    }
+
+    std::optional<RegistryValue> ReadData(std::string_view data)
+    {
+        if (TakeIgnoringCase(data, "hex"))
+            return ReadHex(data);
+        if (TakeIgnoringCase(data, "dword:")) {
+            SkipBlanks(data);
+            const auto number = TakeHexNumber(data, 8);
+            if (!number || !EndsHere(data))
+                return std::nullopt;
+            RegistryValue value{ValueType::Dword, {}};
+            for (unsigned shift = 0; shift < 32; shift += 8)
+                value.data += static_cast<char>(*number >> shift & 0xFF);
+            return value;
+        }
+        auto characters = TakeQuoted(data);
+        if (!characters || !EndsHere(data) || characters->contains('\0'))
+            return std::nullopt;
+        return RegistryValue{ValueType::String, std::move(*characters)};
+    }
+
+    std::optional<RegistryValue> ReadHex(std::string_view data)
+    {
+        auto type = static_cast<std::uint32_t>(ValueType::Binary);
+        if (data.starts_with('(')) {
+            data.remove_prefix(1);
+            const auto number = TakeHexNumber(data, 8);
+            if (!number || !data.starts_with(')'))
+                return std::nullopt;
+            type = *number;
+            data.remove_prefix(1);
+        }
+        if (!data.starts_with(':'))
+            return std::nullopt;
+        auto bytes = ReadBytes(data.substr(1));
+        return bytes ? AsStored(static_cast<ValueType>(type), std::move(*bytes)) : std::nullopt;
+    }
+
+    /// Two digits a byte with commas between, the last of which may be followed by nothing; a line that ends in "\"
+    /// goes on in the next one that holds something, unless no byte stands there.
+    std::optional<std::string> ReadBytes(std::string_view list)
+    {
+        std::string bytes;
+        for (;;) {
+            SkipBlanks(list);
+            if (list.starts_with('\\')) {
+                if (!EndsHere(list.substr(1)) || !GoesOn(list))
+                    return std::nullopt;
+            } else if (EndsHere(list)) {
+                return bytes;
+            }
+            const auto byte = TakeHexNumber(list, 2);
+            SkipBlanks(list);
+            if (!byte || !(list.starts_with(',') || list.starts_with('\\') || EndsHere(list)))
+                return std::nullopt;
+            bytes += static_cast<char>(*byte);
+            list.remove_prefix(list.starts_with(',') ? 1 : 0);
+        }
+    }
+
+    bool GoesOn(std::string_view& list)
+    {
+        constexpr std::string_view hexDigits = "0123456789abcdefABCDEF";
+        Lines ahead = lines;
+        do {
+            if (!ahead.Next(list))
+                return false;
+            SkipBlanks(list);
+        } while (EndsHere(list));
+        if (!hexDigits.contains(list.front()))
+            return false; // a line of its own
+        lines = ahead;
+        return true;
+    }
+
+    std::optional<RegistryValue> AsStored(ValueType type, std::string bytes) const
+    {
+        const bool isText = type == ValueType::String || type == ValueType::ExpandString;
+        if ((isText || type == ValueType::MultiString) && wide && bytes.size() % 2 != 0)
+            return std::nullopt;
+        if (isText) {
+            bytes = wide ? FromUtf16Bytes(bytes) : encoding.Decoded(bytes);
+            while (bytes.ends_with('\0')) // the registry's own terminators are no part of a text
+                bytes.pop_back();
+        } else if (type == ValueType::MultiString && !wide) {
+            bytes = Utf16Bytes(encoding.Decoded(bytes));
+        }
+        return RegistryValue{type, std::move(bytes)};
     }
 };
 
+/// Bytes that have a meaning of their own to who knows no characters of two bytes.
+auto Signs(std::string_view bytes)
+{
+    return std::ranges::count_if(bytes, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
 } // namespace
+
+void LeftOut::Add(std::string_view name)
+{
+    constexpr std::size_t most = 10, longest = 80; // what a message can show
+    if (names.size() == most) {
+        more = true;
+        return;
+    }
+    std::string shown{text::Left(name, longest)};
+    std::ranges::replace_if(
+        shown, [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
+    names.push_back(shown.size() < name.size() ? shown + "..." : std::move(shown));
+}
+
+void LeftOut::Add(const LeftOut& others)
+{
+    for (const std::string& name : others.names)
+        Add(name);
+    more = more || others.more;
+}
+
+std::string LeftOut::Text() const
+{
+    std::string lines;
+    for (const std::string& name : names)
+        lines += "\r\n" + name;
+    return more ? lines + "\r\n..." : lines;
+}
 
 std::string FullProfilesKey()
 {
@@ -316,43 +481,37 @@ std::string WriteRegistryText(const ExportedKeys& keys, platform::Locale& locale
     return Written(keys, {locale, true}).value_or("");
 }
 
-bool IsPlainRegistryText(std::string_view bytes, const ExportedKeys& keys, platform::Locale& locale)
+bool CanBeWritten(const std::string& valueName, const RegistryValue& value, platform::Locale& locale)
 {
-    const auto hasBracket = [](const ExportedKey& key) { return key.name.find_first_of("[]") != std::string::npos; };
-    return std::ranges::none_of(keys, hasBracket) && Written(keys, {locale, false}) == bytes;
+    const ExportedKeys keys{{"", {{valueName, value}}}};
+    return ReadRegistryText(WriteRegistryText(keys, locale), locale).keys == keys;
 }
 
-ExportedKeys ReadRegistryText(std::string_view bytes, platform::Locale& locale)
+bool CanBeWritten(const std::string& keyName, platform::Locale& locale)
 {
-    const Encoding encoding{locale, bytes.starts_with(std::string{signature}.append("\r\n").append(utf8Mark))};
-    ExportedKeys keys;
-    bool isOurs = false;
-    Lines lines{bytes};
-    std::string line;
-    while (lines.Next(line)) {
-        if (line.starts_with('[')) {
-            auto name = ReadKeyName(line, encoding);
-            isOurs = name.has_value();
-            if (isOurs)
-                keys.push_back({std::move(*name), {}});
-            continue;
-        }
-        if (!isOurs)
-            continue;
-        std::string_view rest = line;
-        std::optional<std::string> name;
-        if (rest.starts_with('@')) {
-            name.emplace();
-            rest.remove_prefix(1);
-        } else {
-            name = TakeQuoted(rest);
-        }
-        if (!name || name->contains('\0') || !rest.starts_with('='))
-            continue;
-        if (auto value = ReadData(rest.substr(1), encoding))
-            keys.back().values.emplace_back(encoding.Decoded(*name), std::move(*value));
-    }
-    return keys;
+    const ExportedKeys keys{{keyName, {}}};
+    return ReadRegistryText(WriteRegistryText(keys, locale), locale).keys == keys;
+}
+
+bool IsPlainRegistryText(std::string_view bytes, const ExportedKeys& keys, platform::Locale& locale)
+{
+    const auto isOdd = [](const ExportedKey& key) {
+        return key.name.find_first_of("[]") != std::string::npos || HasControlCharacter(key.name) ||
+               std::ranges::any_of(key.values, [](const auto& value) { return HasControlCharacter(value.first); });
+    };
+    return std::ranges::none_of(keys, isOdd) && Written(keys, {locale, false}) == bytes &&
+           Signs(bytes) == Signs(locale.FromAnsi(bytes));
+}
+
+RegistryText ReadRegistryText(std::string_view bytes, platform::Locale& locale)
+{
+    const Form form = FormOf(bytes);
+    if (bytes.starts_with(byteOrderMark))
+        bytes.remove_prefix(byteOrderMark.size());
+    const Encoding encoding{locale, form.utf8};
+    // Decoded first: the second byte of a character may look like a quote or a backslash.
+    const std::string characters = encoding.Decoded(bytes);
+    return Reader{characters, encoding, form.wide}.Read();
 }
 
 } // namespace profiles

@@ -51,7 +51,10 @@ void frmOptionsImportExport::btnExport_Click()
     if (running)
         return;
     const platform::Scoped now{running, true};
-    const ExportOutcome outcome = transfer.Export(txtExportPath.Text(), txtProfileName.Text());
+    const ExportOutcome outcome = [this] {
+        const ui::Hourglass hourglass{program.toolkit};
+        return transfer.Export(txtExportPath.Text(), txtProfileName.Text());
+    }();
     if (outcome == ExportOutcome::BadLocation)
         Ask(txtExportPath);
     else if (outcome == ExportOutcome::BadName)
@@ -65,8 +68,11 @@ void frmOptionsImportExport::btnImport_Click()
     const platform::Scoped now{running, true};
     if (const auto folder =
             program.toolkit.BrowseForFolder(program.Text(str::ImportFolderPrompt), txtExportPath.Text());
-        folder && transfer.Import(*folder))
-        (void)profiles.ListProfiles();
+        folder) {
+        const ui::Hourglass hourglass{program.toolkit};
+        if (transfer.Import(*folder))
+            (void)profiles.ListProfiles();
+    }
 }
 
 } // namespace profiles

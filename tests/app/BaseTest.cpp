@@ -20,7 +20,7 @@ protected:
 
 TEST_F(BaseTest, TheTableHoldsEveryTextAsItIsStored)
 {
-    EXPECT_EQ(app::StringTable::Rows(), 431u);
+    EXPECT_EQ(app::StringTable::Rows(), 432u);
     const std::pair<std::uint16_t, const char*> rows[] = {
         {101, "&File"},
         {106, "Enter a valid number."},

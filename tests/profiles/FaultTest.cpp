@@ -31,6 +31,7 @@ void Prepare(ProfileMachine& machine)
     machine.PutPicture("Bob", ImageKind::Logo, ".jpg", "bob's");
     machine.PutSetting("Profiles", "DefaultProfile", "Ann");
     machine.PutSetting("Profiles", "CurrentProfileToUse", "Bob");
+    machine.system.files.AddFolder("C:\\Temp");
     machine.system.files.AddFile("C:\\new.gif", "new");
     machine.system.files.AddFile("C:\\Windows\\regedit.exe");
     machine.system.files.AddFile("C:\\Out\\Set\\TSProfile.tspf", "an earlier export");

@@ -132,12 +132,20 @@ TEST_F(ProfileTest, RenameTakesEverythingAlong)
     system.files.AddFile("D:\\My Pictures\\me.gif", "me");
     Put("Ann", "LocalPortrait", "D:\\My Pictures\\me.gif");
     Put("Ann", "LocalSignature", "C:\\Gone\\Signature.gif");
+    Put("Ann\\Deep\\Deeper", "Theirs", "x");
     PutSetting("Profiles", "DefaultProfile", "ann");
+    const auto before = system.registry.Snapshot();
+    system.registry.SetShortWrites();
+    toolkit.ExpectMessage(Text(173), ui::Icon::Critical);
+    ASSERT_FALSE(operations.Rename("Ann", "Bob"));
+    EXPECT_EQ(system.registry.Snapshot(), before) << "the copy was not whole";
+    system.registry.SetShortWrites(false);
     ASSERT_TRUE(operations.Rename("Ann", "Bob"));
 
     EXPECT_FALSE(manager.ProfileExists("Ann"));
     EXPECT_EQ(At("Bob", "FirstName"), "Ann");
     EXPECT_EQ(system.registry.Query(Hive::CurrentUser, profiles::ProfileKey("Bob"), "Theirs"), odd);
+    EXPECT_EQ(At("Bob\\Deep\\Deeper", "Theirs"), "x");
     EXPECT_EQ(At("Bob", "LocalLogo"), Picture("Bob", "Logo.jpg"));
     EXPECT_EQ(At("Bob", "LocalPortrait"), Picture("Bob", "Portrait.gif"));
     EXPECT_EQ(At("Bob", "LocalSignature"), "C:\\Gone\\Signature.gif");
@@ -174,8 +182,18 @@ TEST_F(ProfileTest, DeleteRemovesTheFolderAndNeverFollowsALink)
     system.files.AddFile("C:\\Outside\\kept.txt", "kept");
     system.files.AddLink(Picture("Ann", "link"), "C:\\Outside");
     system.files.AddLink(std::string{Images} + "\\Bob", "C:\\Outside");
+    Put("Ann\\Deep", "Theirs", "x");
     EXPECT_TRUE(operations.Delete("Ann (default)"));
+    EXPECT_FALSE(manager.ProfileExists("Ann"));
     EXPECT_TRUE(operations.Delete("Bob"));
+    PutPicture("Eve", ImageKind::Logo, ".jpg", "logo");
+    system.faults.ChangeBefore(4, [&] { // the listing, after the first look
+        system.files.Remove("C:\\Images\\Eve");
+        system.files.AddLink("C:\\Images\\Eve", "C:\\Outside");
+    });
+    toolkit.ExpectMessage(Text(223), ui::Icon::Information);
+    EXPECT_FALSE(images.DeleteFolder("Eve"));
+    system.files.Remove("C:\\Images\\Eve");
     EXPECT_EQ(system.files.AllPaths(Images), Texts{});
     EXPECT_EQ(Contents("C:\\Outside\\kept.txt"), "kept");
 }
@@ -240,15 +258,50 @@ TEST_F(PictureTest, WithoutAFolderOfTheirOwnTheyGoToTheDocuments)
     EXPECT_EQ(Contents(At("Ann", "LocalLogo")), "gif");
 }
 
-TEST_F(PictureTest, AMissingSourceChangesNothing)
+TEST_F(PictureTest, AFailureChangesNothing)
 {
     PutPicture("Ann", ImageKind::Logo, ".jpg", "old");
+    system.files.AddFile("C:\\new.jpg", "new");
     const auto disk = system.files.Snapshot();
     const auto registry = system.registry.Snapshot();
-    toolkit.ExpectMessage(Text(222), ui::Icon::Information);
-    EXPECT_FALSE(Apply({"C:\\gone.jpg", std::nullopt, std::nullopt}));
-    EXPECT_EQ(system.files.Snapshot(), disk);
-    EXPECT_EQ(system.registry.Snapshot(), registry);
+    const auto refused = [&](const char* source, std::uint16_t message) {
+        toolkit.ExpectMessage(Text(message), ui::Icon::Information);
+        EXPECT_FALSE(Apply({source, std::nullopt, std::nullopt}));
+        EXPECT_EQ(system.files.Snapshot(), disk);
+        EXPECT_EQ(system.registry.Snapshot(), registry);
+    };
+    refused("C:\\gone.jpg", 222);
+    system.files.SetShortWrites();
+    refused("C:\\new.jpg", 223);
+    system.files.SetShortWrites(false);
+    system.files.SetHeldOpen(Picture("Ann", "Logo.jpg"));
+    const auto start = system.clock.Now();
+    refused("C:\\new.jpg", 223);
+    constexpr platform::FileTime second = 10'000'000;
+    EXPECT_GE(system.clock.Now() - start, second / 2) << "a scanner would have let go by then";
+    EXPECT_LE(system.clock.Now() - start, second);
+}
+
+TEST_F(PictureTest, WhatHoldsOneForAMomentOrProtectsItDoesNotKeepIt)
+{
+    using platform::attribute::ReadOnly;
+    system.files.AddFile("C:\\new.jpg", "new");
+    PutPicture("Ann", ImageKind::Logo, ".jpg", "old");
+    PutPicture("Ann", ImageKind::Portrait, ".jpg", "old");
+    system.files.AddFile(Picture("Ann", "~TSProfile3.old"), "of a process that died");
+    for (const char* file : {"Logo.jpg", "Portrait.jpg"})
+        system.files.SetAttributes(Picture("Ann", file), ReadOnly);
+    system.files.SetHeldOpen(Picture("Ann", "Logo.jpg"));
+    system.clock.OnSleep = [&] { system.files.SetHeldOpen(Picture("Ann", "Logo.jpg"), false); };
+    ASSERT_TRUE(Apply({"C:\\new.jpg", "", std::nullopt}));
+    EXPECT_EQ(system.files.AllPaths(Images), (Texts{"C:\\Images\\Ann", Picture("Ann", "Logo.jpg")}));
+    EXPECT_EQ(Contents(Picture("Ann", "Logo.jpg")), "new");
+    system.files.SetAttributes(Picture("Ann", "Logo.jpg"), ReadOnly);
+    ASSERT_TRUE(operations.Rename("Ann", "Bob"));
+    EXPECT_EQ(system.files.AllPaths(Images), (Texts{"C:\\Images\\Bob", Picture("Bob", "Logo.jpg")}));
+    system.files.SetAttributes(Picture("Bob", "Logo.jpg"), ReadOnly);
+    ASSERT_TRUE(operations.Delete("Bob"));
+    EXPECT_EQ(system.files.AllPaths(Images), Texts{});
 }
 
 } // namespace

@@ -2,29 +2,26 @@
 #include "platform/win32/WindowsHeader.h"
 
 #include "app/base/StringTable.h"
-#include "pictures/memory/MemoryPictures.h"
 #include "platform/Text.h"
 #include "platform/win32/Native.h"
 #include "platform/win32/System.h"
 #include "profiles/ProfileTransfer.h"
-#include "tests/support/ScriptedToolkit.h"
-#include "tests/support/win32/Files.h"
-#include "tests/support/win32/Process.h"
-#include "tests/support/win32/Registry.h"
+#include "ui/headless/HeadlessToolkit.h"
 
 #include <psapi.h>
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <sstream>
 
 namespace tests {
 namespace {
 
 namespace fs = std::filesystem;
-using namespace support;
 using platform::Hive;
 using platform::ValueType;
 using profiles::ExportOutcome;
@@ -33,19 +30,72 @@ constexpr wchar_t ParentKey[] = L"Software\\Zelmor Software\\Zelmor User Profile
 constexpr wchar_t RunKey[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Run";
 constexpr wchar_t MarkerKey[] = L"Software\\TSTransferTest marker";
 
+using Values = std::map<std::wstring, std::pair<DWORD, std::string>>;
+
+/// Everything at and below a key, keys as well; not below `without`.
+void Collect(HKEY root, const std::wstring& path, const std::wstring& without, Values& found)
+{
+    HKEY key{};
+    if (path == without || RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS)
+        return;
+    found[path + L"\\"];
+    wchar_t name[16384];
+    std::string data(1 << 20, '\0');
+    for (DWORD i = 0;; ++i) {
+        DWORD length = 16384, size = static_cast<DWORD>(data.size()), type = 0;
+        if (RegEnumValueW(key, i, name, &length, nullptr, &type, reinterpret_cast<BYTE*>(data.data()), &size) !=
+            ERROR_SUCCESS)
+            break;
+        found[path + L"\\" + name] = {type, data.substr(0, size)};
+    }
+    for (DWORD i = 0; RegEnumKeyW(key, i, name, 256) == ERROR_SUCCESS; ++i)
+        Collect(root, path.empty() ? name : path + L"\\" + name, without, found);
+    RegCloseKey(key);
+}
+
+std::map<fs::path, std::string> Files(const fs::path& folder)
+{
+    std::map<fs::path, std::string> found;
+    for (const auto& entry : fs::recursive_directory_iterator{folder}) {
+        std::ostringstream bytes;
+        if (entry.is_regular_file())
+            bytes << std::ifstream{entry.path(), std::ios::binary}.rdbuf();
+        found[entry.path().lexically_relative(folder)] = bytes.str();
+    }
+    return found;
+}
+
+void PutFile(const fs::path& file, const std::string& bytes, const std::string& more = "", std::size_t times = 0)
+{
+    fs::create_directories(file.parent_path());
+    std::ofstream out{file, std::ios::binary};
+    for (out << bytes; times > 0; --times)
+        out << more;
+}
+
+bool IsUnderWine()
+{
+    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
 class RealTransferTest : public testing::Test {
 protected:
+    static fs::path OwnFolder()
+    {
+        wchar_t path[MAX_PATH]{};
+        GetModuleFileNameW(nullptr, path, MAX_PATH);
+        return fs::path{path}.parent_path();
+    }
+
     const fs::path editor{L"C:\\windows\\regedit.exe"};
     const fs::path realEditor{L"C:\\windows\\TSTransferTest\\regedit.exe"};
     const fs::path folder = fs::temp_directory_path() / L"TSTransferTest ü";
     const fs::path log = fs::temp_directory_path() / L"TSTransferTest.log";
     platform::win32::System system;
-    ScriptedToolkit toolkit;
-    pictures::memory::MemoryPictures pictures;
-    app::Program program{system.AsPlatform(), toolkit, pictures};
-    profiles::ProfileManager manager{program.platform.registry, program.registry, program.settings, program.messages,
-                                     program.strings};
-    profiles::ProfileImages images{program, manager};
+    ui::HeadlessToolkit toolkit;
+    app::Program program{system.AsPlatform(), toolkit};
+    profiles::ProfileManager manager{program};
+    profiles::ProfileImages images{program.platform, program.settings, program.messages, program.strings, manager};
 
     void SetUp() override
     {
@@ -58,8 +108,10 @@ protected:
     }
     void TearDown() override
     {
-        if (IsUnderWine())
-            CleanUp();
+        if (!IsUnderWine())
+            return;
+        CleanUp();
+        EXPECT_EQ(toolkit.Unexpected, std::vector<std::string>{});
     }
     void CleanUp()
     {
@@ -103,9 +155,9 @@ protected:
     static std::string Utf8(const fs::path& path) { return platform::win32::ToUtf8(path.native()); }
     std::string EditorsLog() const
     {
-        std::string lines = ReadFile(log);
-        std::erase(lines, '\r');
-        return lines;
+        std::ostringstream lines;
+        lines << std::ifstream{log}.rdbuf();
+        return lines.str();
     }
 
     void Set(const std::string& profile, std::string_view name, const std::string& data,
@@ -135,7 +187,7 @@ protected:
                 const fs::path file = folder / "Images" / platform::win32::ToUtf16(name) /
                                       (std::string{profiles::KindWord(kind)} + (number == 1 ? ".gif" : ".jpg"));
                 if ((i + number) % 2 == 0)
-                    WriteFile(file, std::string(static_cast<std::size_t>(50 + i), static_cast<char>(i)) + name);
+                    PutFile(file, std::string(static_cast<std::size_t>(50 + i), static_cast<char>(i)) + name);
                 Set(name, profiles::ValueName(kind), (i + number) % 2 == 0 ? Utf8(file) : "");
             }
         }
@@ -145,8 +197,17 @@ protected:
         Set("O'Brien ü 1", "expands", "%TEMP%\\ü", ValueType::ExpandString);
         Set("O'Brien ü 1", "several", std::string{"a\0\0\0b\0\0\0\0\0", 10}, ValueType::MultiString);
     }
-    static RegistryTree Profiles() { return ReadRegistry(HKEY_CURRENT_USER, ParentKey); }
+    static Values Profiles()
+    {
+        Values found;
+        Collect(HKEY_CURRENT_USER, ParentKey, L"", found);
+        return found;
+    }
     std::string Text(std::uint16_t id) const { return std::string{app::StringTable::Own(id)}; }
+    static double Seconds(std::chrono::steady_clock::time_point since)
+    {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - since).count();
+    }
 };
 
 TEST_F(RealTransferTest, EverythingComesBackWhateverTheEditorDoes)
@@ -166,7 +227,7 @@ TEST_F(RealTransferTest, EverythingComesBackWhateverTheEditorDoes)
         {"nothing", 20, false, "export 0\nimport 0\n"},
         {"never", 20, false, "export 0\nimport 0\n"},
     };
-    RegistryTree values;
+    Values values;
     std::map<fs::path, std::string> pictures;
     for (const auto& row : rows) {
         SCOPED_TRACE(std::string{row.mode} + (row.isOdd ? " odd" : ""));
@@ -176,7 +237,7 @@ TEST_F(RealTransferTest, EverythingComesBackWhateverTheEditorDoes)
             UseImages("Images");
             AddProfiles(row.profiles, row.isOdd);
             values = Profiles();
-            pictures = FilesBelow(folder / "Images");
+            pictures = Files(folder / "Images");
             ASSERT_GT(values.size(), 23u * static_cast<std::size_t>(row.profiles));
         }
         PutEditorBack();
@@ -187,19 +248,25 @@ TEST_F(RealTransferTest, EverythingComesBackWhateverTheEditorDoes)
 
         // The editor that never ends is ended sooner than in the product.
         const auto time = row.mode == std::string{"never"} ? 700u : profiles::ProfileTransfer::EditorTime;
-        profiles::ProfileTransfer transfer{program, images, time};
+        profiles::ProfileTransfer transfer{
+            program.platform, program.registry, program.settings, program.messages, program.strings, images, time};
         toolkit.ExpectMessage(Text(410) + Utf8(folder / "Out" / "Set") + ".", ui::Icon::Information);
+        auto start = std::chrono::steady_clock::now();
         ASSERT_EQ(transfer.Export(Utf8(folder / "Out"), "Set"), ExportOutcome::Done);
-        auto files = FilesBelow(folder / "Out" / "Set");
+        const double exported = Seconds(start);
+        auto files = Files(folder / "Out" / "Set");
         EXPECT_EQ(files.erase(L"TSProfile.tspf"), 1u);
         EXPECT_TRUE(files == pictures) << "nothing but the pictures and the file";
 
         RegDeleteTreeW(HKEY_CURRENT_USER, ParentKey);
         fs::remove_all(folder / "Images");
         toolkit.ExpectMessage(Text(416), ui::Icon::Information);
+        start = std::chrono::steady_clock::now();
         ASSERT_TRUE(transfer.Import(Utf8(folder / "Out" / "Set")));
+        std::printf("%d profiles, editor \"%s\": export %.1f s, import %.1f s\n", row.profiles, row.mode, exported,
+                    Seconds(start));
         ASSERT_TRUE(Profiles() == values);
-        ASSERT_TRUE(FilesBelow(folder / "Images") == pictures);
+        ASSERT_TRUE(Files(folder / "Images") == pictures);
         EXPECT_TRUE(EditorsLog().starts_with(row.log)) << EditorsLog();
         EXPECT_EQ(EditorsLog().contains("import"), row.log.contains("import"));
     }
@@ -209,18 +276,19 @@ TEST_F(RealTransferTest, OnAnotherMachineThePicturesLieInItsOwnFolder)
 {
     AddProfiles(20, true);
     UseEditor("original");
-    profiles::ProfileTransfer transfer{program, images};
+    profiles::ProfileTransfer transfer{program.platform, program.registry, program.settings,
+                                       program.messages, program.strings,  images};
     toolkit.ExpectMessage(Text(410) + Utf8(folder / "Out" / "Set") + ".", ui::Icon::Information);
     ASSERT_EQ(transfer.Export(Utf8(folder / "Out"), "Set"), ExportOutcome::Done);
     auto values = Profiles();
-    const auto pictures = FilesBelow(folder / "Images");
+    const auto pictures = Files(folder / "Images");
 
     RegDeleteTreeW(HKEY_CURRENT_USER, ParentKey);
     fs::rename(folder / "Images", folder / "Gone");
     UseImages("Elsewhere");
     toolkit.ExpectMessage(Text(416), ui::Icon::Information);
     ASSERT_TRUE(transfer.Import(Utf8(folder / "Out" / "Set")));
-    EXPECT_TRUE(FilesBelow(folder / "Elsewhere") == pictures);
+    EXPECT_TRUE(Files(folder / "Elsewhere") == pictures);
     const auto bytes = [](const fs::path& path) {
         const std::wstring text = path.native() + L"\\";
         return std::string{reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t)};
@@ -279,9 +347,10 @@ TEST_F(RealTransferTest, AHostileFileChangesNothingOutsideTheProfiles)
     RegSetKeyValueW(HKEY_CURRENT_USER, MarkerKey, L"here", REG_SZ, L"x", 4);
     UseEditor("lax");
     const auto outside = [] {
-        RegistryTree found = ReadRegistry(HKEY_CURRENT_USER, L"", 0, std::wstring{ParentKey} + L"\\Profiles");
-        found.merge(ReadRegistry(HKEY_LOCAL_MACHINE, RunKey));
-        found.merge(ReadRegistry(HKEY_LOCAL_MACHINE, L"Software\\TSTransferTest"));
+        Values found;
+        Collect(HKEY_CURRENT_USER, L"", std::wstring{ParentKey} + L"\\Profiles", found);
+        Collect(HKEY_LOCAL_MACHINE, RunKey, L"", found);
+        Collect(HKEY_LOCAL_MACHINE, L"Software\\TSTransferTest", L"", found);
         return found;
     };
     const auto before = outside();
@@ -293,7 +362,7 @@ TEST_F(RealTransferTest, AHostileFileChangesNothingOutsideTheProfiles)
     };
 
     // What the editor would do with such a file: else this test could not fail.
-    WriteFile(folder / "teeth.reg", rows[0].file);
+    PutFile(folder / "teeth.reg", rows[0].file);
     const std::string line = "\"" + Utf8(editor) + "\" /i /s \"" + Utf8(folder / "teeth.reg") + "\"";
     ASSERT_TRUE(
         system.AsPlatform().shell.RunAndWait(Utf8(editor), line, platform::WindowStyle::Normal, 20'000).has_value());
@@ -301,23 +370,24 @@ TEST_F(RealTransferTest, AHostileFileChangesNothingOutsideTheProfiles)
     RegDeleteKeyValueW(HKEY_CURRENT_USER, RunKey, L"evil");
     ASSERT_EQ(outside(), before);
 
-    profiles::ProfileTransfer transfer{program, images};
+    profiles::ProfileTransfer transfer{program.platform, program.registry, program.settings,
+                                       program.messages, program.strings,  images};
     toolkit.ThrowAwayMessages = true;
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        WriteFile(folder / "In" / "TSProfile.tspf", row.file);
-        std::ofstream more{folder / "In" / "TSProfile.tspf", std::ios::binary | std::ios::app};
-        for (std::size_t i = 0; i < row.times; ++i)
-            more << row.more;
-        more.close();
+        PutFile(folder / "In" / "TSProfile.tspf", row.file, row.more, row.times);
         toolkit.Messages.clear();
         const auto atMost = peak();
+        const auto start = std::chrono::steady_clock::now();
         (void)transfer.Import(Utf8(folder / "In"));
         EXPECT_LT(peak() - atMost, 128u << 20) << "bytes";
+        EXPECT_LT(Seconds(start), 10);
         ASSERT_EQ(toolkit.Messages.size(), 1u);
         EXPECT_EQ(toolkit.Messages[0].text, Text(row.message));
         EXPECT_TRUE(outside() == before);
-        EXPECT_EQ(ReadRegistry(HKEY_CURRENT_USER, std::wstring{ParentKey} + L"\\Profiles\\Ann").size(), 2u);
+        Values ann;
+        Collect(HKEY_CURRENT_USER, std::wstring{ParentKey} + L"\\Profiles\\Ann", L"", ann);
+        EXPECT_EQ(ann.size(), 2u);
     }
 }
 
