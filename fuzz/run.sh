@@ -20,8 +20,10 @@ cmake -S "$root" -B "$build" -DCMAKE_CXX_COMPILER=clang++-19 -DCMAKE_C_COMPILER=
 failed=0
 for target in "$@"; do
     mkdir -p "$build/corpus/$target"
+    kept=$root/fuzz/corpus/$target # a few inputs that reach most of the code
+    [ -d "$kept" ] || kept=
     if "$build/fuzz/$target" -max_total_time="$seconds" -max_len=4096 -timeout=10 -print_final_stats=1 \
-        -artifact_prefix="$build/$target-" "$build/corpus/$target" > "$build/$target.log" 2>&1; then
+        -artifact_prefix="$build/$target-" "$build/corpus/$target" ${kept:+"$kept"} > "$build/$target.log" 2>&1; then
         sed -n "s/.*stat::number_of_executed_units: */$target: no failure, inputs run: /p" "$build/$target.log"
     else
         failed=1

@@ -102,7 +102,7 @@ Result<bool> ProfileImages::IsThereForSure(std::string_view file) const
 {
     const auto isThere = IsThere(file);
     const std::string root = path::Root(file);
-    if (isThere && !*isThere && !root.empty() && !program.platform.files.Stat(root))
+    if (isThere && !*isThere && !root.empty() && !files.Stat(root))
         return std::unexpected{error::PathNotFound};
     return isThere;
 }

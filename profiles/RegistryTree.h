@@ -13,6 +13,7 @@ namespace profiles {
 struct RegistryKey {
     std::string name; ///< below the tree's key; "" is that key itself
     std::vector<std::pair<std::string, platform::RegistryValue>> values;
+    friend bool operator==(const RegistryKey&, const RegistryKey&) = default;
 };
 using RegistryTree = std::vector<RegistryKey>; ///< each key before those below it
 

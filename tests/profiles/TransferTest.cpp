@@ -89,8 +89,10 @@ TEST_F(TransferTest, EverythingComesBackWithoutAnEditorThatWorks)
     Put("[x]", "LastName", "x");
     std::string given;
     system.shell.OnRun([&](const auto& run) {
-        if (run.commandLine.contains("/i"))
+        if (run.commandLine.contains("/i")) {
             given = Contents("C:\\Temp\\~TSProfile1.new");
+            Put("Ann", "FirstName", "merged wrong");
+        }
         return platform::Result<>{};
     });
     for (int i = 0; i < 2; ++i) {
@@ -104,6 +106,7 @@ TEST_F(TransferTest, EverythingComesBackWithoutAnEditorThatWorks)
               "\"C:\\Windows\\regedit.exe\" /i /s \"C:\\Temp\\~TSProfile1.new\"");
     EXPECT_EQ(given, Contents("C:\\Out\\Set\\TSProfile.tspf")) << "a copy that nobody else changes";
     EXPECT_FALSE(system.files.Exists("C:\\Temp\\~TSProfile1.new"));
+    EXPECT_EQ(At("Ann", "FirstName"), "Ann \"the\" C:\\x\\ Größe");
 }
 
 TEST_F(TransferTest, AnEditorsResultIsTakenOnlyWhenItIsWhole)
