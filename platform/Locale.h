@@ -15,7 +15,8 @@ public:
 
     /// The user's short date format ("Short Date").
     virtual std::string ShortDate(const LocalTime& time) = 0;
-    /// Hours of the 12-hour clock with two digits, minutes, the user's AM/PM text ("Medium Time": "05:07 PM").
+    /// Hours of the 12-hour clock with two digits, minutes, the user's AM/PM text ("Medium Time": "05:07 PM"); where
+    /// the user has none, hours of the 24-hour clock ("17:07"). With the user's separator.
     virtual std::string MediumTime(const LocalTime& time) = 0;
     /// The order in which the user's language sorts names, letter case ignored: negative, 0 or positive.
     virtual int Compare(std::string_view a, std::string_view b) = 0;

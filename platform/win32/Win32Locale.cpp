@@ -28,6 +28,14 @@ std::string Formatted(const wchar_t* text, int lengthWithTerminator)
                                     : std::string{};
 }
 
+/// One of the user's regional settings (LOCALE_...); "" when it cannot be read.
+std::wstring Setting(LCTYPE which)
+{
+    wchar_t text[16];
+    const int length = GetLocaleInfoW(LOCALE_USER_DEFAULT, which, text, static_cast<int>(std::size(text)));
+    return length > 1 ? std::wstring(text, static_cast<std::size_t>(length) - 1) : std::wstring{};
+}
+
 } // namespace
 
 std::string Win32Locale::ShortDate(const LocalTime& time)
@@ -41,9 +49,13 @@ std::string Win32Locale::ShortDate(const LocalTime& time)
 std::string Win32Locale::MediumTime(const LocalTime& time)
 {
     const SYSTEMTIME moment = ToSystemTime(time);
+    const std::wstring marker = Setting(time.hour < 12 ? LOCALE_S1159 : LOCALE_S2359);
+    const std::wstring separator = Setting(LOCALE_STIME);
+    // Quoted: a separator may be a letter of the format.
+    const std::wstring format = (marker.empty() ? L"HH'" : L"hh'") + separator + (marker.empty() ? L"'mm" : L"'mm tt");
     wchar_t text[128];
     return Formatted(
-        text, GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &moment, L"hh:mm tt", text, static_cast<int>(std::size(text))));
+        text, GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &moment, format.c_str(), text, static_cast<int>(std::size(text))));
 }
 
 int Win32Locale::Compare(std::string_view a, std::string_view b)
