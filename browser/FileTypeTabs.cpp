@@ -8,68 +8,62 @@
 namespace browser {
 namespace {
 
-constexpr FileTypeTabs::Type types[] = {
-    {"Word", "ShowWordTemplates", app::str::TabWord, app::str::TabWordAgain, 149, "word"},
-    {"Excel", "ShowXLTemplates", app::str::TabExcel, app::str::TabExcelAgain, 150, "excel"},
-    {"PPT", "ShowPPTTemplates", app::str::TabPowerPoint, app::str::TabPowerPointAgain, 151, "ppt"},
-    {"Photo", "ShowPhotoTemplates", app::str::TabPhoto, app::str::TabPhoto, 152, "photo"},
-};
+using library::TemplateKind;
+using library::TemplateKinds;
 
-/// Image numbers of the tab strip: the types in order, then "All".
-int ImageOf(std::size_t index)
+/// Image number of the tab for all, behind those of the kinds.
+constexpr int AllImage = static_cast<int>(TemplateKinds.size()) + 1;
+
+int ImageOf(const TemplateKind& kind)
 {
-    return static_cast<int>(index) + 1;
+    return static_cast<int>(&kind - TemplateKinds.data()) + 1;
 }
 
-ui::TabStrip::Tab MakeTab(const FileTypeTabs::Type& type, std::size_t index, int caption)
+ui::TabStrip::Tab MakeTab(const TemplateKind& kind, int caption)
 {
-    return {std::string{type.key}, std::to_string(caption), {}, {}, {}, ImageOf(index)};
+    return {std::string{kind.tab}, std::to_string(caption), {}, {}, {}, ImageOf(kind)};
 }
 
 } // namespace
-
-std::span<const FileTypeTabs::Type> FileTypeTabs::Types()
-{
-    return types;
-}
 
 FileTypeTabs::FileTypeTabs(app::Settings& settings, const app::StringTable& strings, ui::TabStrip& strip)
     : settings{settings}, strings{strings}, strip{strip}
 {
     std::vector<ui::TabStrip::Tab> tabs;
-    for (std::size_t i = 0; i < std::size(types); ++i) {
-        tabs.push_back(MakeTab(types[i], i, types[i].caption));
-        strip.Images.SetNamed(ImageOf(i), std::string{types[i].image});
+    for (const TemplateKind& kind : TemplateKinds) {
+        if (kind.tab.empty())
+            continue;
+        tabs.push_back(MakeTab(kind, kind.tabCaption));
+        strip.Images.SetNamed(ImageOf(kind), std::string{kind.image});
     }
-    strip.Images.SetNamed(ImageOf(std::size(types)), "all");
-    tabs.push_back({std::string{AllTab}, std::to_string(app::str::TabAll), {}, {}, {}, ImageOf(std::size(types))});
+    strip.Images.SetNamed(AllImage, "all");
+    tabs.push_back({std::string{AllTab}, std::to_string(app::str::TabAll), {}, {}, {}, AllImage});
     strip.SetTabs(std::move(tabs));
     strip.Select(AllTab);
 }
 
 void FileTypeTabs::Restore()
 {
-    for (const Type& type : types)
-        if (!settings.Flag("Browser", type.setting, true))
-            strip.Remove(type.key);
+    for (const TemplateKind& kind : TemplateKinds)
+        if (!kind.tab.empty() && !settings.Flag("Browser", kind.tabSetting, true))
+            strip.Remove(kind.tab);
     strip.Select(AllTab);
     strip.Select(settings.Text("Browser", "LastTabSelected"));
 }
 
 bool FileTypeTabs::Toggle(std::string_view key)
 {
-    const auto* type = std::ranges::find(types, key, &Type::key);
-    if (type == std::end(types))
+    const auto* kind = std::ranges::find(TemplateKinds, key, &TemplateKind::tab);
+    if (key.empty() || kind == TemplateKinds.end())
         return false;
     const std::string selected = strip.Selected();
     const bool show = !strip.Has(key);
     if (show) {
         // In its own place: behind those before it that are shown.
-        const auto index = static_cast<std::size_t>(type - types);
-        const auto place = std::ranges::count_if(std::span{types}.first(index),
-                                                 [this](const Type& before) { return strip.Has(before.key); });
-        auto tab = MakeTab(*type, index, type->captionAgain);
-        tab.caption = strings.LoadString(static_cast<std::uint16_t>(type->captionAgain));
+        const auto place = std::count_if(TemplateKinds.begin(), kind,
+                                         [this](const TemplateKind& before) { return strip.Has(before.tab); });
+        auto tab = MakeTab(*kind, kind->tabCaptionAgain);
+        tab.caption = strings.LoadString(static_cast<std::uint16_t>(kind->tabCaptionAgain));
         strip.Insert(static_cast<std::size_t>(place), std::move(tab));
         strip.Select(key);
     } else {
@@ -77,7 +71,7 @@ bool FileTypeTabs::Toggle(std::string_view key)
         if (selected == key)
             strip.Select(AllTab);
     }
-    (void)settings.SaveFlag("Browser", type->setting, show);
+    (void)settings.SaveFlag("Browser", kind->tabSetting, show);
     return strip.Selected() != selected;
 }
 
@@ -100,13 +94,7 @@ void FileTypeTabs::SelectNext(bool backwards)
 
 bool FileTypeTabs::Shows(std::string_view tab, std::size_t type)
 {
-    static constexpr std::pair<std::string_view, std::size_t> shown[] = {
-        {"Word", library::WordTemplate},
-        {"Excel", library::SpreadsheetTemplate},
-        {"PPT", library::PresentationTemplate},
-        {"Photo", library::PhotoTemplate},
-    };
-    return tab == AllTab || std::ranges::find(shown, std::pair{tab, type}) != std::end(shown);
+    return tab == AllTab || TemplateKinds.at(type).tab == tab;
 }
 
 } // namespace browser

@@ -4,25 +4,14 @@
 #include "app/base/StringTable.h"
 #include "ui/TabStrip.h"
 
-#include <span>
 #include <string>
 #include <string_view>
 
 namespace browser {
 
-/// The tabs above the list. "All" is always there; the others can be hidden and shown again.
+/// The tabs above the list. "All" is always there; the others, one a kind of template, can be hidden and shown again.
 class FileTypeTabs {
 public:
-    /// One tab that can be hidden.
-    struct Type {
-        std::string_view key;
-        std::string_view setting; ///< key in section "Browser"
-        int caption;              ///< string number
-        int captionAgain;         ///< string number of the caption after it was hidden and shown
-        int toolTip;              ///< string number
-        std::string_view image;
-    };
-    static std::span<const Type> Types();
     /// Key of the tab that shows every type.
     static constexpr std::string_view AllTab = "All";
 
@@ -41,7 +30,7 @@ public:
     /// The neighbour of the selected tab, round the end.
     void SelectNext(bool backwards);
 
-    /// Whether files of this type (position among the template extensions) show under the tab.
+    /// Whether files of this type (position among the kinds of templates) show under the tab.
     static bool Shows(std::string_view tab, std::size_t type);
 
 private:

@@ -18,20 +18,6 @@ constexpr int FileNotFound = 2;
 constexpr int PathNotFound = 3;
 constexpr int NoAssociation = 31;
 
-std::string_view NotInstalledText(std::size_t type)
-{
-    switch (type) {
-    case library::WordTemplate:
-        return "Scrivello is not installed on the system.";
-    case library::SpreadsheetTemplate:
-        return "Calcora is not installed on the system.";
-    case library::PdfTemplate:
-        return "The associated application is not installed on the system.";
-    default:
-        return "Vistrel is not installed on the system.";
-    }
-}
-
 } // namespace
 
 std::string LongExtension(std::string_view target)
@@ -75,7 +61,7 @@ std::int16_t Launcher::Report(int code, const std::string& target)
             return 0;
         toolkit.SetBusy(false);
         messages.Plain("Unable to launch '" + std::string{platform::path::Name(target)} + "'.\r\n" +
-                       std::string{NotInstalledText(*type)});
+                       std::string{library::TemplateKinds[*type].notInstalled});
         return 1;
     default:
         return 0;

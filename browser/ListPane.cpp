@@ -3,6 +3,7 @@
 #include "app/base/StringId.h"
 #include "library/TemplateFiles.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace browser {
@@ -13,15 +14,15 @@ ListPane::ListPane(ui::ListView& list, FileTypeTabs& tabs, ui::StatusBar& status
     : list{list}, tabs{tabs}, status{status}, toolkit{toolkit}, messages{messages}, strings{strings}, templates{clock,
                                                                                                                 locale}
 {
-    static constexpr const char* typeImages[] = {"word", "excel", "ppt", "pdf", "photo"};
-    static_assert(std::size(typeImages) == library::TemplateExtensions.size());
-    for (int i = 0; i < static_cast<int>(std::size(typeImages)); ++i) {
-        list.LargeImages.SetNamed(i + 1, typeImages[i]);
-        list.SmallImages.SetNamed(i + 3, typeImages[i]);
+    for (int i = 0; i < static_cast<int>(library::TemplateKinds.size()); ++i) {
+        const std::string image{library::TemplateKinds[static_cast<std::size_t>(i)].image};
+        list.LargeImages.SetNamed(i + 1, image);
+        list.SmallImages.SetNamed(i + 3, image);
     }
     // The small pictures of the types stand behind those of a folder.
     list.SmallImages.SetNamed(1, "folder");
     list.SmallImages.SetNamed(2, "folder-open");
+    list.SetColumns({{"218"}, {"219"}, {"220", {}, 0, true}, {"221"}}); // name, in folder, size, modified
     list.SetModel(&templates);
     list.ColumnClick = [this](int column) { SortBy(column); };
 }
@@ -99,12 +100,9 @@ std::string ListPane::EmptyText(const std::string& tab) const
 {
     if (ShowsThumbnails())
         return strings.LoadString(app::str::Empty);
-    if (tab == "Word")
-        return strings.LoadString(app::str::NoWordTemplates);
-    if (tab == "Excel")
-        return strings.LoadString(app::str::NoExcelTemplates);
-    if (tab == "PPT")
-        return strings.LoadString(app::str::NoPowerPointTemplates);
+    const auto* kind = std::ranges::find(library::TemplateKinds, tab, &library::TemplateKind::tab);
+    if (kind != library::TemplateKinds.end() && kind->noneInFolder != 0)
+        return strings.LoadString(static_cast<std::uint16_t>(kind->noneInFolder));
     return "0 " + strings.LoadString(app::str::TemplatesAvailable);
 }
 

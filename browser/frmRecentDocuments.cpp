@@ -3,6 +3,7 @@
 #include "app/base/Captions.h"
 #include "app/base/StringId.h"
 #include "browser/TemplateRow.h"
+#include "library/TemplateFiles.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
 
@@ -18,11 +19,9 @@ namespace {
 constexpr ui::Size ListSize{10200, 4500};
 enum ShownColumn { NameColumn, FolderColumn, ModifiedColumn };
 
-/// Pictures of the documents by their endings; the first one is for all others.
-constexpr std::pair<std::string_view, const char*> documentImages[] = {
-    {"", "all"},     {".doc", "word"}, {".swt", "word"},  {".ccw", "excel"},
-    {".prt", "ppt"}, {".pdf", "pdf"},  {".mst", "photo"},
-};
+/// Pictures of the documents: of none of the templates' kinds, then of each of these.
+constexpr int OtherImage = 0;
+constexpr int FirstKindImage = 1;
 
 } // namespace
 
@@ -36,8 +35,10 @@ frmRecentDocuments::frmRecentDocuments(app::Program& program, RecentDocuments& d
     cmdRemove.SetCaption("&Remove");
     lvDocuments.SetColumns({{"218", {}, 3900}, {"219", {}, 3900}, {"221", {}, 2100}});
     lvDocuments.SetView(ui::ListView::View::Details);
-    for (int i = 0; i < static_cast<int>(std::size(documentImages)); ++i)
-        lvDocuments.SmallImages.SetNamed(i, documentImages[i].second);
+    lvDocuments.SmallImages.SetNamed(OtherImage, "all");
+    for (std::size_t i = 0; i < library::TemplateKinds.size(); ++i)
+        lvDocuments.SmallImages.SetNamed(FirstKindImage + static_cast<int>(i),
+                                         std::string{library::TemplateKinds[i].image});
     LoadCaptions(*this, program.strings);
     lvDocuments.SetModel(this);
     Layout(Column(Least(lvDocuments, ListSize), Buttons(cmdOpen, cmdRemove, cmdClear, cmdOptions, cmdClose)));
@@ -63,11 +64,10 @@ frmRecentDocuments::frmRecentDocuments(app::Program& program, RecentDocuments& d
 int frmRecentDocuments::SmallIcon(int row) const
 {
     const std::string& file = documents.List().at(static_cast<std::size_t>(row)).path;
-    const auto found =
-        std::ranges::find_if(std::begin(documentImages) + 1, std::end(documentImages), [&](const auto& image) {
-            return platform::text::EndsWithIgnoringCase(file, image.first);
-        });
-    return found == std::end(documentImages) ? 0 : static_cast<int>(found - std::begin(documentImages));
+    if (platform::text::EndsWithIgnoringCase(file, ".doc"))
+        return FirstKindImage + static_cast<int>(library::WordTemplate);
+    const auto type = library::TemplateTypeOf(file);
+    return type ? FirstKindImage + static_cast<int>(*type) : OtherImage;
 }
 
 void frmRecentDocuments::Fill()

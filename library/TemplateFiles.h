@@ -8,15 +8,49 @@
 
 namespace library {
 
-/// The endings that make a file a template. The position chooses icons and launch rules.
-inline constexpr std::array<std::string_view, 5> TemplateExtensions{".swt", ".ccw", ".prt", ".pdf", ".mst"};
+/// One kind of template: everything that the program says and shows of it.
+struct TemplateKind {
+    std::string_view ending;       ///< that makes a file a template
+    std::string_view image;        ///< of its files, its tab and its menu entry
+    std::string_view notInstalled; ///< told when no program opens it
+    std::string_view tab;          ///< key of its tab; "" for a kind that only the tab for all shows
+    std::string_view tabSetting;   ///< whether the tab is shown: key in section "Browser"
+    std::string_view tabCommand;   ///< the menu entry that hides the tab and shows it again
+    // String numbers.
+    int tabCaption{}, tabCaptionAgain{}; ///< the second after it was hidden and shown
+    int tabCommandCaption{}, tabToolTip{};
+    int noneInFolder{}; ///< shown instead of an empty list; 0 for the general text
+};
+
+/// In the order in which a list has them. The position chooses icons and launch rules.
+// clang-format off
+inline constexpr std::array<TemplateKind, 5> TemplateKinds{{
+    {".swt", "word", "Scrivello is not installed on the system.",
+     "Word", "ShowWordTemplates", "mnuSettingsWord", 156, 184, 122, 149, 166},
+    {".ccw", "excel", "Calcora is not installed on the system.",
+     "Excel", "ShowXLTemplates", "mnuSettingsXL", 157, 185, 124, 150, 167},
+    {".prt", "ppt", "Vistrel is not installed on the system.",
+     "PPT", "ShowPPTTemplates", "mnuSettingsPPT", 158, 186, 123, 151, 168},
+    {".pdf", "pdf", "The associated application is not installed on the system.", {}, {}, {}},
+    {".mst", "photo", "Vistrel is not installed on the system.",
+     "Photo", "ShowPhotoTemplates", "mnuSettingsPhoto", 161, 161, 125, 152},
+}};
+// clang-format on
 
 /// A sub-folder of this name holds the pictures of a folder's templates; it is never a category.
 inline constexpr std::string_view PreviewsFolder = "Previews";
 
 enum TemplateType : std::size_t { WordTemplate, SpreadsheetTemplate, PresentationTemplate, PdfTemplate, PhotoTemplate };
 
-/// Position of the name's ending among the template extensions, letter case ignored. The real last four characters
+/// The endings alone, in the same order.
+inline constexpr auto TemplateExtensions = [] {
+    std::array<std::string_view, TemplateKinds.size()> endings;
+    for (std::size_t i = 0; i < endings.size(); ++i)
+        endings[i] = TemplateKinds[i].ending;
+    return endings;
+}();
+
+/// Position of the name's ending among the kinds of templates, letter case ignored. The real last four characters
 /// count, so that a short name on the disk never lets "x.swtx" through.
 std::optional<std::size_t> TemplateTypeOf(std::string_view name);
 

@@ -5,12 +5,9 @@
 /// Names for the string numbers that the code asks for. Captions stand as plain numbers where a control is declared.
 namespace app::str {
 
-inline constexpr std::uint16_t FileNotFound = 126, PreviousInstance = 140, TabWord = 156, TabExcel = 157,
-                               TabPowerPoint = 158, TabAll = 159, TabPhoto = 161, NoWordTemplates = 166,
-                               NoExcelTemplates = 167, NoPowerPointTemplates = 168, TemplateNotFound = 169,
+inline constexpr std::uint16_t FileNotFound = 126, PreviousInstance = 140, TabAll = 159, TemplateNotFound = 169,
                                TemplatesAvailable = 170, SetValueFailed = 173, EnumerationFailed = 174,
-                               DeleteValueFailed = 182, TabWordAgain = 184, TabExcelAgain = 185,
-                               TabPowerPointAgain = 186, NoPreview = 256, Empty = 154, DriveNotAccessible = 272,
+                               DeleteValueFailed = 182, NoPreview = 256, Empty = 154, DriveNotAccessible = 272,
                                TemplatesPathInvalid = 273, UnableToRun = 274, TemplatesNotAccessible = 275,
                                ResolutionTooLow = 277, ThumbnailsUnavailable = 278, NoTemplateFolders = 279,
                                HelpFilesMissing = 280, CdPathPrompt = 340, TemplatesPathUnreadable = 336,
