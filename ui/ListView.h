@@ -75,6 +75,7 @@ public:
     std::function<void()> DblClick;
     std::function<void(int column)> ColumnClick;
     std::function<void(Point)> ContextMenu;
+    std::function<void(Point)> HeaderContextMenu; ///< the same for the headings
     std::function<bool(const Key&)> KeyDown;
 
     void UserSelects(int row);

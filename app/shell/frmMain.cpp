@@ -13,35 +13,14 @@
 namespace app {
 namespace {
 
-constexpr std::string_view Section = "Browser";
-
 // All lengths in twips.
 constexpr int MinimumWidth = 9700;
-constexpr ui::Rect DefaultPlacement{1000, 1000, 8750, 7200};
-constexpr int DefaultHorzSplitterTop = 5250;
-constexpr int DefaultVertSplitterLeft = 1965;
-constexpr int SplitterWidth = 75;
 constexpr int VertSplitterMargin = 300;       ///< never further left
 constexpr int VertSplitterRightMargin = 3000; ///< never closer to the window's right edge
 constexpr int HorzSplitterMargin = 900;       ///< least height of the tree
 constexpr int LeastPreviewHeight = 2700;      ///< the facts, and a picture that shows something
 constexpr int PaneMargin = 60;
-constexpr int FactsHeight = 840;        ///< four lines of text
-constexpr int LeastStoredHeight = 4500; ///< a window that is hardly more than its title bar is damage, too
-constexpr int PlacementLimit = 200'000; ///< a stored coordinate beyond this is damage
-
-struct StoredColumn {
-    std::string_view setting;
-    int heading; ///< string number
-    int width;   ///< default
-    bool rightAligned;
-};
-constexpr StoredColumn columns[] = {
-    {"ListViewFileColumnSize", 218, 3300, false},
-    {"ListViewFolderColumnSize", 219, 1950, false},
-    {"ListViewFileSizeColumnSize", 220, 900, true},
-    {"ListViewFileModifiedColumnSize", 221, 2100, false},
-};
+constexpr int FactsHeight = 840; ///< four lines of text
 
 } // namespace
 
@@ -76,14 +55,11 @@ frmMain::frmMain(Program& program)
       spreadsheets{program.platform.files, program.platform.shell, program.registry}, opener{launcher, spreadsheets,
                                                                                              program.messages},
       recentFiles{program}, recentDocuments{program}, help{program, launcher},
-      profileDialogs{program, [this](std::string_view topic) { help.Open(topic); }}
+      profileDialogs{program, [this](std::string_view topic) { help.Open(topic); }}, panes{Panes(),
+                                                                                           [this] { SizeControls(); }}
 {
     SetCaption(program.state.ProductCaption);
     lblPreview.PlainText = true; // names of files and folders
-    std::vector<ui::ListView::Column> listColumns;
-    for (const StoredColumn& column : columns)
-        listColumns.push_back({std::to_string(column.heading), {}, column.width, column.rightAligned});
-    lvListView.SetColumns(std::move(listColumns));
     lvListView.SetView(ui::ListView::View::Details);
     AddCommands();
     BuildMenus();
@@ -109,27 +85,16 @@ bool frmMain::Load()
 
 void frmMain::RestorePlacement()
 {
-    const Settings& settings = program.settings;
-    const bool maximized = settings.Flag(Section, "TSMaximized", false);
-    const auto number = [&](std::string_view key, int otherwise) {
-        return settings.Number(Section, key, otherwise, -PlacementLimit, PlacementLimit);
-    };
-    ui::Rect stored{number("MainLeft", DefaultPlacement.left), number("MainTop", DefaultPlacement.top),
-                    number("MainWidth", DefaultPlacement.width), number("MainHeight", DefaultPlacement.height)};
-    stored.width = std::max(stored.width, MinimumWidth); // widened later, it would reach off the screen again
-    stored.height = std::max(stored.height, LeastStoredHeight);
-    SetPlacement(PlacementWithin(stored, program.toolkit.WorkAreas()));
-    SetState(maximized ? WindowState::Maximized : WindowState::Normal);
+    values = ReadWindowValues(program.settings);
+    const int width = std::max(values.width, MinimumWidth); // widened later, it would reach off the screen again
+    SetPlacement(PlacementWithin({values.left, values.top, width, values.height}, program.toolkit.WorkAreas()));
+    SetState(values.isMaximized ? WindowState::Maximized : WindowState::Normal);
 }
 
 bool frmMain::LoadTemplateBrowser()
 {
     {
         const Busy guard{*this};
-        horzSplitterTop =
-            program.settings.Number(Section, "HorzSplitterTop", DefaultHorzSplitterTop, 0, PlacementLimit);
-        vertSplitterLeft =
-            program.settings.Number(Section, "VertSplitterLeft", DefaultVertSplitterLeft, 0, PlacementLimit);
         GetQuenbyFileOption();
         PreviousRunSettings();
         favorites.GetFavoritesFromRegistry();
@@ -156,16 +121,11 @@ void frmMain::PromptForFirstProfile()
 
 void frmMain::PreviousRunSettings()
 {
-    const Settings& settings = program.settings;
-    folderListOn = settings.Flag(Section, "FolderListOn", true);
-    previewPaneOn = settings.Flag(Section, "PreviewPaneOn", true);
-    list.RestoreViews(static_cast<ui::ListView::View>(settings.Number(
-                          Section, "ListViewType", static_cast<int>(ui::ListView::View::LargeIcons), 0, 3)),
-                      settings.Flag(Section, "ThumbnailViewOn", false));
-    auto listColumns = lvListView.Columns();
-    for (std::size_t i = 0; i < std::size(columns); ++i)
-        listColumns[i].width = settings.Number(Section, columns[i].setting, columns[i].width, 300, 30'000);
-    lvListView.SetColumns(std::move(listColumns));
+    list.RestoreViews(static_cast<ui::ListView::View>(values.listView), values.thumbnailViewOn);
+    auto columns = lvListView.Columns();
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        columns[i].width = values.*WindowValues::Columns[i];
+    lvListView.SetColumns(std::move(columns));
     tabs.Restore();
 }
 
@@ -220,19 +180,12 @@ void frmMain::WireEvents()
     list.Changed = [this] { lvListView_Click(); };
     lvListView.DblClick = [this] { lvListView_DblClick(); };
     lvListView.KeyDown = [this](const ui::Key& key) { return OnListKey(key); };
-    lvListView.ContextMenu = [this](ui::Point at) { ShowPopup(mnuListPopup, at); };
+    lvListView.ContextMenu = [this](ui::Point at) {
+        ShowPopup(list.Selected() != nullptr ? mnuListPopup : mnuListSpacePopup, at);
+    };
+    lvListView.HeaderContextMenu = [this](ui::Point at) { ShowPopup(mnuColumnsPopup, at); };
     fileTypeTabStrip.Click = [this] { fileTypeTabStrip_Click(); };
 
-    imgVertSplitter.Clamp = [this](int position) { return ClampVertical(position); };
-    imgVertSplitter.Moved = [this](int position) {
-        vertSplitterLeft = position;
-        SizeControls();
-    };
-    imgHorzSplitter.Clamp = [this](int position) { return ClampHorizontal(position); };
-    imgHorzSplitter.Moved = [this](int position) {
-        horzSplitterTop = position;
-        SizeControls();
-    };
     templateLibrary.ClearViews = [this] { ClearViewState(); };
     templateLibrary.LockAccess = [this](bool lock) { LockTreeViewAccess(lock); };
 }
@@ -277,6 +230,15 @@ void frmMain::FillList()
     list.Show(SelectedRows());
 }
 
+void frmMain::ToggleColumn(std::size_t index)
+{
+    constexpr int shownAgain = 1500; // twips
+    auto columns = lvListView.Columns();
+    columns[index].width = columns[index].width > 0 ? 0 : shownAgain;
+    lvListView.SetColumns(std::move(columns));
+    RefreshCommands();
+}
+
 std::shared_ptr<browser::RowSource> frmMain::SelectedRows()
 {
     const auto* folder = templateLibrary.Tree().Selected();
@@ -316,7 +278,7 @@ void frmMain::lvListView_Click()
 
 void frmMain::LoadThePreviewPane()
 {
-    preview.LoadThePreviewPane(previewPaneOn ? list.Selected() : nullptr);
+    preview.LoadThePreviewPane(values.previewPaneOn ? list.Selected() : nullptr);
 }
 
 void frmMain::lvListView_DblClick()
@@ -334,7 +296,7 @@ void frmMain::fileTypeTabStrip_Click()
 
 void frmMain::mnuViewPreviewPane_Click()
 {
-    previewPaneOn = !previewPaneOn;
+    values.previewPaneOn = !values.previewPaneOn;
     LoadThePreviewPane();
     SizeControls();
 }
@@ -396,34 +358,24 @@ bool frmMain::OnListKey(const ui::Key& key)
     if (key == ui::Plain(ui::KeyCode::F2))
         return true;
     if (key == ui::Plain(ui::KeyCode::Delete))
-        return commands.Run("mnuRemoveFromFavorites");
+        return commands.Run("mnuPopRemoveFromFavorites");
     return OnTreeKey(key);
 }
 
 void frmMain::MoveFocus()
 {
-    if (lvListView.HasFocus() && folderListOn) {
+    if (lvListView.HasFocus() && values.folderListOn) {
         tvTreeView.SetFocus();
         return;
     }
     lvListView.SetFocus();
 }
 
-int frmMain::ClampVertical(int position) const
-{
-    return std::max(std::min(position, Placement().width - VertSplitterRightMargin), VertSplitterMargin);
-}
-
-int frmMain::ClampHorizontal(int position) const
-{
-    const int top = tvTreeView.Bounds().top;
-    const int bottom = sbStatusBar.Bounds().top;
-    return std::max(std::min(position, bottom - LeastPreviewHeight), top + HorzSplitterMargin);
-}
-
 void frmMain::OnResize()
 {
-    program.progress.Increment();
+    // Once the browser is there, nothing waits for progress, and a frame that the user drags must not run messages.
+    if (!program.state.BrowserReady)
+        program.progress.Increment();
     if (State() == WindowState::Normal && Placement().width < MinimumWidth) {
         ui::Rect wider = Placement();
         wider.width = MinimumWidth;
@@ -433,42 +385,35 @@ void frmMain::OnResize()
     SizeControls();
 }
 
+Pane frmMain::Panes()
+{
+    const auto folderList = [this] { return values.folderListOn; };
+    const auto previewPane = [this] { return values.previewPaneOn; };
+    // clang-format off
+    return Below(
+        Pane{tbToolBar}.Preferred(),
+        Beside(
+            Below(
+                Pane{tvTreeView}.When(folderList)
+                    .UpTo(imgHorzSplitter, values.horzSplitterTop, HorzSplitterMargin, LeastPreviewHeight),
+                Below(imgPreview, Pane{lblPreview}.Fixed(FactsHeight).After(PaneMargin))
+                    .When(previewPane).Within(PaneMargin))
+                .UpTo(imgVertSplitter, values.vertSplitterLeft, VertSplitterMargin, VertSplitterRightMargin,
+                      [this] { return WindowWidth(); }),
+            Below(Pane{fileTypeTabStrip}.Preferred(), lvListView))
+            .After(PaneMargin),
+        Pane{sbStatusBar}.Preferred());
+    // clang-format on
+}
+
+int frmMain::WindowWidth() const
+{
+    return State() == WindowState::Maximized ? ClientSize().width : Placement().width;
+}
+
 void frmMain::SizeControls()
 {
-    const ui::Size client = ClientSize();
-    const int barHeight = tbToolBar.PreferredSize(client.width).height;
-    const int statusHeight = sbStatusBar.PreferredSize(client.width).height;
-    tbToolBar.SetBounds({0, 0, client.width, barHeight});
-    sbStatusBar.SetBounds({0, client.height - statusHeight, client.width, statusHeight});
-
-    const int top = barHeight + PaneMargin;
-    const int bottom = client.height - statusHeight;
-    const bool leftShown = folderListOn || previewPaneOn;
-    const int leftWidth = leftShown ? std::min(ClampVertical(vertSplitterLeft), client.width - VertSplitterMargin) : 0;
-    int treeBottom = bottom;
-    if (folderListOn && previewPaneOn) {
-        tvTreeView.SetBounds({0, top, leftWidth, bottom - top});
-        treeBottom = ClampHorizontal(horzSplitterTop);
-    }
-    tvTreeView.SetVisible(folderListOn);
-    tvTreeView.SetBounds({0, top, leftWidth, treeBottom - top});
-    imgHorzSplitter.SetVisible(folderListOn && previewPaneOn);
-    imgHorzSplitter.SetBounds({0, treeBottom, leftWidth, SplitterWidth});
-
-    const int previewTop = folderListOn ? treeBottom + SplitterWidth : top;
-    const int factsHeight = std::min(FactsHeight, (bottom - previewTop) / 2);
-    imgPreview.SetVisible(previewPaneOn);
-    lblPreview.SetVisible(previewPaneOn);
-    imgPreview.SetBounds({PaneMargin, previewTop + PaneMargin, leftWidth - 2 * PaneMargin,
-                          bottom - previewTop - factsHeight - 3 * PaneMargin});
-    lblPreview.SetBounds({PaneMargin, bottom - factsHeight - PaneMargin, leftWidth - 2 * PaneMargin, factsHeight});
-
-    imgVertSplitter.SetVisible(leftShown);
-    imgVertSplitter.SetBounds({leftWidth, top, SplitterWidth, bottom - top});
-    const int right = leftShown ? leftWidth + SplitterWidth : 0;
-    const int tabHeight = fileTypeTabStrip.PreferredSize(client.width - right).height;
-    fileTypeTabStrip.SetBounds({right, top, client.width - right, tabHeight});
-    lvListView.SetBounds({right, top + tabHeight, client.width - right, bottom - top - tabHeight});
+    panes.Place(ClientSize());
 }
 
 bool frmMain::OnClosing()
@@ -495,25 +440,16 @@ void frmMain::CloseNow() noexcept
 
 void frmMain::SaveState()
 {
-    Settings& settings = program.settings;
-    bool saved = settings.SaveFlag(Section, "TSMaximized", State() == WindowState::Maximized).has_value();
-    const auto number = [&](std::string_view key, int value) {
-        saved = settings.SaveNumber(Section, key, value).has_value() && saved;
-    };
-    number("HorzSplitterTop", horzSplitterTop);
-    if (State() != WindowState::Maximized) {
-        number("MainLeft", Placement().left);
-        number("MainTop", Placement().top);
-        number("MainWidth", Placement().width);
-        number("MainHeight", Placement().height);
-    }
-    number("VertSplitterLeft", vertSplitterLeft);
-    number("ListViewType", static_cast<int>(list.PlainView()));
-    for (std::size_t i = 0; i < std::size(columns); ++i)
-        number(columns[i].setting, lvListView.Columns()[i].width);
-    saved = settings.SaveFlag(Section, "ThumbnailViewOn", list.ShowsThumbnails()).has_value() && saved;
-    saved = settings.SaveFlag(Section, "FolderListOn", folderListOn).has_value() && saved;
-    saved = settings.SaveFlag(Section, "PreviewPaneOn", previewPaneOn).has_value() && saved;
+    values.isMaximized = State() == WindowState::Maximized;
+    values.left = Placement().left;
+    values.top = Placement().top;
+    values.width = Placement().width;
+    values.height = Placement().height;
+    values.listView = static_cast<int>(list.PlainView());
+    values.thumbnailViewOn = list.ShowsThumbnails();
+    for (std::size_t i = 0; i < std::size(WindowValues::Columns); ++i)
+        values.*WindowValues::Columns[i] = lvListView.Columns()[i].width;
+    const bool saved = SaveWindowValues(values, program.settings);
     templateLibrary.RememberSelection();
     tabs.RememberSelection();
     if (!saved)

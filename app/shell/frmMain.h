@@ -3,6 +3,8 @@
 #include "app/base/Program.h"
 #include "app/shell/CommandTable.h"
 #include "app/shell/HelpDocuments.h"
+#include "app/shell/PaneLayout.h"
+#include "app/shell/WindowValues.h"
 #include "browser/FileTypeTabs.h"
 #include "browser/Launcher.h"
 #include "browser/LibraryRows.h"
@@ -88,6 +90,8 @@ public:
     ui::StatusBar sbStatusBar{*this};
     ui::Menu mnuTreePopup;
     ui::Menu mnuListPopup;
+    ui::Menu mnuListSpacePopup; ///< beside the rows
+    ui::Menu mnuColumnsPopup;   ///< on the headings
 
     const library::Favorites& Favorites() const { return favorites; }
     const browser::RecentFiles& RecentFiles() const { return recentFiles; }
@@ -115,10 +119,8 @@ private:
     profiles::ProfileDialogs profileDialogs;
     CommandTable commands;
 
-    int horzSplitterTop{};
-    int vertSplitterLeft{};
-    bool folderListOn{true};
-    bool previewPaneOn{true};
+    WindowValues values; ///< as they were read; splitters and panes as they are
+    PaneLayout panes;
     int busy{};           ///< routines on the stack that yield
     bool closeWhenIdle{}; ///< the window was closed in the middle of one of them
 
@@ -164,8 +166,9 @@ private:
     void mnuListViewMode_Click(ui::ListView::View view);
     std::shared_ptr<browser::RowSource> SelectedRows();
     void RefreshCommands();
-    int ClampVertical(int position) const;
-    int ClampHorizontal(int position) const;
+    Pane Panes();
+    int WindowWidth() const;
+    void ToggleColumn(std::size_t index);
 };
 
 } // namespace app

@@ -2,6 +2,7 @@
 #include "app/shell/frmMain.h"
 
 #include "app/base/StringId.h"
+#include "library/TemplateFiles.h"
 
 namespace app {
 namespace {
@@ -22,20 +23,6 @@ constexpr ViewCommand viewCommands[] = {
     {"mnuViewList", 116, 144, "view-list", View::List, '3'},
     {"mnuViewDetails", 117, 145, "view-details", View::Details, '4'},
     {"mnuViewThumbnails", 118, 146, "view-thumbnails", View::Thumbnails, '5'},
-};
-
-struct TabCommand {
-    const char* name;
-    int caption;
-    int toolTip;
-    const char* image;
-    const char* tab;
-};
-constexpr TabCommand tabCommands[] = {
-    {"mnuSettingsWord", 122, 149, "word", "Word"},
-    {"mnuSettingsPPT", 123, 151, "ppt", "PPT"},
-    {"mnuSettingsXL", 124, 150, "excel", "Excel"},
-    {"mnuSettingsPhoto", 125, 152, "photo", "Photo"},
 };
 
 /// Commands whose work the program does not do yet.
@@ -79,7 +66,7 @@ void frmMain::AddCommands()
                   .key = ui::Plain(ui::KeyCode::F5), .run = [this] { RefreshLibrary(); },
                   .enabled = [this] { return !templateLibrary.Loading(); }});
     const auto canChangeFolder = [this] {
-        return tvTreeView.Selected() != nullptr && folderListOn && !templateLibrary.Loading();
+        return tvTreeView.Selected() != nullptr && values.folderListOn && !templateLibrary.Loading();
     };
     commands.Add({.name = "mnupopRenamefolder", .caption = 526, .toolTip = 526, .image = "rename",
                   .key = ui::Plain(ui::KeyCode::F2), .run = [this] { folders.StartRename(); },
@@ -107,27 +94,29 @@ void frmMain::AddCommands()
                       .checked = [this, mode = view.view] { return lvListView.GetView() == mode; }});
     commands.Add({.name = "mnuViewFolderList", .caption = 119, .toolTip = 147, .image = "folder-list",
                   .run = [this] {
-                      folderListOn = !folderListOn;
-                      if (!folderListOn && tvTreeView.HasFocus())
+                      values.folderListOn = !values.folderListOn;
+                      if (!values.folderListOn && tvTreeView.HasFocus())
                           lvListView.SetFocus();
                       SizeControls();
                       RefreshCommands();
                   },
-                  .checked = [this] { return folderListOn; }});
+                  .checked = [this] { return values.folderListOn; }});
     commands.Add({.name = "mnuViewPreviewPane", .caption = 120, .toolTip = 148, .image = "preview-pane",
                   .run = [this] {
                       mnuViewPreviewPane_Click();
                       RefreshCommands();
                   },
-                  .checked = [this] { return previewPaneOn; }});
-    for (const TabCommand& tab : tabCommands)
-        commands.Add({.name = tab.name, .caption = tab.caption, .toolTip = tab.toolTip, .image = tab.image,
-                      .run = [this, key = tab.tab] {
-                          if (tabs.Toggle(key))
-                              fileTypeTabStrip_Click();
-                          RefreshCommands();
-                      },
-                      .checked = [this, key = tab.tab] { return tabs.IsShown(key); }});
+                  .checked = [this] { return values.previewPaneOn; }});
+    for (const library::TemplateKind& kind : library::TemplateKinds)
+        if (!kind.tab.empty())
+            commands.Add({.name = std::string{kind.tabCommand}, .caption = kind.tabCommandCaption,
+                          .toolTip = kind.tabToolTip, .image = std::string{kind.image},
+                          .run = [this, key = kind.tab] {
+                              if (tabs.Toggle(key))
+                                  fileTypeTabStrip_Click();
+                              RefreshCommands();
+                          },
+                          .checked = [this, key = kind.tab] { return tabs.IsShown(key); }});
     commands.Add({.name = "mnuHelpContents", .caption = 128, .toolTip = 342, .image = "help",
                   .key = ui::Plain(ui::KeyCode::F1), .run = [this] { help.Open("General HTML"); }});
     commands.Add({.name = "mnuHelpSearch", .caption = 129, .run = [this] { help.Open("Using Find HTML"); }});
@@ -153,6 +142,21 @@ void frmMain::AddCommands()
                       .toolTip = later.toolTip,
                       .image = later.image,
                       .key = later.key});
+    constexpr const char* columnCommands[] = {"mnuColumnFolder", "mnuColumnSize", "mnuColumnModified"};
+    for (std::size_t column = 1; column <= std::size(columnCommands); ++column)
+        commands.Add({.name = columnCommands[column - 1],
+                      .caption = 218 + static_cast<int>(column),
+                      .run = [this, column] { ToggleColumn(column); },
+                      .checked = [this, column] { return lvListView.Columns()[column].width > 0; }});
+    // What the list's pop-up menu has in common with the menu bar, by names of its own.
+    for (const auto& [popup, command] : {std::pair{"mnuPopUpOpenTemplate", "mnuFileOpen"},
+                                         {"mnuPopAddToFavorites", "mnuAddToFavorites"},
+                                         {"mnuPopRemoveFromFavorites", "mnuRemoveFromFavorites"}}) {
+        Command same = *commands.Find(command);
+        same.name = popup;
+        same.key = {};
+        commands.Add(std::move(same));
+    }
     for (const std::string& link : help.WebLinks())
         commands.Add({.name = "mnuWebLink " + link, .text = link, .run = [this, link] { help.OpenLink(link); }});
 }
@@ -198,9 +202,12 @@ void frmMain::BuildMenus()
                       subMenus);
 
     commands.Fill(mnuTreePopup, {"mnuRefreshTV", "-", "mnupopRenamefolder", "mnupopDeletefolder"});
-    commands.Fill(mnuListPopup, {"mnuFileOpen", "mnuFileNew", "mnuFilePreview", "-", "mnuAddToFavorites",
-                                 "mnuRemoveFromFavorites", "-", "mnuFileProperties"});
-    Popups = {&mnuTreePopup, &mnuListPopup};
+    commands.Fill(mnuListPopup, {"mnuPopUpOpenTemplate", "mnuFileNew", "mnuFilePreview", "-", "mnuPopAddToFavorites",
+                                 "mnuPopRemoveFromFavorites", "-", "mnuFileProperties"});
+    commands.Fill(mnuListSpacePopup, {"mnuViewLargeIcons", "mnuViewSmallIcons", "mnuViewList", "mnuViewDetails",
+                                      "mnuViewThumbnails", "-", "mnuRefreshTV"});
+    commands.Fill(mnuColumnsPopup, {"mnuColumnFolder", "mnuColumnSize", "mnuColumnModified"});
+    Popups = {&mnuTreePopup, &mnuListPopup, &mnuListSpacePopup, &mnuColumnsPopup};
 
     commands.FillToolBar(tbToolBar, {"mnuFileNew",
                                      "mnuFileOpen",

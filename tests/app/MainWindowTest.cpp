@@ -108,24 +108,26 @@ TEST_F(MainWindowTest, ACloseWhileADialogIsOpenWaitsForIt)
 TEST_F(MainWindowTest, ClosingSavesThePlaceOfTheNormalStateOnly)
 {
     Start();
-    Main().UserPlaces({200, 300, 10000, 8000}, State::Normal);
+    Main().UserPlaces({200, 300, 10000, 3000}, State::Normal);
     Main().imgVertSplitter.UserDrags(2500);
     Main().Close();
     toolkit.RunPosted();
     EXPECT_EQ(Setting("Browser", "TSMaximized"), "False");
     EXPECT_EQ(Setting("Browser", "MainLeft") + "," + Setting("Browser", "MainTop") + "," +
                   Setting("Browser", "MainWidth") + "," + Setting("Browser", "MainHeight"),
-              "200,300,10000,8000");
+              "200,300,10000,3000");
     EXPECT_EQ(Setting("Browser", "VertSplitterLeft"), "2500");
 
     Start();
+    EXPECT_EQ(Main().Placement(), (ui::Rect{200, 300, 10000, 3000})) << "as low as the user made it";
     Main().UserPlaces({0, 0, 19200, 15000}, State::Maximized);
-    Main().imgVertSplitter.UserDrags(2600);
+    Main().UserResizes({19200, 14500});
+    Main().imgVertSplitter.UserDrags(9000); // more than the normal window has room for
     Main().Close();
     toolkit.RunPosted();
     EXPECT_EQ(Setting("Browser", "TSMaximized"), "True");
     EXPECT_EQ(Setting("Browser", "MainWidth"), "10000");
-    EXPECT_EQ(Setting("Browser", "VertSplitterLeft"), "2600");
+    EXPECT_EQ(Setting("Browser", "VertSplitterLeft"), "9000");
     EXPECT_EQ(Setting("Browser", "HorzSplitterTop"), "5250");
     Start();
     EXPECT_EQ(Main().State(), State::Maximized);
@@ -154,6 +156,9 @@ TEST_F(MainWindowTest, PanesCanBeHiddenAndTheListTakesTheirRoom)
     const int width = Main().ClientSize().width;
     Main().Commands().Run("mnuViewFolderList");
     EXPECT_FALSE(Main().tvTreeView.Visible());
+    EXPECT_TRUE(Main().lvListView.HasFocus());
+    EXPECT_TRUE(Main().UserPresses(ui::Plain(KeyCode::F6)));
+    EXPECT_TRUE(Main().lvListView.HasFocus()) << "there is no tree to go to";
     EXPECT_TRUE(Main().imgVertSplitter.Visible()) << "the preview still stands on the left";
     Main().Commands().Run("mnuViewPreviewPane");
     EXPECT_FALSE(Main().imgVertSplitter.Visible());
@@ -161,6 +166,10 @@ TEST_F(MainWindowTest, PanesCanBeHiddenAndTheListTakesTheirRoom)
     EXPECT_EQ(Main().lvListView.Bounds().width, width);
     Main().Commands().Run("mnuViewFolderList");
     EXPECT_EQ(Main().tvTreeView.Bounds().Bottom(), Main().sbStatusBar.Bounds().top);
+    const int yields = toolkit.Yields();
+    Main().UserPlaces({0, 0, 15000, 9000}, State::Normal);
+    EXPECT_EQ(Main().lvListView.Bounds().Right(), Main().ClientSize().width);
+    EXPECT_EQ(toolkit.Yields(), yields) << "a frame that is dragged runs no messages";
 }
 
 TEST_F(MainWindowTest, ASettingThatCannotBeSavedIsToldOnceAndTheWindowCloses)
@@ -256,6 +265,9 @@ TEST_F(MainWindowTest, HelpDocumentsAndLinksOpenThroughTheLauncher)
     Item("mnuWebLink http://tessaly.example/news").UserClicks();
     EXPECT_EQ(system.shell.Opened(),
               (Texts{"C:\\Desk\\Help\\index.htm", "C:\\Gone\\find.htm", "http://tessaly.example/news"}));
+    PutSetting("Help", "General HTML", "https://tessaly.example/help");
+    Main().UserPresses(ui::Plain(KeyCode::F1));
+    EXPECT_EQ(system.shell.Opened().back(), "https://tessaly.example/help");
     PutSetting("Help", "General HTML", "  ");
     toolkit.ExpectMessage(Text(280), Icon::Information);
     Main().UserPresses(ui::Plain(KeyCode::F1));

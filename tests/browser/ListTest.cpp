@@ -188,6 +188,33 @@ TEST_F(ListTest, AFolderThatCannotBeReadSaysSo)
     EXPECT_EQ(Main().lvListView.EmptyText(), "");
 }
 
+TEST_F(ListTest, TheMenusAreThoseOfTheRowTheSpaceBesideItAndTheHeadings)
+{
+    Show("Business");
+    Texts shown;
+    const auto names = [&](const std::function<void(ui::Point)>& ask) {
+        shown.clear();
+        toolkit.OnPopup([&](ui::Menu& menu) {
+            menu.ForEach([&](ui::Menu& item) {
+                if (item.Visible && !item.Separator)
+                    shown.push_back(item.Name);
+            });
+        });
+        ask({});
+        return shown;
+    };
+    auto& list = Main().lvListView;
+    EXPECT_EQ(names(list.ContextMenu), (Texts{"mnuPopUpOpenTemplate", "mnuFileNew", "mnuFilePreview",
+                                              "mnuPopAddToFavorites", "mnuFileProperties"}));
+    list.UserSelects(-1);
+    EXPECT_EQ(names(list.ContextMenu).back(), "mnuRefreshTV");
+    EXPECT_EQ(names(list.HeaderContextMenu), (Texts{"mnuColumnFolder", "mnuColumnSize", "mnuColumnModified"}));
+    for (const int width : {0, 1500}) {
+        EXPECT_TRUE(Main().Commands().Run("mnuColumnSize"));
+        EXPECT_EQ(list.Columns()[2].width, width);
+    }
+}
+
 // Tabs.
 
 TEST_F(ListTest, TabsCanBeHiddenAndComeBackInTheirPlace)
@@ -201,7 +228,9 @@ TEST_F(ListTest, TabsCanBeHiddenAndComeBackInTheirPlace)
     EXPECT_EQ(toggle("mnuSettingsXL"), (Texts{"Word", "PPT", "Photo", "All"}));
     EXPECT_EQ(Main().fileTypeTabStrip.Selected(), "All");
     EXPECT_EQ(Setting("Browser", "ShowXLTemplates"), "False");
+    Main().lvListView.UserSelects(-1);
     EXPECT_EQ(toggle("mnuSettingsWord"), (Texts{"PPT", "Photo", "All"}));
+    EXPECT_EQ(Main().lvListView.Selected(), -1) << "the list stays as it is";
     EXPECT_EQ(toggle("mnuSettingsXL"), (Texts{"Excel", "PPT", "Photo", "All"}));
     EXPECT_EQ(Main().fileTypeTabStrip.Selected(), "Excel");
     EXPECT_EQ(Main().fileTypeTabStrip.Tabs()[0].caption, "Ex&cel");

@@ -340,6 +340,13 @@ TEST_F(RecentDocumentsTest, TheCopyOfASpreadsheetTemplateIsRecorded)
     EXPECT_EQ(Main().RecentFiles().List(), Texts{InLibrary("Business\\Budget.ccw")});
     Main().lvListView.UserActivates(0);
     EXPECT_EQ(system.registry.ValueNames(Hive::CurrentUser, own)->size(), 1u) << "a template is no document";
+
+    toolkit.OnModal("frmRecentDocuments", [](ui::Form& form) {
+        static_cast<browser::frmRecentDocuments&>(form).lvDocuments.UserActivates(0);
+    });
+    Main().Commands().Run("mnuRecentDocuments");
+    EXPECT_EQ(system.shell.Runs().size(), 3u) << "by its own program, as in the list";
+    EXPECT_EQ(system.shell.Opened(), Texts{});
 }
 
 } // namespace

@@ -22,15 +22,15 @@ protected:
 
 TEST_F(ThumbnailsTest, EveryPictureOfTheFolderIsOneItemInDirectoryOrder)
 {
-    AddTemplates({"Letters\\Previews\\Old.jpg", "Letters\\Previews\\ memo .JPG", "Letters\\Previews\\Thumbs.db",
-                  "Letters\\Previews\\x.jpeg"});
+    AddTemplates({"Letters\\Memo.prt", "Letters\\Previews\\Old.jpg", "Letters\\Previews\\ memo .JPG",
+                  "Letters\\Previews\\Thumbs.db", "Letters\\Previews\\x.jpeg"});
     ShowThumbnails("Letters");
     EXPECT_EQ(ListTexts(Main().lvListView), (Texts{"Old", "Memo"}));
     EXPECT_EQ(At(1).picture, InLibrary("Letters\\Previews\\ memo .JPG"));
     EXPECT_EQ(At(1).fallback, InLibrary("NF.jpg"));
     EXPECT_EQ(Main().lvListView.Selected(), 0);
 
-    // The picture opens its template; one whose template is gone says so.
+    // The picture opens its template, of two with one name the first; one whose template is gone says so.
     Main().lvListView.UserActivates(1);
     ASSERT_EQ(system.shell.Opened().size(), 1u);
     EXPECT_EQ(system.shell.Opened()[0], InLibrary("Letters\\Memo.swt"));

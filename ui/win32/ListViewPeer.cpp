@@ -93,6 +93,7 @@ void ListViewPeer::Sync(Aspect aspect)
     case Aspect::View:
         SyncLargeSide();
         SyncView();
+        SyncColumns(); // widths that came while another view showed
         Arrange();
         SyncSelection();
         break;
@@ -406,11 +407,10 @@ int ListViewPeer::FindRow(const NMLVFINDITEMW& search) const
         return -1;
     const std::wstring wanted = search.lvfi.psz;
     const bool isPartial = (search.lvfi.flags & (LVFI_PARTIAL | SubstringFlag)) != 0;
-    const int first = std::clamp(search.iStart, 0, std::max(rows - 1, 0));
+    // Typing goes on from the last row to the first; a search behind the last row begins there.
+    const int first = search.iStart < rows ? std::max(search.iStart, 0) : 0;
     for (int i = 0; i < rows; ++i) {
         const int row = (first + i) % rows;
-        if (row < first && (search.lvfi.flags & LVFI_WRAP) == 0)
-            break;
         const std::wstring text = ToNative(list.Model()->Text(row, 0));
         if (StartsWith(text, wanted) && (isPartial || text.size() == wanted.size()))
             return row;
@@ -494,7 +494,13 @@ std::optional<LRESULT> ListViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
             list.ContextMenu(InForm({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}));
         return 0;
     case WM_CONTEXTMENU:
-        OpenMenuAtSelection();
+        if (reinterpret_cast<HWND>(wParam) == Handle()) {
+            OpenMenuAtSelection();
+        } else if (list.HeaderContextMenu) { // the header passes its own on
+            POINT at{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+            ScreenToClient(Handle(), &at);
+            list.HeaderContextMenu(InForm(at));
+        }
         return 0;
     case WM_PAINT: {
         const LRESULT result = Default(message, wParam, lParam);

@@ -1,0 +1,75 @@
+#include "app/shell/WindowValues.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <variant>
+
+namespace app {
+namespace {
+
+constexpr std::string_view Section = "Browser";
+constexpr int Limit = 200'000; ///< a stored number beyond this is damage
+
+/// One remembered value. A number outside its bounds comes back as the nearer of them.
+struct Row {
+    std::string_view key;
+    std::variant<int WindowValues::*, bool WindowValues::*> member;
+    int otherwise;
+    int low{0}, high{1};
+    bool isOfNormalState{};
+};
+
+// Saved in this order.
+// clang-format off
+const Row rows[] = {
+    {"TSMaximized", &WindowValues::isMaximized, false},
+    {"HorzSplitterTop", &WindowValues::horzSplitterTop, 5250, 0, Limit},
+    {"MainLeft", &WindowValues::left, 1000, -Limit, Limit, true},
+    {"MainTop", &WindowValues::top, 1000, -Limit, Limit, true},
+    {"MainWidth", &WindowValues::width, 8750, 1, Limit, true},
+    {"MainHeight", &WindowValues::height, 7200, 1000, Limit, true}, // less is hardly a title bar
+    {"VertSplitterLeft", &WindowValues::vertSplitterLeft, 1965, 0, Limit},
+    {"ListViewType", &WindowValues::listView, 0, 0, 3},
+    {"ListViewFileColumnSize", &WindowValues::nameColumn, 3300, 300, 30'000},
+    {"ListViewFolderColumnSize", &WindowValues::folderColumn, 1950, 0, 30'000}, // these three can be hidden
+    {"ListViewFileSizeColumnSize", &WindowValues::sizeColumn, 900, 0, 30'000},
+    {"ListViewFileModifiedColumnSize", &WindowValues::modifiedColumn, 2100, 0, 30'000},
+    {"ThumbnailViewOn", &WindowValues::thumbnailViewOn, false},
+    {"FolderListOn", &WindowValues::folderListOn, true},
+    {"PreviewPaneOn", &WindowValues::previewPaneOn, true},
+};
+// clang-format on
+
+} // namespace
+
+WindowValues ReadWindowValues(const Settings& settings)
+{
+    WindowValues values;
+    for (const Row& row : rows) {
+        if (const auto* flag = std::get_if<bool WindowValues::*>(&row.member)) {
+            values.*(*flag) = settings.Flag(Section, row.key, row.otherwise != 0);
+            continue;
+        }
+        const int stored = settings.Number(Section, row.key, row.otherwise, -Limit - 1, Limit + 1);
+        values.*std::get<int WindowValues::*>(row.member) =
+            std::abs(stored) > Limit ? row.otherwise : std::clamp(stored, row.low, row.high);
+    }
+    return values;
+}
+
+bool SaveWindowValues(const WindowValues& values, Settings& settings)
+{
+    bool saved = true;
+    for (const Row& row : rows) {
+        if (row.isOfNormalState && values.isMaximized)
+            continue;
+        const auto* flag = std::get_if<bool WindowValues::*>(&row.member);
+        const auto done =
+            flag != nullptr ? settings.SaveFlag(Section, row.key, values.*(*flag))
+                            : settings.SaveNumber(Section, row.key, values.*std::get<int WindowValues::*>(row.member));
+        saved = done.has_value() && saved;
+    }
+    return saved;
+}
+
+} // namespace app
