@@ -75,9 +75,10 @@ void CheckWritten(ExportedKeys keys, platform::Locale& locale)
 {
     std::erase_if(keys, [](const ExportedKey& key) { return key.name.find('\\') != std::string::npos; });
     CheckWithALaxReader(profiles::WriteRegistryText(keys, locale));
-    std::erase_if(keys, [&](const ExportedKey& key) { return !CanBeWritten(key.name, locale); });
+    std::erase_if(keys, [&](const ExportedKey& key) { return !profiles::CanBeWritten(key.name, locale); });
     for (ExportedKey& key : keys)
-        std::erase_if(key.values, [&](const auto& value) { return !CanBeWritten(value.first, value.second, locale); });
+        std::erase_if(key.values,
+                      [&](const auto& value) { return !profiles::CanBeWritten(value.first, value.second, locale); });
     const std::string file = profiles::WriteRegistryText(keys, locale);
     const auto again = profiles::ReadRegistryText(file, locale);
     Check(again.keys == keys && again.leftOut.IsEmpty(), "not read as it was written:\n" + file);
@@ -98,7 +99,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     for (const ExportedKey& key : read.keys)
         Check(key.name.find('\\') == std::string::npos, "deeper than a profile: " + key.name);
     CheckWritten(read.keys, locale);
-    if (IsPlainRegistryText(file, read.keys, locale))
+    if (profiles::IsPlainRegistryText(file, read.keys, locale))
         CheckWithALaxReader(file);
     const std::string again = profiles::WriteRegistryText(read.keys, locale);
     Check(again.contains("; UTF-8\r\n") || profiles::ReadRegistryText(again, locale).keys == read.keys,
