@@ -120,7 +120,9 @@ TEST_F(TreeViewWindowTest, LongNamesAndManyNodesStayInReach)
     begins.hdr = {list, static_cast<UINT_PTR>(GetDlgCtrlID(list)), static_cast<UINT>(LVN_BEGINDRAG)};
     SendMessageW(GetParent(list), WM_NOTIFY, begins.hdr.idFrom, reinterpret_cast<LPARAM>(&begins));
     POINT edge{40, 3};
-    MapWindowPoints(tree, list, &edge, 1);
+    ClientToScreen(tree, &edge);
+    SetCursorPos(edge.x, edge.y); // the system tells where its pointer is by itself, too
+    ScreenToClient(list, &edge);
     SendMessageW(list, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(edge.x, edge.y));
     const LRESULT before = top();
     EXPECT_TRUE(PumpUntil([&] { return top() != before; }));
