@@ -6,6 +6,7 @@
 #include "platform/win32/System.h"
 #include "ui/win32/Win32Toolkit.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -35,8 +36,8 @@ public:
     void Quit() override { toolkit.Quit(); }
 
 private:
-    platform::win32::System system;
     ui::win32::Win32Toolkit toolkit;
+    platform::win32::System system{[this](std::function<void()> task) { toolkit.Post(std::move(task)); }};
     app::Browser browser{system.AsPlatform(), toolkit, toolkit.Pictures()};
 };
 

@@ -135,7 +135,7 @@ public:
 int Run(const std::string& library)
 {
     ui::win32::Win32Toolkit toolkit;
-    platform::win32::System system;
+    platform::win32::System system{[&](std::function<void()> task) { toolkit.Post(std::move(task)); }};
     app::Program program{system.AsPlatform(), toolkit, toolkit.Pictures()};
     program.state.SettingsAppName = "Tessaly bench"; // nobody's settings
     program.state.TemplatesPath = library + "\\\\";

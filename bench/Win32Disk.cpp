@@ -70,7 +70,7 @@ public:
     }
 
 private:
-    platform::win32::System system;
+    platform::win32::System system{[](const auto&) {}}; // nothing is done off the thread here
     std::wstring root;
 
     static std::size_t EnumerateNative(const std::wstring& folder)

@@ -4,11 +4,13 @@
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
 #include "platform/IniFile.h"
+#include "platform/Jobs.h"
 #include "platform/Locale.h"
 #include "platform/Process.h"
 #include "platform/Registry.h"
 #include "platform/ResourceLibrary.h"
 #include "platform/Shell.h"
+#include "platform/Timers.h"
 
 namespace platform {
 
@@ -23,6 +25,8 @@ struct Platform {
     ResourceLibrary& resources;
     Automation& automation;
     Process& process;
+    Jobs& jobs;
+    Timers& timers;
 };
 
 } // namespace platform

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/Error.h"
+#include "platform/Ticket.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -35,6 +37,10 @@ public:
     /// is handled.
     virtual Result<std::uint32_t> RunAndWait(std::string_view application, std::string_view commandLine,
                                              WindowStyle style, std::uint32_t milliseconds) = 0;
+    /// The same without waiting: `ended` gets the exit code on the window's thread, between two messages, unless the
+    /// ticket is gone by then. The program runs on without it.
+    virtual Result<Ticket> RunAndWatch(std::string_view application, std::string_view commandLine, WindowStyle style,
+                                       std::function<void(std::uint32_t exitCode)> ended) = 0;
 
     /// A folder's path without a trailing separator.
     virtual Result<std::string> FolderPath(KnownFolder folder) = 0;

@@ -47,7 +47,8 @@ public:
 
     /// Handles the messages that are waiting and returns.
     virtual void DoEvents() = 0;
-    /// Runs `task` from the message loop, outside every handler that is active now.
+    /// Runs `task` from the message loop, outside every handler that is active now; what another thread posts comes
+    /// between two messages. Safe from any thread.
     virtual void Post(std::function<void()> task) = 0;
 
     /// The usable areas of the monitors in twips, the primary one first.

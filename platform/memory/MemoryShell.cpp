@@ -54,6 +54,31 @@ Result<std::uint32_t> MemoryShell::RunAndWait(std::string_view application, std:
     return exitCode;
 }
 
+Result<Ticket> MemoryShell::RunAndWatch(std::string_view application, std::string_view commandLine, WindowStyle style,
+                                        std::function<void(std::uint32_t exitCode)> ended)
+{
+    if (const auto fault = faults.Enter("Shell.RunAndWatch", commandLine))
+        return std::unexpected{*fault};
+    if (const auto started = Start(application, commandLine, style); !started)
+        return std::unexpected{started.error()};
+    auto watch = std::make_shared<Watch>(std::move(ended));
+    watches.push_back(watch);
+    return Ticket{std::move(watch)};
+}
+
+std::size_t MemoryShell::Watched() const
+{
+    return static_cast<std::size_t>(std::ranges::count_if(watches, [](const auto& watch) { return !watch.expired(); }));
+}
+
+void MemoryShell::EndWatched(std::uint32_t code)
+{
+    std::erase_if(watches, [](const auto& watch) { return watch.expired(); });
+    const auto watch = watches.at(0).lock();
+    watches.erase(watches.begin());
+    (*watch)(code);
+}
+
 Result<> MemoryShell::Start(std::string_view application, std::string_view commandLine, WindowStyle style)
 {
     runs.push_back({std::string{application}, std::string{commandLine}, style});

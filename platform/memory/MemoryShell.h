@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <vector>
@@ -29,6 +30,8 @@ public:
     Result<> Run(std::string_view application, std::string_view commandLine, WindowStyle style) override;
     Result<std::uint32_t> RunAndWait(std::string_view application, std::string_view commandLine, WindowStyle style,
                                      std::uint32_t milliseconds) override;
+    Result<Ticket> RunAndWatch(std::string_view application, std::string_view commandLine, WindowStyle style,
+                               std::function<void(std::uint32_t exitCode)> ended) override;
     Result<std::string> FolderPath(KnownFolder folder) override;
 
     /// Every target and program asked for, refused ones too, in order.
@@ -46,9 +49,15 @@ public:
     void OnRun(std::function<Result<>(const Started&)> program) { standIn = std::move(program); }
     /// The exit code of programs that are waited for.
     void SetExitCode(std::uint32_t code) { exitCode = code; }
+    /// Programs that run and are watched.
+    std::size_t Watched() const;
+    /// The one of them that was started first ends.
+    void EndWatched(std::uint32_t code);
     void SetFolderPath(KnownFolder folder, Result<std::string> path);
 
 private:
+    using Watch = std::function<void(std::uint32_t)>;
+
     Result<> Start(std::string_view application, std::string_view commandLine, WindowStyle style);
 
     FaultPlan& faults;
@@ -60,6 +69,7 @@ private:
     std::optional<int> answerToAll;
     std::function<Result<>(const Started&)> standIn;
     std::uint32_t exitCode{};
+    std::vector<std::weak_ptr<Watch>> watches;
     std::map<KnownFolder, Result<std::string>> folders{
         {KnownFolder::Personal, "C:\\Users\\User\\Documents"},
         {KnownFolder::ProgramFolder, "C:\\Program Files\\Template Browser"},

@@ -6,11 +6,13 @@
 #include "platform/memory/MemoryClock.h"
 #include "platform/memory/MemoryFileSystem.h"
 #include "platform/memory/MemoryIniFile.h"
+#include "platform/memory/MemoryJobs.h"
 #include "platform/memory/MemoryLocale.h"
 #include "platform/memory/MemoryProcess.h"
 #include "platform/memory/MemoryRegistry.h"
 #include "platform/memory/MemoryResourceLibrary.h"
 #include "platform/memory/MemoryShell.h"
+#include "platform/memory/MemoryTimers.h"
 
 namespace platform::memory {
 
@@ -31,8 +33,13 @@ public:
     MemoryResourceLibrary resources{faults};
     MemoryAutomation automation{faults};
     MemoryProcess process{faults};
+    MemoryJobs jobs{faults};
+    MemoryTimers timers{faults};
 
-    Platform AsPlatform() { return {registry, files, shell, clock, locale, ini, resources, automation, process}; }
+    Platform AsPlatform()
+    {
+        return {registry, files, shell, clock, locale, ini, resources, automation, process, jobs, timers};
+    }
 
     /// What a process leaves behind when it ends, by itself or by a planned death: disk and registry stay, its mark is
     /// given back, nothing goes wrong any more. A new core can be built on it.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Platform.h"
+#include "platform/ThreadJobs.h"
 #include "platform/win32/Win32Automation.h"
 #include "platform/win32/Win32Clock.h"
 #include "platform/win32/Win32FileSystem.h"
@@ -10,13 +11,18 @@
 #include "platform/win32/Win32Registry.h"
 #include "platform/win32/Win32ResourceLibrary.h"
 #include "platform/win32/Win32Shell.h"
+#include "platform/win32/Win32Timers.h"
+
+#include <memory>
+#include <utility>
 
 namespace platform::win32 {
 
 /// The real system. One a process; the thread that uses it initialises COM before and ends it after.
 class System {
 public:
-    System()
+    /// `post` brings what happens elsewhere to that thread; it must work for as long as this lives.
+    explicit System(Post post) : shell{post}, jobs{post, EnterApartment}, timers{std::move(post)}
     {
         // A drive without a disk is an error to report, not a box of the system's.
         SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
@@ -24,9 +30,20 @@ public:
     System(const System&) = delete;
     System& operator=(const System&) = delete;
 
-    Platform AsPlatform() { return {registry, files, shell, clock, locale, ini, resources, automation, process}; }
+    Platform AsPlatform()
+    {
+        return {registry, files, shell, clock, locale, ini, resources, automation, process, jobs, timers};
+    }
 
 private:
+    /// COM for the threads that do jobs (pictures are decoded by it).
+    static std::shared_ptr<void> EnterApartment()
+    {
+        if (FAILED(CoInitializeEx(nullptr, COINIT_MULTITHREADED)))
+            return nullptr;
+        return {nullptr, [](std::nullptr_t) { CoUninitialize(); }};
+    }
+
     Win32Registry registry;
     Win32FileSystem files;
     Win32Shell shell;
@@ -36,6 +53,8 @@ private:
     Win32ResourceLibrary resources;
     Win32Automation automation;
     Win32Process process;
+    ThreadJobs jobs;
+    Win32Timers timers;
 };
 
 } // namespace platform::win32

@@ -3,6 +3,7 @@
 #include "platform/Path.h"
 #include "platform/win32/Handle.h"
 #include "platform/win32/Native.h"
+#include "platform/win32/ProcessWatch.h"
 
 namespace platform::win32 {
 
@@ -148,6 +149,15 @@ Result<std::uint32_t> Win32Shell::RunAndWait(std::string_view application, std::
     if (!GetExitCodeProcess(handle, &code))
         return LastError();
     return code;
+}
+
+Result<Ticket> Win32Shell::RunAndWatch(std::string_view application, std::string_view commandLine, WindowStyle style,
+                                       std::function<void(std::uint32_t exitCode)> ended)
+{
+    auto process = StartProgram(application, commandLine, style);
+    if (!process)
+        return std::unexpected{process.error()};
+    return WatchProcess(std::move(*process), post, std::move(ended));
 }
 
 Result<std::string> Win32Shell::FolderPath(KnownFolder folder)

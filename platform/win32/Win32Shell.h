@@ -1,17 +1,27 @@
 #pragma once
 
+#include "platform/Jobs.h"
 #include "platform/Shell.h"
+
+#include <utility>
 
 namespace platform::win32 {
 
 /// The thread that calls Open has COM initialised.
 class Win32Shell final : public Shell {
 public:
+    explicit Win32Shell(Post postTask) : post{std::move(postTask)} {}
+
     int Open(std::string_view target) override;
     Result<> Run(std::string_view application, std::string_view commandLine, WindowStyle style) override;
     Result<std::uint32_t> RunAndWait(std::string_view application, std::string_view commandLine, WindowStyle style,
                                      std::uint32_t milliseconds) override;
+    Result<Ticket> RunAndWatch(std::string_view application, std::string_view commandLine, WindowStyle style,
+                               std::function<void(std::uint32_t exitCode)> ended) override;
     Result<std::string> FolderPath(KnownFolder folder) override;
+
+private:
+    Post post;
 };
 
 } // namespace platform::win32

@@ -12,6 +12,7 @@ public:
         system.shell.RemoveAssociation(".unknownending");
         system.resources.Add(ResourceLibraryPath(), {{101, "One"}, {102, "Größe €"}, {103, std::string(600, 'x')}});
         system.automation.Register(GoodClass());
+        system.files.AddFile(CommandInterpreter);
     }
 
     platform::Platform Get() override { return system.AsPlatform(); }
@@ -24,6 +25,20 @@ public:
     }
     std::string ResourceLibraryPath() const override { return "C:\\Temp\\strings.dll"; }
     std::string GoodClass() override { return "Scripting.FileSystemObject"; }
+    bool WaitUntil(const std::function<bool()>& condition) override
+    {
+        while (!condition()) {
+            if (system.jobs.Count() > 0)
+                system.jobs.Finish();
+            else if (system.shell.Watched() > 0)
+                system.shell.EndWatched(ExitCode);
+            else if (!system.timers.Running().empty())
+                system.timers.Elapse();
+            else
+                return false;
+        }
+        return true;
+    }
     bool CanChangeLetterCase() const override { return true; }
 
 private:

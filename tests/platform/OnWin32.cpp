@@ -4,6 +4,8 @@
 #include "platform/win32/Native.h"
 #include "platform/win32/System.h"
 
+#include <deque>
+#include <mutex>
 #include <stdexcept>
 
 namespace {
@@ -55,17 +57,50 @@ public:
     }
     std::string ResourceLibraryPath() const override
     {
-        win32::Win32Shell shell;
-        return path::Join(shell.FolderPath(KnownFolder::ProgramFolder).value(), "platform_test_strings.dll");
+        return path::Join(win32::Win32Shell{{}}.FolderPath(KnownFolder::ProgramFolder).value(),
+                          "platform_test_strings.dll");
     }
     std::string GoodClass() override { return "Scripting.FileSystemObject"; }
+    bool WaitUntil(const std::function<bool()>& condition) override
+    {
+        const ULONGLONG start = GetTickCount64();
+        while (!condition()) {
+            if (const auto task = Taken()) {
+                task();
+                continue;
+            }
+            if (GetTickCount64() - start > 60'000)
+                return false;
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, 100, QS_ALLINPUT);
+            MSG message;
+            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+                DispatchMessageW(&message);
+        }
+        return true;
+    }
     bool CanChangeLetterCase() const override
     {
         return !GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version");
     }
 
 private:
-    win32::System system;
+    std::function<void()> Taken()
+    {
+        const std::lock_guard lock{mutex};
+        if (tasks.empty())
+            return {};
+        auto task = std::move(tasks.front());
+        tasks.pop_front();
+        return task;
+    }
+
+    std::mutex mutex;
+    std::deque<std::function<void()>> tasks;
+    win32::System system{[this, thread = GetCurrentThreadId()](std::function<void()> task) {
+        const std::lock_guard lock{mutex};
+        tasks.push_back(std::move(task));
+        PostThreadMessageW(thread, WM_NULL, 0, 0);
+    }};
     std::string folder;
 };
 

@@ -2,9 +2,14 @@
 
 #include "platform/Platform.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+
+/// Where both systems have it; "/c exit 7" ends it with this code.
+inline constexpr std::string_view CommandInterpreter = "C:\\Windows\\System32\\cmd.exe";
+inline constexpr unsigned ExitCode = 7;
 
 /// The system that the contract tests run against, with the means to set its scene. Each executable links one.
 class PlatformUnderTest {
@@ -20,6 +25,9 @@ public:
     virtual std::string ResourceLibraryPath() const = 0;
     /// The name of an automation class that can be created.
     virtual std::string GoodClass() = 0;
+    /// Lets jobs, timers and watched programs go on and their news arrive, until `condition` holds. False when nothing
+    /// more can come (or, on the real system, nothing came for a minute).
+    virtual bool WaitUntil(const std::function<bool()>& condition) = 0;
     /// Wine answers that a rename which changes the letter case alone has worked, and leaves the name.
     virtual bool CanChangeLetterCase() const = 0;
 

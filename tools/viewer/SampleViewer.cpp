@@ -68,8 +68,8 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
     if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
         return 1;
     {
-        platform::win32::System system;
         ui::win32::Win32Toolkit toolkit;
+        platform::win32::System system{[&](std::function<void()> task) { toolkit.Post(std::move(task)); }};
         frmViewer form{toolkit, system.AsPlatform().files, DocumentOf(GetCommandLineW())};
         form.Closed = [&] { toolkit.Quit(); };
         form.Show();

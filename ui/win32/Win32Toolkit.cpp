@@ -9,10 +9,13 @@
 #include "ui/win32/NativeText.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace ui::win32 {
 namespace {
+
+constexpr int AnyLevel = std::numeric_limits<int>::max();
 
 struct Areas {
     std::vector<Rect> found;
@@ -53,6 +56,8 @@ UINT StyleOf(const MessageBox& message)
 
 Win32Toolkit::Win32Toolkit(HINSTANCE resources) : images{resources}
 {
+    MSG message;
+    PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE); // from now on the thread has a queue that Post can wake
     ownsCom = SUCCEEDED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE));
     INITCOMMONCONTROLSEX controls{};
     controls.dwSize = sizeof(controls);
@@ -210,16 +215,27 @@ void Win32Toolkit::Dispatch(MSG& message)
 
 void Win32Toolkit::Post(std::function<void()> task)
 {
-    tasks.push_back({level, std::move(task)});
+    {
+        const std::lock_guard lock{taskMutex};
+        // Another thread knows of no handler: any loop may run what it brings.
+        tasks.push_back({GetCurrentThreadId() == thread ? level : AnyLevel, std::move(task)});
+    }
+    // The loop may be waiting, or be handling a message inside its wait. Lost when the queue is full: then it does not
+    // wait.
+    PostThreadMessageW(thread, WM_NULL, 0, 0);
 }
 
 bool Win32Toolkit::RunTask()
 {
-    const auto next = std::ranges::find_if(tasks, [&](const Task& task) { return task.level >= level; });
-    if (next == tasks.end())
-        return false;
-    const auto run = std::move(next->run);
-    tasks.erase(next);
+    std::function<void()> run;
+    {
+        const std::lock_guard lock{taskMutex};
+        const auto next = std::ranges::find_if(tasks, [&](const Task& task) { return task.level >= level; });
+        if (next == tasks.end())
+            return false;
+        run = std::move(next->run);
+        tasks.erase(next);
+    }
     Guarded([&] { run(); });
     return true;
 }

@@ -7,13 +7,14 @@
 
 #include <deque>
 #include <memory>
+#include <mutex>
 #include <vector>
 
 namespace ui::win32 {
 
 class FormWindow;
 
-/// The real windows of the thread that makes it. Everything is called on that thread.
+/// The real windows of the thread that makes it. Everything but Post is called on that thread.
 class Win32Toolkit final : public Toolkit {
 public:
     /// `resources` holds the program's pictures.
@@ -86,6 +87,8 @@ private:
     std::vector<FormWindow*> windows;
     std::vector<Modal*> modals;
     std::vector<HWND> graves;
+    DWORD thread{GetCurrentThreadId()};
+    std::mutex taskMutex;
     std::deque<Task> tasks;
     int level{};
     int nativeModals{};

@@ -38,9 +38,9 @@ protected:
     const fs::path realEditor{L"C:\\windows\\TSTransferTest\\regedit.exe"};
     const fs::path folder = fs::temp_directory_path() / L"TSTransferTest ü";
     const fs::path log = fs::temp_directory_path() / L"TSTransferTest.log";
-    platform::win32::System system;
-    platform::Registry& registry = system.AsPlatform().registry;
     ui::HeadlessToolkit toolkit;
+    platform::win32::System system{[this](std::function<void()> task) { toolkit.Post(std::move(task)); }};
+    platform::Registry& registry = system.AsPlatform().registry;
     pictures::memory::MemoryPictures decoder;
     app::Program program{system.AsPlatform(), toolkit, decoder};
     profiles::ProfileManager manager{registry, program.registry, program.settings, program.messages, program.strings};

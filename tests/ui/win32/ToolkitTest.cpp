@@ -2,7 +2,10 @@
 
 #include "ui/win32/NativeText.h"
 
+#include <chrono>
+#include <future>
 #include <stdexcept>
+#include <thread>
 
 using testing::ElementsAre;
 
@@ -166,6 +169,37 @@ TEST_F(ToolkitTest, PostedTasksRunInOrderAndNeverInsideTheHandlerThatPostedThem)
     PostMessageW(HandleOf(dialog.btnRetry), BM_CLICK, 0, 0);
     toolkit.Run();
     EXPECT_THAT(log, ElementsAre("handler", "first", "second"));
+}
+
+TEST_F(ToolkitTest, WhatIsPostedWakesTheLoopThatWaitsFromEveryThread)
+{
+    DemoDialog dialog{toolkit};
+    dialog.Realize();
+    std::vector<std::string> log;
+    // A message that is sent, not posted, is handled inside the loop's wait, which goes on afterwards.
+    dialog.btnRetry.Click = [&] { toolkit.Post([&] { log.emplace_back("posted by a handler"); }); };
+    dialog.btnNew.Click = [&] {
+        std::thread{[&] {
+            toolkit.Post([&] {
+                log.emplace_back("posted by a thread");
+                dialog.Close();
+            });
+        }}.join();
+    };
+    std::promise<void> ended;
+    bool slept = false;
+    std::thread sender{[&, window = HandleOf(dialog), handles = {HandleOf(dialog.btnRetry), HandleOf(dialog.btnNew)}] {
+        for (const HWND button : handles)
+            SendMessageW(button, BM_CLICK, 0, 0);
+        slept = ended.get_future().wait_for(std::chrono::seconds{10}) == std::future_status::timeout;
+        if (slept) // nothing but a message ends its sleep
+            PostMessageW(window, WM_CLOSE, 0, 0);
+    }};
+    dialog.ShowModal();
+    ended.set_value();
+    sender.join();
+    EXPECT_FALSE(slept);
+    EXPECT_THAT(log, ElementsAre("posted by a handler", "posted by a thread"));
 }
 
 TEST_F(ToolkitTest, YieldingStandsBeingEnteredAgainAndKeepsTheEndOfTheProgram)

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/Error.h"
+#include "platform/Ticket.h"
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+namespace platform {
+
+/// Hands a task to the window's thread, which runs it between two messages. Safe from any thread.
+using Post = std::function<void(std::function<void()> task)>;
+
+/// Set when nobody waits for a job any more: work in several steps looks at it between them.
+using Cancelled = std::atomic<bool>;
+
+/// Work that may take long, done off the window's thread.
+class Jobs {
+public:
+    virtual ~Jobs() = default;
+
+    /// Runs `work(cancelled)` on another thread, and then `done` with what it returned on the window's thread. `work`
+    /// returns a Result and owns all that it works on. `done` stays on the window's thread, and is not called when the
+    /// ticket is gone. Work that throws gives error::GeneralFailure.
+    template <class Work, class Done>
+    Ticket Start(Work work, Done done)
+    {
+        using Outcome = std::invoke_result_t<Work&, const Cancelled&>;
+        const auto outcome = std::make_shared<Outcome>(std::unexpected{error::GeneralFailure});
+        return Queue(
+            [outcome, work = std::move(work)](const Cancelled& cancelled) mutable { *outcome = work(cancelled); },
+            [outcome, done = std::move(done)](Result<> ran) mutable {
+                done(ran ? std::move(*outcome) : Outcome{std::unexpected{ran.error()}});
+            });
+    }
+
+protected:
+    using Work = std::function<void(const Cancelled& cancelled)>;
+    /// Its argument tells whether the work could be begun.
+    using Done = std::function<void(Result<> ran)>;
+
+    virtual Ticket Queue(Work work, Done done) = 0;
+};
+
+} // namespace platform

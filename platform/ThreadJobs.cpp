@@ -1,0 +1,123 @@
+#include "platform/ThreadJobs.h"
+
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+namespace platform {
+
+namespace {
+
+/// The window's side of a job. Only tickets own one, so that what `done` holds is never let go by another thread.
+struct Waiter {
+    std::function<void(Result<>)> done;
+    std::shared_ptr<Cancelled> cancelled = std::make_shared<Cancelled>(false);
+
+    Waiter() = default;
+    Waiter(const Waiter&) = delete;
+    Waiter& operator=(const Waiter&) = delete;
+    ~Waiter() { *cancelled = true; }
+};
+
+void Tell(const std::weak_ptr<Waiter>& waiter, const Result<>& ran)
+{
+    if (const auto waiting = waiter.lock()) {
+        const auto done = std::exchange(waiting->done, nullptr); // it may let go of its own ticket
+        done(ran);
+    }
+}
+
+} // namespace
+
+struct ThreadJobs::Entry {
+    Work work;
+    std::shared_ptr<Cancelled> cancelled;
+    std::weak_ptr<Waiter> waiter;
+};
+
+/// What the threads share with the window's: it outlives the last of both.
+struct ThreadJobs::Shared {
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::deque<Entry> waiting;
+    std::vector<std::shared_ptr<Cancelled>> beingDone;
+    std::size_t threads{};
+    Post post; ///< empty once nobody listens any more
+
+    static void Serve(const std::shared_ptr<Shared>& shared)
+    {
+        std::unique_lock lock{shared->mutex};
+        for (;;) {
+            shared->changed.wait(lock, [&] { return !shared->waiting.empty() || !shared->post; });
+            if (!shared->post)
+                return;
+            Entry entry = std::move(shared->waiting.front());
+            shared->waiting.pop_front();
+            shared->beingDone.push_back(entry.cancelled);
+            lock.unlock();
+            Do(entry);
+            lock.lock();
+            std::erase(shared->beingDone, entry.cancelled);
+            if (shared->post && !*entry.cancelled)
+                shared->post([waiter = entry.waiter] { Tell(waiter, {}); });
+            shared->changed.notify_all();
+        }
+    }
+
+    static void Do(Entry& entry)
+    {
+        try {
+            if (!*entry.cancelled)
+                entry.work(*entry.cancelled);
+        } catch (...) { // the outcome stays what it was before: a failure
+        }
+        entry.work = nullptr;
+    }
+};
+
+ThreadJobs::ThreadJobs(Post post, std::function<std::shared_ptr<void>()> enter, std::chrono::milliseconds patience)
+    : enterThread{std::move(enter)}, patience{patience}, shared{std::make_shared<Shared>()}
+{
+    shared->post = std::move(post);
+}
+
+ThreadJobs::~ThreadJobs()
+{
+    std::deque<Entry> dropped;
+    std::unique_lock lock{shared->mutex};
+    shared->post = nullptr;
+    dropped.swap(shared->waiting);
+    for (const auto& cancelled : shared->beingDone)
+        *cancelled = true;
+    shared->changed.notify_all();
+    shared->changed.wait_for(lock, patience, [this] { return shared->beingDone.empty(); });
+}
+
+Ticket ThreadJobs::Queue(Work work, Done done)
+{
+    const auto waiter = std::make_shared<Waiter>();
+    waiter->done = std::move(done);
+    const std::lock_guard lock{shared->mutex};
+    if (shared->waiting.size() + shared->beingDone.size() >= shared->threads && shared->threads < Most) {
+        try {
+            std::thread{[held = shared, enter = enterThread] {
+                const auto entered = enter ? enter() : nullptr;
+                Shared::Serve(held);
+            }}.detach();
+            ++shared->threads;
+        } catch (const std::system_error&) {
+            if (shared->threads == 0) { // else one that is there will come to it
+                shared->post([waiting = std::weak_ptr{waiter}] { Tell(waiting, std::unexpected{error::OutOfMemory}); });
+                return Ticket{waiter};
+            }
+        }
+    }
+    shared->waiting.push_back({std::move(work), waiter->cancelled, waiter});
+    shared->changed.notify_one();
+    return Ticket{waiter};
+}
+
+} // namespace platform

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/Jobs.h"
+
+#include <chrono>
+#include <cstddef>
+
+namespace platform {
+
+/// Jobs on threads of this process: a few, begun when they are needed, that live as long as it does.
+class ThreadJobs final : public Jobs {
+public:
+    /// Threads at most: one folder on a server that does not answer must not hold up everything else.
+    static constexpr std::size_t Most = 4;
+
+    /// `enter` is called by each new thread and gives what the thread holds until its end; it may be empty.
+    explicit ThreadJobs(Post post, std::function<std::shared_ptr<void>()> enter = {},
+                        std::chrono::milliseconds patience = std::chrono::seconds{2});
+    ThreadJobs(const ThreadJobs&) = delete;
+    ThreadJobs& operator=(const ThreadJobs&) = delete;
+    /// Drops what waits, and gives the work that is being done `patience` to end. What is stuck for longer goes on by
+    /// itself and is heard of no more.
+    ~ThreadJobs() override;
+
+private:
+    struct Entry;
+    struct Shared;
+
+    Ticket Queue(Work work, Done done) override;
+
+    std::function<std::shared_ptr<void>()> enterThread;
+    std::chrono::milliseconds patience;
+    std::shared_ptr<Shared> shared;
+};
+
+} // namespace platform

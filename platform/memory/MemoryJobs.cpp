@@ -1,0 +1,66 @@
+#include "platform/memory/MemoryJobs.h"
+
+#include <exception>
+
+namespace platform::memory {
+
+struct MemoryJobs::Waiter {
+    Done done;
+    std::shared_ptr<Cancelled> cancelled = std::make_shared<Cancelled>(false);
+
+    Waiter() = default;
+    Waiter(const Waiter&) = delete;
+    Waiter& operator=(const Waiter&) = delete;
+    ~Waiter() { *cancelled = true; }
+};
+
+Ticket MemoryJobs::Queue(Work work, Done done)
+{
+    const auto fault = faults.Enter("Jobs.Start", "");
+    const auto waiter = std::make_shared<Waiter>();
+    waiter->done = std::move(done);
+    entries.push_back({fault ? nullptr : std::move(work), fault ? Result<>{std::unexpected{*fault}} : Result<>{},
+                       waiter->cancelled, waiter});
+    return Ticket{waiter};
+}
+
+std::size_t MemoryJobs::Count()
+{
+    std::erase_if(entries, [](const Entry& entry) { return entry.waiter.expired(); });
+    return entries.size();
+}
+
+void MemoryJobs::DoWork(std::size_t index)
+{
+    if (index >= Count() || !entries[index].work)
+        return;
+    const auto work = std::exchange(entries[index].work, nullptr);
+    const auto cancelled = entries[index].cancelled;
+    try {
+        work(*cancelled);
+    } catch (const ProcessDied&) {
+        throw;
+    } catch (const std::exception&) { // as on a real thread: its outcome stays a failure
+    }
+}
+
+void MemoryJobs::Finish(std::size_t index)
+{
+    DoWork(index);
+    if (index >= Count())
+        return;
+    const Entry entry = std::move(entries[index]);
+    entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(index));
+    if (const auto waiting = entry.waiter.lock()) {
+        const auto done = std::exchange(waiting->done, nullptr);
+        done(entry.begun);
+    }
+}
+
+void MemoryJobs::FinishAll()
+{
+    while (Count() > 0)
+        Finish();
+}
+
+} // namespace platform::memory
