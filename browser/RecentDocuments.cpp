@@ -42,11 +42,6 @@ std::optional<LocalTime> DayOf(const std::string& text)
     return isDay ? std::optional{day} : std::nullopt;
 }
 
-bool IsNotThere(platform::Error error)
-{
-    return error == platform::error::FileNotFound || error == platform::error::PathNotFound;
-}
-
 } // namespace
 
 bool IsTooOld(const LocalTime& document, const LocalTime& today, int months)
@@ -108,7 +103,7 @@ void RecentDocuments::ValidateFilesFromHistoryList()
 bool RecentDocuments::IsGone(const std::string& file) const
 {
     const auto entry = program.platform.files.Stat(file);
-    if (entry || !IsNotThere(entry.error()))
+    if (entry || !platform::IsNotThere(entry.error()))
         return false;
     // The system tells of a missing drive in the same words as of a missing file.
     const bool isDrive = file.size() > 2 && file[1] == ':';

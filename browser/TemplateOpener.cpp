@@ -22,9 +22,7 @@ void TemplateOpener::CreateDocument(const std::string& file)
 {
     const auto copy = spreadsheets.SaveFile(path::Name(file), path::Parent(file));
     if (!copy) {
-        const bool isGone =
-            copy.error() == platform::error::FileNotFound || copy.error() == platform::error::PathNotFound;
-        messages.Inform(isGone ? app::str::FileNotFound : app::str::PathFileAccessError);
+        messages.Inform(platform::IsNotThere(copy.error()) ? app::str::FileNotFound : app::str::PathFileAccessError);
         return;
     }
     if (copy->empty()) {

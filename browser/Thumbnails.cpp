@@ -17,12 +17,6 @@ namespace text = platform::text;
 constexpr std::string_view PictureEnding = ".jpg";
 constexpr std::string_view BackgroundFile = "background.bmp";
 
-bool IsMissing(platform::Error error)
-{
-    return error == platform::error::FileNotFound || error == platform::error::PathNotFound ||
-           error == platform::error::InvalidFolder;
-}
-
 /// Keeps the rows for a load that shows them in another shape.
 class Collector final : public RowSink {
 public:
@@ -58,7 +52,9 @@ platform::Result<> Thumbnails::LoadThumbnailImages(const std::string& category, 
     const std::string previews = path::Join(load.category, library::PreviewsFolder);
     const auto pictures = files.List(library::DiskPath(state.TemplatesPath, previews));
     if (!pictures)
-        return IsMissing(pictures.error()) ? platform::Result<>{} : std::unexpected{pictures.error()};
+        return platform::IsNotThere(pictures.error()) || pictures.error() == platform::error::InvalidFolder
+                   ? platform::Result<>{}
+                   : std::unexpected{pictures.error()};
     for (const platform::FileEntry& picture : *pictures)
         if (library::IsPlainFile(picture) && text::EndsWithIgnoringCase(picture.name, PictureEnding))
             AddThumbnailImage(load, previews, picture.name);

@@ -1,6 +1,7 @@
 // Libraries of any shape: what a load removes, reads and shows.
 #include "fuzz/Machine.h"
 
+#include "platform/FileName.h"
 #include "platform/Path.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
@@ -27,11 +28,7 @@ std::string TakeName(FuzzedDataProvider& input, std::span<const char* const> usu
         return usual[input.ConsumeIntegralInRange<std::size_t>(0, usual.size() - 1)];
     std::string name = "n" + input.ConsumeRandomLengthString(12) + "n";
     std::ranges::replace_if(
-        name,
-        [](char c) {
-            return static_cast<unsigned char>(c) < 0x20 ||
-                   std::string_view{"<>:\"/\\|?*"}.find(c) != std::string_view::npos;
-        },
+        name, [](char c) { return static_cast<unsigned char>(c) < 0x20 || platform::file_name::Forbidden.contains(c); },
         '-');
     return name;
 }

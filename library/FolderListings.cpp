@@ -7,8 +7,7 @@ const FolderListings::Listing& FolderListings::Of(const std::string& folder)
     const auto [entry, isNew] = listings.try_emplace(folder);
     if (isNew) {
         entry->second = files.List(folder);
-        if (!entry->second && (entry->second.error() == platform::error::FileNotFound ||
-                               entry->second.error() == platform::error::PathNotFound))
+        if (!entry->second && platform::IsNotThere(entry->second.error()))
             entry->second.emplace();
     }
     return entry->second;

@@ -2,9 +2,9 @@
 
 #include "app/base/StringId.h"
 #include "library/CategoryPath.h"
-#include "library/FolderName.h"
 #include "library/FolderRemoval.h"
 #include "library/TemplateFiles.h"
+#include "platform/FileName.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
 
@@ -13,6 +13,8 @@ namespace {
 
 namespace path = platform::path;
 using app::str::CloseFindPane;
+
+constexpr std::size_t LongestFolderName = 40; ///< characters
 
 bool IsTopLevel(const Catalog::Folder* folder)
 {
@@ -89,11 +91,11 @@ std::optional<std::string> FolderOperations::RefusalOf(const std::string& catego
     if (platform::text::Length(newName) > LongestFolderName)
         return strings.LoadString(app::str::FolderNameTooLong);
     const std::string forbidden = strings.LoadString(app::str::FolderNameCharacters) + "\r\n\\ / : * ? \" < > |";
-    if (HasForbiddenCharacter(newName))
+    if (platform::file_name::HasForbiddenCharacter(newName))
         return forbidden;
     if (newName.starts_with('.'))
         return strings.LoadString(app::str::FolderNameStart) + ".";
-    if (IsNoFolderName(newName))
+    if (platform::file_name::HasControlCharacter(newName) || platform::file_name::IsReserved(newName))
         return forbidden;
     // Folders of these names are the library's own: it would not show the category any more.
     if (platform::text::EqualIgnoringCase(newName, PreviewsFolder) ||

@@ -2,8 +2,8 @@
 
 #include "app/base/StringId.h"
 #include "library/CategoryPath.h"
-#include "library/FolderName.h"
 #include "library/TemplateFiles.h"
+#include "platform/FileName.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
 
@@ -108,7 +108,7 @@ void FolderWalk::AddNode(int parent, const platform::FileEntry& entry, std::stri
 
 bool FolderWalk::IsCategory(const platform::FileEntry& entry)
 {
-    return entry.IsFolder() && IsShown(entry) && entry.name != PreviewsFolder && !IsShortened(entry.name);
+    return entry.IsFolder() && IsShown(entry) && entry.name != PreviewsFolder && !platform::file_name::IsShortened(entry.name);
 }
 
 } // namespace library

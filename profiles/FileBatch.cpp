@@ -21,11 +21,6 @@ std::string TemporaryName(std::size_t number, std::string_view ending)
     return std::string{temporaryStart}.append(std::to_string(number)).append(ending);
 }
 
-bool IsMissing(platform::Error error)
-{
-    return error == error::FileNotFound || error == error::PathNotFound;
-}
-
 } // namespace
 
 FileBatch::~FileBatch()
@@ -130,7 +125,7 @@ Result<> FileBatch::Commit()
 Result<> FileBatch::Place(Item& item, std::size_t number)
 {
     const auto old = files.Stat(item.target);
-    if (!old && !IsMissing(old.error()))
+    if (!old && !IsNotThere(old.error()))
         return std::unexpected{old.error()};
     if (old) {
         if ((old->attributes & platform::attribute::ReadOnly) != 0)
@@ -182,11 +177,11 @@ Result<> FileBatch::Finish()
 Result<> FileBatch::Discard(const std::string& path)
 {
     auto gone = Patiently([&] { return files.DeleteFile(path); });
-    if (!gone && !IsMissing(gone.error())) { // write-protected, or something passing
+    if (!gone && !IsNotThere(gone.error())) { // write-protected, or something passing
         (void)files.MakeWritable(path);
         gone = files.DeleteFile(path);
     }
-    return gone || !IsMissing(gone.error()) ? gone : Result<>{};
+    return gone || !IsNotThere(gone.error()) ? gone : Result<>{};
 }
 
 } // namespace profiles

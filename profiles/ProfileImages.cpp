@@ -1,5 +1,6 @@
 #include "profiles/ProfileImages.h"
 
+#include "platform/FileName.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
 #include "profiles/FieldChecks.h"
@@ -12,42 +13,23 @@ namespace profiles {
 
 namespace error = platform::error;
 namespace path = platform::path;
+namespace file_name = platform::file_name;
 namespace text = platform::text;
 using platform::Result;
 
-namespace {
-
-bool IsDeviceName(std::string_view name)
-{
-    const std::string stem = text::Folded(text::Trimmed(name.substr(0, name.find('.'))));
-    constexpr std::string_view devices[] = {"con", "prn", "aux", "nul", "conin$", "conout$"};
-    if (std::ranges::find(devices, stem) != std::end(devices))
-        return true;
-    return stem.size() > 3 && (stem.starts_with("com") || stem.starts_with("lpt")) && text::Length(stem) == 4 &&
-           !IsAsciiLetter(stem[3]);
-}
-
-} // namespace
-
 std::optional<std::string> ImageFolderName(std::string_view profile)
 {
-    const auto impossible = [](char c) {
-        return static_cast<unsigned char>(c) < 0x20 || std::string_view{"\\/?:\"<>|*"}.contains(c);
-    };
-    if (profile.empty() || std::ranges::any_of(profile, impossible))
+    if (profile.empty() || file_name::HasForbiddenCharacter(profile) || file_name::HasControlCharacter(profile))
         return std::nullopt;
     std::string_view stem = profile;
     while (stem.ends_with('_'))
         stem.remove_suffix(1);
-    const bool isKeptBySystem = stem.ends_with('.') || stem.ends_with(' ') || IsDeviceName(stem);
-    return std::string{profile} + (isKeptBySystem ? "_" : "");
+    return std::string{profile} + (file_name::IsReserved(stem) ? "_" : "");
 }
 
 std::uint16_t FileMessage(platform::Error failure)
 {
-    return failure == error::FileNotFound || failure == error::PathNotFound || failure == error::InvalidName
-               ? str::InvalidPath
-               : str::PathFileAccessError;
+    return platform::IsNotThere(failure) || failure == error::InvalidName ? str::InvalidPath : str::PathFileAccessError;
 }
 
 std::string ProfileImages::ImagesFolder() const
@@ -93,8 +75,7 @@ Result<bool> ProfileImages::IsThere(std::string_view file) const
     const auto entry = files.Stat(file);
     if (entry)
         return !entry->IsFolder();
-    const bool isKnown = entry.error() == error::FileNotFound || entry.error() == error::PathNotFound ||
-                         entry.error() == error::InvalidName;
+    const bool isKnown = platform::IsNotThere(entry.error()) || entry.error() == error::InvalidName;
     return isKnown ? Result<bool>{false} : std::unexpected{entry.error()};
 }
 
@@ -198,7 +179,7 @@ bool ProfileImages::DeleteFolder(std::string_view profile)
     if (folder.empty())
         return true;
     const auto top = files.Stat(folder);
-    if (!top && (top.error() == error::FileNotFound || top.error() == error::PathNotFound))
+    if (!top && platform::IsNotThere(top.error()))
         return true;
     bool gone = top && top->IsFolder();
     if (gone && !text::EqualIgnoringCase(top->name, path::Name(folder)))

@@ -1,5 +1,6 @@
 #include "platform/memory/MemoryFileSystem.h"
 
+#include "platform/FileName.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
 #include "platform/memory/NameOrder.h"
@@ -95,7 +96,7 @@ std::unexpected<Error> Fail(Error error)
 
 bool IsNameCharacter(char c)
 {
-    return static_cast<unsigned char>(c) >= 0x20 && std::string_view{"<>:\"|?*"}.find(c) == std::string_view::npos;
+    return static_cast<unsigned char>(c) >= 0x20 && !file_name::ForbiddenInPaths.contains(c);
 }
 
 /// A path taken apart: the drive or share, then its components as the system would understand them.

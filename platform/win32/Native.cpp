@@ -1,9 +1,8 @@
 #include "platform/win32/Native.h"
 
+#include "platform/FileName.h"
 #include "platform/Path.h"
 #include "platform/Utf.h"
-
-#include <algorithm>
 
 namespace platform::win32 {
 
@@ -34,10 +33,8 @@ std::string CutToUtf8(std::wstring_view text)
 
 Result<std::wstring> ToNativePath(std::string_view path)
 {
-    constexpr auto impossible = [](char c) {
-        return static_cast<unsigned char>(c) < 0x20 || std::string_view{"<>:\"|?*"}.find(c) != std::string_view::npos;
-    };
-    if (!path::IsAbsolute(path) || std::ranges::any_of(path.substr(2), impossible))
+    if (!path::IsAbsolute(path) || file_name::HasControlCharacter(path) ||
+        path.substr(2).find_first_of(file_name::ForbiddenInPaths) != std::string_view::npos)
         return std::unexpected{error::InvalidName};
 
     const std::wstring normalized = ToUtf16(path::Normalized(path));
