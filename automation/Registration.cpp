@@ -2,6 +2,8 @@
 
 #include "automation/TypeLibrary.h"
 #include "automation/WindowsHeader.h"
+#include "platform/CommandLine.h"
+#include "platform/Utf.h"
 
 #include <iterator>
 #include <optional>
@@ -79,7 +81,8 @@ std::wstring ServerKey()
 /// Quoted, so that a path with a blank never starts a program of a shorter name.
 std::wstring ServerCommand()
 {
-    return L'"' + ProgramPath() + L'"';
+    using namespace platform;
+    return utf::ToUtf16<wchar_t>(command_line::Quoted(utf::ToUtf8<wchar_t>(ProgramPath())));
 }
 
 /// Everything beside the type library, parents before children. The server's command comes last: from then on the

@@ -6,6 +6,7 @@
 #include "automation/Registration.h"
 #include "automation/Session.h"
 #include "automation/WindowsHeader.h"
+#include "platform/CommandLine.h"
 #include "platform/Utf.h"
 
 #include <optional>
@@ -33,15 +34,10 @@ void SecureProcess()
 
 std::vector<std::string> ArgumentsOf(const std::wstring& commandLine)
 {
-    int count = 0;
-    LPWSTR* const arguments = CommandLineToArgvW(commandLine.c_str(), &count);
-    if (!arguments)
-        throw std::bad_alloc{};
-    std::vector<std::string> result;
-    for (int i = 1; i < count; ++i) // the first is the program
-        result.push_back(platform::utf::ToUtf8(std::wstring_view{arguments[i]}));
-    LocalFree(arguments);
-    return result;
+    auto arguments = platform::command_line::Split(platform::utf::ToUtf8(std::wstring_view{commandLine}));
+    if (!arguments.empty()) // the first is the program
+        arguments.erase(arguments.begin());
+    return arguments;
 }
 
 /// COM on the user-interface thread.

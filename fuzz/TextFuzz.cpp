@@ -1,11 +1,13 @@
 // Texts of any bytes.
 #include "fuzz/Check.h"
+#include "platform/CommandLine.h"
 #include "platform/Text.h"
 #include "platform/Utf.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <algorithm>
+#include <vector>
 
 using namespace platform;
 using fuzz::Check;
@@ -51,6 +53,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     const std::string trimmed = text::Trimmed(a);
     Check(!trimmed.starts_with(' ') && !trimmed.ends_with(' ') && text::Trimmed(trimmed) == trimmed,
           "no blanks are left");
+    const std::vector<std::string> arguments{"a", a, b};
+    Check(command_line::Split(command_line::Join(arguments)) == arguments, "a command line is read back");
     std::string joined;
     for (const std::string& piece : text::Split(a, '|'))
         joined += piece + "|";

@@ -1,5 +1,7 @@
 #include "profiles/ProfileTransfer.h"
 
+#include "platform/CommandLine.h"
+#include "platform/FileName.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
 #include "profiles/RegistryMerge.h"
@@ -11,6 +13,7 @@ namespace profiles {
 
 namespace error = platform::error;
 namespace path = platform::path;
+using platform::command_line::Quoted;
 namespace text = platform::text;
 using platform::FileEntry;
 using platform::Hive;
@@ -22,12 +25,6 @@ namespace {
 
 /// Bytes. Some thousand profiles; a larger file is none of ours.
 constexpr std::uint64_t largestImport = 16u << 20;
-constexpr std::string_view invalidInFolderNames = "\\/:*?\"<>|";
-
-bool IsMissing(platform::Error failure)
-{
-    return failure == error::FileNotFound || failure == error::PathNotFound;
-}
 
 bool IsImageValue(std::string_view name)
 {
@@ -129,7 +126,7 @@ std::expected<std::string, ExportOutcome> ProfileTransfer::ExportFolder(std::str
     }
     const std::string location{path::WithoutTrailingSeparator(trimmed)};
     const auto entry = system.files.Stat(location);
-    if (!entry && IsMissing(entry.error())) {
+    if (!entry && IsNotThere(entry.error())) {
         messages.Inform(str::ExportFolderMissing);
         return std::unexpected{ExportOutcome::BadLocation};
     }
@@ -140,7 +137,7 @@ std::expected<std::string, ExportOutcome> ProfileTransfer::ExportFolder(std::str
     }
     // A name that the system changes or keeps for itself would put the export somewhere else than it says.
     const std::string name = text::Trimmed(folderName);
-    if (name.find_first_of(invalidInFolderNames) != std::string::npos ||
+    if (platform::file_name::HasForbiddenCharacter(name) ||
         (!name.empty() && ImageFolderName(name) != name)) {
         messages.Stop(strings.LoadString(str::FolderNameCharacters) + "\r\n\\ / : * ? \" < > |");
         return std::unexpected{ExportOutcome::BadName};
@@ -153,7 +150,7 @@ Result<ExportedKeys> ProfileTransfer::ReadProfiles(LeftOut& leftOut) const
     ExportedKeys keys(1); // an export without profiles is one all the same
     const auto names = system.registry.SubKeys(Hive::CurrentUser, ProfilesKey);
     if (!names)
-        return IsMissing(names.error()) ? Result<ExportedKeys>{keys} : std::unexpected{names.error()};
+        return IsNotThere(names.error()) ? Result<ExportedKeys>{keys} : std::unexpected{names.error()};
     if (const auto read = ReadValues(keys.front(), leftOut); !read)
         return std::unexpected{read.error()};
     for (const std::string& name : *names) {
@@ -194,7 +191,7 @@ Result<> ProfileTransfer::WriteExport(FileBatch& batch, const ExportedKeys& keys
 {
     const std::string temporary = batch.NextTemporary(file);
     (void)batch.Discard(temporary);
-    RunEditor("/e /a \"" + temporary + "\" \"" + FullProfilesKey() + "\"");
+    RunEditor("/e /a " + Quoted(temporary) + " " + Quoted(FullProfilesKey()));
     const auto produced = system.files.Read(temporary, largestImport);
     const auto isGood = [&](std::string_view bytes) {
         if (!CheckForValidRegFile(bytes) || !bytes.contains(FullProfilesKey()))
@@ -247,7 +244,7 @@ Result<ProfileTransfer::PictureFolders> ProfileTransfer::ListPictures(const std:
         return found;
     const auto entries = system.files.List(folder);
     if (!entries)
-        return IsMissing(entries.error()) ? Result<PictureFolders>{found} : std::unexpected{entries.error()};
+        return IsNotThere(entries.error()) ? Result<PictureFolders>{found} : std::unexpected{entries.error()};
     for (const FileEntry& entry : *entries) {
         if (!entry.IsFolder() || entry.IsLink() || !wanted.contains(text::Folded(entry.name)))
             continue;
@@ -417,7 +414,7 @@ Result<> ProfileTransfer::ImportProfiles(const ExportedKeys& wanted, std::string
         FileBatch batch{system.files, system.clock};
         const std::string file = batch.NextTemporary(path::Join(*temporary, FileName));
         if (batch.Write(fileForEditor, path::Join(*temporary, FileName)))
-            RunEditor("/i /s \"" + file + "\"");
+            RunEditor("/i /s " + Quoted(file));
         batch.Undo();
     }
     const auto merged = merge.Complete(wanted);

@@ -1,6 +1,7 @@
 #include "app/shell/Browser.h"
 
 #include "app/base/StringId.h"
+#include "platform/CommandLine.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
 
@@ -137,8 +138,8 @@ void Browser::EnsurePdfConverter()
                     created.error() != platform::error::AutomationModuleNotFound))
         return;
     const std::string installer = program.settings.Text("Options", "Installed Path") + "\\PDF Component\\Install.exe";
-    (void)program.platform.shell.Run(installer, "\"" + installer + "\" \"TSPro 3.0 PDF Converter\" /s",
-                                     platform::WindowStyle::MinimizedFocus);
+    const std::string line = platform::command_line::Join({installer, "TSPro 3.0 PDF Converter", "/s"});
+    (void)program.platform.shell.Run(installer, line, platform::WindowStyle::MinimizedFocus);
 }
 
 void Browser::Post(std::function<void()> task)
