@@ -2,13 +2,17 @@
 
 #include "app/base/StringId.h"
 #include "library/TemplateFiles.h"
+#include "platform/CommandLine.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
+
+#include <vector>
 
 namespace browser {
 namespace {
 
 using library::TemplateTypeOf;
+using platform::command_line::Quoted;
 
 constexpr std::string_view SpreadsheetAppPath =
     "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\CLC.EXE";
@@ -17,6 +21,13 @@ constexpr std::string_view SpreadsheetAppPath =
 constexpr int FileNotFound = 2;
 constexpr int PathNotFound = 3;
 constexpr int NoAssociation = 31;
+
+/// The program's path from a registered value, which may stand in quotes.
+std::string ProgramOf(const std::string& value)
+{
+    const std::string text = platform::text::Trimmed(value);
+    return text.starts_with('"') ? text.substr(1, text.find('"', 1) - 1) : text;
+}
 
 } // namespace
 
@@ -27,25 +38,58 @@ std::string LongExtension(std::string_view target)
     return dot == std::string_view::npos ? std::string{} : platform::text::Folded(name.substr(dot));
 }
 
-Launcher::Outcome Launcher::Launch(const std::string& target)
+platform::OpenGate::Verdict Launcher::Judge(const Target& target) const
 {
-    // A name with a second dot ("a.b.ccw") goes to the shell: only the plain ending starts the spreadsheet directly.
-    if (LongExtension(target) != library::TemplateExtensions[library::SpreadsheetTemplate])
-        return {Report(shell.Open(target), target), {}};
+    std::vector<std::string> folders{state.TemplatesPath, state.HddTemplatesPath, state.CdromTemplatesPath,
+                                     state.ProgramFolder};
+    if (target.isOwn)
+        folders.push_back(platform::path::Parent(target.name));
+    return gate.Judge(target.name, folders);
+}
 
+Launcher::Outcome Launcher::Launch(const Target& target)
+{
+    using Verdict = platform::OpenGate::Verdict;
+    const Verdict verdict = Judge(target);
+    if (verdict == Verdict::Refused)
+        return {Report(FileNotFound, target.name), false, {}};
+    // A name with a second dot ("a.b.ccw") goes to the shell: only the plain ending starts the spreadsheet directly.
+    // The spreadsheet says itself when a file is gone.
+    if (LongExtension(target.name) == library::TemplateExtensions[library::SpreadsheetTemplate])
+        return StartSpreadsheet(target.name);
+    const int code = verdict == Verdict::Opens ? OpenInShell(target) : FileNotFound;
+    return {Report(code, target.name), code >= platform::Shell::Worked, {}};
+}
+
+bool Launcher::OpenDocument(const std::string& path)
+{
+    const Target target{.name = path, .isOwn = true};
+    return Judge(target) == platform::OpenGate::Verdict::Opens && OpenInShell(target) >= platform::Shell::Worked;
+}
+
+int Launcher::OpenInShell(const Target& target)
+{
+    const int code = shell.Open(target.name, target.verb);
+    return code == NoAssociation && target.verb != platform::Verb::Open ? shell.Open(target.name, platform::Verb::Open)
+                                                                        : code;
+}
+
+Launcher::Outcome Launcher::StartSpreadsheet(const std::string& target)
+{
     const auto value = registry.QueryValueByPath(SpreadsheetAppPath, "");
-    const auto* program = value ? std::get_if<std::string>(&*value) : nullptr;
-    if (program == nullptr)
-        return {Report(NoAssociation, target), {}};
-    const auto entry = files.Stat(*program);
+    const auto* registered = value ? std::get_if<std::string>(&*value) : nullptr;
+    if (registered == nullptr)
+        return {Report(NoAssociation, target), false, {}};
+    const std::string program = ProgramOf(shell.Expanded(*registered));
+    const auto entry = files.Stat(program);
     if (!entry || entry->IsFolder()) {
         messages.Inform(strings.LoadString(app::str::FileNotFound));
         return {};
     }
-    const std::string commandLine = "\"" + *program + "\" /+  \"" + target + "\"";
-    if (const auto started = shell.Run(*program, commandLine, platform::WindowStyle::MinimizedFocus); !started)
-        return {0, started.error()};
-    return {};
+    const std::string commandLine = Quoted(program) + " /+  " + Quoted(target);
+    if (const auto started = shell.Run(program, commandLine, platform::WindowStyle::MinimizedFocus); !started)
+        return {0, false, started.error()};
+    return {0, true, {}};
 }
 
 std::int16_t Launcher::Report(int code, const std::string& target)

@@ -2,7 +2,10 @@
 
 #include "app/base/Messages.h"
 #include "app/base/RegistryAccess.h"
+#include "app/base/StartUpState.h"
+#include "library/TemplateFiles.h"
 #include "platform/FileSystem.h"
+#include "platform/OpenGate.h"
 #include "platform/Shell.h"
 #include "ui/Toolkit.h"
 
@@ -13,24 +16,38 @@
 namespace browser {
 
 /// Opens files and addresses in the application that the system associates with them. Spreadsheet templates are the
-/// exception: their program is started directly, with its own command line.
+/// exception: their program is started directly, with its own command line. Nothing goes to the system but through the
+/// gate.
 class Launcher {
 public:
     Launcher(platform::Shell& shell, platform::FileSystem& files, app::RegistryAccess& registry,
-             app::Messages& messages, ui::Toolkit& toolkit, const app::StringTable& strings)
-        : shell{shell}, files{files}, registry{registry}, messages{messages}, toolkit{toolkit}, strings{strings}
+             app::Messages& messages, ui::Toolkit& toolkit, const app::StringTable& strings,
+             const app::StartUpState& state)
+        : shell{shell}, files{files}, registry{registry}, messages{messages}, toolkit{toolkit}, strings{strings},
+          state{state}
     {
     }
 
     /// 1 when a failure message was shown, 0 otherwise: success, or a failure that stays silent.
     struct Outcome {
         std::int16_t result{};
+        bool opened{};
         /// The spreadsheet's program is there but could not be started; the caller tells the user.
         std::optional<platform::Error> raised;
     };
 
-    /// `target` is a full path or an address.
-    Outcome Launch(const std::string& target);
+    /// What is launched. Where nothing else is said, it may be anything that settings and links name.
+    struct Target {
+        std::string name; ///< a full path or an address
+        platform::Verb verb{platform::Verb::Open};
+        /// The user's own, recorded or made by this program: it may lie on any share.
+        bool isOwn{};
+    };
+
+    /// With Verb::New, a type that has no such verb is opened.
+    Outcome Launch(const Target& target);
+    /// Opens a document that the user has recorded. False when it did not open; nothing is shown.
+    bool OpenDocument(const std::string& path);
 
 private:
     platform::Shell& shell;
@@ -39,7 +56,12 @@ private:
     app::Messages& messages;
     ui::Toolkit& toolkit;
     const app::StringTable& strings;
+    const app::StartUpState& state;
+    platform::OpenGate gate{shell, files, library::TemplateExtensions};
 
+    platform::OpenGate::Verdict Judge(const Target& target) const;
+    Outcome StartSpreadsheet(const std::string& target);
+    int OpenInShell(const Target& target);
     std::int16_t Report(int code, const std::string& target);
 };
 

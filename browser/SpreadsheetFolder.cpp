@@ -11,6 +11,11 @@ using platform::path::Join;
 void SpreadsheetFolder::GetQuenbyFileOption(std::string_view keyPath, std::string_view valueName)
 {
     workingDirectory = registry.QueryTextByPath(keyPath, valueName);
+    RequireFolder();
+}
+
+void SpreadsheetFolder::RequireFolder()
+{
     if (!workingDirectory.empty())
         if (const auto entry = files.Stat(workingDirectory); entry && entry->IsFolder())
             return;
@@ -21,13 +26,19 @@ platform::Result<std::string> SpreadsheetFolder::SaveFile(std::string_view fileN
 {
     if (!platform::text::EndsWithIgnoringCase(fileName, library::TemplateExtensions[library::SpreadsheetTemplate]))
         return std::string{};
+    RequireFolder();
     const std::string_view baseName = platform::path::WithoutLastFour(fileName);
     // A name that was free a moment ago can be taken by now; the copy never replaces, so ask for the next one.
     for (int attempt = 0;; ++attempt) {
         std::string copy = Join(workingDirectory, FreeName(baseName));
         const auto copied = files.CopyFile(Join(folder, fileName), copy);
-        if (copied)
+        if (copied) {
+            if (const auto writable = files.MakeWritable(copy); !writable) {
+                (void)files.DeleteFile(copy);
+                return std::unexpected{writable.error()};
+            }
             return copy;
+        }
         if (copied.error() != platform::error::FileExists || attempt == 9)
             return std::unexpected{copied.error()};
     }

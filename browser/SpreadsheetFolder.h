@@ -24,8 +24,8 @@ public:
     const std::string& WorkingDirectory() const { return workingDirectory; }
     void SetWorkingDirectory(std::string folder) { workingDirectory = std::move(folder); }
 
-    /// Copies a ".ccw" file into the working directory under a free name and gives the copy's path. "" for every other
-    /// file; an error leaves nothing behind.
+    /// Copies a ".ccw" file into the working directory (the user's documents folder when it is gone meanwhile) under a
+    /// free name, writable, and gives the copy's path. "" for every other file; an error leaves nothing behind.
     platform::Result<std::string> SaveFile(std::string_view fileName, std::string_view folder);
 
     /// `baseName` & ".ccw", or with the first number 1, 2, 3 ... behind the base name that no file there has.
@@ -36,6 +36,8 @@ private:
     platform::Shell& shell;
     const app::RegistryAccess& registry;
     std::string workingDirectory;
+
+    void RequireFolder();
 };
 
 } // namespace browser

@@ -9,13 +9,18 @@ namespace path = platform::path;
 
 void TemplateOpener::Open(const std::string& file)
 {
-    if (!file.empty() && Launch(file) && Opened)
+    if (!file.empty() && Succeeded(Launch({.name = file})) && Opened)
         Opened(file);
 }
 
 bool TemplateOpener::OpenAgain(const std::string& file)
 {
-    return Launch(file);
+    return Succeeded(Launch({.name = file}));
+}
+
+bool TemplateOpener::OpenRecorded(const std::string& file)
+{
+    return Succeeded(Launch({.name = file, .isOwn = true}));
 }
 
 void TemplateOpener::CreateDocument(const std::string& file)
@@ -25,28 +30,27 @@ void TemplateOpener::CreateDocument(const std::string& file)
         messages.Inform(platform::IsNotThere(copy.error()) ? app::str::FileNotFound : app::str::PathFileAccessError);
         return;
     }
-    if (copy->empty()) {
-        Open(file);
+    const bool isCopied = !copy->empty();
+    const Launcher::Target target{.name = isCopied ? *copy : file, .verb = platform::Verb::New, .isOwn = isCopied};
+    if (!Launch(target).opened) {
+        if (isCopied)
+            (void)files.DeleteFile(*copy);
         return;
     }
-    if (!Launch(*copy))
-        return;
-    if (Created)
+    if (isCopied && Created)
         Created(*copy);
     if (Opened)
         Opened(file);
 }
 
-bool TemplateOpener::Launch(const std::string& file)
+Launcher::Outcome TemplateOpener::Launch(const Launcher::Target& target)
 {
-    const auto outcome = launcher.Launch(file);
-    if (outcome.raised) {
-        messages.Inform("Unable to launch '" + std::string{path::Name(file)} +
+    const auto outcome = launcher.Launch(target);
+    if (outcome.raised)
+        messages.Inform("Unable to launch '" + std::string{path::Name(target.name)} +
                         "'. Please check if the associated application to launch the file is installed on the machine "
                         "and try again");
-        return false;
-    }
-    return outcome.result == 0;
+    return outcome;
 }
 
 } // namespace browser

@@ -3,6 +3,7 @@
 #include "app/base/Messages.h"
 #include "browser/Launcher.h"
 #include "browser/SpreadsheetFolder.h"
+#include "platform/FileSystem.h"
 
 #include <functional>
 #include <string>
@@ -12,8 +13,9 @@ namespace browser {
 /// Opens templates for the user: the template itself, or a new document from it.
 class TemplateOpener {
 public:
-    TemplateOpener(Launcher& launcher, SpreadsheetFolder& spreadsheets, app::Messages& messages)
-        : launcher{launcher}, spreadsheets{spreadsheets}, messages{messages}
+    TemplateOpener(Launcher& launcher, SpreadsheetFolder& spreadsheets, platform::FileSystem& files,
+                   app::Messages& messages)
+        : launcher{launcher}, spreadsheets{spreadsheets}, files{files}, messages{messages}
     {
     }
 
@@ -27,16 +29,21 @@ public:
     /// The same for a file that the user takes from those opened before; nobody is told. False when a failure was
     /// shown.
     bool OpenAgain(const std::string& path);
-    /// A spreadsheet is copied into the working directory first, so that the user works on the copy; other templates
-    /// make a new document by themselves when they are opened.
+    /// OpenAgain for a document that the user has recorded, on whatever share it lies.
+    bool OpenRecorded(const std::string& path);
+    /// A spreadsheet is copied into the working directory first, so that the user works on the copy, which is taken
+    /// back when it does not open; other templates make a new document by themselves.
     void CreateDocument(const std::string& path);
 
 private:
     Launcher& launcher;
     SpreadsheetFolder& spreadsheets;
+    platform::FileSystem& files;
     app::Messages& messages;
 
-    bool Launch(const std::string& path);
+    /// Tells the user when the spreadsheet could not be started.
+    Launcher::Outcome Launch(const Launcher::Target& target);
+    static bool Succeeded(const Launcher::Outcome& outcome) { return outcome.result == 0 && !outcome.raised; }
 };
 
 } // namespace browser

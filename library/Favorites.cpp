@@ -39,8 +39,7 @@ bool Favorites::IsGone(const std::string& path) const
     if (entry)
         return entry->IsFolder();
     // A name that the system does not allow was never a file; other failures say nothing about the file.
-    return entry.error() == error::FileNotFound || entry.error() == error::PathNotFound ||
-           entry.error() == error::InvalidName;
+    return IsNotThere(entry.error()) || entry.error() == error::InvalidName;
 }
 
 void Favorites::AddToFavorites(const std::string& path, const std::string& rowText)

@@ -108,7 +108,8 @@ void FolderWalk::AddNode(int parent, const platform::FileEntry& entry, std::stri
 
 bool FolderWalk::IsCategory(const platform::FileEntry& entry)
 {
-    return entry.IsFolder() && IsShown(entry) && entry.name != PreviewsFolder && !platform::file_name::IsShortened(entry.name);
+    return entry.IsFolder() && IsShown(entry) && entry.name != PreviewsFolder &&
+           !platform::file_name::IsShortened(entry.name);
 }
 
 } // namespace library

@@ -11,7 +11,8 @@ class Automation {
 public:
     virtual ~Automation() = default;
     /// Creates an object of the class and releases it at once. error::CannotCreateObject when the class is not
-    /// registered or refuses, error::AutomationModuleNotFound when its module is missing.
+    /// registered or its server cannot be started, error::AutomationModuleNotFound when its module is missing; any
+    /// other failure as the system gives it.
     virtual Result<> TryCreate(std::string_view progId) = 0;
 };
 

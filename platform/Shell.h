@@ -13,6 +13,12 @@ namespace platform {
 /// The window styles with which a program can be started (the numbers of the system's SW_ constants).
 enum class WindowStyle { Normal = 1, MinimizedFocus = 2 };
 
+/// What a document is opened for.
+enum class Verb {
+    Open,
+    New ///< a new document from it: types whose documents would be overwritten by "open" have this
+};
+
 /// Folders that the system knows by role.
 enum class KnownFolder {
     Personal,      ///< the user's documents
@@ -26,18 +32,29 @@ class Shell {
 public:
     virtual ~Shell() = default;
 
-    /// Performs the verb "open" on a file or address with no parameters, no folder, a normal window. The result is the
-    /// shell's own: above 32 it worked; 2 and 3 file or path not found; 31 no program for this type.
-    virtual int Open(std::string_view target) = 0;
+    /// The least result of Open that means that it worked.
+    static constexpr int Worked = 33;
+
+    /// Performs the verb on a file or address with no parameters, no folder, a normal window. The result is the shell's
+    /// own: from `Worked` on it worked; 2 and 3 file or path not found; 31 no program for this type and verb, and
+    /// nothing else. What an OpenGate lets pass alone is given to it.
+    virtual int Open(std::string_view target, Verb verb) = 0;
+    /// Whether the system counts files of this ending (".exe") among those that can do harm.
+    virtual bool IsDangerous(std::string_view ending) = 0;
+    /// The text with %VARIABLES% of the environment filled in; unknown ones stay.
+    virtual std::string Expanded(std::string_view text) = 0;
 
     /// Starts `application` (a full path; never searched for) with the command line as given and does not wait.
     virtual Result<> Run(std::string_view application, std::string_view commandLine, WindowStyle style) = 0;
-    /// The same, and waits until the program has ended: its exit code. A program that runs for longer than
+    /// The same with the rights of an administrator, for which the system asks the user; for a program that Run could
+    /// not start without them (error::ElevationRequired).
+    virtual Result<> RunElevated(std::string_view application, std::string_view commandLine, WindowStyle style) = 0;
+    /// Run, and waits until the program has ended: its exit code. A program that runs for longer than
     /// `milliseconds` is ended (error::Timeout). Messages that other programs send are answered meanwhile, nothing else
     /// is handled.
     virtual Result<std::uint32_t> RunAndWait(std::string_view application, std::string_view commandLine,
                                              WindowStyle style, std::uint32_t milliseconds) = 0;
-    /// The same without waiting: `ended` gets the exit code on the window's thread, between two messages, unless the
+    /// Run, and `ended` gets the exit code on the window's thread, between two messages, unless the
     /// ticket is gone by then. The program runs on without it.
     virtual Result<Ticket> RunAndWatch(std::string_view application, std::string_view commandLine, WindowStyle style,
                                        std::function<void(std::uint32_t exitCode)> ended) = 0;

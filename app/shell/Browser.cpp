@@ -139,7 +139,11 @@ void Browser::EnsurePdfConverter()
         return;
     const std::string installer = program.settings.Text("Options", "Installed Path") + "\\PDF Component\\Install.exe";
     const std::string line = platform::command_line::Join({installer, "TSPro 3.0 PDF Converter", "/s"});
-    (void)program.platform.shell.Run(installer, line, platform::WindowStyle::MinimizedFocus);
+    platform::Shell& shell = program.platform.shell;
+    const auto started = shell.Run(installer, line, platform::WindowStyle::MinimizedFocus);
+    // The system asks the user then. A no, as any other failure, leaves things as they are: the next start tries again.
+    if (!started && started.error() == platform::error::ElevationRequired)
+        (void)shell.RunElevated(installer, line, platform::WindowStyle::MinimizedFocus);
 }
 
 void Browser::Post(std::function<void()> task)

@@ -15,7 +15,7 @@ void HelpDocuments::Open(std::string_view topic)
     }
     if (!platform::path::IsAbsolute(document) && document.find("://") == std::string::npos)
         document = platform::path::Join(program.settings.Text("Options", "Installed Path"), document);
-    launcher.Launch(document);
+    launcher.Launch({.name = document});
 }
 
 std::vector<std::string> HelpDocuments::WebLinks() const

@@ -18,7 +18,7 @@ public:
     /// is no full path and no address lies in the installation folder.
     void Open(std::string_view topic);
     /// Opens an address as it stands.
-    void OpenLink(const std::string& address) { launcher.Launch(address); }
+    void OpenLink(const std::string& address) { launcher.Launch({.name = address}); }
 
     /// "Options" \ "WebLink", split on "|", without empty entries.
     std::vector<std::string> WebLinks() const;

@@ -107,13 +107,13 @@ void frmMain::mnuHistory_Click()
 
 bool frmMain::OpenDocument(const std::string& path)
 {
-    // What is no file any more is not handed on: the system would go looking for a program of that name.
-    const auto entry = program.platform.files.Stat(path);
-    const bool isFile = entry && !entry->IsFolder();
-    if (isFile && library::TemplateTypeOf(path) == library::SpreadsheetTemplate)
-        return opener.OpenAgain(path);
-    constexpr int worked = 32; // the shell's results above it
-    if (isFile && program.platform.shell.Open(path) > worked)
+    // A spreadsheet's program is started by name, and would be so for a document that is gone.
+    if (library::TemplateTypeOf(path) == library::SpreadsheetTemplate) {
+        const auto entry = program.platform.files.Stat(path);
+        if (entry && !entry->IsFolder())
+            return opener.OpenRecorded(path);
+    }
+    if (launcher.OpenDocument(path))
         return true;
     program.messages.Inform(str::LaunchDocumentFailed);
     return false;

@@ -14,14 +14,19 @@ constexpr int worked = 42;
 constexpr int fileNotFound = 2;
 constexpr int accessDenied = 5;
 constexpr int noAssociation = 31;
-constexpr int lastErrorResult = 32; // of the shell: results above it mean that it worked
 
 } // namespace
 
-int MemoryShell::Open(std::string_view target)
+int MemoryShell::Open(std::string_view target, Verb verb)
 {
     if (const auto fault = faults.Enter("Shell.Open", target))
-        return fault->code <= lastErrorResult ? static_cast<int>(fault->code) : accessDenied;
+        return fault->code < Worked && fault->code != noAssociation ? static_cast<int>(fault->code) : accessDenied;
+    const auto endsIn = [&](const std::string& end) { return text::EndsWithIgnoringCase(target, end); };
+    if (verb == Verb::New) {
+        if (std::ranges::none_of(newEndings, endsIn))
+            return noAssociation;
+        openedForNew.emplace_back(target);
+    }
     opened.emplace_back(target);
 
     const std::string folded = text::Folded(target);
@@ -33,8 +38,37 @@ int MemoryShell::Open(std::string_view target)
         return worked;
     if (!files.Exists(target))
         return fileNotFound;
-    const bool unknown = std::ranges::any_of(unknownEndings, [&](const auto& end) { return folded.ends_with(end); });
-    return unknown ? noAssociation : worked;
+    return std::ranges::any_of(unknownEndings, endsIn) ? noAssociation : worked;
+}
+
+bool MemoryShell::IsDangerous(std::string_view ending)
+{
+    return dangerousEndings.contains(text::Folded(ending));
+}
+
+std::string MemoryShell::Expanded(std::string_view text)
+{
+    std::string expanded;
+    for (;;) {
+        const std::size_t start = text.find('%');
+        const std::size_t end = start == std::string_view::npos ? start : text.find('%', start + 1);
+        if (end == std::string_view::npos)
+            return expanded.append(text);
+        const auto variable = variables.find(text::Folded(text.substr(start + 1, end - start - 1)));
+        expanded.append(text.substr(0, start));
+        if (variable != variables.end())
+            expanded += variable->second;
+        else
+            expanded.append(text.substr(start, end - start + 1));
+        text.remove_prefix(end + 1);
+    }
+}
+
+Result<> MemoryShell::RunElevated(std::string_view application, std::string_view commandLine, WindowStyle style)
+{
+    if (const auto fault = faults.Enter("Shell.RunElevated", commandLine))
+        return std::unexpected{*fault};
+    return Start(application, commandLine, style, true);
 }
 
 Result<> MemoryShell::Run(std::string_view application, std::string_view commandLine, WindowStyle style)
@@ -79,9 +113,10 @@ void MemoryShell::EndWatched(std::uint32_t code)
     (*watch)(code);
 }
 
-Result<> MemoryShell::Start(std::string_view application, std::string_view commandLine, WindowStyle style)
+Result<> MemoryShell::Start(std::string_view application, std::string_view commandLine, WindowStyle style,
+                            bool elevated)
 {
-    runs.push_back({std::string{application}, std::string{commandLine}, style});
+    runs.push_back({std::string{application}, std::string{commandLine}, style, elevated});
     if (!path::IsAbsolute(application))
         return std::unexpected{error::InvalidName};
     if (!files.Exists(application))
@@ -100,12 +135,23 @@ Result<std::string> MemoryShell::FolderPath(KnownFolder folder)
 void MemoryShell::Forget()
 {
     opened.clear();
+    openedForNew.clear();
     runs.clear();
 }
 
 void MemoryShell::RemoveAssociation(std::string_view ending)
 {
     unknownEndings.insert(text::Folded(ending));
+}
+
+void MemoryShell::AddNewVerb(std::string_view ending)
+{
+    newEndings.insert(text::Folded(ending));
+}
+
+void MemoryShell::SetVariable(std::string_view name, std::string_view value)
+{
+    variables.insert_or_assign(text::Folded(name), value);
 }
 
 void MemoryShell::SetOpenResult(std::string_view target, int result)

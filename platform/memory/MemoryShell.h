@@ -21,13 +21,17 @@ public:
         std::string application;
         std::string commandLine;
         WindowStyle style{};
+        bool elevated{};
         friend bool operator==(const Started&, const Started&) = default;
     };
 
     MemoryShell(FaultPlan& plan, const MemoryFileSystem& fileSystem) : faults{plan}, files{fileSystem} {}
 
-    int Open(std::string_view target) override;
+    int Open(std::string_view target, Verb verb) override;
+    bool IsDangerous(std::string_view ending) override;
+    std::string Expanded(std::string_view text) override;
     Result<> Run(std::string_view application, std::string_view commandLine, WindowStyle style) override;
+    Result<> RunElevated(std::string_view application, std::string_view commandLine, WindowStyle style) override;
     Result<std::uint32_t> RunAndWait(std::string_view application, std::string_view commandLine, WindowStyle style,
                                      std::uint32_t milliseconds) override;
     Result<Ticket> RunAndWatch(std::string_view application, std::string_view commandLine, WindowStyle style,
@@ -37,10 +41,15 @@ public:
     /// Every target and program asked for, refused ones too, in order.
     const std::vector<std::string>& Opened() const { return opened; }
     const std::vector<Started>& Runs() const { return runs; }
+    /// Those of Opened that were asked for a new document.
+    const std::vector<std::string>& OpenedForNew() const { return openedForNew; }
     void Forget();
 
     /// No program opens files with this ending (".pdf") any more.
     void RemoveAssociation(std::string_view ending);
+    /// Files with this ending have the verb for a new document.
+    void AddNewVerb(std::string_view ending);
+    void SetVariable(std::string_view name, std::string_view value);
     /// What Open answers to this target, or to every target.
     void SetOpenResult(std::string_view target, int result);
     void SetOpenResult(int result) { answerToAll = result; }
@@ -58,14 +67,20 @@ public:
 private:
     using Watch = std::function<void(std::uint32_t)>;
 
-    Result<> Start(std::string_view application, std::string_view commandLine, WindowStyle style);
+    Result<> Start(std::string_view application, std::string_view commandLine, WindowStyle style,
+                   bool elevated = false);
 
     FaultPlan& faults;
     const MemoryFileSystem& files;
     std::vector<std::string> opened;
     std::vector<Started> runs;
+    std::vector<std::string> openedForNew;
     std::set<std::string> unknownEndings;
-    std::map<std::string, int> answers; // by folded target
+    std::set<std::string> newEndings;
+    std::set<std::string> dangerousEndings{".bat", ".cmd", ".com", ".exe", ".hta", ".js",
+                                           ".lnk", ".mst", ".prg", ".scr", ".vbs"};
+    std::map<std::string, std::string> variables; // by folded name
+    std::map<std::string, int> answers;           // by folded target
     std::optional<int> answerToAll;
     std::function<Result<>(const Started&)> standIn;
     std::uint32_t exitCode{};

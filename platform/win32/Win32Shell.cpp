@@ -1,16 +1,18 @@
 #include "platform/win32/Win32Shell.h"
 
+#include "platform/CommandLine.h"
 #include "platform/Path.h"
 #include "platform/win32/Handle.h"
 #include "platform/win32/Native.h"
 #include "platform/win32/ProcessWatch.h"
+
+#include <algorithm>
 
 namespace platform::win32 {
 
 namespace {
 
 constexpr DWORD terminationTime = 2000; // milliseconds
-constexpr int lastErrorResult = 32;     // of the shell: results above it mean that it worked
 
 Result<std::string> DocumentsFolder()
 {
@@ -96,28 +98,67 @@ std::wstring WithinShellBound(std::string_view target)
 
 } // namespace
 
-int Win32Shell::Open(std::string_view target)
+int Win32Shell::Open(std::string_view target, Verb verb)
 {
     if (target.contains('\0')) // would be cut there and open something else
         return SE_ERR_FNF;
     const std::wstring file = WithinShellBound(target);
     SHELLEXECUTEINFOW request{};
     request.cbSize = sizeof request;
-    request.fMask = SEE_MASK_FLAG_NO_UI; // the program says itself what went wrong
-    request.lpVerb = L"open";
+    // The program says itself what went wrong. The call returns when the launch is through: the window, and the process
+    // with it, may be closed the moment after.
+    request.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
+    request.lpVerb = verb == Verb::New ? L"new" : L"open";
     request.lpFile = file.c_str();
     request.nShow = SW_SHOWNORMAL;
     const bool worked = ShellExecuteExW(&request) != FALSE;
+    const DWORD failure = worked ? ERROR_SUCCESS : GetLastError();
     const int result = static_cast<int>(reinterpret_cast<INT_PTR>(request.hInstApp));
-    if (worked || result <= lastErrorResult)
-        return result;
-    return SE_ERR_NOASSOC;
+    if (worked)
+        return std::max(result, Worked);
+    if (failure == ERROR_NO_ASSOCIATION)
+        return SE_ERR_NOASSOC;
+    // 31 is the number of a general failure too, and larger ones would read as success.
+    const bool isNoAssociation = result == SE_ERR_NOASSOC && failure != ERROR_GEN_FAILURE;
+    return isNoAssociation || (result < Worked && result != SE_ERR_NOASSOC) ? result : SE_ERR_ACCESSDENIED;
+}
+
+bool Win32Shell::IsDangerous(std::string_view ending)
+{
+    return AssocIsDangerous(ToUtf16(ending).c_str()) != FALSE;
+}
+
+std::string Win32Shell::Expanded(std::string_view text)
+{
+    const std::wstring raw = ToUtf16(text);
+    std::wstring expanded(ExpandEnvironmentStringsW(raw.c_str(), nullptr, 0), L'\0');
+    const DWORD length = ExpandEnvironmentStringsW(raw.c_str(), expanded.data(), static_cast<DWORD>(expanded.size()));
+    if (length == 0 || length > expanded.size())
+        return std::string{text};
+    expanded.resize(length - 1); // without the terminator
+    return ToUtf8(expanded);
 }
 
 Result<> Win32Shell::Run(std::string_view application, std::string_view commandLine, WindowStyle style)
 {
     const auto process = StartProgram(application, commandLine, style);
     return process ? Result<>{} : std::unexpected{process.error()};
+}
+
+Result<> Win32Shell::RunElevated(std::string_view application, std::string_view commandLine, WindowStyle style)
+{
+    const auto program = ToNativePath(application);
+    if (!program)
+        return std::unexpected{program.error()};
+    const std::wstring parameters = ToUtf16(command_line::WithoutProgram(commandLine));
+    SHELLEXECUTEINFOW request{};
+    request.cbSize = sizeof request;
+    request.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
+    request.lpVerb = L"runas";
+    request.lpFile = program->c_str();
+    request.lpParameters = parameters.c_str();
+    request.nShow = static_cast<int>(style);
+    return Outcome(ShellExecuteExW(&request));
 }
 
 Result<std::uint32_t> Win32Shell::RunAndWait(std::string_view application, std::string_view commandLine,

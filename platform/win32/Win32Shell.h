@@ -12,8 +12,11 @@ class Win32Shell final : public Shell {
 public:
     explicit Win32Shell(Post postTask) : post{std::move(postTask)} {}
 
-    int Open(std::string_view target) override;
+    int Open(std::string_view target, Verb verb) override;
+    bool IsDangerous(std::string_view ending) override;
+    std::string Expanded(std::string_view text) override;
     Result<> Run(std::string_view application, std::string_view commandLine, WindowStyle style) override;
+    Result<> RunElevated(std::string_view application, std::string_view commandLine, WindowStyle style) override;
     Result<std::uint32_t> RunAndWait(std::string_view application, std::string_view commandLine, WindowStyle style,
                                      std::uint32_t milliseconds) override;
     Result<Ticket> RunAndWatch(std::string_view application, std::string_view commandLine, WindowStyle style,

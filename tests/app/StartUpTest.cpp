@@ -150,6 +150,19 @@ TEST_P(PdfConverterTest, IsInstalledSilentlyOnlyWhenItsClassIsMissing)
          platform::WindowStyle::MinimizedFocus}};
     EXPECT_EQ(system.shell.Runs(), GetParam().installs ? install : decltype(install){});
 }
+TEST_F(StartUpTest, AnInstallerThatNeedsAnAdministratorIsStartedAgainAsOne)
+{
+    PutSetting("Options", "Installed Path", "C:\\My Desk");
+    system.files.AddFile("C:\\My Desk\\PDF Component\\Install.exe");
+    system.automation.Register("CDIntf.CDIntf", std::unexpected{platform::error::CannotCreateObject});
+    system.shell.OnRun([](const auto& program) {
+        return program.elevated ? platform::Result<>{} : std::unexpected{platform::error::ElevationRequired};
+    });
+    Start();
+    ASSERT_EQ(system.shell.Runs().size(), 2u);
+    EXPECT_TRUE(system.shell.Runs()[1].elevated);
+    EXPECT_EQ(system.shell.Runs()[1].commandLine, system.shell.Runs()[0].commandLine);
+}
 INSTANTIATE_TEST_SUITE_P(Outcomes, PdfConverterTest,
                          ::testing::Values(Converter{{}, false},
                                            Converter{std::unexpected{platform::error::CannotCreateObject}, true},

@@ -14,9 +14,10 @@ class LauncherTest : public ::testing::Test, public TestMachine {
 protected:
     app::Program program{system.AsPlatform(), toolkit, pictures};
     browser::Launcher launcher{
-        program.platform.shell, program.platform.files, program.registry, program.messages, toolkit, program.strings};
+        program.platform.shell, program.platform.files, program.registry, program.messages, toolkit,
+        program.strings,        program.state};
     browser::SpreadsheetFolder spreadsheets{program.platform.files, program.platform.shell, program.registry};
-    browser::TemplateOpener opener{launcher, spreadsheets, program.messages};
+    browser::TemplateOpener opener{launcher, spreadsheets, program.platform.files, program.messages};
 
     LauncherTest() { program.state.ProductCaption = "Desk"; }
 
@@ -40,11 +41,13 @@ TEST_P(LaunchFailureTest, IsReportedInTheProgramsWords)
 {
     const Failure& failure = GetParam();
     system.shell.SetOpenResult(failure.code);
+    if (!std::string_view{failure.target}.starts_with("http"))
+        system.files.AddFile(failure.target);
     if (*failure.text != '\0')
         toolkit.ExpectMessage(failure.text, failure.icon);
     toolkit.SetBusy(true);
 
-    const auto outcome = launcher.Launch(failure.target);
+    const auto outcome = launcher.Launch({.name = failure.target});
 
     EXPECT_EQ(outcome.result, failure.result);
     EXPECT_FALSE(outcome.raised);
@@ -82,17 +85,22 @@ TEST_F(LauncherTest, HandsEverythingButPlainSpreadsheetsToTheShell)
 {
     InstallCalcora();
     system.shell.SetOpenResult(42);
-    for (const char* target : {"C:\\T\\a.swt", "C:\\T\\a.b.ccw", "http://tessaly.example/packs?a=b", "C:\\T\\ccw"})
-        launcher.Launch(target);
-    EXPECT_EQ(system.shell.Opened(), (std::vector<std::string>{"C:\\T\\a.swt", "C:\\T\\a.b.ccw",
-                                                               "http://tessaly.example/packs?a=b", "C:\\T\\ccw"}));
+    for (const char* target :
+         {"C:\\T\\a.swt", "C:\\T\\a.b.ccw", "http://tessaly.example/packs?a=b", "C:\\T\\a.ccw.htm"}) {
+        if (target[1] == ':')
+            system.files.AddFile(target);
+        launcher.Launch({.name = target});
+    }
+    EXPECT_EQ(system.shell.Opened(),
+              (std::vector<std::string>{"C:\\T\\a.swt", "C:\\T\\a.b.ccw", "http://tessaly.example/packs?a=b",
+                                        "C:\\T\\a.ccw.htm"}));
     EXPECT_TRUE(system.shell.Runs().empty());
 }
 
 TEST_F(LauncherTest, StartsTheSpreadsheetWithItsOwnCommandLine)
 {
     InstallCalcora();
-    EXPECT_EQ(launcher.Launch("C:\\My Templates\\Budget.CCW").result, 0);
+    EXPECT_EQ(launcher.Launch({.name = "C:\\My Templates\\Budget.CCW"}).result, 0);
     EXPECT_EQ(system.shell.Runs(),
               (std::vector<MemoryShell::Started>{
                   {std::string{Calcora}, "\"C:\\Program Files\\Calcora\\clc.exe\" /+  \"C:\\My Templates\\Budget.CCW\"",
@@ -103,12 +111,45 @@ TEST_F(LauncherTest, StartsTheSpreadsheetWithItsOwnCommandLine)
 TEST_F(LauncherTest, TellsAMissingSpreadsheetRegistrationFromAMissingProgram)
 {
     toolkit.ExpectMessage("Unable to launch 'b.ccw'.\r\nCalcora is not installed on the system.", Icon::None);
-    EXPECT_EQ(launcher.Launch("C:\\T\\b.ccw").result, 1);
+    EXPECT_EQ(launcher.Launch({.name = "C:\\T\\b.ccw"}).result, 1);
 
     system.registry.PutString(Hive::LocalMachine, AppPath, "", Calcora);
     toolkit.ExpectMessage(NotFound, Icon::Information);
-    EXPECT_EQ(launcher.Launch("C:\\T\\b.ccw").result, 0);
+    EXPECT_EQ(launcher.Launch({.name = "C:\\T\\b.ccw"}).result, 0);
     EXPECT_TRUE(system.shell.Runs().empty());
+}
+
+TEST_F(LauncherTest, WhatTheGateRefusesAndWhatIsGoneIsToldAndNeverReachesTheSystem)
+{
+    InstallCalcora();
+    system.files.AddFile("C:\\T\\evil.exe");
+    const std::pair<const char*, const char*> rows[] = {
+        {"C:\\T\\evil.exe", NoHelp},
+        {"file:///C:/T/evil.exe", NoHelp},
+        {"C:\\T\\gone.htm", NoHelp},
+        {"C:\\T\\gone.swt", NotFound},
+        {"\\\\elsewhere\\share\\a.ccw", NotFound},
+        {"C:\\a\" /run \"C:\\b.ccw", NotFound},
+    };
+    for (const auto& [target, message] : rows) {
+        toolkit.ExpectMessage(message, Icon::Information);
+        EXPECT_EQ(launcher.Launch({.name = target}).result, 1) << target;
+    }
+    EXPECT_TRUE(system.shell.Opened().empty() && system.shell.Runs().empty());
+}
+
+TEST_F(LauncherTest, TheSpreadsheetsRegistrationMayHaveQuotesAndVariables)
+{
+    InstallCalcora();
+    system.shell.SetVariable("ProgramFiles", "C:\\Program Files");
+    for (const char* value : {"\"C:\\Program Files\\Calcora\\clc.exe\"", " \"%programfiles%\\Calcora\\clc.exe\" /x",
+                              "%ProgramFiles%\\Calcora\\clc.exe"}) {
+        system.registry.PutString(Hive::LocalMachine, AppPath, "", value);
+        system.shell.Forget();
+        EXPECT_TRUE(launcher.Launch({.name = "C:\\T\\b.ccw"}).opened) << value;
+        ASSERT_EQ(system.shell.Runs().size(), 1u) << value;
+        EXPECT_EQ(system.shell.Runs()[0].application, Calcora);
+    }
 }
 
 TEST_F(LauncherTest, ASpreadsheetThatWillNotStartIsReportedAndNotRemembered)
@@ -185,12 +226,58 @@ TEST_F(LauncherTest, NewMakesTheUserWorkOnACopyOfASpreadsheet)
     opener.CreateDocument(InLibrary("Letters\\Memo.swt"));
     EXPECT_EQ(system.shell.Opened(), std::vector<std::string>{InLibrary("Letters\\Memo.swt")});
 
+    system.shell.AddNewVerb(".swt"); // "open" would let the user overwrite the template
+    opener.CreateDocument(InLibrary("Letters\\Memo.swt"));
+    EXPECT_EQ(system.shell.OpenedForNew(), std::vector<std::string>{InLibrary("Letters\\Memo.swt")});
+
     toolkit.ExpectMessage(NotFound, Icon::Information);
     opener.CreateDocument(InLibrary("Business\\Gone.ccw"));
-    spreadsheets.SetWorkingDirectory("Q:\\Away");
-    toolkit.ExpectMessage(NotFound, Icon::Information);
-    opener.CreateDocument(InLibrary("Business\\Budget.ccw"));
     EXPECT_EQ(system.shell.Runs().size(), 1u);
+}
+
+TEST_F(LauncherTest, ANewSpreadsheetIsWritableAndGoesToTheDocumentsWhenItsFolderIsGone)
+{
+    InstallCalcora();
+    system.files.SetAttributes(InLibrary("Business\\Budget.ccw"), platform::attribute::ReadOnly);
+    const std::string documents = "C:\\Users\\User\\Documents";
+    system.files.AddFolder(documents);
+    spreadsheets.SetWorkingDirectory("Q:\\Away");
+    opener.CreateDocument(InLibrary("Business\\Budget.ccw"));
+    EXPECT_EQ(system.files.Stat(documents + "\\Budget.ccw")->attributes & platform::attribute::ReadOnly, 0u);
+    EXPECT_EQ(system.shell.Runs().size(), 1u);
+}
+
+TEST_F(LauncherTest, ANewDocumentThatDoesNotOpenLeavesNothingBehind)
+{
+    system.files.AddFolder("D:\\Sheets");
+    spreadsheets.SetWorkingDirectory("D:\\Sheets");
+    system.files.SetAttributes(InLibrary("Business\\Budget.ccw"), platform::attribute::ReadOnly);
+    opener.Opened = opener.Created = [](const std::string& path) { ADD_FAILURE() << path; };
+    const std::function<void()> faults[] = {
+        [&] { // no spreadsheet
+            toolkit.ExpectMessage("Unable to launch 'Budget.ccw'.\r\nCalcora is not installed on the system.",
+                                  Icon::None);
+        },
+        [&] { // registered, and gone
+            system.registry.PutString(Hive::LocalMachine, AppPath, "", Calcora);
+            toolkit.ExpectMessage(NotFound, Icon::Information);
+        },
+        [&] { // it does not start
+            system.files.AddFile(Calcora);
+            system.shell.OnRun(
+                [](const auto&) { return platform::Result<>{std::unexpected{platform::error::DiskFull}}; });
+            toolkit.ExpectMessage("Unable to launch 'Budget.ccw'. Please check if the associated application to launch "
+                                  "the file is installed on the machine and try again",
+                                  Icon::Information);
+        },
+    };
+    for (const auto& fault : faults) {
+        fault();
+        opener.CreateDocument(InLibrary("Business\\Budget.ccw"));
+        EXPECT_EQ(system.files.AllPaths("D:\\Sheets"), std::vector<std::string>{});
+    }
+    system.shell.SetOpenResult(5); // a failure that stays silent
+    opener.CreateDocument(InLibrary("Letters\\Memo.swt"));
 }
 
 } // namespace

@@ -58,7 +58,7 @@ std::string ThreeCalls(Platform system)
     const auto note = [&](bool succeeded) { answers += succeeded ? '.' : 'x'; };
     note(system.files.CreateFolder("C:\\a").has_value());
     note(system.registry.CreateKey(Hive::CurrentUser, "a").has_value());
-    note(system.shell.Open("http://a") > 32);
+    note(system.shell.Open("http://a", Verb::Open) > 32);
     return answers;
 }
 

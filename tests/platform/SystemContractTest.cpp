@@ -61,8 +61,18 @@ TEST_F(SystemContract, ResourceStringsComeFromTheLoadedLibraryCutAtTheBuffer)
 TEST_F(SystemContract, OpeningSaysWhatWentWrong)
 {
     under->WriteFile(At("a.unknownending"), "x");
-    EXPECT_EQ(system.shell.Open(At("a.unknownending")), 31);
-    EXPECT_EQ(system.shell.Open(At("missing.txt")), 2);
+    under->WriteFile(At("a.txt"), "x");
+    EXPECT_EQ(system.shell.Open(At("a.unknownending"), Verb::Open), 31);
+    EXPECT_EQ(system.shell.Open(At("a.txt"), Verb::New), 31) << "a text has no verb for a new one";
+    EXPECT_EQ(system.shell.Open(At("missing.txt"), Verb::Open), 2);
+}
+
+TEST_F(SystemContract, VariablesAreFilledInAndUnknownOnesStay)
+{
+    const std::string windows = system.shell.FolderPath(KnownFolder::Windows).value();
+    EXPECT_TRUE(path::Same(system.shell.Expanded("%SystemRoot%\\a ü"), windows + "\\a ü"));
+    for (const char* text : {"", "50 %", "%TSNoSuchVariable%\\x"})
+        EXPECT_EQ(system.shell.Expanded(text), text);
 }
 
 TEST_F(SystemContract, ProgramsAreNeverSearchedFor)

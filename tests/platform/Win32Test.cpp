@@ -1,5 +1,6 @@
 #include "PlatformUnderTest.h"
 
+#include "platform/CommandLine.h"
 #include "platform/Path.h"
 #include "platform/win32/Native.h"
 #include "platform/win32/System.h"
@@ -35,8 +36,22 @@ TEST_F(Win32Test, OpensAFileWhosePathIsLongerThanTheShellTakes)
     }
     const std::string file = path::Join(deep, "file.tsunknown");
     under->WriteFile(At(file), "deep");
-    EXPECT_EQ(system.shell.Open(At(file)), 31) << "found, and no program is there for its type";
-    EXPECT_EQ(system.shell.Open(At(path::Join(deep, "gone.txt"))), 2);
+    EXPECT_EQ(system.shell.Open(At(file), Verb::Open), 31) << "found, and no program is there for its type";
+    EXPECT_EQ(system.shell.Open(At(path::Join(deep, "gone.txt")), Verb::Open), 2);
+}
+
+TEST_F(Win32Test, TheSystemTakesACommandLineApartAsItWasMade)
+{
+    const std::vector<std::string> arguments{"C:\\a b\\x.exe", "",         "a b", "\"", "\\\"", "a\\",
+                                             "a b\\\\",        "\t\"\" c", "ü"};
+    int count{};
+    LPWSTR* const read = CommandLineToArgvW(win32::ToUtf16(command_line::Join(arguments)).c_str(), &count);
+    ASSERT_NE(read, nullptr);
+    std::vector<std::string> found;
+    for (int i = 0; i < count; ++i)
+        found.push_back(win32::ToUtf8(read[i]));
+    LocalFree(read);
+    EXPECT_EQ(found, arguments);
 }
 
 TEST_F(Win32Test, WaitsForAProgramAndEndsOneThatDoesNotEnd)

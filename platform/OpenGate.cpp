@@ -1,0 +1,90 @@
+#include "platform/OpenGate.h"
+
+#include "platform/FileName.h"
+#include "platform/Path.h"
+#include "platform/Text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace platform {
+
+namespace {
+
+/// Types that start something, whether or not this system's own list has them.
+constexpr std::array<std::string_view, 70> startsSomething{
+    ".ade", ".adp",        ".appinstaller", ".application", ".appref-ms", ".appx",
+    ".asp", ".bas",        ".bat",          ".chm",         ".cmd",       ".com",
+    ".cpl", ".crt",        ".diagcab",      ".dll",         ".exe",       ".gadget",
+    ".hlp", ".hta",        ".img",          ".inf",         ".ins",       ".iso",
+    ".isp", ".its",        ".jar",          ".jnlp",        ".js",        ".jse",
+    ".ksh", ".library-ms", ".lnk",          ".mad",         ".mht",       ".msc",
+    ".msi", ".msix",       ".msp",          ".ocx",         ".pcd",       ".pif",
+    ".pl",  ".ps1",        ".psc1",         ".py",          ".pyw",       ".rdp",
+    ".reg", ".scf",        ".scr",          ".sct",         ".search-ms", ".settingcontent-ms",
+    ".shb", ".shs",        ".sys",          ".theme",       ".themepack", ".url",
+    ".vb",  ".vbe",        ".vbs",          ".vhd",         ".vhdx",      ".website",
+    ".ws",  ".wsc",        ".wsf",          ".wsh",
+};
+
+/// "http://" or "https://", a server's name, and nothing that could leave a browser's command line.
+bool IsWebAddress(std::string_view target)
+{
+    const std::size_t server = target.find("//") + 2;
+    return text::Length(target) <= OpenGate::LongestAddress && server < target.size() &&
+           !std::string_view{"/?#:@"}.contains(target[server]) && !file_name::HasControlCharacter(target) &&
+           target.find_first_of(" \"<>\\\x7F") == std::string_view::npos;
+}
+
+/// Whether each name of the path stands for itself: no device, no ".." that leads elsewhere, no hidden stream, nothing
+/// that the system would cut off.
+bool IsPlainPath(std::string_view normalized)
+{
+    if (file_name::HasControlCharacter(normalized) ||
+        normalized.substr(2).find_first_of(file_name::ForbiddenInPaths) != std::string_view::npos)
+        return false;
+    return std::ranges::none_of(text::Split(normalized.substr(2), '\\'), file_name::IsReserved);
+}
+
+bool IsBelow(std::string_view path, std::string_view folder)
+{
+    const std::string start = path::Normalized(folder);
+    return path::IsAbsolute(start) && path.size() > start.size() && path[start.size()] == '\\' &&
+           text::EqualIgnoringCase(path.substr(0, start.size()), start);
+}
+
+} // namespace
+
+bool OpenGate::IsHarmlessName(std::string_view name) const
+{
+    // Beside a name without ending the system would look for a program of that name.
+    const std::size_t dot = name.rfind('.');
+    if (dot == std::string_view::npos || dot + 1 == name.size())
+        return false;
+    const std::string ending = text::Folded(name.substr(dot));
+    const auto is = [&](std::string_view other) { return ending == other; };
+    if (std::ranges::any_of(ownEndings, is))
+        return true;
+    return std::ranges::none_of(startsSomething, is) && !shell.IsDangerous(ending);
+}
+
+OpenGate::Verdict OpenGate::Judge(std::string_view target, std::span<const std::string> ownFolders) const
+{
+    const std::string scheme = text::Folded(target.substr(0, target.find("//")));
+    if (scheme == "http:" || scheme == "https:")
+        return IsWebAddress(target) ? Verdict::Opens : Verdict::Refused;
+    if (!path::IsAbsolute(target))
+        return Verdict::Refused;
+    const std::string file = path::Normalized(target);
+    const auto isBelow = [&](const std::string& folder) { return IsBelow(file, folder); };
+    if (!IsPlainPath(file) || !IsHarmlessName(path::Name(file)) ||
+        (file.starts_with("\\\\") && std::ranges::none_of(ownFolders, isBelow)))
+        return Verdict::Refused;
+    const auto entry = files.Stat(file);
+    if (!entry)
+        return Verdict::NotThere;
+    // A short name ("REPORT~1.SWT") hides the real ending.
+    return !entry->IsFolder() && IsHarmlessName(entry->name) ? Verdict::Opens : Verdict::Refused;
+}
+
+} // namespace platform
