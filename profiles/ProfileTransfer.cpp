@@ -137,8 +137,7 @@ std::expected<std::string, ExportOutcome> ProfileTransfer::ExportFolder(std::str
     }
     // A name that the system changes or keeps for itself would put the export somewhere else than it says.
     const std::string name = text::Trimmed(folderName);
-    if (platform::file_name::HasForbiddenCharacter(name) ||
-        (!name.empty() && ImageFolderName(name) != name)) {
+    if (platform::file_name::HasForbiddenCharacter(name) || (!name.empty() && ImageFolderName(name) != name)) {
         messages.Stop(strings.LoadString(str::FolderNameCharacters) + "\r\n\\ / : * ? \" < > |");
         return std::unexpected{ExportOutcome::BadName};
     }
@@ -429,7 +428,7 @@ void ProfileTransfer::RunEditor(const std::string& arguments)
     if (!windows)
         return;
     const std::string editor = path::Join(*windows, "regedit.exe");
-    (void)system.shell.RunAndWait(editor, "\"" + editor + "\" " + arguments, platform::WindowStyle::MinimizedFocus,
+    (void)system.shell.RunAndWait(editor, Quoted(editor) + " " + arguments, platform::WindowStyle::MinimizedFocus,
                                   editorTime);
 }
 
