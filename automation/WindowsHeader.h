@@ -11,6 +11,7 @@
 #include <oleauto.h>
 #include <shellapi.h>
 #include <shlobj.h>
+#include <shlwapi.h>
 #include <wincodec.h>
 
 #include "TSBrowser.h" // made from TSBrowser.idl
@@ -21,3 +22,4 @@
 #undef GetObject
 #undef LoadString
 #undef MessageBox
+#undef Yield
