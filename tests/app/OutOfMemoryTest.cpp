@@ -26,6 +26,10 @@ void* operator new[](std::size_t size)
 {
     return Allocate(size);
 }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept // what sorting takes, and does without
+{
+    return std::malloc(size);
+}
 void operator delete(void* memory) noexcept
 {
     std::free(memory);
