@@ -34,7 +34,7 @@ tests/browser        product gtest tests/support
 tests/endtoend       product gtest tests/support/win32 system
 tests/library        product gtest tests/support
 tests/pictures       product gtest
-tests/pictures/win32 product gtest tests/pictures system
+tests/pictures/win32 product gtest tests/pictures tests/support/win32 system
 tests/platform       product gtest tests/support
 tests/profiles       product gtest tests/support
 tests/profiles/win32 product gtest tests/support tests/support/win32 system
