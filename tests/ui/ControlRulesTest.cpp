@@ -9,8 +9,6 @@
 namespace tests {
 namespace {
 
-using Events = std::vector<std::string>;
-
 class ControlRulesTest : public ::testing::Test {
 protected:
     ScriptedToolkit toolkit;

@@ -3,37 +3,11 @@
 #include "ui/Toolkit.h"
 
 #include <algorithm>
-#include <array>
-
-std::string DemoRows::Text(int row, int column) const
-{
-    ++Asked;
-    switch (column) {
-    case 0:
-        return (row == 9000 ? "Zebra " : "Letter number ") + std::to_string(row) + (row % 7 == 0 ? " äöü Ω 日本" : "");
-    case 1:
-        return "Letters";
-    case 2:
-        return std::to_string(row * 3) + "KB";
-    default:
-        return "11/21/2026 02:4" + std::to_string(row % 10) + " PM";
-    }
-}
-
-std::function<void()> EventForm::Note(std::string event, std::function<std::string()> text)
-{
-    return [this, event = std::move(event), text = std::move(text)] { Events.push_back(event + (text ? text() : "")); };
-}
 
 DemoForm::DemoForm(ui::Toolkit& toolkit) : EventForm{toolkit, "DemoForm", Style::Sizable}
 {
     using Button = ui::ToolBar::Button;
-    SetCaption("Demonstration");
     SetPlacement({600, 600, 15000, 10500});
-    lblFolder.Heading = true;
-    lblFolder.SetCaption("Letters && more");
-    sbStatus.SetPanel(0, "60 templates");
-    sbStatus.SetPanel(1, "Letter number 3");
     tbMain.SetButtons({
         Button{"new", "new", {}, "Create a document", "New", Button::Style::Push},
         Button{"open", "open", {}, "Open", {}, Button::Style::Push},
@@ -43,7 +17,7 @@ DemoForm::DemoForm(ui::Toolkit& toolkit) : EventForm{toolkit, "DemoForm", Style:
         Button{"hidden", "bug", {}, "Report a bug", "Report a Bug", Button::Style::Push, true, false, false},
         Button{"more", "more", {}, "Web page", "Get More Templates", Button::Style::Push},
     });
-    tbMain.ButtonClick = [this](const std::string& key) { Events.push_back("button " + key); };
+    tbMain.ButtonClick = Note("button ", std::identity{});
     BuildMenus();
     BuildTree();
     BuildList();
@@ -72,13 +46,11 @@ void DemoForm::BuildMenus()
     AddEntry(file, "open", "&Open", ui::Plain(ui::KeyCode::F3));
     AddEntry(file, "hidden", "Hidden").Visible = false;
     AddEntry(file, "", "").Separator = true;
-    ui::Menu& recent = AddEntry(file, "recent", "&Recent");
-    AddEntry(recent, "one", "C:\\One.swt");
+    AddEntry(AddEntry(file, "recent", "&Recent"), "one", "C:\\One.swt");
     AddEntry(file, "exit", "E&xit", ui::Ctrl('Q')).Enabled = false;
     ui::Menu& view = AddEntry(MenuBar, "view", "&View");
     AddEntry(view, "details", "&Details").Checked = true;
     AddEntry(view, "refresh", "Refresh", ui::Plain(ui::KeyCode::F5));
-    AddEntry(MenuBar, "help", "&Help");
     AddEntry(PopupMenu, "popOpen", "&Open");
     AddEntry(PopupMenu, "popDelete", "&Delete");
     MenuOpening = Note("opening");
@@ -87,94 +59,82 @@ void DemoForm::BuildMenus()
 void DemoForm::BuildTree()
 {
     const ui::TreeUpdate update{tvTree};
-    constexpr std::array images{"favorites", "category", "folder", "folder-open"};
-    for (std::size_t i = 0; i < images.size(); ++i)
-        tvTree.Images.SetNamed(static_cast<int>(i) + 1, images[i]);
+    tvTree.Images.SetNamed(1, "folder");
+    tvTree.Images.SetNamed(2, "folder-open");
     tvTree.Add(nullptr, "My Favorites", "My Favorites", 1, 1);
     for (const std::string category : {"Letters", "Faxes", "Übersichten"}) {
-        ui::TreeView::Node* parent = tvTree.Add(nullptr, category, category, 2, 2);
+        ui::TreeView::Node* parent = tvTree.Add(nullptr, category, category, 1, 2);
         for (const std::string name : {"Business", "Private", "Holidays"})
-            tvTree.Add(parent, category + "\\" + name, name, 3, 4);
+            tvTree.Add(parent, category + "\\" + name, name, 1, 2);
     }
     tvTree.SetBold(*tvTree.Find("Letters"), true);
     tvTree.SetExpanded(*tvTree.Find("Letters"), true);
     tvTree.Select(tvTree.Find("Letters\\Private"));
-    const auto selected = [this] { return tvTree.Selected()->key; };
+    const auto selected = [this](auto&&...) { return tvTree.Selected()->key; };
+    const auto key = [](const ui::TreeView::Node& node) { return node.key; };
     tvTree.Click = Note("select ", selected);
-    tvTree.ContextMenu = [note = Note("context ", selected)](ui::Point) { note(); };
-    tvTree.Expand = [this](ui::TreeView::Node& node) { Events.push_back("expand " + node.key); };
-    tvTree.Collapse = [this](ui::TreeView::Node& node) { Events.push_back("collapse " + node.key); };
-    tvTree.DblClick = [this](ui::TreeView::Node& node) { Events.push_back("double " + node.key); };
+    tvTree.ContextMenu = Note("context ", selected);
+    tvTree.Expand = Note("expand ", key);
+    tvTree.Collapse = Note("collapse ", key);
+    tvTree.DblClick = Note("double ", key);
 }
 
 void DemoForm::BuildList()
 {
-    constexpr std::array names{"word", "excel", "ppt", "pdf", "photo"};
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        const int index = static_cast<int>(i);
-        lvList.LargeImages.SetNamed(index + 1, names[i]);
-        lvList.SmallImages.SetNamed(index + 3, names[i]);
-        tsTypes.Images.SetNamed(index, names[i]);
-    }
-    tsTypes.Images.SetNamed(5, "all");
+    lvList.LargeImages.SetNamed(1, "word");
+    lvList.SmallImages.SetNamed(3, "word");
+    tsTypes.Images.SetNamed(0, "word");
     tsTypes.SetTabs({{"Word", {}, {}, "&Word", "Word templates", 0},
-                     {"Excel", {}, {}, "Ex&cel", "Excel templates", 1},
-                     {"All", {}, {}, "&All", "All templates", 5}});
+                     {"Excel", {}, {}, "Ex&cel", "Excel templates", 0},
+                     {"All", {}, {}, "&All", "All templates", 0}});
     tsTypes.Click = Note("tab ", [this] { return tsTypes.Selected(); });
     lvList.SetModel(&Rows);
-    lvList.SetColumns({{{}, "Name", 3300}, {{}, "In Folder", 1950}, {{}, "Size", 900, true}, {{}, "Modified", 2100}});
+    lvList.SetColumns({{{}, "Name", 3300}, {{}, "In Folder", 1950}, {{}, "Size", 900, true}});
     lvList.SetView(ui::ListView::View::Details);
     lvList.SetSort(0, true);
     lvList.SetEmptyText("No Word templates available in this folder");
-    const auto row = [this] { return std::to_string(lvList.Selected()); };
+    const auto row = [this](auto&&...) { return std::to_string(lvList.Selected()); };
     lvList.Click = Note("row ", row);
     lvList.DblClick = Note("open ", row);
-    lvList.ColumnClick = [this](int column) { Events.push_back("column " + std::to_string(column)); };
-    lvList.ContextMenu = [note = Note("context ", row)](ui::Point) { note(); };
+    lvList.ContextMenu = Note("context ", row);
+    lvList.ColumnClick = Note("column ", [](int column) { return std::to_string(column); });
 }
 
 void DemoForm::Place()
 {
     const ui::Size client = ClientSize();
-    const int barHeight = tbMain.PreferredSize(client.width).height;
-    const int statusHeight = sbStatus.PreferredSize(client.width).height;
-    const int labelHeight = lblFolder.PreferredSize().height;
-    const int tabHeight = tsTypes.PreferredSize().height;
-    const int bottom = client.height - statusHeight;
+    const int top = tbMain.PreferredSize(client.width).height;
+    const int tabs = tsTypes.PreferredSize().height;
     const int right = SplitterLeft + 75;
-    const int previewTop = bottom - 2700;
-    tbMain.SetBounds({0, 0, client.width, barHeight});
-    lblFolder.SetBounds({90, barHeight, SplitterLeft - 90, labelHeight});
-    tvTree.SetBounds({0, barHeight + labelHeight, SplitterLeft, previewTop - barHeight - labelHeight});
-    imgPreview.SetBounds({0, previewTop, SplitterLeft, bottom - previewTop});
-    spVertical.SetBounds({SplitterLeft, barHeight, 75, bottom - barHeight});
-    tsTypes.SetBounds({right, barHeight, client.width - right, tabHeight});
-    lvList.SetBounds({right, barHeight + tabHeight, client.width - right, bottom - barHeight - tabHeight});
-    sbStatus.SetBounds({0, bottom, client.width, statusHeight});
+    const int previewTop = client.height - 2700;
+    tbMain.SetBounds({0, 0, client.width, top});
+    tvTree.SetBounds({0, top, SplitterLeft, previewTop - top});
+    imgPreview.SetBounds({0, previewTop, SplitterLeft, 2700});
+    spVertical.SetBounds({SplitterLeft, top, 75, client.height - top});
+    tsTypes.SetBounds({right, top, client.width - right, tabs});
+    lvList.SetBounds({right, top + tabs, client.width - right, client.height - top - tabs});
 }
 
-DemoDialog::DemoDialog(ui::Toolkit& toolkit, std::string title) : EventForm{toolkit, "DemoDialog", Style::Dialog}
+DemoDialog::DemoDialog(ui::Toolkit& toolkit) : EventForm{toolkit, "DemoDialog", Style::Dialog}
 {
-    SetCaption(std::move(title));
     lblHeading.Heading = true;
-    const std::pair<ui::Control*, const char*> captions[] = {
-        {&lblHeading, "Templates cannot be found"},
-        {&lblText, "The browser is unable to read the templates path. Insert the disc and click Retry, or click New to "
-                   "select a new templates path."},
-        {&lblKind, "&Current profile:"},
-        {&btnRetry, "&Retry"},
-        {&fraPerson, "Person"},
-        {&lblFirst, "&First name:"},
-        {&lblLast, "&Last name:"},
-        {&lblPhone, "&Business phone number:"},
-        {&lblMonths, "&Months:"},
-        {&lblNotes, "N&otes:"},
-        {&chkApply, "Apply the default &profile without asking"},
-        {&btnNew, "&New..."},
-        {&btnCancel, "Cancel"},
+    const std::pair<ui::Control&, const char*> captions[] = {
+        {lblHeading, "Templates cannot be found"},
+        {lblText, "The browser is unable to read the templates path. Insert the disc and click Retry, or click New to "
+                  "select a new templates path."},
+        {lblKind, "&Current profile:"},
+        {btnRetry, "&Retry"},
+        {fraPerson, "Person"},
+        {lblFirst, "&First name:"},
+        {lblLast, "&Last name:"},
+        {lblPhone, "&Business phone number:"},
+        {lblMonths, "&Months:"},
+        {chkApply, "Apply the default &profile without asking"},
+        {btnNew, "&New..."},
+        {btnCancel, "Cancel"},
     };
     for (const auto& [control, caption] : captions)
-        control->SetCaption(caption);
+        control.SetCaption(caption);
     cboKind.SetItems({"Office (default)", "Home", "Übersee"});
     cboKind.Select(0);
     lstNames.SetItems({"Ann", "Bob", "Cäcilie", "Dora", "Emil", "Fritz", "Gerda", "Hans"});
@@ -184,13 +144,13 @@ DemoDialog::DemoDialog(ui::Toolkit& toolkit, std::string title) : EventForm{tool
     txtLast.SetMaxLength(10);
     pbProgress.SetValue(40);
 
-    for (const auto& [textBox, name] : {std::pair{&txtFirst, "first"}, std::pair{&txtLast, "last"},
-                                        std::pair{&txtPhone, "phone"}, std::pair{&txtMonths, "months"}}) {
-        ui::TextBox& box = *textBox;
-        box.Change = Note(std::string{name} + "=", [&box] { return box.Text(); });
-        box.GotFocus = Note(std::string{"into "} + name);
-        box.LostFocus = Note(std::string{"out of "} + name);
-        box.MouseUp = Note(std::string{name} + " selects ", [&box] { return box.SelText(); });
+    const std::pair<ui::TextBox&, std::string> boxes[] = {
+        {txtFirst, "first"}, {txtLast, "last"}, {txtPhone, "phone"}, {txtMonths, "months"}};
+    for (const auto& [textBox, name] : boxes) {
+        textBox.Change = Note(name + "=", [&box = textBox] { return box.Text(); });
+        textBox.MouseUp = Note(name + " selects ", [&box = textBox](auto&&...) { return box.SelText(); });
+        textBox.GotFocus = Note("into " + name);
+        textBox.LostFocus = Note("out of " + name);
     }
     cboKind.Click = Note("combo ", [this] { return cboKind.Text(); });
     lstNames.Click = Note("list ", [this] { return lstNames.Text(); });
@@ -207,7 +167,7 @@ DemoDialog::DemoDialog(ui::Toolkit& toolkit, std::string title) : EventForm{tool
     Layout(Column(lblHeading, lblText, Row(lblKind, Fill(cboKind), btnRetry),
                   Framed(fraPerson, Column(Grid(Row(lblFirst, Fill(txtFirst), lblLast, Fill(txtLast)),
                                                 Row(lblPhone, Fill(txtPhone), lblMonths, Joined(txtMonths, udMonths))),
-                                           lblNotes, txtNotes)),
+                                           txtNotes)),
                   lstNames, chkApply, pbProgress, Buttons(btnNew, btnCancel)),
            6000);
 }

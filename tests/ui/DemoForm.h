@@ -11,7 +11,6 @@
 #include "ui/ListView.h"
 #include "ui/ProgressBar.h"
 #include "ui/Splitter.h"
-#include "ui/StatusBar.h"
 #include "ui/TabStrip.h"
 #include "ui/ToolBar.h"
 #include "ui/TreeView.h"
@@ -21,13 +20,19 @@
 class DemoRows final : public ui::ListModel {
 public:
     int Rows() const override { return Count; }
-    std::string Text(int row, int column) const override;
-    int Icon(int row) const override { return row % 5 + 1; }
-    int SmallIcon(int row) const override { return row % 5 + 3; }
+    std::string Text(int row, int) const override
+    {
+        ++Asked;
+        return (row == 9000 ? "Zebra " : "Letter ") + std::to_string(row);
+    }
+    int Icon(int) const override { return 1; }
+    int SmallIcon(int) const override { return 3; }
 
     int Count{60};
     mutable int Asked{};
 };
+
+using Events = std::vector<std::string>;
 
 /// What both forms do: every event is written down, in order.
 class EventForm : public ui::Form {
@@ -36,23 +41,38 @@ public:
     std::vector<std::string> Events;
 
 protected:
-    /// A handler that writes the event down, with what `text` gives then.
-    std::function<void()> Note(std::string event, std::function<std::string()> text = {});
+    /// A handler that writes the event down, with what `text` makes of what the event tells.
+    template <class Text>
+    auto Note(std::string event, Text text)
+    {
+        return [this, event, text](auto&&... told) { Events.push_back(event + text(told...)); };
+    }
+    auto Note(std::string event)
+    {
+        return Note(std::move(event), [](auto&&...) { return ""; });
+    }
 };
 
-/// A main window in small: tree, list, tabs, tool bar, menus, status bar, splitter and picture.
+/// Something that a user or the code does, the events it must raise, and what a control shows afterwards.
+struct Act {
+    const char* name;
+    std::function<void()> run;
+    Events events;
+    const ui::Control* control{};
+    std::string shown{};
+};
+
+/// A main window in small: tool bar, tree, splitter, tabs, list, picture and menus.
 class DemoForm final : public EventForm {
 public:
     explicit DemoForm(ui::Toolkit& toolkit);
 
     ui::ToolBar tbMain{*this};
-    ui::Label lblFolder{*this};
     ui::TreeView tvTree{*this};
     ui::Splitter spVertical{*this, ui::Splitter::Direction::LeftRight};
     ui::TabStrip tsTypes{*this};
     ui::ListView lvList{*this};
     ui::Image imgPreview{*this};
-    ui::StatusBar sbStatus{*this};
 
     DemoRows Rows;
     ui::Menu PopupMenu;
@@ -69,11 +89,9 @@ private:
 /// A dialog with every control that a user enters something in.
 class DemoDialog final : public EventForm {
 public:
-    explicit DemoDialog(ui::Toolkit& toolkit, std::string title = "Demonstration");
+    explicit DemoDialog(ui::Toolkit& toolkit);
 
-    ui::Label lblHeading{*this};
-    ui::Label lblText{*this};
-    ui::Label lblKind{*this};
+    ui::Label lblHeading{*this}, lblText{*this}, lblKind{*this};
     ui::ComboBox cboKind{*this};
     ui::Button btnRetry{*this};
     ui::Frame fraPerson{*this};
@@ -86,7 +104,6 @@ public:
     ui::Label lblMonths{*this};
     ui::TextBox txtMonths{*this};
     ui::UpDown udMonths{*this, txtMonths, 1, 99};
-    ui::Label lblNotes{*this};
     ui::TextBox txtNotes{*this, ui::TextBox::Lines::Many};
     ui::ListBox lstNames{*this};
     ui::CheckBox chkApply{*this};

@@ -5,8 +5,6 @@ using testing::IsEmpty;
 
 namespace {
 
-using Events = std::vector<std::string>;
-
 class DialogWindowTest : public WindowTest {
 protected:
     DemoDialog form{toolkit};
@@ -31,64 +29,29 @@ struct PlainDialog final : ui::Form {
 
 TEST_F(DialogWindowTest, KeysReachTheControlsTheyAreMeantFor)
 {
-    struct Act {
-        const char* name;
-        std::function<void()> run;
-        Events events;
+    const auto at = [this](ui::Control& control, WORD key) {
+        return [this, &control, key] {
+            Focus(control);
+            Press(key);
+        };
     };
-    const Act acts[] = {
+    // clang-format off
+    Check(form, {
         {"mnemonic letter", [&] { Type(L"n"); }, {"new"}},
-        {"enter on a button is that button",
-         [&] {
-             Focus(form.btnRetry);
-             Press(VK_RETURN);
-         },
-         {"retry"}},
-        {"a disabled button is left alone",
-         [&] {
-             form.btnNew.SetEnabled(false);
-             Type(L"n");
-             form.btnNew.SetEnabled(true);
-         },
-         {}},
-        {"mnemonic of a check box", [&] { PressAlt('p'); }, {"apply on"}},
-        {"space",
-         [&] {
-             Press(VK_SPACE);
-             PostMessageW(GetFocus(), WM_KEYUP, VK_SPACE, static_cast<LPARAM>(0xC0000001));
-             Pump();
-         },
-         {"apply off"}},
-        {"tab",
-         [&] {
-             Focus(form.txtLast);
-             Press(VK_TAB);
-         },
-         {"out of last", "into phone"}},
-        {"enter in a field", [&] { Press(VK_RETURN); }, {"new"}},
-        {"down in the arrows' box",
-         [&] {
-             Focus(form.txtMonths);
-             Press(VK_DOWN);
-         },
-         {"months=11", "count 11"}},
-        {"down in a list",
-         [&] {
-             Focus(form.lstNames);
-             Press(VK_DOWN);
-         },
-         {"list Cäcilie"}},
-        {"enter in a list", [&] { Press(VK_RETURN); }, {"new"}},
-    };
-    for (const Act& act : acts) {
-        form.Events.clear();
-        act.run();
-        EXPECT_EQ(form.Events, act.events) << act.name;
-    }
+        {"enter on a button is that button", at(form.btnRetry, VK_RETURN), {"retry"}},
+        {"a disabled button", [&] { form.btnNew.SetEnabled(false); Type(L"n"); }, {}},
+        {"enter for a disabled button", at(form.txtFirst, VK_RETURN), {}},
+        {"enabled again", [&] { form.btnNew.SetEnabled(true); Press(VK_RETURN); }, {"new"}},
+        {"mnemonic of a check box", [&] { PressAlt('p'); }, {"out of first", "apply on"}},
+        {"space", [&] { Press(VK_SPACE); PostKey(WM_KEYUP, VK_SPACE, static_cast<LPARAM>(0xC0000001)); }, {"apply off"}},
+        {"tab", at(form.txtLast, VK_TAB), {"out of last", "into phone"}},
+        {"down in the arrows' box", at(form.txtMonths, VK_DOWN), {"months=11", "count 11"}},
+        {"down in a list", at(form.lstNames, VK_DOWN), {"list Cäcilie"}},
+        {"enter in a list", [&] { Press(VK_RETURN); }, {"new"}}});
+    // clang-format on
     Focus(form.txtNotes);
     Type(L"a");
-    PostMessageW(GetFocus(), WM_KEYDOWN, VK_RETURN, 0x001C0001);
-    Pump();
+    PostKey(WM_KEYDOWN, VK_RETURN, 0x001C0001);
     Type(L"b");
     EXPECT_EQ(form.txtNotes.Text(), "a\r\nb") << "a box of several lines keeps the key";
     Press(VK_TAB);
@@ -139,14 +102,9 @@ TEST_F(DialogWindowTest, TypingChangesTheModelAndCodeMovesTheNativeSelection)
 TEST_F(DialogWindowTest, PastingIsAnEditAndLimitsHold)
 {
     Focus(form.txtLast);
-    ASSERT_TRUE(OpenClipboard(HandleOf(form)));
-    EmptyClipboard();
-    const std::wstring text = L"abcdefghijklmnop";
-    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t));
-    std::copy_n(text.c_str(), text.size() + 1, static_cast<wchar_t*>(GlobalLock(memory)));
-    GlobalUnlock(memory);
-    SetClipboardData(CF_UNICODETEXT, memory);
-    CloseClipboard();
+    form.txtNotes.SetText("abcdefghijklmnop");
+    form.txtNotes.SelectAll();
+    Send(form.txtNotes, WM_COPY);
     form.txtLast.Pasting = [&] { form.Events.push_back("over " + form.txtLast.SelText()); };
     form.txtLast.SelectAll();
     Type(L"\x16"); // Ctrl+V
@@ -162,32 +120,24 @@ TEST_F(DialogWindowTest, AFieldMayTakeTheFocusBackHoweverItIsLeft)
             form.txtPhone.SetFocus();
     };
     Focus(form.txtPhone);
-    struct Way {
-        const char* name;
-        std::function<void()> leave;
+    const auto click = [this](const ui::Control& control) {
+        return [this, window = HandleOf(control)] { Click(window, {10, 10}); };
     };
-    const Way ways[] = {
-        {"tab", [&] { Press(VK_TAB); }},
-        {"mouse on a button",
-         [&] {
-             Click(HandleOf(form.btnRetry), {10, 10});
-         }},
-        {"mouse on a text",
-         [&] {
-             Click(HandleOf(form.txtFirst), {10, 10});
-         }},
-        {"mnemonic of a button", [&] { PressAlt('r'); }},
-        {"mnemonic of a check box", [&] { PressAlt('p'); }},
-    };
-    for (const Way& way : ways) {
+    const std::pair<const char*, std::function<void()>> ways[] = {{"tab", [&] { Press(VK_TAB); }},
+                                                                  {"mouse on a button", click(form.btnRetry)},
+                                                                  {"mouse on a text", click(form.txtFirst)},
+                                                                  {"mnemonic of a button", [&] { PressAlt('r'); }},
+                                                                  {"mnemonic of a check box", [&] { PressAlt('p'); }}};
+    for (const auto& [name, leave] : ways) {
+        SCOPED_TRACE(name);
         form.Events.clear();
-        way.leave();
-        EXPECT_EQ(GetFocus(), HandleOf(form.txtPhone)) << way.name;
-        EXPECT_TRUE(form.txtPhone.HasFocus()) << way.name;
-        EXPECT_EQ(GetCapture(), nullptr) << way.name;
-        EXPECT_EQ(std::ranges::count(form.Events, "check"), 1) << way.name;
-        EXPECT_EQ(std::ranges::count(form.Events, "retry"), 0) << way.name;
-        EXPECT_FALSE(form.chkApply.Checked()) << way.name;
+        leave();
+        EXPECT_EQ(GetFocus(), HandleOf(form.txtPhone));
+        EXPECT_TRUE(form.txtPhone.HasFocus());
+        EXPECT_EQ(GetCapture(), nullptr);
+        EXPECT_EQ(std::ranges::count(form.Events, "check"), 1);
+        EXPECT_EQ(std::ranges::count(form.Events, "retry"), 0);
+        EXPECT_FALSE(form.chkApply.Checked());
     }
     refuse = false;
     form.Events.clear();
@@ -232,34 +182,32 @@ TEST_F(DialogWindowTest, AModalFormHoldsTheOthersAndGivesTheFocusBack)
     Focus(window.lvList);
     const HWND main = HandleOf(window);
     form.Close();
-    EXPECT_FALSE(toolkit.ModalActive());
-
-    DemoDialog dialog{toolkit};
-    int held = 0;
-    dialog.btnRetry.Click = [&] {
-        held += !IsWindowEnabled(main) && !IsWindowEnabled(HandleOf(hidden)) && toolkit.ModalActive();
-        DemoDialog inner{toolkit, "Inner"};
-        const HWND outer = HandleOf(dialog);
-        inner.btnRetry.Click = [&] {
-            held += !IsWindowEnabled(outer) && !IsWindowEnabled(main);
-            inner.Close();
-        };
-        inner.Realize();
-        PostMessageW(HandleOf(inner.btnRetry), BM_CLICK, 0, 0);
-        inner.ShowModal();
-        EXPECT_TRUE(IsWindowEnabled(outer));
-        EXPECT_FALSE(IsWindowEnabled(main)) << "the outer dialog is still up";
-        dialog.Close();
+    DemoDialog outer{toolkit};
+    outer.Realize();
+    EXPECT_EQ(GetWindow(HandleOf(outer), GW_OWNER), main);
+    const auto enabled = [&] {
+        return std::string{IsWindowEnabled(main) ? "main " : ""} +
+               (IsWindowEnabled(HandleOf(hidden)) ? "hidden " : "") +
+               (outer.IsOpen() && IsWindowEnabled(HandleOf(outer)) ? "outer " : "") +
+               (toolkit.ModalActive() ? "modal" : "");
     };
-    dialog.Realize();
-    EXPECT_EQ(GetWindow(HandleOf(dialog), GW_OWNER), main);
-    PostMessageW(HandleOf(dialog.btnRetry), BM_CLICK, 0, 0);
-    dialog.ShowModal();
-
-    EXPECT_EQ(held, 2);
-    EXPECT_TRUE(IsWindowEnabled(main));
-    EXPECT_TRUE(IsWindowEnabled(HandleOf(hidden)));
-    EXPECT_FALSE(toolkit.ModalActive());
+    std::vector<std::string> seen{enabled()};
+    acts.Add([&] {
+        seen.push_back(enabled());
+        DemoDialog inner{toolkit};
+        acts.Add([&] {
+            seen.push_back(enabled());
+            inner.Close();
+            return true;
+        });
+        inner.ShowModal();
+        seen.push_back(enabled());
+        outer.Close();
+        return true;
+    });
+    outer.ShowModal();
+    seen.push_back(enabled());
+    EXPECT_THAT(seen, ElementsAre("main hidden outer ", "outer modal", "modal", "outer modal", "main hidden "));
     EXPECT_TRUE(PumpUntil([&] { return GetFocus() == HandleOf(window.lvList); }));
 }
 

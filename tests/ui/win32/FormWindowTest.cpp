@@ -1,7 +1,5 @@
 #include "WindowTest.h"
 
-#include "ui/win32/NativeText.h"
-
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -10,17 +8,9 @@ using ui::win32::ToTwips;
 
 namespace {
 
-class FormWindowTest : public WindowTest {
+class FormWindowTest : public DemoFormTest {
 protected:
-    DemoForm form{toolkit};
-    HWND window{};
-
-    void SetUp() override
-    {
-        Open(form);
-        Focus(form.lvList);
-        window = HandleOf(form);
-    }
+    void SetUp() override { Focus(form.lvList); }
 
     /// A menu's entries as the user reads them.
     static std::vector<std::string> Entries(HMENU menu)
@@ -30,14 +20,11 @@ protected:
             wchar_t text[128]{};
             GetMenuStringW(menu, static_cast<UINT>(i), text, 128, MF_BYPOSITION);
             const UINT state = GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION);
-            std::string entry = ui::win32::FromNative(text);
-            if ((state & MF_SEPARATOR) != 0 && entry.empty())
-                entry = "-";
-            else if ((state & MF_GRAYED) != 0)
-                entry += " (grey)";
-            if ((state & MF_CHECKED) != 0)
-                entry += " (checked)";
-            entries.push_back(entry);
+            const std::string entry = ui::win32::FromNative(text);
+            const char* const look = (state & MF_CHECKED) != 0  ? " (checked)"
+                                     : (state & MF_GRAYED) != 0 ? " (grey)"
+                                                                : "";
+            entries.push_back(entry.empty() ? "-" : entry + look);
         }
         return entries;
     }
@@ -49,15 +36,20 @@ protected:
         return popup;
     }
 
-    void Drag(const ui::Splitter& splitter, POINT from, POINT to, bool release)
+    void Drag(LONG x, std::initializer_list<UINT> end)
     {
-        const HWND bar = HandleOf(splitter);
-        PostMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from.x, from.y));
-        PostMessageW(bar, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(to.x / 2, to.y));
-        PostMessageW(bar, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(to.x, to.y));
-        if (release)
-            PostMessageW(bar, WM_LBUTTONUP, 0, MAKELPARAM(to.x, to.y));
-        Pump();
+        const HWND bar = HandleOf(form.spVertical);
+        form.Events.clear();
+        Mouse(bar, {2, 50}, {WM_LBUTTONDOWN});
+        Mouse(bar, {x / 2, 50}, {WM_MOUSEMOVE});
+        Mouse(bar, {x, 50}, {WM_MOUSEMOVE});
+        Mouse(bar, {x, 50}, end);
+    }
+    LONG OuterWidth() const
+    {
+        RECT outer{};
+        GetWindowRect(window, &outer);
+        return outer.right - outer.left;
     }
 };
 
@@ -65,7 +57,7 @@ protected:
 
 TEST_F(FormWindowTest, FillsAMenuFromItsStateWhenItOpens)
 {
-    EXPECT_THAT(Entries(GetMenu(window)), ElementsAre("&File", "&View", "&Help"));
+    EXPECT_THAT(Entries(GetMenu(window)), ElementsAre("&File", "&View"));
     EXPECT_THAT(Entries(OpenMenu(0)), ElementsAre("&New\tCtrl+N", "&Open\tF3", "-", "&Recent", "E&xit\tCtrl+Q (grey)"));
     EXPECT_THAT(form.Events, ElementsAre("opening"));
 
@@ -81,16 +73,13 @@ TEST_F(FormWindowTest, FillsAMenuFromItsStateWhenItOpens)
     form.Events.clear();
     SendMessageW(window, WM_COMMAND, GetMenuItemID(GetSubMenu(GetMenu(window), 1), 1), 0);
     EXPECT_THAT(form.Events, ElementsAre("menu refresh"));
-}
 
-TEST_F(FormWindowTest, AChosenEntryThatIsGoneByThenDoesNothing)
-{
-    HMENU popup = OpenMenu(0);
-    const UINT first = GetMenuItemID(GetSubMenu(popup, 3), 0);
-    form.MenuBar.Find("recent")->Clear();
-    form.Events.clear();
-    SendMessageW(window, WM_COMMAND, first, 0);
-    EXPECT_THAT(form.Events, IsEmpty());
+    form.MenuOpening = nullptr;
+    form.MenuBar.Find("open")->Visible = true;
+    const UINT gone = GetMenuItemID(OpenMenu(0), 2);
+    form.MenuBar.Find("file")->Clear();
+    SendMessageW(window, WM_COMMAND, gone, 0);
+    EXPECT_THAT(form.Events, ElementsAre("menu refresh")) << "an entry that is gone by then";
 }
 
 TEST_F(FormWindowTest, ShortcutsRunFromAnyControlThatDoesNotNeedTheKey)
@@ -138,8 +127,7 @@ TEST_F(FormWindowTest, ReportsWhereTheUserPutsTheWindowAndNotWhereCodeDoes)
     EXPECT_EQ(form.Placement(), ToTwips(RECT{60, 70, 960, 710}, dpi)) << "the normal place is kept";
     form.SetState(ui::Form::WindowState::Normal);
     EXPECT_FALSE(IsZoomed(window));
-    GetWindowRect(window, &outer);
-    EXPECT_EQ(outer.right - outer.left, 900);
+    EXPECT_EQ(OuterWidth(), 900);
 }
 
 TEST_F(FormWindowTest, AFormThatKeepsALeastWidthIsNotMadeNarrower)
@@ -152,9 +140,7 @@ TEST_F(FormWindowTest, AFormThatKeepsALeastWidthIsNotMadeNarrower)
         }
     };
     SetWindowPos(window, nullptr, 50, 50, 300, 600, SWP_NOZORDER);
-    RECT outer{};
-    GetWindowRect(window, &outer);
-    EXPECT_EQ(outer.right - outer.left, ToPixels(9700, ui::win32::SystemDpi()));
+    EXPECT_EQ(OuterWidth(), ToPixels(9700, ui::win32::SystemDpi()));
     EXPECT_EQ(form.Placement().width, 9700);
 }
 
@@ -163,15 +149,14 @@ TEST_F(FormWindowTest, AnEndOfTheSessionClosesTheFormAtOnceAlsoUnderADialog)
     DemoDialog dialog{toolkit};
     bool saved = false;
     form.Closing = [&] { return saved = true; };
-    dialog.btnRetry.Click = [&] {
+    acts.Add([&] {
         EXPECT_EQ(SendMessageW(window, WM_QUERYENDSESSION, 0, 0), TRUE);
         SendMessageW(window, WM_ENDSESSION, TRUE, 0);
         EXPECT_TRUE(saved) << "the process ends when the message has been handled";
         EXPECT_FALSE(IsWindowVisible(window));
         dialog.Close();
-    };
-    dialog.Realize();
-    PostMessageW(HandleOf(dialog.btnRetry), BM_CLICK, 0, 0);
+        return true;
+    });
     dialog.ShowModal();
     EXPECT_FALSE(form.IsOpen());
     EXPECT_TRUE(PumpUntil([&] { return !IsWindow(window); }));
@@ -180,15 +165,13 @@ TEST_F(FormWindowTest, AnEndOfTheSessionClosesTheFormAtOnceAlsoUnderADialog)
 TEST_F(FormWindowTest, ASplitterMovesOnceAtItsReleaseInsideItsBounds)
 {
     const int dpi = ui::win32::DpiOf(window);
-    Drag(form.spVertical, {2, 50}, {102, 50}, true);
+    Drag(102, {WM_LBUTTONUP});
     EXPECT_THAT(form.Events, ElementsAre("moved " + std::to_string(3600 + ToTwips(100, dpi))));
-    form.Events.clear();
-    Drag(form.spVertical, {2, 50}, {-2000, 50}, true);
+    Drag(-2000, {WM_LBUTTONUP});
     EXPECT_THAT(form.Events, ElementsAre("moved 300"));
-    form.Events.clear();
-    Drag(form.spVertical, {2, 50}, {60, 50}, false);
+    Drag(60, {});
     Press(VK_ESCAPE);
-    SendMessageW(HandleOf(form.spVertical), WM_LBUTTONUP, 0, MAKELPARAM(60, 50));
+    Mouse(HandleOf(form.spVertical), {60, 50}, {WM_LBUTTONUP});
     EXPECT_THAT(form.Events, IsEmpty()) << "Esc gives the drag up";
     EXPECT_EQ(form.spVertical.Bounds().left, 300);
 }
@@ -196,17 +179,13 @@ TEST_F(FormWindowTest, ASplitterMovesOnceAtItsReleaseInsideItsBounds)
 TEST_F(FormWindowTest, AnotherDpiScalesEveryControl)
 {
     const int dpi = ui::win32::DpiOf(window) * 3 / 2;
-    RECT before{};
-    GetClientRect(HandleOf(form.tbMain), &before);
-    const RECT suggested{20, 20, 1220, 860};
-    SendMessageW(window, 0x02E0 /* WM_DPICHANGED */, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&suggested));
-    RECT after{};
-    GetClientRect(HandleOf(form.tbMain), &after);
-    EXPECT_GT(after.bottom, before.bottom * 13 / 10);
+    const LONG before = ClientOf(HandleOf(form.tbMain)).bottom;
+    MoveToDpi(window, dpi, {800, 560});
+    const RECT after = ClientOf(HandleOf(form.tbMain));
+    EXPECT_GT(after.bottom, before * 13 / 10);
     int width = 0;
     int height = 0;
-    ImageList_GetIconSize(reinterpret_cast<HIMAGELIST>(SendMessageW(HandleOf(form.tvTree), TVM_GETIMAGELIST, 0, 0)),
-                          &width, &height);
+    ImageList_GetIconSize(reinterpret_cast<HIMAGELIST>(Send(form.tvTree, TVM_GETIMAGELIST)), &width, &height);
     EXPECT_EQ(width, 16 * dpi / 96);
     EXPECT_EQ(form.ClientSize().width, ToTwips(static_cast<int>(after.right), dpi));
 }

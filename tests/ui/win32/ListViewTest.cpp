@@ -11,31 +11,24 @@ constexpr ui::ListView::View Views[] = {ui::ListView::View::LargeIcons, ui::List
                                         ui::ListView::View::List, ui::ListView::View::Details,
                                         ui::ListView::View::Thumbnails};
 
-class ListViewWindowTest : public WindowTest {
+class ListViewWindowTest : public DemoFormTest {
 protected:
-    DemoForm form{toolkit};
-    HWND list{};
-
-    void SetUp() override
-    {
-        Open(form);
-        Focus(form.lvList);
-        list = HandleOf(form.lvList);
-    }
-
-    int NativeSelection() const
-    {
-        return static_cast<int>(SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
-    }
+    void SetUp() override { Focus(form.lvList); }
 
     POINT At(int row) const { return PlaceOf(form.lvList, row); }
+    void Fill(int rows)
+    {
+        form.Rows.Count = rows;
+        form.lvList.Refill();
+        Pump();
+    }
+    HWND Header() const { return reinterpret_cast<HWND>(Send(form.lvList, LVM_GETHEADER)); }
 
     HDITEMW Heading(WPARAM column) const
     {
         HDITEMW item{};
         item.mask = HDI_FORMAT | HDI_WIDTH;
-        SendMessageW(reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0)), HDM_GETITEMW, column,
-                     reinterpret_cast<LPARAM>(&item));
+        SendMessageW(Header(), HDM_GETITEMW, column, reinterpret_cast<LPARAM>(&item));
         return item;
     }
 };
@@ -44,32 +37,17 @@ protected:
 
 TEST_F(ListViewWindowTest, TurnsEachKeyAndButtonIntoOneEvent)
 {
-    form.Rows.Count = 8;
-    form.lvList.Refill();
-    Pump();
-    struct Act {
-        const char* name;
-        std::function<void()> run;
-        std::vector<std::string> events;
-    };
-    const Act acts[] = {
+    Fill(8);
+    // clang-format off
+    Check(form, {
         {"end", [&] { Press(VK_END); }, {"row 7"}},
         {"enter", [&] { Press(VK_RETURN); }, {"open 7"}},
         {"right button", [&] { RightClick(list, At(4)); }, {"row 4", "context 4"}},
-        {"context key", [&] { SendMessageW(list, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list), -1); }, {"context 4"}},
-        {"beside the rows",
-         [&] {
-             Click(list, {20, At(7).y + 100});
-         },
-         {"row -1"}},
-        {"typing", [&] { Type(L"L"); }, {"row 5"}},
-    };
-    for (const Act& act : acts) {
-        form.Events.clear();
-        act.run();
-        EXPECT_EQ(form.Events, act.events) << act.name;
-        EXPECT_EQ(NativeSelection(), form.lvList.Selected()) << act.name;
-    }
+        {"context key", [&] { Send(form.lvList, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list), -1); }, {"context 4"}},
+        {"beside the rows", [&] { Click(list, {20, At(7).y + 100}); }, {"row -1"}},
+        {"typing", [&] { Type(L"L"); }, {"row 5"}}},
+        [&] { EXPECT_EQ(RowOf(form.lvList), form.lvList.Selected()); });
+    // clang-format on
 }
 
 TEST_F(ListViewWindowTest, AsksOnlyForWhatItShowsOfTenThousandRows)
@@ -78,7 +56,7 @@ TEST_F(ListViewWindowTest, AsksOnlyForWhatItShowsOfTenThousandRows)
     for (const auto view : Views) {
         form.lvList.SetView(view);
         Pump();
-        EXPECT_EQ(NativeSelection(), 40) << static_cast<int>(view);
+        EXPECT_EQ(RowOf(form.lvList), 40) << static_cast<int>(view);
     }
     form.lvList.SetView(ui::ListView::View::Details);
     form.Rows.Count = 10000;
@@ -100,10 +78,9 @@ TEST_F(ListViewWindowTest, ShowsTheSortAndReportsColumns)
     EXPECT_EQ(Heading(0).fmt & (HDF_SORTUP | HDF_SORTDOWN), 0);
     EXPECT_NE(Heading(2).fmt & HDF_SORTDOWN, 0);
 
-    const HWND header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
     RECT second{};
-    SendMessageW(header, HDM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&second));
-    Click(header, {second.left + 30, second.top + 5});
+    SendMessageW(Header(), HDM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&second));
+    Click(Header(), {second.left + 30, second.top + 5});
     EXPECT_THAT(form.Events, ElementsAre("column 1"));
 
     SendMessageW(list, LVM_SETCOLUMNWIDTH, 1, 200);
@@ -116,84 +93,57 @@ TEST_F(ListViewWindowTest, ShowsTheSortAndReportsColumns)
     EXPECT_EQ(form.lvList.Columns()[0].width, 3300) << "another view's widths do not";
 }
 
-TEST_F(ListViewWindowTest, GivesRowsThatARefillAddsAPlaceInEveryView)
+TEST_F(ListViewWindowTest, HasRowsInPlaceAndScrollsToTheSelectionInEveryView)
 {
     for (const auto view : Views) {
+        SCOPED_TRACE(static_cast<int>(view));
         form.lvList.SetView(view);
+        Fill(2);
+        Fill(6);
         std::set<std::pair<LONG, LONG>> places;
-        for (const int count : {2, 6}) {
-            form.Rows.Count = count;
-            form.lvList.Refill();
-            UpdateWindow(list);
-        }
         for (int row = 0; row < 6; ++row)
             places.emplace(At(row).x, At(row).y);
-        EXPECT_EQ(places.size(), 6u) << "view " << static_cast<int>(view);
-    }
-}
+        EXPECT_EQ(places.size(), 6u) << "those that a refill adds, too";
 
-TEST_F(ListViewWindowTest, TheKeyboardScrollsTheSelectionIntoViewInEveryView)
-{
-    for (const auto view : Views) {
-        form.lvList.SetView(view);
+        Fill(60);
         form.lvList.Select(0);
         Pump();
-        for (const WORD key : {WORD{VK_END}, WORD{VK_HOME}}) {
+        for (const auto& [key, row] : {std::pair<WORD, int>{VK_END, 59}, {VK_HOME, 0}}) {
             Press(key);
             Pump();
-            RECT client{};
-            GetClientRect(list, &client);
-            RECT place{};
-            place.left = LVIR_BOUNDS;
-            SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(form.lvList.Selected()),
-                         reinterpret_cast<LPARAM>(&place));
-            EXPECT_EQ(form.lvList.Selected(), key == VK_END ? form.Rows.Count - 1 : 0);
-            EXPECT_TRUE(place.top >= 0 && place.bottom <= client.bottom)
-                << "view " << static_cast<int>(view) << ": " << place.top << " to " << place.bottom << " of "
-                << client.bottom;
+            EXPECT_EQ(form.lvList.Selected(), row);
+            const RECT place = PlaceOfRow(form.lvList, row, LVIR_BOUNDS);
+            EXPECT_TRUE(place.top >= 0 && place.bottom <= ClientOf(list).bottom) << place.top << " " << place.bottom;
         }
     }
 }
 
 TEST_F(ListViewWindowTest, DrawsTheEmptyTextInItsOwnArea)
 {
-    const auto inked = [&] {
-        UpdateWindow(list);
-        const auto pixels = Capture(list);
-        return std::ranges::count_if(pixels, [](unsigned pixel) { return pixel != 0xFFFFFF; });
-    };
     form.lvList.SetView(ui::ListView::View::LargeIcons);
-    form.Rows.Count = 0;
-    form.lvList.Refill();
-    Pump();
-    const auto withText = inked();
+    Fill(0);
+    const int withText = CountOf(list, 0xFFFFFF);
     form.lvList.SetEmptyText("");
     Pump();
-    EXPECT_GT(withText, inked() + 50);
+    EXPECT_LT(withText + 50, CountOf(list, 0xFFFFFF));
 }
 
 TEST_F(ListViewWindowTest, ARowIsDraggedOntoATreesNode)
 {
-    form.Rows.Count = 8;
-    form.lvList.Refill();
+    Fill(8);
     form.lvList.DropTarget = &form.tvTree;
     std::vector<std::string> dropped;
     form.tvTree.Drop = [&](ui::TreeView::Node& node, ui::Control& source) {
         dropped.push_back(node.text + (&source == &form.lvList ? " from the list, row " : " from elsewhere, row ") +
                           std::to_string(form.lvList.Selected()));
     };
-    HWND tree = HandleOf(form.tvTree);
     // Both messages tell the place in the source's client area.
     const auto placeOf = [&](POINT target) {
         MapWindowPoints(tree, list, &target, 1);
         return MAKELPARAM(target.x, target.y);
     };
     const auto drag = [&](POINT target) {
-        NMLISTVIEW begins{};
-        begins.hdr = {list, static_cast<UINT_PTR>(GetDlgCtrlID(list)), static_cast<UINT>(LVN_BEGINDRAG)};
-        begins.iItem = 3;
-        SendMessageW(GetParent(list), WM_NOTIFY, begins.hdr.idFrom, reinterpret_cast<LPARAM>(&begins));
-        EXPECT_EQ(GetCapture(), list);
+        BeginDrag(form.lvList, 3);
         SendMessageW(list, WM_MOUSEMOVE, MK_LBUTTON, placeOf(target));
     };
     const POINT onNode = PlaceOf(form.tvTree, 0);

@@ -1,47 +1,7 @@
 #include "WindowTest.h"
 #include "tests/ui/FormsUnderTest.h"
 
-#include "ui/win32/NativeText.h"
-
-#include <deque>
-
 namespace {
-
-/// Runs acts from messages of its own, one after the other.
-class Acts {
-public:
-    Acts() : window{CreateWindowExW(0, WC_STATICW, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)}
-    {
-        SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Acts::Procedure));
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&acts));
-    }
-    Acts(const Acts&) = delete;
-    Acts& operator=(const Acts&) = delete;
-    ~Acts() { DestroyWindow(window); }
-
-    void Add(std::vector<std::function<void()>> more)
-    {
-        acts.insert(acts.end(), more.begin(), more.end());
-        PostMessageW(window, WM_APP, 0, 0);
-    }
-
-private:
-    std::deque<std::function<void()>> acts;
-    HWND window;
-
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept
-    {
-        if (message != WM_APP)
-            return DefWindowProcW(window, message, wParam, lParam);
-        auto& waiting = *reinterpret_cast<std::deque<std::function<void()>>*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-        const auto act = waiting.front();
-        waiting.pop_front();
-        if (!waiting.empty())
-            PostMessageW(window, WM_APP, 0, 0);
-        act();
-        return 0;
-    }
-};
 
 class OnWindows final : public FormsUnderTest, private WindowHands {
 public:
@@ -52,7 +12,13 @@ public:
         if (form.Peer() != nullptr)
             SendMessageW(HandleOf(form), WM_CLOSE, 0, 0);
     }
-    void InNextYield(std::function<void()> act) override { acts.Add({std::move(act)}); }
+    void InNextYield(std::function<void()> act) override
+    {
+        acts.Add([act = std::move(act)] {
+            act();
+            return true;
+        });
+    }
 
     void Press(ui::Form&, const ui::Key& key) override
     {
@@ -92,7 +58,8 @@ public:
 
     void RunModal(ui::Form& form, std::vector<std::function<void()>> inIt) override
     {
-        acts.Add(std::move(inIt));
+        for (auto& act : inIt)
+            InNextYield(std::move(act));
         form.ShowModal();
     }
 
@@ -104,20 +71,17 @@ public:
 
     std::string Shown(const ui::Control& control) override
     {
-        const auto places = [&](UINT selected, UINT count) {
-            return std::to_string(static_cast<int>(Send(control, selected))) + " of " +
-                   std::to_string(Send(control, count));
+        const auto places = [&](LRESULT selected, UINT count) {
+            return std::to_string(static_cast<int>(selected)) + " of " + std::to_string(Send(control, count));
         };
         if (dynamic_cast<const ui::CheckBox*>(&control) != nullptr)
             return Send(control, BM_GETCHECK) == BST_CHECKED ? "on" : "off";
         if (dynamic_cast<const ui::ListBox*>(&control) != nullptr)
-            return places(LB_GETCURSEL, LB_GETCOUNT);
+            return places(Send(control, LB_GETCURSEL), LB_GETCOUNT);
         if (dynamic_cast<const ui::ComboBox*>(&control) != nullptr)
-            return places(CB_GETCURSEL, CB_GETCOUNT);
-        if (dynamic_cast<const ui::ListView*>(&control) != nullptr) {
-            const auto row = static_cast<int>(Send(control, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
-            return std::to_string(row) + " of " + std::to_string(Send(control, LVM_GETITEMCOUNT));
-        }
+            return places(Send(control, CB_GETCURSEL), CB_GETCOUNT);
+        if (const auto* list = dynamic_cast<const ui::ListView*>(&control))
+            return places(RowOf(*list), LVM_GETITEMCOUNT);
         if (const auto* tree = dynamic_cast<const ui::TreeView*>(&control))
             return Outline(*tree);
         if (const auto* tabs = dynamic_cast<const ui::TabStrip*>(&control)) {
@@ -131,7 +95,7 @@ public:
             std::string shown;
             for (WPARAM i = 0; i < bar->Buttons().size(); ++i) {
                 TBBUTTON button{};
-                Send(control, TB_GETBUTTON, i, reinterpret_cast<LPARAM>(&button));
+                Send(control, TB_GETBUTTON, i, &button);
                 const int state = button.fsState;
                 shown += (button.fsStyle & BTNS_SEP) != 0 ? '|'
                          : (state & TBSTATE_HIDDEN) != 0  ? ' '
@@ -143,9 +107,6 @@ public:
         }
         return TextOf(HandleOf(control));
     }
-
-private:
-    Acts acts;
 };
 
 } // namespace

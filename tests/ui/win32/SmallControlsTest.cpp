@@ -1,17 +1,10 @@
 #include "WindowTest.h"
 
-#include "ui/win32/NativeText.h"
-
 using testing::ElementsAre;
 
 namespace {
 
-class SmallControlsTest : public WindowTest {
-protected:
-    DemoForm form{toolkit};
-
-    void SetUp() override { Open(form); }
-};
+using SmallControlsTest = DemoFormTest;
 
 } // namespace
 
@@ -24,9 +17,7 @@ TEST_F(SmallControlsTest, AToolBarWrapsWhereItIsTooNarrowAndKeepsItsButtons)
     const ui::Size wide = form.tbMain.PreferredSize(15000);
     EXPECT_GT(form.tbMain.PreferredSize(2500).height, wide.height * 3 / 2);
     EXPECT_EQ(form.tbMain.PreferredSize(15000).height, wide.height);
-    RECT client{};
-    GetClientRect(HandleOf(form.tbMain), &client);
-    EXPECT_LT(PlaceOf(form.tbMain, 6).y, client.bottom);
+    EXPECT_LT(PlaceOf(form.tbMain, 6).y, ClientOf(HandleOf(form.tbMain)).bottom);
 }
 
 TEST_F(SmallControlsTest, TabsFollowKeys)

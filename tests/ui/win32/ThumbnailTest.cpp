@@ -7,11 +7,6 @@
 
 namespace {
 
-class ThumbnailTest : public WindowTest {
-protected:
-    PictureFolder folder;
-};
-
 /// Rows with a picture each.
 class PictureRows final : public ui::ListModel {
 public:
@@ -30,30 +25,35 @@ public:
     mutable std::vector<int> Asked;
 };
 
+class ThumbnailTest : public DemoFormTest {
+protected:
+    PictureFolder folder;
+    PictureRows rows;
+
+    void SetUp() override
+    {
+        Focus(form.lvList);
+        form.lvList.SetView(ui::ListView::View::Thumbnails);
+    }
+    void TearDown() override { form.lvList.SetModel(nullptr); }
+
+    RECT PlaceOf(int row) const { return PlaceOfRow(form.lvList, row, LVIR_ICON); }
+};
+
 } // namespace
 
 TEST_F(ThumbnailTest, AListShowsThemTheVisibleOnesFirstAndNeverKeepsTheUserWaiting)
 {
-    DemoForm form{toolkit};
-    Open(form);
-    HWND list = HandleOf(form.lvList);
-    PictureRows rows;
     rows.Picture = folder.AddSolid("picture.bmp", {100, 100}, '\x21');
     rows.Count = 300;
-    form.lvList.SetView(ui::ListView::View::Thumbnails);
     form.lvList.SetModel(&rows);
     form.lvList.Select(150);
     toolkit.DoEvents();
     EXPECT_LT(rows.Asked.size(), 200u) << "handling what waits does not mean composing everything";
     ASSERT_TRUE(PumpUntil([&] { return rows.Asked.size() == 300; }));
-    RECT first{};
-    first.left = LVIR_ICON;
-    SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(rows.Asked.front()), reinterpret_cast<LPARAM>(&first));
-    RECT client{};
-    GetClientRect(list, &client);
-    EXPECT_TRUE(first.bottom > 0 && first.top < client.bottom) << rows.Asked.front();
-    UpdateWindow(list);
-    EXPECT_GT(std::ranges::count(Capture(list), 0x212121u), 100 * 100);
+    const RECT first = PlaceOf(rows.Asked.front());
+    EXPECT_TRUE(first.bottom > 0 && first.top < ClientOf(list).bottom) << rows.Asked.front();
+    EXPECT_GT(CountOf(list, 0x212121), 100 * 100);
 
     // Another folder drops what was not composed yet.
     form.lvList.Refill();
@@ -70,66 +70,42 @@ TEST_F(ThumbnailTest, AListShowsThemTheVisibleOnesFirstAndNeverKeepsTheUserWaiti
 
 TEST_F(ThumbnailTest, OneRowAloneIsMarkedAlsoWhenTheListScrollsForIt)
 {
-    DemoForm form{toolkit};
-    Open(form);
-    HWND list = HandleOf(form.lvList);
-    form.lvList.SetView(ui::ListView::View::Thumbnails);
-    Focus(form.lvList);
-    const auto placeOf = [&](int row) {
-        RECT place{};
-        place.left = LVIR_ICON;
-        SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
-        return place;
-    };
-    PictureRows rows;
     rows.Count = 60;
     form.lvList.SetModel(&rows);
     Pump();
-    RECT client{};
-    GetClientRect(list, &client);
-    // One line more than there is room for, so that the first one stays partly in view when the last one is shown.
+    // Two lines, and room for one and a half: the first one stays partly in view when the last one is shown.
     int line = 1;
-    while (placeOf(line).top == placeOf(0).top)
+    while (PlaceOf(line).top == PlaceOf(0).top)
         ++line;
-    int count = line;
-    while (placeOf(count - 1).bottom + 40 < client.bottom)
-        count += line;
-    rows.Count = count;
+    ui::Rect place = form.lvList.Bounds();
+    place.height = ui::win32::ToTwips((PlaceOf(line).top - PlaceOf(0).top) * 3 / 2, ui::win32::DpiOf(list));
+    form.lvList.SetBounds(place);
+    rows.Count = 2 * line;
     form.lvList.Refill();
     form.lvList.Select(0);
     Pump();
     const auto marked = [&](int row) {
-        UpdateWindow(list);
-        const RECT place = placeOf(row); // its lower left corner
-        return Capture(list).at(static_cast<std::size_t>((place.bottom - 1) * client.right + place.left)) != 0xFFFFFF;
+        const RECT icon = PlaceOf(row); // its lower left corner
+        const LONG pixel = (icon.bottom - 1) * ClientOf(list).right + icon.left;
+        return Capture(list).at(static_cast<std::size_t>(pixel)) != 0xFFFFFF;
     };
     ASSERT_TRUE(marked(0));
     Press(VK_END);
-    Pump();
-    ASSERT_LT(placeOf(0).top, 0);
-    ASSERT_GT(placeOf(0).bottom, 0);
+    ASSERT_LT(PlaceOf(0).top, 0);
+    ASSERT_GT(PlaceOf(0).bottom, 0);
     EXPECT_FALSE(marked(0));
-    EXPECT_TRUE(marked(count - 1));
-    form.lvList.SetModel(nullptr);
+    EXPECT_TRUE(marked(rows.Count - 1));
 }
 
 TEST_F(ThumbnailTest, APictureThatCannotBeShownGivesWayToAnotherAndThenToAText)
 {
-    DemoForm form{toolkit};
-    Open(form);
     HWND image = HandleOf(form.imgPreview);
-    const std::string spare = folder.AddSolid("spare.bmp", {40, 40}, '\x21');
-    const auto inked = [&](unsigned colour) {
-        UpdateWindow(image);
-        return std::ranges::count(Capture(image), colour);
-    };
-    form.imgPreview.SetFallback(spare, "No picture");
+    form.imgPreview.SetFallback(folder.AddSolid("spare.bmp", {40, 40}, '\x21'), "No picture");
     form.imgPreview.SetFile(folder.Add("broken.jpg", "no picture"));
-    EXPECT_GT(inked(0x212121), 100);
+    EXPECT_GT(CountOf(image, 0x212121), 100);
     form.imgPreview.SetFallback("C:\\no such file.jpg", "No picture");
-    EXPECT_EQ(inked(0x212121), 0);
+    EXPECT_EQ(CountOf(image, 0x212121), 0);
     const auto shades = [&] {
-        UpdateWindow(image);
         const auto pixels = Capture(image);
         return std::set<unsigned>(pixels.begin(), pixels.end()).size();
     };

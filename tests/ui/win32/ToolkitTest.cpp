@@ -1,6 +1,6 @@
 #include "WindowTest.h"
 
-#include "ui/win32/NativeText.h"
+#include "tests/support/win32/Files.h"
 
 #include <chrono>
 #include <future>
@@ -15,65 +15,37 @@ namespace {
 constexpr int FilterBox = 0x470;
 constexpr int FileNameBox = 0x47C;
 
-/// Tries an act again and again, in whatever loop runs, until it succeeds.
-class Meanwhile {
-public:
-    explicit Meanwhile(std::function<bool()> act)
-    {
-        current = std::move(act);
-        timer = SetTimer(nullptr, 0, 10, &Meanwhile::Tick);
-    }
-    Meanwhile(const Meanwhile&) = delete;
-    Meanwhile& operator=(const Meanwhile&) = delete;
-    ~Meanwhile() { KillTimer(nullptr, timer); }
-
-private:
-    static inline std::function<bool()> current;
-    UINT_PTR timer;
-
-    static void CALLBACK Tick(HWND, UINT, UINT_PTR id, DWORD) noexcept
-    {
-        if (current && current()) {
-            KillTimer(nullptr, id);
-            current = nullptr;
-        }
-    }
-};
-
-class ToolkitTest : public WindowTest {
-protected:
-    /// The system's dialog that is open with this title; null when there is none.
-    static HWND SystemDialog(const wchar_t* title)
-    {
-        HWND dialog = FindWindowW(L"#32770", title);
-        return dialog != nullptr && IsWindowVisible(dialog) ? dialog : nullptr;
-    }
-};
+using ToolkitTest = WindowTest;
+using support::SystemDialog;
 
 } // namespace
 
-TEST_F(ToolkitTest, AMessageBoxGivesTheAnswerAndHoldsTheForm)
+TEST_F(ToolkitTest, AMessageBoxShowsItsIconGivesTheAnswerAndHoldsTheForm)
 {
     DemoForm form{toolkit};
     Open(form);
     struct Case {
+        ui::Icon icon;
+        const wchar_t* shown;
         ui::MessageButtons buttons;
         WPARAM pressed;
         ui::Answer answer;
     };
-    for (const Case& c :
-         {Case{ui::MessageButtons::Ok, IDOK, ui::Answer::Ok}, Case{ui::MessageButtons::YesNo, IDYES, ui::Answer::Yes},
-          Case{ui::MessageButtons::YesNo, IDNO, ui::Answer::No}}) {
+    using enum ui::MessageButtons;
+    for (const Case& c : {Case{ui::Icon::Information, IDI_INFORMATION, Ok, IDOK, ui::Answer::Ok},
+                          Case{ui::Icon::Question, IDI_QUESTION, YesNo, IDYES, ui::Answer::Yes},
+                          Case{ui::Icon::Critical, IDI_ERROR, YesNo, IDNO, ui::Answer::No}}) {
         bool held = false;
-        const Meanwhile meanwhile{[&] {
-            const HWND box = SystemDialog(L"Question");
+        acts.Add([&] {
+            const HWND box = SystemDialog();
             if (box == nullptr)
                 return false;
             held = toolkit.ModalActive() && !IsWindowEnabled(HandleOf(form));
-            PostMessageW(box, WM_COMMAND, c.pressed, 0);
-            return true;
-        }};
-        EXPECT_EQ(toolkit.ShowMessage({"Go on?", "Question", ui::Icon::Question, c.buttons}), c.answer);
+            const LRESULT icon = SendMessageW(support::ChildOf(box, WC_STATICW), STM_GETICON, 0, 0);
+            EXPECT_EQ(reinterpret_cast<HICON>(icon), LoadIconW(nullptr, c.shown));
+            return PostMessageW(box, WM_COMMAND, c.pressed, 0) != FALSE;
+        });
+        EXPECT_EQ(toolkit.ShowMessage({"Go on?", "Question", c.icon, c.buttons}), c.answer);
         EXPECT_TRUE(held);
         EXPECT_FALSE(toolkit.ModalActive());
     }
@@ -81,53 +53,41 @@ TEST_F(ToolkitTest, AMessageBoxGivesTheAnswerAndHoldsTheForm)
 
 TEST_F(ToolkitTest, CancellingTheFolderDialogGivesNothingAndKeepsTheCurrentFolder)
 {
-    wchar_t before[MAX_PATH]{};
-    GetCurrentDirectoryW(MAX_PATH, before);
-    const Meanwhile meanwhile{[] {
-        const HWND dialog = SystemDialog(nullptr);
+    const auto before = std::filesystem::current_path();
+    acts.Add([] {
+        const HWND dialog = SystemDialog();
         return dialog != nullptr && PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
-    }};
+    });
     EXPECT_EQ(toolkit.BrowseForFolder("Template Pack Path", "C:\\windows"), std::nullopt);
-    wchar_t after[MAX_PATH]{};
-    GetCurrentDirectoryW(MAX_PATH, after);
-    EXPECT_STREQ(before, after);
+    EXPECT_EQ(std::filesystem::current_path(), before);
 }
 
 TEST_F(ToolkitTest, TheFileDialogGivesTheFileAndKeepsTheCurrentFolder)
 {
     // Where the dialog starts is not the current folder.
-    const std::wstring folder = [] {
-        wchar_t path[MAX_PATH]{};
-        GetTempPathW(MAX_PATH, path);
-        return std::wstring{path} + L"TSFileDialog \u00fc";
-    }();
-    CreateDirectoryW(folder.c_str(), nullptr);
-    const std::wstring file = folder + L"\\picture.gif";
-    CloseHandle(CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
-    wchar_t before[MAX_PATH]{};
-    GetCurrentDirectoryW(MAX_PATH, before);
+    const auto folder = support::TemporaryFile(L" \u00fc");
+    const auto file = folder / L"picture.gif";
+    support::WriteFile(file);
+    const auto before = std::filesystem::current_path();
     const ui::OpenFileDialog question{"Select an Image", "JPEG Files (*.jpg)|*.jpg|GIF Files (*.gif)|*.gif",
-                                      ui::win32::FromNative(folder)};
-    const std::pair<WPARAM, std::optional<std::string>> rows[] = {{IDOK, ui::win32::FromNative(file)},
+                                      ui::win32::FromNative(folder.wstring())};
+    const std::pair<WPARAM, std::optional<std::string>> rows[] = {{IDOK, ui::win32::FromNative(file.wstring())},
                                                                   {IDCANCEL, std::nullopt}};
     for (const auto& [pressed, answer] : rows) {
         std::string filter;
-        const Meanwhile meanwhile{[&] {
-            const HWND dialog = SystemDialog(L"Select an Image");
+        acts.Add([&] {
+            const HWND dialog = SystemDialog();
             if (dialog == nullptr || GetDlgItem(dialog, FilterBox) == nullptr)
                 return false;
             filter = TextOf(GetDlgItem(dialog, FilterBox));
             SetDlgItemTextW(dialog, FileNameBox, L"picture.gif");
             return PostMessageW(dialog, WM_COMMAND, pressed, 0) != FALSE;
-        }};
+        });
         EXPECT_EQ(toolkit.OpenFile(question), answer);
         EXPECT_EQ(filter, "JPEG Files (*.jpg)");
-        wchar_t after[MAX_PATH]{};
-        GetCurrentDirectoryW(MAX_PATH, after);
-        EXPECT_STREQ(before, after);
+        EXPECT_EQ(std::filesystem::current_path(), before);
     }
-    DeleteFileW(file.c_str());
-    EXPECT_TRUE(RemoveDirectoryW(folder.c_str()));
+    std::filesystem::remove_all(folder);
 }
 
 TEST_F(ToolkitTest, APopUpMenuRunsItsEntryAfterItHasClosed)
@@ -136,14 +96,14 @@ TEST_F(ToolkitTest, APopUpMenuRunsItsEntryAfterItHasClosed)
     Open(form);
     bool modalInside = true;
     form.PopupMenu.Find("popDelete")->Click = [&] { modalInside = toolkit.ModalActive(); };
-    const Meanwhile meanwhile{[&] {
+    acts.Add([&] {
         if (FindWindowW(L"#32768", nullptr) == nullptr)
             return false;
         EXPECT_TRUE(toolkit.ModalActive());
         for (const WPARAM key : {VK_DOWN, VK_DOWN, VK_RETURN})
             PostMessageW(HandleOf(form), WM_KEYDOWN, key, 1);
         return true;
-    }};
+    });
     form.ShowPopup(form.PopupMenu, {600, 600});
     EXPECT_FALSE(modalInside);
 }
@@ -204,24 +164,18 @@ TEST_F(ToolkitTest, WhatIsPostedWakesTheLoopThatWaitsFromEveryThread)
 
 TEST_F(ToolkitTest, YieldingStandsBeingEnteredAgainAndKeepsTheEndOfTheProgram)
 {
-    DemoDialog dialog{toolkit};
-    dialog.Show();
     int depth = 0;
-    int deepest = 0;
-    dialog.btnRetry.Click = [&] {
-        deepest = std::max(deepest, ++depth);
-        if (depth < 4) {
-            PostMessageW(HandleOf(dialog.btnRetry), BM_CLICK, 0, 0);
-            toolkit.DoEvents();
-        } else {
+    const std::function<bool()> act = [&] {
+        if (++depth < 4)
+            acts.Add(act);
+        else
             toolkit.Quit();
-            toolkit.DoEvents();
-        }
-        --depth;
+        toolkit.DoEvents();
+        return true;
     };
-    PostMessageW(HandleOf(dialog.btnRetry), BM_CLICK, 0, 0);
+    acts.Add(act);
     toolkit.DoEvents();
-    EXPECT_EQ(deepest, 4);
+    EXPECT_EQ(depth, 4);
     toolkit.Run(); // returns: the end was not lost in the yields
 }
 

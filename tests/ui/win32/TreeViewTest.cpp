@@ -5,33 +5,15 @@ using testing::IsEmpty;
 
 namespace {
 
-class TreeViewWindowTest : public WindowTest {
+class TreeViewWindowTest : public DemoFormTest {
 protected:
-    DemoForm form{toolkit};
-    HWND tree{};
     // Places in the tree as it is at first.
     static constexpr int Letters = 1;
     static constexpr int Faxes = 5;
 
-    void SetUp() override
-    {
-        Open(form);
-        Focus(form.tvTree);
-        tree = HandleOf(form.tvTree);
-    }
+    void SetUp() override { Focus(form.tvTree); }
 
     POINT At(int part) const { return PlaceOf(form.tvTree, part); }
-    /// As the system sees it; the program's own keys come before it.
-    void ShiftF10()
-    {
-        BYTE before[256];
-        GetKeyboardState(before);
-        BYTE keys[256]{};
-        keys[VK_SHIFT] = 0x80;
-        SetKeyboardState(keys);
-        SendMessageW(tree, WM_SYSKEYDOWN, VK_F10, 1);
-        SetKeyboardState(before);
-    }
     /// What opens and closes the node's branch.
     POINT BranchMark(int part) const
     {
@@ -50,12 +32,10 @@ protected:
 
 TEST_F(TreeViewWindowTest, TurnsEachKeyAndButtonIntoOneEvent)
 {
-    struct Act {
-        const char* name;
-        std::function<void()> run;
-        std::vector<std::string> events;
-    };
-    const Act acts[] = {
+    // As the system sees it; the program's own keys come before it.
+    const auto shiftF10 = [&] { Hold({VK_SHIFT}, [&] { Send(form.tvTree, WM_SYSKEYDOWN, VK_F10, 1); }); };
+    // clang-format off
+    Check(form, {
         {"down", [&] { Press(VK_DOWN); }, {"select Letters\\Holidays"}},
         {"down again", [&] { Press(VK_DOWN); }, {"select Faxes"}},
         {"right", [&] { Press(VK_RIGHT); }, {"expand Faxes"}},
@@ -64,19 +44,13 @@ TEST_F(TreeViewWindowTest, TurnsEachKeyAndButtonIntoOneEvent)
         {"home", [&] { Press(VK_HOME); }, {"select My Favorites"}},
         {"right button", [&] { RightClick(tree, At(Letters)); }, {"select Letters", "context Letters"}},
         {"context key", [&] { SendMessageW(tree, WM_CONTEXTMENU, 0, -1); }, {"context Letters"}},
-        {"shift and F10", [&] { ShiftF10(); }, {"context Letters"}},
+        {"shift and F10", shiftF10, {"context Letters"}},
         {"double click", [&] { DoubleClick(tree, At(Letters)); }, {"double Letters", "collapse Letters"}},
         {"a branch opens", [&] { Click(tree, BranchMark(Letters)); }, {"expand Letters"}},
         {"below it", [&] { Press(VK_DOWN); }, {"select Letters\\Business"}},
-        {"a branch closes over the selection",
-         [&] { Click(tree, BranchMark(Letters)); },
-         {"collapse Letters", "select Letters"}},
-    };
-    for (const Act& act : acts) {
-        form.Events.clear();
-        act.run();
-        EXPECT_EQ(form.Events, act.events) << act.name;
-    }
+        {"a branch closes over the selection", [&] { Click(tree, BranchMark(Letters)); },
+         {"collapse Letters", "select Letters"}}});
+    // clang-format on
 }
 
 TEST_F(TreeViewWindowTest, AsksForItsMenuWhenTheSelectionIsDealtWith)
@@ -115,10 +89,7 @@ TEST_F(TreeViewWindowTest, LongNamesAndManyNodesStayInReach)
 
     // A drag goes on scrolling while the pointer rests at an edge.
     form.lvList.DropTarget = &model;
-    const HWND list = HandleOf(form.lvList);
-    NMLISTVIEW begins{};
-    begins.hdr = {list, static_cast<UINT_PTR>(GetDlgCtrlID(list)), static_cast<UINT>(LVN_BEGINDRAG)};
-    SendMessageW(GetParent(list), WM_NOTIFY, begins.hdr.idFrom, reinterpret_cast<LPARAM>(&begins));
+    BeginDrag(form.lvList, 0);
     POINT edge{40, 3};
     ClientToScreen(tree, &edge);
     SetCursorPos(edge.x, edge.y); // the system tells where its pointer is by itself, too
@@ -132,7 +103,7 @@ TEST_F(TreeViewWindowTest, LongNamesAndManyNodesStayInReach)
 TEST_F(TreeViewWindowTest, TakingTheKeyboardSelectsNothing)
 {
     form.tvTree.Select(nullptr);
-    SetFocus(HandleOf(form.lvList));
+    SetFocus(list);
     SetFocus(tree);
     EXPECT_EQ(Send(form.tvTree, TVM_GETNEXTITEM, TVGN_CARET), 0);
     EXPECT_THAT(form.Events, IsEmpty());

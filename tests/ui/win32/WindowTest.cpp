@@ -1,40 +1,44 @@
 #include "WindowTest.h"
 
-#include "ui/win32/FormWindow.h"
-#include "ui/win32/NativeText.h"
+#include "pictures/win32/pcMemDC.h"
 
-#include <chrono>
-#include <cstdint>
 #include <cstring>
 
 using ui::win32::FormWindow;
-using ui::win32::PeerBase;
+
+Acts::Acts() : window{CreateWindowExW(0, WC_STATICW, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)}
+{
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Acts::Procedure));
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+}
+
+void Acts::Add(std::function<bool()> act)
+{
+    waiting.push_back(std::move(act));
+    PostMessageW(window, WM_APP, 0, 0);
+}
+
+LRESULT CALLBACK Acts::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept
+{
+    if (message != WM_APP && message != WM_TIMER)
+        return DefWindowProcW(window, message, wParam, lParam);
+    KillTimer(window, 1);
+    auto& waiting = reinterpret_cast<Acts*>(GetWindowLongPtrW(window, GWLP_USERDATA))->waiting;
+    auto act = std::move(waiting.front());
+    waiting.pop_front(); // the act may run a loop that comes to the next one
+    if (!act()) {
+        waiting.push_front(std::move(act));
+        SetTimer(window, 1, 10, nullptr);
+    }
+    return 0;
+}
 
 bool WindowHands::PumpUntil(const std::function<bool()>& condition)
 {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds{10};
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end)
-            return false;
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+    return support::WaitFor([&] {
         Pump();
-    }
-    return true;
-}
-
-HWND WindowHands::HandleOf(const ui::Form& form)
-{
-    return static_cast<FormWindow*>(form.Peer())->Handle();
-}
-
-HWND WindowHands::HandleOf(const ui::Control& control)
-{
-    return static_cast<PeerBase*>(control.Peer())->Handle();
-}
-
-LRESULT WindowHands::Send(const ui::Control& control, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    return SendMessageW(HandleOf(control), message, wParam, lParam);
+        return condition();
+    });
 }
 
 void WindowHands::Open(ui::Form& form)
@@ -52,94 +56,113 @@ void WindowHands::Focus(ui::Control& control)
         form->Events.clear();
 }
 
-void WindowHands::Press(WORD virtualKey)
+void WindowHands::Check(EventForm& form, const std::vector<Act>& list, const std::function<void()>& after)
 {
-    PostMessageW(GetFocus(), WM_KEYDOWN, virtualKey, 1);
+    for (const Act& act : list) {
+        SCOPED_TRACE(act.name);
+        form.Events.clear();
+        act.run();
+        EXPECT_EQ(form.Events, act.events);
+        after();
+    }
+}
+
+void WindowHands::PostKey(UINT message, WPARAM key, LPARAM repeat)
+{
+    PostMessageW(GetFocus(), message, key, repeat);
     Pump();
 }
 
-void WindowHands::Press(WORD virtualKey, std::vector<WORD> held)
+void WindowHands::Hold(const std::vector<WORD>& held, const std::function<void()>& act)
 {
     BYTE before[256];
     GetKeyboardState(before);
-    BYTE keys[256];
-    std::copy(std::begin(before), std::end(before), keys);
+    BYTE keys[256]{};
     for (const WORD key : held)
         keys[key] = 0x80;
     SetKeyboardState(keys);
-    const bool isAlt = std::ranges::find(held, VK_MENU) != held.end();
-    MSG message{GetFocus(), isAlt ? static_cast<UINT>(WM_SYSKEYDOWN) : static_cast<UINT>(WM_KEYDOWN),
-                virtualKey, isAlt ? 0x20000001 : 1,
-                0,          {}};
-    // Straight to the window: the modifiers hold for this thread's next look only.
-    HWND top = GetAncestor(message.hwnd, GA_ROOT);
-    reinterpret_cast<FormWindow*>(GetWindowLongPtrW(top, GWLP_USERDATA))->Translate(message);
+    act();
     SetKeyboardState(before);
-    Pump();
 }
 
-void WindowHands::PressAlt(wchar_t letter)
+void WindowHands::Press(WORD virtualKey, const std::vector<WORD>& held)
 {
-    PostMessageW(GetFocus(), WM_SYSCHAR, letter, 0x20000001);
+    const bool isAlt = std::ranges::find(held, VK_MENU) != held.end();
+    MSG message{};
+    message.hwnd = GetFocus();
+    message.message = isAlt ? WM_SYSKEYDOWN : WM_KEYDOWN;
+    message.wParam = virtualKey;
+    message.lParam = isAlt ? 0x20000001 : 1;
+    // Straight to the window: the modifiers hold for this thread's next look only.
+    const LONG_PTR top = GetWindowLongPtrW(GetAncestor(message.hwnd, GA_ROOT), GWLP_USERDATA);
+    Hold(held, [&] { reinterpret_cast<FormWindow*>(top)->Translate(message); });
     Pump();
 }
 
 void WindowHands::Type(std::wstring_view text)
 {
-    for (const wchar_t letter : text) {
-        PostMessageW(GetFocus(), WM_CHAR, letter, 1);
-        Pump();
-    }
+    for (const wchar_t letter : text)
+        PostKey(WM_CHAR, letter);
 }
 
-void WindowHands::Click(HWND window, POINT at)
+void WindowHands::Mouse(HWND window, POINT at, std::initializer_list<UINT> messages)
 {
-    PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(at.x, at.y));
-    PostMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
+    for (const UINT message : messages)
+        PostMessageW(window, message, 0, MAKELPARAM(at.x, at.y));
     Pump();
 }
 
-void WindowHands::DoubleClick(HWND window, POINT at)
+void WindowHands::BeginDrag(const ui::ListView& list, int row)
 {
-    Click(window, at);
-    PostMessageW(window, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(at.x, at.y));
-    PostMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y));
-    Pump();
-}
-
-void WindowHands::RightClick(HWND window, POINT at)
-{
-    PostMessageW(window, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(at.x, at.y));
-    PostMessageW(window, WM_RBUTTONUP, 0, MAKELPARAM(at.x, at.y));
-    Pump();
+    NMLISTVIEW begins{};
+    begins.hdr = {HandleOf(list), static_cast<UINT_PTR>(GetDlgCtrlID(HandleOf(list))),
+                  static_cast<UINT>(LVN_BEGINDRAG)};
+    begins.iItem = row;
+    SendMessageW(GetParent(HandleOf(list)), WM_NOTIFY, begins.hdr.idFrom, reinterpret_cast<LPARAM>(&begins));
+    EXPECT_EQ(GetCapture(), HandleOf(list));
 }
 
 POINT WindowHands::PlaceOf(const ui::Control& control, int part)
 {
-    const auto index = static_cast<WPARAM>(part);
     RECT place{0, 0, 10, 10};
-    const auto answer = reinterpret_cast<LPARAM>(&place);
     if (dynamic_cast<const ui::TreeView*>(&control) != nullptr) {
         LRESULT item = Send(control, TVM_GETNEXTITEM, TVGN_ROOT);
         for (int i = 0; i < part; ++i)
             item = Send(control, TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, item);
         std::memcpy(&place, &item, sizeof(item));
-        Send(control, TVM_GETITEMRECT, TRUE, answer);
-    } else if (dynamic_cast<const ui::ListView*>(&control) != nullptr) {
-        place.left = LVIR_LABEL;
-        Send(control, LVM_GETITEMRECT, index, answer);
+        Send(control, TVM_GETITEMRECT, TRUE, &place);
+    } else if (const auto* list = dynamic_cast<const ui::ListView*>(&control)) {
+        place = PlaceOfRow(*list, part, LVIR_LABEL);
         place.right = place.left + 20;
-    } else if (dynamic_cast<const ui::ListBox*>(&control) != nullptr) {
-        Send(control, LB_GETITEMRECT, index, answer);
-    } else if (dynamic_cast<const ui::TabStrip*>(&control) != nullptr) {
-        Send(control, TCM_GETITEMRECT, index, answer);
-    } else if (dynamic_cast<const ui::ToolBar*>(&control) != nullptr) {
-        Send(control, TB_GETITEMRECT, index, answer);
     } else if (dynamic_cast<const ui::UpDown*>(&control) != nullptr && part == 1) {
-        GetClientRect(HandleOf(control), &place);
+        place = ClientOf(HandleOf(control));
         place.top = place.bottom - 6;
     }
+    for (const auto& [kind, message] : {std::pair<std::string_view, UINT>{"ListBox", LB_GETITEMRECT},
+                                        {"TabStrip", TCM_GETITEMRECT},
+                                        {"Toolbar", TB_GETITEMRECT}})
+        if (control.TypeName() == kind)
+            Send(control, message, static_cast<WPARAM>(part), &place);
     return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+}
+
+RECT WindowHands::PlaceOfRow(const ui::ListView& list, int row, LONG part)
+{
+    RECT place{part, 0, 0, 0};
+    Send(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), &place);
+    return place;
+}
+
+RECT WindowHands::ClientOf(HWND window)
+{
+    RECT client{};
+    GetClientRect(window, &client);
+    return client;
+}
+
+int WindowHands::RowOf(const ui::ListView& list)
+{
+    return static_cast<int>(Send(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
 }
 
 std::string WindowHands::Outline(const ui::TreeView& tree)
@@ -157,7 +180,7 @@ std::string WindowHands::Outline(const ui::TreeView& tree)
         native.stateMask = TVIS_EXPANDED;
         native.pszText = text;
         native.cchTextMax = 256;
-        Send(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&native));
+        Send(tree, TVM_GETITEMW, 0, &native);
         shown += (item == caret ? "*" : "") + ui::win32::FromNative(text) +
                  ((native.state & TVIS_EXPANDED) != 0 ? "-" : "") + "\n";
     }
@@ -173,37 +196,19 @@ void WindowHands::MoveToDpi(HWND window, int dpi, SIZE size)
     SendMessageW(window, 0x02E0 /* WM_DPICHANGED */, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
 }
 
-std::string WindowHands::TextOf(HWND window)
-{
-    wchar_t text[256]{};
-    GetWindowTextW(window, text, 256);
-    return ui::win32::FromNative(text);
-}
-
 std::vector<unsigned> Capture(HWND window)
 {
-    RECT client{};
-    GetClientRect(window, &client);
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof(info.bmiHeader);
-    info.bmiHeader.biWidth = client.right;
-    info.bmiHeader.biHeight = -client.bottom;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
-    HDC source = GetDC(window);
-    HDC memory = CreateCompatibleDC(source);
-    HBITMAP bitmap = CreateDIBSection(memory, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    HGDIOBJ before = SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, client.right, client.bottom, source, 0, 0, SRCCOPY);
-    GdiFlush();
-    const auto* first = static_cast<const unsigned*>(bits);
-    std::vector<unsigned> pixels(first, first + client.right * client.bottom);
+    UpdateWindow(window);
+    const RECT client = WindowHands::ClientOf(window);
+    pictures::win32::pcMemDC memory;
+    memory.CreateFromPicture(pictures::PixelBuffer{{client.right, client.bottom}});
+    const HDC source = GetDC(window);
+    BitBlt(memory.hdc(), 0, 0, client.right, client.bottom, source, 0, 0, SRCCOPY);
+    ReleaseDC(window, source);
+    const pictures::PixelBuffer copy = memory.Picture();
+    std::vector<unsigned> pixels(copy.Bytes().size() / sizeof(unsigned));
+    std::memcpy(pixels.data(), copy.Bytes().data(), copy.Bytes().size());
     for (unsigned& pixel : pixels)
         pixel &= 0xFFFFFF;
-    SelectObject(memory, before);
-    DeleteObject(bitmap);
-    DeleteDC(memory);
-    ReleaseDC(window, source);
     return pixels;
 }
