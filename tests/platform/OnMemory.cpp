@@ -40,7 +40,6 @@ public:
         }
         return true;
     }
-    bool CanChangeLetterCase() const override { return true; }
 
 private:
     platform::memory::System system;

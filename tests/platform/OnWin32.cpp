@@ -78,10 +78,6 @@ public:
         }
         return true;
     }
-    bool CanChangeLetterCase() const override
-    {
-        return !GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version");
-    }
 
 private:
     std::function<void()> Taken()

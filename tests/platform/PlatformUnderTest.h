@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Path.h"
 #include "platform/Platform.h"
 
 #include <functional>
@@ -28,8 +29,9 @@ public:
     /// Lets jobs, timers and watched programs go on and their news arrive, until `condition` holds. False when nothing
     /// more can come (or, on the real system, nothing came for a minute).
     virtual bool WaitUntil(const std::function<bool()>& condition) = 0;
-    /// Wine answers that a rename which changes the letter case alone has worked, and leaves the name.
-    virtual bool CanChangeLetterCase() const = 0;
+
+    /// Makes folders in each other until the path is far longer than the classic bound; the path from Folder().
+    std::string MakeDeepFolder();
 
     static std::unique_ptr<PlatformUnderTest> Make();
 };
@@ -39,4 +41,14 @@ template <class T>
 std::uint32_t CodeOf(const platform::Result<T>& result)
 {
     return result ? 0 : result.error().code;
+}
+
+inline std::string PlatformUnderTest::MakeDeepFolder()
+{
+    std::string deep;
+    for (int i = 0; i < 20; ++i) {
+        deep = platform::path::Join(deep, "a folder with a long name " + std::to_string(i));
+        (void)Get().files.CreateFolder(platform::path::Join(Folder(), deep));
+    }
+    return deep;
 }

@@ -29,11 +29,7 @@ protected:
 
 TEST_F(Win32Test, OpensAFileWhosePathIsLongerThanTheShellTakes)
 {
-    std::string deep;
-    for (int i = 0; i < 12; ++i) {
-        deep = path::Join(deep, "a folder with a long name " + std::to_string(i));
-        ASSERT_TRUE(system.files.CreateFolder(At(deep)));
-    }
+    const std::string deep = under->MakeDeepFolder();
     const std::string file = path::Join(deep, "file.tsunknown");
     under->WriteFile(At(file), "deep");
     EXPECT_EQ(system.shell.Open(At(file), Verb::Open), 31) << "found, and no program is there for its type";
