@@ -77,17 +77,5 @@ TEST_F(EndToEndHostTest, RefusesEverySecondStartAndChangesNothing)
     EXPECT_TRUE(ReadRegistry(HKEY_CURRENT_USER, L"Software") == settings);
 }
 
-TEST_F(BrowserTest, OpensOnceForTwoStartsAtATime)
-{
-    Start();
-    Child other{installation.program, L""};
-    EXPECT_EQ(AnswerBox(), L"Tessaly Desk" + RunsAlready);
-    EXPECT_TRUE(AwaitApplicationName());
-    EXPECT_TRUE(WaitFor([&] { return browser->HasEnded() != other.HasEnded(); }));
-    PostMessageW(MainWindow(), WM_CLOSE, 0, 0);
-    EXPECT_EQ(other.ExitCode(), 0u);
-    ExpectEnd();
-}
-
 } // namespace
 } // namespace endtoend

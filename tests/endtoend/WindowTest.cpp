@@ -25,7 +25,7 @@ TEST_F(BrowserTest, ComesBackWhereItWasClosed)
         {L"TSMaximized", L"False"}, {L"MainLeft", L"1800"},   {L"MainTop", L"1350"}, // twips: 15 in a pixel at 96 dpi
         {L"MainWidth", L"12000"},   {L"MainHeight", L"9000"}, {L"LastFolderBrowsed", L"My Favorites"}};
     for (const auto& [name, text] : stored)
-        EXPECT_EQ(installation.Setting(L"Browser", name), text) << Printable(name);
+        EXPECT_EQ(installation.Setting(L"Browser", name), text) << name;
 
     window = Open();
     RECT place{};
@@ -70,7 +70,7 @@ TEST_F(BrowserTest, SurvivesAnImpatientUser)
     MoveWindow(window, 10, 10, 1, 1, TRUE);
     MoveWindow(window, 10, 10, 1200, 800, TRUE);
     for (const wchar_t* const view : {L"vd", L"vl", L"vm", L"vg"})
-        EXPECT_TRUE(Choose(window, view)) << Printable(view);
+        EXPECT_TRUE(Choose(window, view)) << view;
     EXPECT_EQ(rows(), Templates);
     // Closed in the middle of a load.
     PressKey(tree, VK_F5);

@@ -95,14 +95,6 @@ std::size_t OpenMenus()
 
 } // namespace
 
-std::string Printable(const std::wstring& text)
-{
-    std::string result;
-    for (const wchar_t c : text)
-        result += c >= 0x20 && c < 0x7F ? std::string(1, static_cast<char>(c)) : "<" + std::to_string(c) + ">";
-    return result;
-}
-
 std::wstring TextOf(HWND window)
 {
     std::wstring text(2048, L'\0');
@@ -169,14 +161,6 @@ HWND ButtonOf(HWND dialog, const std::wstring& caption)
     return FindWindowExW(dialog, nullptr, WC_BUTTONW, caption.c_str());
 }
 
-HWND FocusOf(HWND window)
-{
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
-    return info.hwndFocus;
-}
-
 void Press(HWND button)
 {
     PostMessageW(button, BM_CLICK, 0, 0);
@@ -226,22 +210,6 @@ bool SelectNode(HWND window, const std::wstring& caption)
     return found != nullptr;
 }
 
-bool TypeLabel(HWND window, const std::wstring& label)
-{
-    const HWND tree = TreeOf(window);
-    HWND editor = nullptr;
-    const auto isOpen = [&] { return (editor = reinterpret_cast<HWND>(Ask(tree, TVM_GETEDITCONTROL))) != nullptr; };
-    // While the tree is being loaded it is disabled, and the key does nothing.
-    if (!WaitFor([tree] { return IsWindowEnabled(tree) != FALSE; }))
-        return false;
-    PressKey(tree, VK_F2);
-    if (!WaitFor(isOpen))
-        return false;
-    Ask(editor, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(label.c_str())); // carried across by the system
-    PressKey(editor, VK_RETURN);
-    return true;
-}
-
 std::vector<std::wstring> RowsOf(HWND window)
 {
     const HWND list = ListOf(window);
@@ -263,20 +231,6 @@ bool SelectRow(HWND window, const std::wstring& name)
             return Ask(ListOf(window), LVM_SETITEMSTATE, i, memory.Parameter()) != 0;
         }
     return false;
-}
-
-void DoubleClickSelection(HWND window)
-{
-    const HWND list = ListOf(window);
-    const LRESULT row = Ask(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
-    RECT place{};
-    place.left = LVIR_ICON;
-    const Remote<RECT> memory{list, place};
-    Ask(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), memory.Parameter());
-    place = memory.Read();
-    const LPARAM middle = MAKELPARAM((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-    PostMessageW(list, WM_LBUTTONDBLCLK, MK_LBUTTON, middle);
-    PostMessageW(list, WM_LBUTTONUP, 0, middle);
 }
 
 } // namespace support

@@ -10,9 +10,6 @@
 /// The windows of another process as somebody outside it sees and uses them.
 namespace support {
 
-/// For failure messages: other characters than those of ASCII as their numbers.
-std::string Printable(const std::wstring& text);
-
 /// The caption of a window of any process.
 std::wstring TextOf(HWND window);
 
@@ -33,8 +30,6 @@ HWND ChildOf(HWND window, const wchar_t* className);
 HWND TreeOf(HWND window);
 HWND ListOf(HWND window);
 HWND ButtonOf(HWND dialog, const std::wstring& caption);
-/// The control of the window's program that has the keyboard.
-HWND FocusOf(HWND window);
 /// Presses without waiting for what it leads to.
 void Press(HWND button);
 void PressKey(HWND control, WPARAM key);
@@ -46,12 +41,9 @@ bool Choose(HWND window, const std::wstring& letters);
 /// The captions of the tree's nodes in their order, two blanks before those of each level below the top.
 std::vector<std::wstring> NodesOf(HWND window);
 bool SelectNode(HWND window, const std::wstring& caption);
-/// Gives the selected node another label, by the keyboard. False when the label does not open.
-bool TypeLabel(HWND window, const std::wstring& label);
 
 std::vector<std::wstring> RowsOf(HWND window);
 /// Selects the row by its name; false when it is not listed.
 bool SelectRow(HWND window, const std::wstring& name);
-void DoubleClickSelection(HWND window);
 
 } // namespace support
