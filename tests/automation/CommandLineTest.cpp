@@ -29,16 +29,13 @@ TEST(CommandLineTest, NamesTheTaskInAnySpelling)
         EXPECT_EQ(parsed->task, row.task) << testing::PrintToString(row.arguments);
         EXPECT_EQ(parsed->scope, row.scope) << testing::PrintToString(row.arguments);
     }
-    for (const Arguments& arguments : std::initializer_list<Arguments>{{"/Install"},
-                                                                       {"-"},
-                                                                       {"--RegServer"},
-                                                                       {"/RegServer2"},
-                                                                       {"/PerUser"},
-                                                                       {"/RegServer", "/UnregServer"},
-                                                                       {"/RegServer", "now"},
-                                                                       {"a", "b"},
-                                                                       {"/Embedding", "/PerUser"},
-                                                                       {"/Embedding", "/RegServer"}})
+    const Arguments refused[] = {
+        // clang-format off
+        {"/Install"}, {"-"}, {"--RegServer"}, {"/RegServer2"}, {"/PerUser"}, {"/RegServer", "/UnregServer"},
+        {"/RegServer", "now"}, {"a", "b"}, {"/Embedding", "/PerUser"}, {"/Embedding", "/RegServer"},
+        // clang-format on
+    };
+    for (const Arguments& arguments : refused)
         EXPECT_FALSE(ParseCommandLine(arguments)) << testing::PrintToString(arguments);
 }
 
