@@ -1,48 +1,69 @@
-// One call of the system after the other fails, the process dies in it, or the world changes around it.
-#include "tests/support/TestMachine.h"
-
-#include "platform/memory/FaultPlan.h"
+// One call of the system after the other goes wrong while the browser is used.
+#include "tests/support/FaultRunner.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace tests {
 namespace {
 
 using platform::Hive;
-using platform::memory::ForEachFault;
+using Texts = std::vector<std::string>;
+
+const std::string favoritesKey = std::string{SettingsKey} + "\\Browser\\Favorites";
+
+struct Desk : TestMachine {
+    std::optional<app::Browser> browser;
+    std::map<std::string, std::string> disk, registry; ///< as they were at first
+
+    app::frmMain& Main() { return *browser->Main(); }
+    Texts Stored() { return system.registry.ValueNames(Hive::CurrentUser, favoritesKey).value_or(Texts{}); }
+    /// Begins a process when the last one is gone.
+    void Start()
+    {
+        browser.emplace(system.AsPlatform(), toolkit, pictures);
+        browser->Start("EXE", "", "", "", "");
+    }
+    void Prepare(const Texts& favorites)
+    {
+        toolkit.ThrowAwayMessages = true;
+        for (const std::string& favorite : favorites)
+            system.registry.PutString(Hive::CurrentUser, favoritesKey, favorite, "");
+        system.registry.PutString(Hive::CurrentUser, "Software\\Other", "theirs", "kept");
+        disk = system.files.Snapshot();
+        registry = system.registry.Snapshot();
+    }
+};
+
+// From the start to the end.
 
 /// What must hold whatever went wrong.
-void CheckInvariants(const TestMachine& machine, const std::map<std::string, std::string>& diskBefore,
-                     const std::map<std::string, std::string>& registryBefore)
+void CheckInvariants(const Desk& desk)
 {
-    const std::string own = "HKCU\\" + std::string{SettingsKey};
-    for (const auto& [path, contents] : machine.system.files.Snapshot()) {
-        const auto before = diskBefore.find(path);
-        EXPECT_TRUE(before != diskBefore.end() && before->second == contents) << path << " is new or changed";
+    for (const auto& [path, contents] : desk.system.files.Snapshot()) {
+        const auto before = desk.disk.find(path);
+        EXPECT_TRUE(before != desk.disk.end() && before->second == contents) << path << " is new or changed";
     }
-    for (const auto& [path, contents] : diskBefore)
-        EXPECT_TRUE(machine.system.files.Exists(path) || path == "C:\\Templates\\Empty") << path << " is gone";
-    const auto registryAfter = machine.system.registry.Snapshot();
-    for (const auto& [key, value] : registryBefore) {
+    for (const auto& [path, contents] : desk.disk)
+        EXPECT_TRUE(desk.system.files.Exists(path) || path == "C:\\Templates\\Empty") << path << " is gone";
+    const auto registryAfter = desk.system.registry.Snapshot();
+    for (const auto& [key, value] : desk.registry) {
         const auto after = registryAfter.find(key);
-        EXPECT_TRUE(key.starts_with(own) || (after != registryAfter.end() && after->second == value)) << key;
+        EXPECT_TRUE(key.starts_with("HKCU\\" + std::string{SettingsKey}) ||
+                    (after != registryAfter.end() && after->second == value))
+            << key;
     }
-    for (const std::string& target : machine.system.shell.Opened())
+    for (const std::string& target : desk.system.shell.Opened())
         EXPECT_TRUE(target.starts_with("C:\\Templates\\")) << target;
-    for (const auto& [folder, count] : machine.system.files.Listings())
+    for (const auto& [folder, count] : desk.system.files.Listings())
         EXPECT_LE(count, 6u) << folder << " is listed again and again";
 }
 
-/// Starts, browses, refreshes, opens a template, closes.
-void UseTheBrowser(TestMachine& machine)
+void UseTheBrowser(Desk& desk)
 {
-    machine.toolkit.ThrowAwayMessages = true;
-    machine.toolkit.OnModal("frmTemplatesPath", [](ui::Form& form) { form.UserCloses(); });
-    app::Browser browser{machine.system.AsPlatform(), machine.toolkit, machine.pictures};
-    browser.Start("EXE", "", "", "", "");
-    if (browser.Main() != nullptr && browser.Main()->IsOpen()) {
-        app::frmMain& main = *browser.Main();
+    desk.toolkit.OnModal("frmTemplatesPath", [](ui::Form& form) { form.UserCloses(); });
+    desk.Start();
+    if (desk.browser->Main() != nullptr && desk.Main().IsOpen()) {
+        app::frmMain& main = desk.Main();
         main.tvTreeView.UserSelects("Letters");
         main.lvListView.UserActivates(0);
         main.UserPresses(ui::Plain(ui::KeyCode::F5));
@@ -50,144 +71,182 @@ void UseTheBrowser(TestMachine& machine)
         main.tvTreeView.UserSelects("My Favorites");
         main.Close();
     }
-    machine.toolkit.RunPosted();
-    EXPECT_FALSE(browser.IsRunning());
+    desk.toolkit.RunPosted();
+    EXPECT_FALSE(desk.browser->IsRunning());
 }
 
-void Prepare(TestMachine& machine)
+void ExpectSilentNextStart(Desk& desk, bool favoriteIsGone)
 {
-    machine.system.files.AddFolder(machine.InLibrary("Empty"));
-    machine.AddTemplates({"Letters\\Previews\\Memo.jpg"});
-    machine.system.files.AddFolder("C:\\Outside\\Empty");
-    machine.system.files.AddLink(machine.InLibrary("Linked"), "C:\\Outside");
-    machine.PutSetting("Browser\\Favorites", "Letters\\Memo.swt", "");
-    machine.system.registry.PutString(Hive::CurrentUser, "Software\\Other", "theirs", "kept");
+    desk.browser.reset();
+    desk.system.EndProcess();
+    desk.toolkit.Messages.clear();
+    desk.Start();
+    EXPECT_TRUE(desk.toolkit.Messages.empty());
+    ASSERT_NE(desk.browser->Main(), nullptr);
+    EXPECT_EQ(TreeTexts(desk.Main().tvTreeView),
+              (Texts{"My Favorites", "Business", "  Contracts", "Letters", "  Formal", "", "Get More Templates"}));
+    EXPECT_EQ(desk.Stored(), favoriteIsGone ? Texts{} : Texts{"Letters\\Memo.swt"});
 }
 
-void ExpectSilentNextStart(TestMachine& machine, bool favoriteWasGone = false)
-{
-    machine.system.EndProcess();
-    machine.toolkit.Messages.clear();
-    app::Browser browser{machine.system.AsPlatform(), machine.toolkit, machine.pictures};
-    browser.Start("EXE", "", "", "", "");
-    EXPECT_TRUE(machine.toolkit.Messages.empty());
-    ASSERT_NE(browser.Main(), nullptr);
-    EXPECT_EQ(TreeTexts(browser.Main()->tvTreeView),
-              (std::vector<std::string>{"My Favorites", "Business", "  Contracts", "Letters", "  Formal", "",
-                                        "Get More Templates"}));
-    EXPECT_EQ(machine.system.registry.StringAt(Hive::CurrentUser, std::string{SettingsKey} + "\\Browser\\Favorites",
-                                               "Letters\\Memo.swt"),
-              favoriteWasGone ? "(none)" : "");
-    browser.Main()->Unload();
-    machine.toolkit.RunPosted();
-    EXPECT_TRUE(machine.system.files.Exists("C:\\Outside\\Empty")) << "pruned through a link";
-}
+const Trouble troubles[] = {
+    {},
+    {Trouble::OneCallFails, platform::error::FileNotFound},
+    {Trouble::OneCallFails, platform::error::NotReady},
+    {Trouble::NothingWorksFromThereOn},
+    {Trouble::TheProcessDies},
+    {Trouble::TheWorldChanges, {}, [](TestMachine& m) { m.system.files.Remove(m.InLibrary("Letters")); }},
+    {Trouble::TheWorldChanges,
+     {},
+     [](TestMachine& m) {
+         m.AddTemplates({"Letters\\Late\\New.swt", "AAA\\New.swt"});
+     }},
+    {Trouble::TheWorldChanges,
+     {},
+     [](TestMachine& m) {
+         m.system.files.Remove(m.InLibrary("Business\\Contracts"));
+         m.system.files.AddLink(m.InLibrary("Business\\Contracts"), "C:\\Outside");
+     }},
+    {Trouble::TheWorldChanges, {}, [](TestMachine& m) { m.system.files.SetUnreadable(m.InLibrary("Business")); }},
+    {Trouble::TheWorldChanges, {}, [](TestMachine& m) { m.system.files.AddFile(m.InLibrary("Empty\\Late.swt")); }},
+};
+class FaultTest : public ::testing::TestWithParam<Trouble> {};
 
-class FaultTest : public ::testing::TestWithParam<platform::Error> {};
-
-TEST_P(FaultTest, OneFailingCallLosesNothingAndSpoilsNothing)
+TEST_P(FaultTest, LosesNothingAndSpoilsNothingAndTheNextStartIsRight)
 {
-    const auto calls = ForEachFault([&](std::size_t n) {
-        SCOPED_TRACE("call " + std::to_string(n));
-        TestMachine machine;
-        Prepare(machine);
-        const auto disk = machine.system.files.Snapshot();
-        const auto registry = machine.system.registry.Snapshot();
-        machine.system.faults.FailAt(n, GetParam());
-        UseTheBrowser(machine);
-        EXPECT_LE(machine.toolkit.Messages.size(), 1u)
-            << "one failure, one message; the call: " << machine.system.faults.Log().at(n - 1);
-        const bool fired = machine.system.faults.Fired();
-        // A favourite whose file the system says is gone is dropped by the start, which is the first to ask.
-        const auto& log = machine.system.faults.Log();
-        const auto asked = std::ranges::find_if(log, [](const std::string& call) {
-            return call.starts_with("FileSystem.Stat C:\\Templates\\Letters\\Memo.swt");
-        });
-        const bool favoriteWasGone = GetParam() == platform::error::FileNotFound && fired &&
-                                     asked - log.begin() == static_cast<std::ptrdiff_t>(n) - 1;
-        CheckInvariants(machine, disk, registry);
-        ExpectSilentNextStart(machine, favoriteWasGone);
-        return fired;
-    });
-    // When this falls, something goes round the platform's interfaces.
-    EXPECT_GE(calls, 90u);
-}
-INSTANTIATE_TEST_SUITE_P(Errors, FaultTest,
-                         ::testing::Values(platform::error::AccessDenied, platform::error::FileNotFound,
-                                           platform::error::NotReady));
-
-TEST(FaultSequenceTest, NothingWorksFromSomeCallOn)
-{
-    ForEachFault([&](std::size_t n) {
-        SCOPED_TRACE("call " + std::to_string(n));
-        TestMachine machine;
-        Prepare(machine);
-        const auto disk = machine.system.files.Snapshot();
-        const auto registry = machine.system.registry.Snapshot();
-        machine.system.faults.FailFrom(n, platform::error::AccessDenied);
-        UseTheBrowser(machine);
-        const bool fired = machine.system.faults.Fired();
-        CheckInvariants(machine, disk, registry);
-        ExpectSilentNextStart(machine);
-        return fired;
-    });
-}
-
-TEST(FaultSequenceTest, AfterADeathInAnyCallTheNextStartIsRight)
-{
-    ForEachFault([&](std::size_t n) {
-        SCOPED_TRACE("call " + std::to_string(n));
-        TestMachine machine;
-        Prepare(machine);
-        machine.system.faults.DieAt(n);
-        try {
-            UseTheBrowser(machine);
-        } catch (const platform::memory::ProcessDied&) {
-        }
-        const bool fired = machine.system.faults.Fired();
-        ExpectSilentNextStart(machine);
-        return fired;
-    });
-}
-
-TEST(FaultSequenceTest, FilesAndFoldersMayComeAndGoInTheMiddleOfARescan)
-{
-    const std::function<void(TestMachine&)> changes[] = {
-        [](TestMachine& m) { m.system.files.Remove(m.InLibrary("Letters")); },
-        [](TestMachine& m) {
-            m.AddTemplates({"Letters\\Late\\New.swt", "AAA\\New.swt"});
-        },
-        [](TestMachine& m) {
-            m.system.files.Remove(m.InLibrary("Business\\Contracts"));
-            m.system.files.AddLink(m.InLibrary("Business\\Contracts"), "C:\\Outside");
-        },
-        [](TestMachine& m) { m.system.files.SetUnreadable(m.InLibrary("Business")); },
-        [](TestMachine& m) { m.system.files.AddFile(m.InLibrary("Empty\\Late.swt")); },
+    const Trouble& trouble = GetParam();
+    const auto prepare = [](Desk& desk) {
+        desk.system.files.AddFolder(desk.InLibrary("Empty"));
+        desk.AddTemplates({"Letters\\Previews\\Memo.jpg"});
+        desk.system.files.AddFolder("C:\\Outside\\Empty");
+        desk.system.files.AddLink(desk.InLibrary("Linked"), "C:\\Outside");
+        desk.Prepare({"Letters\\Memo.swt"});
     };
-    for (const auto& change : changes)
-        ForEachFault([&](std::size_t n) {
-            SCOPED_TRACE("before call " + std::to_string(n));
-            TestMachine machine;
-            Prepare(machine);
-            machine.system.faults.ChangeBefore(n, [&] { change(machine); });
-            UseTheBrowser(machine);
-            const bool fired = machine.system.faults.Fired();
-            EXPECT_TRUE(machine.system.files.Exists("C:\\Outside\\Empty")) << "pruned through a link";
-            EXPECT_TRUE(machine.system.files.Exists(machine.InLibrary("Business\\Invoice.swt")));
-            return fired;
-        });
+    ForEachCall<Desk>(90, trouble, prepare, UseTheBrowser, [&](Desk& desk, const std::string& call) {
+        EXPECT_TRUE(trouble.kind != Trouble::OneCallFails || desk.toolkit.Messages.size() <= 1)
+            << "one failure, one message";
+        if (trouble.kind != Trouble::TheWorldChanges) {
+            CheckInvariants(desk);
+            // A favourite whose file the system says is gone is dropped by the start, which is the first to ask.
+            ExpectSilentNextStart(desk, trouble.error == platform::error::FileNotFound && desk.Stored().empty() &&
+                                            call.starts_with("FileSystem.Stat C:\\Templates\\Letters\\Memo.swt"));
+        }
+        EXPECT_TRUE(desk.system.files.Exists("C:\\Outside\\Empty")) << "pruned through a link";
+        EXPECT_TRUE(desk.system.files.Exists(desk.InLibrary("Business\\Invoice.swt")));
+    });
+}
+INSTANTIATE_TEST_SUITE_P(Troubles, FaultTest, ::testing::ValuesIn(troubles));
+
+// Folders and lists.
+
+struct Operation {
+    const char* name;
+    std::function<void(app::frmMain&)> run;
+    /// The favourites' endings that the operation must not lose.
+    Texts kept;
+    std::size_t leastCalls;
+};
+const Texts all{"Complaint.swt", "Thanks.swt", "Memo.swt"};
+const Operation operations[] = {
+    {"rename",
+     [](app::frmMain& main) {
+         main.tvTreeView.UserSelects("Letters\\Formal");
+         main.Commands().Run("mnupopRenamefolder");
+         main.tvTreeView.UserEndsLabelEdit("Casual");
+     },
+     all, 20},
+    {"delete",
+     [](app::frmMain& main) {
+         main.tvTreeView.UserSelects("Letters\\Formal");
+         main.tvTreeView.KeyDown(ui::Plain(ui::KeyCode::Delete));
+     },
+     {"Memo.swt"},
+     20},
+    {"add a favourite",
+     [](app::frmMain& main) {
+         main.tvTreeView.UserSelects("Business\\Contracts");
+         main.Commands().Run("mnuAddToFavorites");
+     },
+     all, 4},
+    {"remove a favourite",
+     [](app::frmMain& main) {
+         main.tvTreeView.UserSelects("My Favorites");
+         main.lvListView.UserSelects(0);
+         main.Commands().Run("mnuRemoveFromFavorites");
+     },
+     {"Thanks.swt", "Memo.swt"},
+     4},
+    {"save recent files",
+     [](app::frmMain& main) {
+         main.tvTreeView.UserSelects("Letters\\Formal");
+         main.lvListView.UserActivates(0);
+         main.lvListView.UserActivates(1);
+     },
+     all, 6},
+};
+
+/// What the window shows is what a fresh look at disk and registry gives. What could not be read cannot be shown until
+/// then.
+void ExpectViewsToAgree(Desk& desk, bool couldBeRead)
+{
+    const Texts shown = TreeTexts(desk.Main().tvTreeView), list = ListTexts(desk.Main().lvListView);
+    desk.Main().UserPresses(ui::Plain(ui::KeyCode::F5));
+    if (couldBeRead) {
+        EXPECT_EQ(TreeTexts(desk.Main().tvTreeView), shown);
+        EXPECT_EQ(ListTexts(desk.Main().lvListView), list);
+    }
+    Texts inMemory = desk.Main().Favorites().FavoritesList(), stored = desk.Stored();
+    // A favourite whose file could not be looked for is kept until the next start.
+    for (Texts* names : {&inMemory, &stored})
+        std::erase_if(*names, [&](const auto& name) { return !desk.system.files.Exists(desk.InLibrary(name)); });
+    std::ranges::sort(inMemory);
+    std::ranges::sort(stored);
+    EXPECT_EQ(inMemory, stored);
 }
 
-TEST(FirstStartTest, AnEmptyRegistryGetsOneClearMessage)
+class FolderFaultTest : public ::testing::TestWithParam<Trouble> {};
+
+TEST_P(FolderFaultTest, LosesNoFavouriteAndTheViewsAgreeWithWhatIsThere)
 {
-    TestMachine machine{TestMachine::Bare{}};
-    machine.toolkit.ExpectMessage("The application is currently unable to run.\r\nPlease reinstall the application.",
-                                  ui::Icon::Critical);
-    app::Browser browser{machine.system.AsPlatform(), machine.toolkit, machine.pictures};
-    browser.Start("EXE", "", "", "", "");
-    machine.toolkit.RunPosted();
-    EXPECT_FALSE(browser.IsRunning());
+    const bool dies = GetParam().kind == Trouble::TheProcessDies;
+    const auto prepare = [](Desk& desk) {
+        desk.AddTemplates({"Letters\\Formal\\Thanks.swt"});
+        desk.system.files.AddFile("C:\\Outside\\precious.swt");
+        desk.system.files.AddLink(desk.InLibrary("Letters\\Formal\\Linked"), "C:\\Outside");
+        desk.Prepare({"Letters\\Formal\\Complaint.swt", "Letters\\Formal\\Thanks.swt", "Letters\\Memo.swt"});
+        desk.toolkit.AnswerYes = true;
+        desk.Start();
+        desk.toolkit.Messages.clear();
+    };
+    for (const Operation& operation : operations) {
+        SCOPED_TRACE(operation.name);
+        const auto run = [&](Desk& desk) { operation.run(desk.Main()); };
+        ForEachCall<Desk>(operation.leastCalls, GetParam(), prepare, run, [&](Desk& desk, const std::string& call) {
+            EXPECT_LE(std::ranges::count_if(desk.toolkit.Messages,
+                                            [](const auto& shown) { return shown.icon != ui::Icon::Question; }),
+                      1)
+                << "one failure, one message";
+            if (dies) {
+                desk.browser.reset();
+                desk.system.EndProcess();
+                desk.Start();
+                for (const std::string& name : desk.Stored())
+                    EXPECT_TRUE(desk.system.files.Exists(desk.InLibrary(name))) << name << " was stored in advance";
+            }
+            const Texts stored = desk.Stored();
+            for (const std::string& file : operation.kept) // under a path at which the next start finds it
+                EXPECT_TRUE(std::ranges::any_of(stored, [&](const std::string& name) {
+                    return name.ends_with(file) && desk.system.files.Exists(desk.InLibrary(name));
+                })) << file;
+            EXPECT_TRUE(desk.system.files.Exists("C:\\Outside\\precious.swt"));
+            EXPECT_LE(desk.Main().RecentFiles().List().size(), 2u);
+            ExpectViewsToAgree(desk, dies || !(call.starts_with("FileSystem.List") || //
+                                               call.starts_with("FileSystem.Stat")));
+        });
+    }
 }
+INSTANTIATE_TEST_SUITE_P(Troubles, FolderFaultTest,
+                         ::testing::Values(Trouble{}, Trouble{Trouble::OneCallFails, platform::error::NotReady},
+                                           Trouble{Trouble::TheProcessDies}));
 
 } // namespace
 } // namespace tests

@@ -7,24 +7,16 @@ namespace {
 
 long allocationsLeft = -1; ///< until one fails; negative: none does
 
-void* Allocate(std::size_t size)
+} // namespace
+
+// Those of arrays call these.
+void* operator new(std::size_t size)
 {
     if (allocationsLeft >= 0 && allocationsLeft-- == 0)
         throw std::bad_alloc{};
     if (void* memory = std::malloc(size > 0 ? size : 1))
         return memory;
     throw std::bad_alloc{};
-}
-
-} // namespace
-
-void* operator new(std::size_t size)
-{
-    return Allocate(size);
-}
-void* operator new[](std::size_t size)
-{
-    return Allocate(size);
 }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept // what sorting takes, and does without
 {
@@ -34,19 +26,10 @@ void operator delete(void* memory) noexcept
 {
     std::free(memory);
 }
-void operator delete[](void* memory) noexcept
-{
-    std::free(memory);
-}
 void operator delete(void* memory, std::size_t) noexcept
 {
     std::free(memory);
 }
-void operator delete[](void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
-
 namespace tests {
 namespace {
 

@@ -136,38 +136,5 @@ TEST_F(ImagesFormTest, WhatCannotBeShownIsRefusedAndCancelChangesNothing)
     });
 }
 
-TEST_F(ImagesFormTest, EveryFailingCallIsToldOnceAndKeepsThePictures)
-{
-    const auto calls = platform::memory::ForEachFault([](std::size_t n) {
-        SCOPED_TRACE("call " + std::to_string(n));
-        ProfileMachine machine;
-        machine.PutPicture("Ann", ImageKind::Logo, ".jpg", "old logo");
-        machine.system.files.AddFile("C:\\new.gif", "new");
-        machine.toolkit.ThrowAwayMessages = true;
-        machine.toolkit.FileChoices.push_back("C:\\new.gif");
-        machine.system.faults.FailAt(n, platform::error::AccessDenied);
-        frmImages form{machine.program, machine.manager, machine.images, "Ann", {}};
-        machine.toolkit.OnModal("frmImages", [&](ui::Form&) {
-            form.Logo.btnSet.UserClicks();
-            const bool chosen = form.Logo.change.has_value();
-            const std::size_t told = machine.toolkit.Messages.size();
-            form.OKButton.UserClicks();
-            if (form.IsOpen()) {
-                EXPECT_EQ(machine.toolkit.Messages.size(), told + 1);
-                EXPECT_EQ(form.Logo.change.has_value(), chosen) << "the user need not choose again";
-                form.CancelButton.UserClicks();
-            }
-        });
-        form.ShowModal();
-        const bool fired = machine.system.faults.Fired();
-        machine.system.faults.Clear();
-        EXPECT_LE(machine.toolkit.Messages.size(), 1u);
-        const std::string stored = machine.At("Ann", "LocalLogo");
-        EXPECT_EQ(machine.Contents(stored), stored.ends_with(".gif") ? "new" : "old logo") << stored;
-        return fired;
-    });
-    EXPECT_GE(calls, 30u);
-}
-
 } // namespace
 } // namespace tests
