@@ -23,22 +23,12 @@ constexpr std::pair<const char*, const char*> settings[] = {
     {"Options", "ExcludedTemplates"}, {"Options", "Installed Path"}, {"Customization", "ApplicationName"},
     // clang-format on
 };
-constexpr const char* typicalTexts[] = {"",
-                                        "True",
-                                        "False",
-                                        "0",
-                                        "-1",
-                                        "1",
-                                        "3",
-                                        "99999999999999999999",
-                                        "-32000",
-                                        "15000",
-                                        "All",
-                                        "Word",
-                                        "Letters",
-                                        "My Favorites",
-                                        "C:\\Templates",
-                                        "X:\\"};
+constexpr const char* typicalTexts[] = {
+    // clang-format off
+    "", "True", "False", "0", "-1", "1", "3", "99999999999999999999", "-32000", "15000", "All", "Word", "Letters",
+    "My Favorites", "C:\\Templates", "X:\\",
+    // clang-format on
+};
 
 void Spoil(fuzz::Machine& machine, FuzzedDataProvider& input)
 {

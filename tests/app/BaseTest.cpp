@@ -22,19 +22,16 @@ TEST_F(BaseTest, TheTableHoldsEveryTextAsItIsStored)
 {
     EXPECT_EQ(app::StringTable::Rows(), 432u);
     const std::pair<std::uint16_t, const char*> rows[] = {
-        {101, "&File"},
-        {106, "Enter a valid number."},
-        {154, "Empty"},
-        {172, ""},
+        // clang-format off
+        {101, "&File"}, {106, "Enter a valid number."}, {154, "Empty"}, {172, ""}, {548, "Tessaly"}, {549, ""}, {0, ""},
         {257, "Cannot load Solution  Pack Executable."},
         {339, "Tessaly Professinal 3.0  Browser - Unable to read Templates Path"},
         {355, "&Add to Favorites     "},
         {364, "\\HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Tessaly GWX 1.0\\Browser\\Favorites"},
         {378, "\\HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Tessaly 1.0 GWX\\Browser\\Recent Documents"},
         {481, "Don't remember documents older than                 months"},
-        {548, "Tessaly"},
-        {549, ""},
-        {0, ""}};
+        // clang-format on
+    };
     for (const auto& [id, text] : rows)
         EXPECT_EQ(program.strings.LoadString(id), text) << id;
 }
@@ -143,12 +140,9 @@ TEST_F(BaseTest, SettingsWriteBelowTheirOwnApplicationName)
 TEST_F(BaseTest, RawValuesAreReadByTypeUpToTheirBuffer)
 {
     using Value = app::RegistryAccess::Value;
-    const std::string u255 = [] {
-        std::string text;
-        for (int i = 0; i < 255; ++i)
-            text += "é";
-        return text;
-    }();
+    std::string u255;
+    for (int i = 0; i < 255; ++i)
+        u255 += "é";
     struct Case {
         RegistryValue stored;
         std::optional<Value> read;

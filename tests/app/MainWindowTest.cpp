@@ -11,20 +11,7 @@ using ui::KeyCode;
 using State = ui::Form::WindowState;
 using Texts = std::vector<std::string>;
 
-class MainWindowTest : public BrowserTest {
-protected:
-    void Restart()
-    {
-        Main().Close();
-        toolkit.RunPosted();
-        Start();
-    }
-    ui::Menu& Item(std::string_view name)
-    {
-        Main().MenuOpening();
-        return *Main().MenuBar.Find(name);
-    }
-};
+class MainWindowTest : public BrowserTest {};
 
 // Placement and splitters.
 
@@ -38,8 +25,7 @@ TEST_F(MainWindowTest, TakesItsPlaceFromTheSettingsAndIsNeverTooNarrow)
     const std::pair<const char*, const char*> settings[] = {{"MainLeft", "300"},          {"MainTop", "400"},
                                                             {"MainWidth", "5000"},        {"MainHeight", "9000"},
                                                             {"VertSplitterLeft", "3000"}, {"HorzSplitterTop", "4000"}};
-    Main().Close();
-    toolkit.RunPosted();
+    End();
     for (const auto& [key, value] : settings)
         PutSetting("Browser", key, value);
     Start();
@@ -68,9 +54,7 @@ TEST_F(MainWindowTest, TheSplittersStayWithinTheirLimits)
 {
     Start();
     auto& vertical = Main().imgVertSplitter;
-    const std::pair<int, int> positions[] = {{100, 300},   {3000, 3000},  {6700, 6700},
-                                             {6701, 6700}, {99999, 6700}, {-5, 300}};
-    for (const auto& [wanted, allowed] : positions) {
+    for (const auto& [wanted, allowed] : {std::pair{100, 300}, {3000, 3000}, {6701, 6700}, {-5, 300}}) {
         vertical.UserDrags(wanted);
         EXPECT_EQ(vertical.Bounds().left, allowed) << wanted;
         EXPECT_EQ(Main().lvListView.Bounds().left, allowed + vertical.Bounds().width);
@@ -110,8 +94,7 @@ TEST_F(MainWindowTest, ClosingSavesThePlaceOfTheNormalStateOnly)
     Start();
     Main().UserPlaces({200, 300, 10000, 3000}, State::Normal);
     Main().imgVertSplitter.UserDrags(2500);
-    Main().Close();
-    toolkit.RunPosted();
+    End();
     EXPECT_EQ(Setting("Browser", "TSMaximized"), "False");
     EXPECT_EQ(Setting("Browser", "MainLeft") + "," + Setting("Browser", "MainTop") + "," +
                   Setting("Browser", "MainWidth") + "," + Setting("Browser", "MainHeight"),
@@ -123,8 +106,7 @@ TEST_F(MainWindowTest, ClosingSavesThePlaceOfTheNormalStateOnly)
     Main().UserPlaces({0, 0, 19200, 15000}, State::Maximized);
     Main().UserResizes({19200, 14500});
     Main().imgVertSplitter.UserDrags(9000); // more than the normal window has room for
-    Main().Close();
-    toolkit.RunPosted();
+    End();
     EXPECT_EQ(Setting("Browser", "TSMaximized"), "True");
     EXPECT_EQ(Setting("Browser", "MainWidth"), "10000");
     EXPECT_EQ(Setting("Browser", "VertSplitterLeft"), "9000");
@@ -192,12 +174,16 @@ TEST_F(MainWindowTest, EveryCommandIsInTheMenusAndThoseToComeAreDisabled)
     Main().MenuOpening();
     std::set<std::string> disabled;
     std::multiset<std::string> captions;
+    std::map<std::string, std::string> owners;
     Main().MenuBar.ForEach([&](ui::Menu& item) {
+        EXPECT_TRUE(!item.Shortcut || owners.emplace(ui::KeyText(item.Shortcut), item.Name).second)
+            << ui::KeyText(item.Shortcut) << " means two things";
         captions.insert(item.Caption);
         if (!item.Enabled && item.Visible && !item.Separator)
             disabled.insert(item.Name);
         EXPECT_TRUE(item.Separator || !item.Visible || !item.Caption.empty()) << item.Name;
     });
+    EXPECT_EQ(owners["F5"] + owners["Alt+Enter"], "mnuRefreshTVmnuFileProperties");
     EXPECT_EQ(disabled, toCome);
     for (const int id : {102, 226, 227, 103, 104, 109, 114, 115, 116, 117, 118, 119, 120, 122, 123, 124, 125,
                          133, 128, 129, 130, 374, 375, 376, 379, 393, 394, 396, 524, 525, 526, 354, 355, 105})
@@ -213,19 +199,6 @@ TEST_F(MainWindowTest, AMisspeltCommandFailsAtOnce)
         EXPECT_THROW(table.Fill(menu, {entry}), std::logic_error) << entry;
     }
     EXPECT_THROW(table.FillToolBar(Main().tbToolBar, {"mnuFielOpen"}), std::logic_error);
-}
-
-TEST_F(MainWindowTest, NoKeyMeansTwoThings)
-{
-    Start();
-    std::map<std::string, std::string> owners;
-    Main().MenuBar.ForEach([&](ui::Menu& item) {
-        if (!item.Shortcut)
-            return;
-        EXPECT_TRUE(owners.emplace(ui::KeyText(item.Shortcut), item.Name).second) << ui::KeyText(item.Shortcut);
-    });
-    EXPECT_EQ(owners["F5"], "mnuRefreshTV");
-    EXPECT_EQ(owners["Alt+Enter"], "mnuFileProperties");
 }
 
 TEST_F(MainWindowTest, ItemCommandsFollowTheList)
@@ -272,33 +245,7 @@ TEST_F(MainWindowTest, HelpDocumentsAndLinksOpenThroughTheLauncher)
     Main().UserPresses(ui::Plain(KeyCode::F1));
 }
 
-TEST_F(MainWindowTest, TheProfilesMenuOpensItsDialogs)
-{
-    Start();
-    for (const auto& [command, form] : {std::pair{"mnuProfileEdit", "EnterSenderInformationForm"},
-                                        {"mnuProfileManage", "frmManageProfiles"},
-                                        {"mnuProfileImportExport", "frmOptionsImportExport"}}) {
-        int opened = 0;
-        toolkit.OnModal(form, [&](ui::Form& shown) {
-            ++opened;
-            shown.UserCloses();
-        });
-        Item(command).UserClicks();
-        EXPECT_EQ(opened, 1) << command;
-    }
-}
-
 // Keys and clicks.
-
-TEST_F(MainWindowTest, ADoubleClickOpensTheSelectedTemplate)
-{
-    Start();
-    Main().tvTreeView.UserSelects("Business");
-    Main().lvListView.UserActivates(0);
-    EXPECT_EQ(system.shell.Opened(), Texts{InLibrary("Business\\Invoice.swt")});
-    Main().lvListView.UserActivates(-1);
-    EXPECT_EQ(system.shell.Opened().size(), 1u);
-}
 
 TEST_F(MainWindowTest, TheUsualKeysDoTheUsualThings)
 {
@@ -309,6 +256,7 @@ TEST_F(MainWindowTest, TheUsualKeysDoTheUsualThings)
     EXPECT_TRUE(Main().lvListView.HasFocus());
     EXPECT_EQ(Main().List().Selected()->text, "Complaint");
     EXPECT_TRUE(Main().UserPresses(ui::Ctrl('O')));
+    Main().lvListView.UserActivates(-1); // beside the rows
     EXPECT_EQ(system.shell.Opened(), Texts{InLibrary("Letters\\Formal\\Complaint.swt")});
     EXPECT_TRUE(Main().lvListView.KeyDown(ui::Plain(KeyCode::Backspace)));
     EXPECT_EQ(Main().tvTreeView.Selected()->key, "Letters");

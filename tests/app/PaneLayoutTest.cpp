@@ -43,61 +43,26 @@ TEST_F(PaneLayoutTest, DividesAWindowOfAnySizeWithoutGapsAndOverlaps)
     struct Case {
         ui::Size client;
         bool treeOn, pictureOn;
-        const char *tree, *upDown, *picture, *facts, *leftRight, *list;
+        std::array<std::string, 6> places; ///< of tree, splitter, picture, facts, splitter, list
     };
     const Case cases[] = {
-        {{9000, 8000},
-         true,
-         true,
-         "0 0 2000 3000",
-         "0 3000 2000 75",
-         "60 3135 1880 3945",
-         "60 7140 1880 800",
-         "2000 0 75 8000",
-         "2075 0 6925 8000"},
+        // clang-format off
+        {{9000, 8000}, true, true, {"0 0 2000 3000", "0 3000 2000 75", "60 3135 1880 3945", "60 7140 1880 800", "2000 0 75 8000", "2075 0 6925 8000"}},
         // The preview keeps its least height, and when there is no room for both, the tree.
-        {{9000, 5000},
-         true,
-         true,
-         "0 0 2000 2300",
-         "0 2300 2000 75",
-         "60 2435 1880 1645",
-         "60 4140 1880 800",
-         "2000 0 75 5000",
-         "2075 0 6925 5000"},
-        {{4000, 3000},
-         true,
-         true,
-         "0 0 1000 900",
-         "0 900 1000 75",
-         "60 1035 880 1045",
-         "60 2140 880 800",
-         "1000 0 75 3000",
-         "1075 0 2925 3000"},
-        {{9000, 8000},
-         false,
-         true,
-         "-",
-         "-",
-         "60 60 1880 7020",
-         "60 7140 1880 800",
-         "2000 0 75 8000",
-         "2075 0 6925 8000"},
-        {{9000, 8000}, true, false, "0 0 2000 8000", "-", "-", "-", "2000 0 75 8000", "2075 0 6925 8000"},
-        {{9000, 8000}, false, false, "-", "-", "-", "-", "-", "0 0 9000 8000"},
-        {{200, 100}, true, true, "0 0 0 0", "0 0 0 75", "60 135 0 0", "60 135 0 0", "0 0 75 100", "75 0 125 100"},
+        {{9000, 5000}, true, true, {"0 0 2000 2300", "0 2300 2000 75", "60 2435 1880 1645", "60 4140 1880 800", "2000 0 75 5000", "2075 0 6925 5000"}},
+        {{4000, 3000}, true, true, {"0 0 1000 900", "0 900 1000 75", "60 1035 880 1045", "60 2140 880 800", "1000 0 75 3000", "1075 0 2925 3000"}},
+        {{9000, 8000}, false, true, {"-", "-", "60 60 1880 7020", "60 7140 1880 800", "2000 0 75 8000", "2075 0 6925 8000"}},
+        {{9000, 8000}, true, false, {"0 0 2000 8000", "-", "-", "-", "2000 0 75 8000", "2075 0 6925 8000"}},
+        {{9000, 8000}, false, false, {"-", "-", "-", "-", "-", "0 0 9000 8000"}},
+        {{200, 100}, true, true, {"0 0 0 0", "0 0 0 75", "60 135 0 0", "60 135 0 0", "0 0 75 100", "75 0 125 100"}},
+        // clang-format on
     };
     for (const Case& each : cases) {
         SCOPED_TRACE(std::to_string(each.client.width) + " x " + std::to_string(each.client.height));
         treeOn = each.treeOn;
         pictureOn = each.pictureOn;
         layout.Place(each.client);
-        EXPECT_EQ(At(tree), each.tree);
-        EXPECT_EQ(At(upDown), each.upDown);
-        EXPECT_EQ(At(picture), each.picture);
-        EXPECT_EQ(At(facts), each.facts);
-        EXPECT_EQ(At(leftRight), each.leftRight);
-        EXPECT_EQ(At(list), each.list);
+        EXPECT_EQ((std::array{At(tree), At(upDown), At(picture), At(facts), At(leftRight), At(list)}), each.places);
     }
 }
 

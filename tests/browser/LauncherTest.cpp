@@ -28,58 +28,47 @@ protected:
     }
 };
 
-struct Failure {
-    const char* target;
-    int code; ///< what the shell answers
-    int result;
-    const char* text; ///< "" when it stays silent
-    Icon icon;
-};
-class LaunchFailureTest : public LauncherTest, public ::testing::WithParamInterface<Failure> {};
-
-TEST_P(LaunchFailureTest, IsReportedInTheProgramsWords)
-{
-    const Failure& failure = GetParam();
-    system.shell.SetOpenResult(failure.code);
-    if (!std::string_view{failure.target}.starts_with("http"))
-        system.files.AddFile(failure.target);
-    if (*failure.text != '\0')
-        toolkit.ExpectMessage(failure.text, failure.icon);
-    toolkit.SetBusy(true);
-
-    const auto outcome = launcher.Launch({.name = failure.target});
-
-    EXPECT_EQ(outcome.result, failure.result);
-    EXPECT_FALSE(outcome.raised);
-    EXPECT_EQ(toolkit.Messages.size(), *failure.text == '\0' ? 0u : 1u);
-    for (const auto& message : toolkit.Messages)
-        EXPECT_EQ(message.title, "Desk");
-    EXPECT_EQ(toolkit.Busy, failure.code != 31 || failure.result == 0) << "an arrow again before that box shows";
-}
-
 constexpr char NotFound[] = "File not found.";
 constexpr char NoHelp[] = "Unable to load the specified help document/URL.";
-INSTANTIATE_TEST_SUITE_P(
-    Rows, LaunchFailureTest,
-    ::testing::Values(
-        Failure{"C:\\T\\a.swt", 2, 1, NotFound, Icon::Information},
-        Failure{"C:\\T\\a.PRT", 3, 1, NotFound, Icon::Information},
-        Failure{"C:\\T\\a.b.ccw", 2, 1, NotFound, Icon::Information},
-        Failure{"C:\\T\\help.htm", 2, 1, NoHelp, Icon::Information},
-        Failure{"http://nowhere.example/", 3, 1, NoHelp, Icon::Information},
-        Failure{"C:\\T\\a.swt", 31, 1, "Unable to launch 'a.swt'.\r\nScrivello is not installed on the system.",
-                Icon::None},
-        Failure{"C:\\T\\a.b.ccw", 31, 1, "Unable to launch 'a.b.ccw'.\r\nCalcora is not installed on the system.",
-                Icon::None},
-        Failure{"C:\\T\\a.MST", 31, 1, "Unable to launch 'a.MST'.\r\nVistrel is not installed on the system.",
-                Icon::None},
-        Failure{"C:\\T\\a.prt", 31, 1, "Unable to launch 'a.prt'.\r\nVistrel is not installed on the system.",
-                Icon::None},
-        Failure{"C:\\x\\report.final.pdf", 31, 1,
-                "Unable to launch 'report.final.pdf'.\r\nThe associated application is not installed on the system.",
-                Icon::None},
-        Failure{"C:\\T\\help.htm", 31, 0, "", Icon::None}, Failure{"C:\\T\\a.swt", 5, 0, "", Icon::None},
-        Failure{"C:\\T\\a.swt", 42, 0, "", Icon::None}));
+
+TEST_F(LauncherTest, AFailureIsReportedInTheProgramsWords)
+{
+    const auto missing = [](const std::string& file, const std::string& program) {
+        return "Unable to launch '" + file + "'.\r\n" + program + " is not installed on the system.";
+    };
+    const struct {
+        const char* target;
+        int code; ///< what the shell answers
+        int result;
+        std::string text; ///< "" when it stays silent
+    } rows[] = {
+        // clang-format off
+        {"C:\\T\\a.swt", 2, 1, NotFound}, {"C:\\T\\a.PRT", 3, 1, NotFound}, {"C:\\T\\a.b.ccw", 2, 1, NotFound},
+        {"C:\\T\\help.htm", 2, 1, NoHelp}, {"http://nowhere.example/", 3, 1, NoHelp},
+        {"C:\\T\\a.swt", 31, 1, missing("a.swt", "Scrivello")}, {"C:\\T\\a.b.ccw", 31, 1, missing("a.b.ccw", "Calcora")},
+        {"C:\\T\\a.MST", 31, 1, missing("a.MST", "Vistrel")}, {"C:\\T\\a.prt", 31, 1, missing("a.prt", "Vistrel")},
+        {"C:\\x\\report.final.pdf", 31, 1, missing("report.final.pdf", "The associated application")},
+        {"C:\\T\\help.htm", 31, 0, ""}, {"C:\\T\\a.swt", 5, 0, ""}, {"C:\\T\\a.swt", 42, 0, ""},
+        // clang-format on
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::string{row.target} + " " + std::to_string(row.code));
+        system.shell.SetOpenResult(row.code);
+        if (!std::string_view{row.target}.starts_with("http"))
+            system.files.AddFile(row.target);
+        toolkit.Messages.clear();
+        if (!row.text.empty())
+            toolkit.ExpectMessage(row.text, row.code == 31 ? Icon::None : Icon::Information);
+        toolkit.SetBusy(true);
+        const auto outcome = launcher.Launch({.name = row.target});
+        EXPECT_EQ(outcome.result, row.result);
+        EXPECT_FALSE(outcome.raised);
+        for (const auto& message : toolkit.Messages)
+            EXPECT_EQ(message.title, "Desk");
+        EXPECT_EQ(toolkit.Messages.empty(), row.text.empty());
+        EXPECT_EQ(toolkit.Busy, row.code != 31 || row.result == 0) << "an arrow again before that box shows";
+    }
+}
 
 TEST_F(LauncherTest, HandsEverythingButPlainSpreadsheetsToTheShell)
 {

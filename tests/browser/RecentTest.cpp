@@ -21,11 +21,6 @@ std::string Stored(const TestMachine& machine, std::size_t number)
 
 class RecentFilesTest : public BrowserTest {
 protected:
-    ui::Menu& Item(const std::string& name)
-    {
-        Main().MenuOpening();
-        return *Main().MenuBar.Find(name);
-    }
     std::string Path(int number) { return "C:\\T\\" + std::to_string(number) + ".swt"; }
     browser::RecentFiles Filled(int count)
     {
@@ -119,9 +114,7 @@ TEST_F(RecentFilesTest, TheFileMenuListsThemAndOpensThemWithoutMovingThem)
     system.files.Remove(both[0]);
     Main().lvListView.UserActivates(0);
     EXPECT_EQ(Main().RecentFiles().List(), both);
-    Main().Close();
-    toolkit.RunPosted();
-    Start();
+    Restart();
     EXPECT_EQ(Item("mnuFile2").Caption, "2 Memo.swt");
 }
 
@@ -136,36 +129,26 @@ TEST(AgeingTest, CountsCalendarMonthsAndLetsTheDayDecideInTheFirstAndTheLast)
         bool isTooOld;
     };
     const Case cases[] = {
+        // clang-format off
         // Twelve months ago: an earlier day of the month is too old, the same day and later ones are not.
-        {{2003, 3, 16}, {2004, 3, 17}, 12, true},
-        {{2003, 3, 17}, {2004, 3, 17}, 12, false},
-        {{2003, 3, 31}, {2004, 3, 17}, 12, false},
-        {{2003, 2, 28}, {2004, 3, 17}, 12, true},
+        {{2003, 3, 16}, {2004, 3, 17}, 12, true}, {{2003, 3, 17}, {2004, 3, 17}, 12, false},
+        {{2003, 3, 31}, {2004, 3, 17}, 12, false}, {{2003, 2, 28}, {2004, 3, 17}, 12, true},
         {{2003, 4, 1}, {2004, 3, 17}, 12, false},
         // Month ends and leap days.
-        {{2004, 1, 30}, {2004, 2, 29}, 1, false},
-        {{2004, 1, 28}, {2004, 2, 29}, 1, true},
-        {{2004, 2, 29}, {2004, 3, 31}, 1, true},
-        {{2004, 2, 29}, {2005, 2, 28}, 12, false},
-        {{2003, 2, 28}, {2004, 2, 29}, 12, true},
-        {{2000, 2, 29}, {2004, 2, 29}, 48, false},
+        {{2004, 1, 30}, {2004, 2, 29}, 1, false}, {{2004, 1, 28}, {2004, 2, 29}, 1, true},
+        {{2004, 2, 29}, {2004, 3, 31}, 1, true}, {{2004, 2, 29}, {2005, 2, 28}, 12, false},
+        {{2003, 2, 28}, {2004, 2, 29}, 12, true}, {{2000, 2, 29}, {2004, 2, 29}, 48, false},
         {{2004, 2, 29}, {2004, 2, 29}, 1, false},
         // Year ends.
-        {{2003, 12, 31}, {2004, 1, 1}, 1, false},
-        {{2003, 12, 31}, {2004, 1, 31}, 1, false},
-        {{2003, 11, 30}, {2004, 1, 1}, 1, true},
-        {{2003, 12, 31}, {2004, 2, 29}, 1, true},
-        {{2003, 1, 1}, {2004, 1, 1}, 12, false},
-        {{2002, 12, 31}, {2004, 1, 1}, 12, true},
+        {{2003, 12, 31}, {2004, 1, 1}, 1, false}, {{2003, 12, 31}, {2004, 1, 31}, 1, false},
+        {{2003, 11, 30}, {2004, 1, 1}, 1, true}, {{2003, 12, 31}, {2004, 2, 29}, 1, true},
+        {{2003, 1, 1}, {2004, 1, 1}, 12, false}, {{2002, 12, 31}, {2004, 1, 1}, 12, true},
         // From the future: later this month and beyond the next year is a wrong clock's.
-        {{2004, 3, 18}, {2004, 3, 17}, 12, true},
-        {{2004, 3, 17}, {2004, 3, 17}, 12, false},
-        {{2004, 4, 1}, {2004, 3, 17}, 12, false},
-        {{2004, 12, 31}, {2004, 12, 30}, 12, true},
-        {{2005, 1, 1}, {2004, 12, 31}, 1, false},
-        {{2005, 12, 31}, {2004, 1, 1}, 12, false},
-        {{2006, 1, 1}, {2004, 12, 31}, 12, true},
-        {{1601, 1, 1}, {2004, 3, 17}, 32767, false},
+        {{2004, 3, 18}, {2004, 3, 17}, 12, true}, {{2004, 3, 17}, {2004, 3, 17}, 12, false},
+        {{2004, 4, 1}, {2004, 3, 17}, 12, false}, {{2004, 12, 31}, {2004, 12, 30}, 12, true},
+        {{2005, 1, 1}, {2004, 12, 31}, 1, false}, {{2005, 12, 31}, {2004, 1, 1}, 12, false},
+        {{2006, 1, 1}, {2004, 12, 31}, 12, true}, {{1601, 1, 1}, {2004, 3, 17}, 32767, false},
+        // clang-format on
     };
     for (const auto& [document, today, months, isTooOld] : cases)
         EXPECT_EQ(browser::IsTooOld(document, today, months), isTooOld)

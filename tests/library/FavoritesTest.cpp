@@ -24,11 +24,6 @@ protected:
         return {program.platform.files, program.settings, program.messages,
                 program.strings,        program.state,    program.toolkit};
     }
-    ui::Menu& Item(std::string_view name)
-    {
-        Main().MenuOpening();
-        return *Main().MenuBar.Find(name);
-    }
     void ShowFavorites()
     {
         PutSetting("Browser", "LastFolderBrowsed", "My Favorites");
@@ -110,6 +105,7 @@ TEST_F(FavoritesTest, RemovingAsksForEachMatchFromTheLastOn)
                           {{No, Yes, No}, {all[0], all[2], all[3]}},
                           {{Yes, Yes, Yes}, {all[2]}}};
     for (const Case& which : cases) {
+        End();
         system.registry.RemoveKey(Hive::CurrentUser, key);
         AddFavorites(all);
         ShowFavorites();
@@ -122,8 +118,6 @@ TEST_F(FavoritesTest, RemovingAsksForEachMatchFromTheLastOn)
         EXPECT_EQ(Stored(), which.left);
         EXPECT_EQ(Main().Favorites().FavoritesList(), which.left);
         EXPECT_EQ(Main().lvListView.Rows(), static_cast<int>(which.left.size()));
-        Main().Close();
-        toolkit.RunPosted();
     }
 }
 
@@ -140,21 +134,6 @@ TEST_F(FavoritesTest, AFavouriteThatSomebodyElseRemovedEmptiesTheListAndLeavesTh
     EXPECT_EQ(Main().lvListView.Rows(), 0);
     EXPECT_EQ(Main().imgPreview.File(), "");
     EXPECT_EQ(Stored(), Texts{"Business\\Budget.ccw"});
-}
-
-TEST_F(FavoritesTest, AStoreThatRefusesChangesNothingOnTheScreen)
-{
-    AddFavorites({"Letters\\Memo.swt"});
-    ShowFavorites();
-    system.registry.SetClosed(Hive::CurrentUser, key);
-    toolkit.ExpectMessage(Text(357), ui::Icon::Question, ui::Answer::Yes);
-    toolkit.ExpectMessage(Text(182), ui::Icon::Critical);
-    Main().Commands().Run("mnuRemoveFromFavorites");
-    EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Memo"});
-    Main().tvTreeView.UserSelects("Business");
-    toolkit.ExpectMessage(Text(174), ui::Icon::None);
-    Main().Commands().Run("mnuAddToFavorites");
-    EXPECT_EQ(Main().Favorites().FavoritesList(), Texts{"Letters\\Memo.swt"});
 }
 
 } // namespace

@@ -53,21 +53,19 @@ TEST_F(FolderTest, ANewNameIsRefusedInTheOrderOfItsFaults)
         std::string name;
         std::string message;
     };
-    std::vector<Case> cases{
-        {"My Favorites", taken},
-        {"Get More Templates", taken},
-        {"", "Enter a folder name."},
-        {std::string(41, 'x'), tooLong},
-        {std::string(40, 'x') + ":", tooLong},
-        {std::string(40, 'x') + "\xC3\xA4", tooLong},
-        {".a?", characters},
-        {".hidden", "A folder name cannot start with a ."},
-        {"..", "A folder name cannot start with a ."},
-        {"Family", taken},
-        {"fAMILY", taken},
-        {"Previews", taken},
-        {"Create New", taken},
-    };
+    std::vector<Case> cases{{"My Favorites", taken},
+                            {"Get More Templates", taken},
+                            {"", "Enter a folder name."},
+                            {std::string(41, 'x'), tooLong},
+                            {std::string(40, 'x') + ":", tooLong},
+                            {std::string(40, 'x') + "\xC3\xA4", tooLong},
+                            {".a?", characters},
+                            {".hidden", "A folder name cannot start with a ."},
+                            {"..", "A folder name cannot start with a ."},
+                            {"Family", taken},
+                            {"fAMILY", taken},
+                            {"Previews", taken},
+                            {"Create New", taken}};
     for (const char forbidden : std::string{"\\/:*?\"<>|"})
         cases.push_back({std::string{"a"} + forbidden + "b", characters});
     // What the system would refuse, or quietly turn into another name.
@@ -286,7 +284,7 @@ TEST_F(FolderTest, WhatCannotBeDeletedIsToldAndTheRestIsGone)
         system.files.Remove(InLibrary("Letters\\Formal"));
         AddTemplates({"Letters\\Formal\\Complaint.swt", "Letters\\Formal\\Sub\\b.swt"});
         which.prepare();
-        Start();
+        Restart();
         Select("Letters\\Formal");
         ExpectDeleteQuestion("Formal");
         toolkit.ExpectMessage(failed, Icon::Critical);
@@ -298,8 +296,6 @@ TEST_F(FolderTest, WhatCannotBeDeletedIsToldAndTheRestIsGone)
         EXPECT_EQ(left, which.left);
         EXPECT_EQ(Selected(), "Letters");
         EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Memo"});
-        Main().Close();
-        toolkit.RunPosted();
     }
 }
 

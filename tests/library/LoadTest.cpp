@@ -104,12 +104,10 @@ TEST_F(LoadTest, ShowsTheFoldersThatTheRulesLetThrough)
         system.files.Remove(Templates);
         AddTemplates(which.files);
         Hide();
-        Start();
+        Restart();
         EXPECT_EQ(Categories(), which.categories);
         EXPECT_EQ(Main().tvTreeView.Roots().front()->image, library::treeimage::Favorites);
         EXPECT_EQ(Main().tvTreeView.Roots().back()->image, library::treeimage::GetMore);
-        Main().Close();
-        toolkit.RunPosted();
     }
 }
 
@@ -276,12 +274,10 @@ TEST_F(LoadTest, AHundredAndSecondFolderOfTheThirdLevelEndsTheScan)
         AddTemplates({"A\\B\\x.swt", "A\\C\\Later\\x.swt"});
         for (int i = 0; i < count; ++i)
             AddTemplates({"A\\B\\S" + std::to_string(1000 + i) + "\\x.swt"});
-        Start();
+        Restart();
         EXPECT_EQ(Main().tvTreeView.Find("A\\B\\S1000") != nullptr, count == 101);
         EXPECT_EQ(Main().tvTreeView.Find("A\\C\\Later") != nullptr, count == 101);
         EXPECT_NE(Main().tvTreeView.Find("A\\B"), nullptr);
-        Main().Close();
-        toolkit.RunPosted();
     }
 }
 
@@ -338,12 +334,11 @@ TEST_F(LoadTest, ComesBackToTheFolderLastBrowsed)
         {"A\\B", "A\\B"}, {"a\\b", "A\\B"},      {"My Favorites", "My Favorites"}, {"", "A"},
         {"Gone", "A"},    {"Tessaly Desk", "A"}, {"Get More Templates", "A"}};
     for (const auto& [stored, selected] : cases) {
+        End();
         PutSetting("Browser", "LastFolderBrowsed", stored);
         Start();
         ASSERT_NE(Main().tvTreeView.Selected(), nullptr) << stored;
         EXPECT_EQ(Main().tvTreeView.Selected()->key, selected) << stored;
-        Main().Unload();
-        toolkit.RunPosted();
     }
 }
 

@@ -171,11 +171,7 @@ TEST_F(ProfileDialogsTest, ARefusedNameLeavesTheDialogOpenWithTheFocusInTheNameB
         const char* typed;
         std::uint16_t message;
         const char* left;
-    } rows[] = {{"  ", 134, "  "},
-                {"-Ann", 135, "-Ann"},
-                {"a/b", 134, "a/b"},
-                {"Blank Profile", 134, "Blank Profile"},
-                {" gRÖßE ", 136, ""}};
+    } rows[] = {{"a/b", 134, "a/b"}, {"-Ann", 135, "-Ann"}, {" gRÖßE ", 136, ""}};
     const auto before = system.registry.Snapshot();
     const auto isRefused = [&](ui::Form& form, ui::TextBox& box, ui::Button& ok, const auto& row) {
         SCOPED_TRACE(row.typed);

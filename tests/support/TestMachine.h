@@ -46,7 +46,25 @@ protected:
     app::Browser browser{system.AsPlatform(), toolkit, pictures};
 
     std::string Start(std::string caption = "") { return browser.Start("EXE", "", "", "", std::move(caption)); }
+    /// Closes the window, if there is one, and lets the browser end.
+    void End()
+    {
+        if (browser.Main() != nullptr)
+            browser.Main()->Close();
+        toolkit.RunPosted();
+    }
+    void Restart(std::string caption = "")
+    {
+        End();
+        Start(std::move(caption));
+    }
     app::frmMain& Main() { return *browser.Main(); }
+    /// The entry of the menu bar as it stands when the user opens it.
+    ui::Menu& Item(std::string_view name)
+    {
+        Main().MenuOpening();
+        return *Main().MenuBar.Find(name);
+    }
     app::Program& Program() { return browser.GetProgram(); }
     std::string Text(int id) { return std::string{app::StringTable::Own(static_cast<std::uint16_t>(id))}; }
 };
