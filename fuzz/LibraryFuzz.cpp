@@ -45,45 +45,26 @@ Made MakeLibrary(platform::memory::MemoryFileSystem& files, FuzzedDataProvider& 
         const std::string name = input.ConsumeBool() ? TakeName(input, folderNames) : TakeName(input, fileNames);
         const std::string place = path::Join(folder, name);
         const bool isFree = !files.Exists(place);
-        switch (input.ConsumeIntegralInRange(0, 8)) {
-        case 0:
-        case 1:
-            if (isFree)
-                files.AddFolder(place);
-            break;
-        case 2:
-        case 3:
-            if (isFree && depth < 6) {
-                files.AddFolder(place);
+        const int what = input.ConsumeIntegralInRange(0, 8);
+        if (what < 4 && isFree && (what < 2 || depth < 6)) {
+            files.AddFolder(place);
+            if (what >= 2) {
                 folder = place;
                 ++depth;
             }
-            break;
-        case 4:
-            if (depth > 0) {
-                folder = path::Parent(folder);
-                --depth;
-            }
-            break;
-        case 5:
-            if (isFree) {
-                files.AddLink(place, input.ConsumeBool() ? "C:\\Outside" : folder,
-                              input.ConsumeBool() ? 0 : 0xA000000C);
-                made.links = true;
-            }
-            break;
-        case 6:
-            if (depth > 0 && input.ConsumeBool()) {
-                files.SetUnreadable(folder);
-                made.unreadable = true;
-            }
-            break;
-        default:
-            if (isFree) {
-                files.AddFile(place, "contents of " + place);
-                if (input.ConsumeIntegralInRange(0, 5) == 0)
-                    files.SetAttributes(place, platform::attribute::Hidden);
-            }
+        } else if (what == 4 && depth > 0) {
+            folder = path::Parent(folder);
+            --depth;
+        } else if (what == 5 && isFree) {
+            files.AddLink(place, input.ConsumeBool() ? "C:\\Outside" : folder, input.ConsumeBool() ? 0 : 0xA000000C);
+            made.links = true;
+        } else if (what == 6 && depth > 0 && input.ConsumeBool()) {
+            files.SetUnreadable(folder);
+            made.unreadable = true;
+        } else if (what > 6 && isFree) {
+            files.AddFile(place, "contents of " + place);
+            if (input.ConsumeIntegralInRange(0, 5) == 0)
+                files.SetAttributes(place, platform::attribute::Hidden);
         }
     }
     return made;

@@ -143,11 +143,10 @@ TEST_F(BaseTest, RawValuesAreReadByTypeUpToTheirBuffer)
     std::string u255;
     for (int i = 0; i < 255; ++i)
         u255 += "é";
-    struct Case {
+    const struct {
         RegistryValue stored;
         std::optional<Value> read;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{ValueType::String, ""}, Value{std::string{}}},
         {{ValueType::ExpandString, "%TEMP%"}, Value{std::string{"%TEMP%"}}},
         {{ValueType::String, u255}, Value{u255}},
@@ -158,7 +157,7 @@ TEST_F(BaseTest, RawValuesAreReadByTypeUpToTheirBuffer)
         {{ValueType::Binary, std::string(256, 'x')}, std::nullopt},
         {{ValueType::MultiString, "a"}, std::nullopt},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         system.registry.Put(Hive::LocalMachine, "Other", "value", c.stored);
         EXPECT_EQ(program.registry.QueryValue(Hive::LocalMachine, "Other", "value"), c.read);
     }

@@ -40,12 +40,11 @@ struct PaneLayoutTest : ::testing::Test {
 
 TEST_F(PaneLayoutTest, DividesAWindowOfAnySizeWithoutGapsAndOverlaps)
 {
-    struct Case {
+    const struct {
         ui::Size client;
         bool treeOn, pictureOn;
         std::array<std::string, 6> places; ///< of tree, splitter, picture, facts, splitter, list
-    };
-    const Case cases[] = {
+    } cases[] = {
         // clang-format off
         {{9000, 8000}, true, true, {"0 0 2000 3000", "0 3000 2000 75", "60 3135 1880 3945", "60 7140 1880 800", "2000 0 75 8000", "2075 0 6925 8000"}},
         // The preview keeps its least height, and when there is no room for both, the tree.
@@ -57,7 +56,7 @@ TEST_F(PaneLayoutTest, DividesAWindowOfAnySizeWithoutGapsAndOverlaps)
         {{200, 100}, true, true, {"0 0 0 0", "0 0 0 75", "60 135 0 0", "60 135 0 0", "0 0 75 100", "75 0 125 100"}},
         // clang-format on
     };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         SCOPED_TRACE(std::to_string(each.client.width) + " x " + std::to_string(each.client.height));
         treeOn = each.treeOn;
         pictureOn = each.pictureOn;

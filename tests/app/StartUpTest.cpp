@@ -250,9 +250,8 @@ TEST_F(StartUpTest, ATemplatesPathThatCannotBeReadIsExplainedAndCancelQuits)
         PutSetting("Browser", "Access HDD_Templates", row.hddAccess);
         PutSetting("Browser", "HDD Templates Path", row.path);
         PutSetting("Browser", "CDROM Templates Path", row.path);
-        toolkit.OnModal("frmTemplatesPath", [&](ui::Form& form) {
-            auto& dialog = dynamic_cast<app::frmTemplatesPath&>(form);
-            EXPECT_EQ(form.Caption(), Text(339));
+        toolkit.OnModal<app::frmTemplatesPath>("frmTemplatesPath", [&](auto& dialog) {
+            EXPECT_EQ(dialog.Caption(), Text(339));
             EXPECT_TRUE(dialog.lblReason.Caption().starts_with(Text(row.reason))) << dialog.lblReason.Caption();
             EXPECT_EQ(dialog.lblQuit.Caption(), Text(337));
             EXPECT_EQ(dialog.cmdRetry.Caption() + dialog.cmdNew.Caption() + dialog.cmdCancel.Caption(),
@@ -270,10 +269,9 @@ TEST_F(StartUpTest, ATemplatesPathThatCannotBeReadIsExplainedAndCancelQuits)
 TEST_F(StartUpTest, RetryGoesOnOnceTheDriveIsBack)
 {
     SetTemplatesPath("E:\\Library");
-    toolkit.OnModal("frmTemplatesPath", [&](ui::Form& form) {
-        auto& dialog = dynamic_cast<app::frmTemplatesPath&>(form);
+    toolkit.OnModal<app::frmTemplatesPath>("frmTemplatesPath", [&](auto& dialog) {
         dialog.cmdRetry.UserClicks();
-        EXPECT_TRUE(form.IsOpen());
+        EXPECT_TRUE(dialog.IsOpen());
         system.files.AddFile("E:\\Library\\Cards\\Birthday.swt");
         dialog.cmdRetry.UserClicks();
     });
@@ -307,12 +305,11 @@ TEST_F(StartUpTest, ANewPathIsStoredForTheLocationInUse)
         PutSetting("Browser", "CDROM Templates Path", "R:\\Old");
         toolkit.FolderChoices = {std::nullopt, "S:\\NotThere", std::string{Templates}};
         toolkit.ExpectMessage(Text(338), Icon::Information);
-        toolkit.OnModal("frmTemplatesPath", [&](ui::Form& form) {
-            auto& dialog = dynamic_cast<app::frmTemplatesPath&>(form);
+        toolkit.OnModal<app::frmTemplatesPath>("frmTemplatesPath", [&](auto& dialog) {
             dialog.cmdNew.UserClicks(); // the user gives the folder chooser up
-            EXPECT_TRUE(form.IsOpen());
+            EXPECT_TRUE(dialog.IsOpen());
             dialog.cmdNew.UserClicks(); // and now chooses a folder that is gone
-            EXPECT_TRUE(form.IsOpen());
+            EXPECT_TRUE(dialog.IsOpen());
             dialog.cmdNew.UserClicks();
         });
         Restart();
@@ -370,10 +367,9 @@ TEST_F(StartUpTest, EveryStartOfAProcessReadsTheSettingsThatTheResourceLibraryNa
 class FirstRunTest : public BrowserTest {
 protected:
     FirstRunTest() { PutSetting("Profiles", "FirstRun", ""); }
-    void OnPrompt(std::function<void(profiles::frmProfileInformation&)> act)
+    void OnPrompt(const std::function<void(profiles::frmProfileInformation&)>& act)
     {
-        toolkit.OnModal("frmProfileInformation",
-                        [act](ui::Form& form) { act(static_cast<profiles::frmProfileInformation&>(form)); });
+        toolkit.OnModal<profiles::frmProfileInformation>("frmProfileInformation", act);
     }
 };
 

@@ -112,14 +112,12 @@ TEST_F(LauncherTest, WhatTheGateRefusesAndWhatIsGoneIsToldAndNeverReachesTheSyst
 {
     InstallCalcora();
     system.files.AddFile("C:\\T\\evil.exe");
-    const std::pair<const char*, const char*> rows[] = {
-        {"C:\\T\\evil.exe", NoHelp},
-        {"file:///C:/T/evil.exe", NoHelp},
-        {"C:\\T\\gone.htm", NoHelp},
-        {"C:\\T\\gone.swt", NotFound},
-        {"\\\\elsewhere\\share\\a.ccw", NotFound},
-        {"C:\\a\" /run \"C:\\b.ccw", NotFound},
-    };
+    const std::pair<const char*, const char*> rows[] = {{"C:\\T\\evil.exe", NoHelp},
+                                                        {"file:///C:/T/evil.exe", NoHelp},
+                                                        {"C:\\T\\gone.htm", NoHelp},
+                                                        {"C:\\T\\gone.swt", NotFound},
+                                                        {"\\\\elsewhere\\share\\a.ccw", NotFound},
+                                                        {"C:\\a\" /run \"C:\\b.ccw", NotFound}};
     for (const auto& [target, message] : rows) {
         toolkit.ExpectMessage(message, Icon::Information);
         EXPECT_EQ(launcher.Launch({.name = target}).result, 1) << target;

@@ -238,8 +238,7 @@ TEST_F(RecentDocumentsTest, TheViewOpensRemovesAndClears)
     AddDocument(own, "C:\\D\\b.doc", "2004-03-02", {2004, 3, 2});
     AddDocument(own, "C:\\D\\c.doc", "2004-03-01", {2004, 3, 1});
     Start();
-    toolkit.OnModal("frmRecentDocuments", [&](ui::Form& shown) {
-        auto& form = static_cast<browser::frmRecentDocuments&>(shown);
+    toolkit.OnModal<browser::frmRecentDocuments>("frmRecentDocuments", [&](auto& form) {
         EXPECT_EQ(ListTexts(form.lvDocuments), (Texts{"a.doc", "b.doc", "c.doc"}));
         EXPECT_EQ(form.lvDocuments.Model()->Text(1, 1), "C:\\D");
         EXPECT_EQ(form.lvDocuments.Model()->Text(1, 2).substr(0, 8), "3/2/2004");
@@ -258,8 +257,7 @@ TEST_F(RecentDocumentsTest, TheViewOpensRemovesAndClears)
     EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, own, "C:\\D\\a.doc"), "(none)");
 
     for (const ui::Answer answer : {ui::Answer::No, ui::Answer::Yes}) {
-        toolkit.OnModal("frmRecentDocuments", [&](ui::Form& shown) {
-            auto& form = static_cast<browser::frmRecentDocuments&>(shown);
+        toolkit.OnModal<browser::frmRecentDocuments>("frmRecentDocuments", [&](auto& form) {
             toolkit.ExpectMessage("Are you sure you want to remove all documents from this list? The documents "
                                   "themselves are not deleted.",
                                   Icon::Question, answer);
@@ -278,8 +276,7 @@ TEST_F(RecentDocumentsTest, TheTimePeriodIsSavedByOkAloneAndOnlyWhenItIsANumber)
     PutSetting("Help", "Recent Documents HTML", "C:\\Help\\recent.htm");
     Start();
     const auto show = [&](const std::function<void(browser::frmOptionsHistory&)>& act) {
-        toolkit.OnModal("frmOptionsHistory",
-                        [&](ui::Form& form) { act(static_cast<browser::frmOptionsHistory&>(form)); });
+        toolkit.OnModal<browser::frmOptionsHistory>("frmOptionsHistory", act);
         Main().Commands().Run("mnuHistory");
     };
     show([&](auto& form) {
@@ -324,9 +321,8 @@ TEST_F(RecentDocumentsTest, TheCopyOfASpreadsheetTemplateIsRecorded)
     Main().lvListView.UserActivates(0);
     EXPECT_EQ(system.registry.ValueNames(Hive::CurrentUser, own)->size(), 1u) << "a template is no document";
 
-    toolkit.OnModal("frmRecentDocuments", [](ui::Form& form) {
-        static_cast<browser::frmRecentDocuments&>(form).lvDocuments.UserActivates(0);
-    });
+    toolkit.OnModal<browser::frmRecentDocuments>("frmRecentDocuments",
+                                                 [](auto& form) { form.lvDocuments.UserActivates(0); });
     Main().Commands().Run("mnuRecentDocuments");
     EXPECT_EQ(system.shell.Runs().size(), 3u) << "by its own program, as in the list";
     EXPECT_EQ(system.shell.Opened(), Texts{});

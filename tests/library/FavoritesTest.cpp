@@ -95,16 +95,15 @@ TEST_F(FavoritesTest, RemovingAsksForEachMatchFromTheLastOn)
 {
     AddTemplates({"Letters\\Memorandum.swt", "Memos\\Other.swt"});
     const Texts all{"Letters\\Memo.swt", "Letters\\Memorandum.swt", "Business\\Budget.ccw", "Memos\\Other.swt"};
-    struct Case {
+    using enum ui::Answer;
+    const struct {
         std::vector<ui::Answer> answers;
         Texts left;
-    };
-    using enum ui::Answer;
-    const Case cases[] = {{{No, No, No}, all},
-                          {{Yes, No, No}, {all[0], all[1], all[2]}},
-                          {{No, Yes, No}, {all[0], all[2], all[3]}},
-                          {{Yes, Yes, Yes}, {all[2]}}};
-    for (const Case& which : cases) {
+    } cases[] = {{{No, No, No}, all},
+                 {{Yes, No, No}, {all[0], all[1], all[2]}},
+                 {{No, Yes, No}, {all[0], all[2], all[3]}},
+                 {{Yes, Yes, Yes}, {all[2]}}};
+    for (const auto& which : cases) {
         End();
         system.registry.RemoveKey(Hive::CurrentUser, key);
         AddFavorites(all);

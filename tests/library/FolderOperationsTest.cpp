@@ -49,28 +49,19 @@ TEST_F(FolderTest, ANewNameIsRefusedInTheOrderOfItsFaults)
     const std::string characters =
         "A folder name cannot contain any of the following characters:\r\n\\ / : * ? \" < > |";
     const std::string tooLong = "Folder name cannot exceed more than 40 characters.";
-    struct Case {
-        std::string name;
-        std::string message;
+    std::vector<std::pair<std::string, std::string>> cases{
+        // clang-format off
+        {"My Favorites", taken}, {"Get More Templates", taken}, {"Family", taken}, {"fAMILY", taken}, {"Previews", taken},
+        {"Create New", taken}, {"", "Enter a folder name."}, {std::string(41, 'x'), tooLong},
+        {std::string(40, 'x') + ":", tooLong}, {std::string(40, 'x') + "\xC3\xA4", tooLong}, {".a?", characters},
+        {".hidden", "A folder name cannot start with a ."}, {"..", "A folder name cannot start with a ."},
+        // clang-format on
     };
-    std::vector<Case> cases{{"My Favorites", taken},
-                            {"Get More Templates", taken},
-                            {"", "Enter a folder name."},
-                            {std::string(41, 'x'), tooLong},
-                            {std::string(40, 'x') + ":", tooLong},
-                            {std::string(40, 'x') + "\xC3\xA4", tooLong},
-                            {".a?", characters},
-                            {".hidden", "A folder name cannot start with a ."},
-                            {"..", "A folder name cannot start with a ."},
-                            {"Family", taken},
-                            {"fAMILY", taken},
-                            {"Previews", taken},
-                            {"Create New", taken}};
     for (const char forbidden : std::string{"\\/:*?\"<>|"})
-        cases.push_back({std::string{"a"} + forbidden + "b", characters});
+        cases.emplace_back(std::string{"a"} + forbidden + "b", characters);
     // What the system would refuse, or quietly turn into another name.
     for (const char* name : {"trail ", "tab\tbed", "nul.txt"})
-        cases.push_back({name, characters});
+        cases.emplace_back(name, characters);
     Start();
     const auto disk = system.files.Snapshot();
     for (const auto& [name, message] : cases) {
@@ -259,12 +250,11 @@ TEST_F(FolderTest, TheViewsLetGoOfTheFilesBeforeTheFirstOneIsDeleted)
 TEST_F(FolderTest, WhatCannotBeDeletedIsToldAndTheRestIsGone)
 {
     const std::string failed = "Cannot delete folder, templates may be in use.\rClose the template(s) and try again.";
-    struct Case {
+    const struct {
         const char* what;
         std::function<void()> prepare;
         Texts left;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"a text file",
          [&] { system.files.AddFile(InLibrary("Letters\\Formal\\Sub\\read.me"), "mine"); },
          {"Sub", "Sub\\read.me"}},
@@ -279,7 +269,7 @@ TEST_F(FolderTest, WhatCannotBeDeletedIsToldAndTheRestIsGone)
          [&] { system.files.AddShortenedFolder(InLibrary("Letters\\Formal"), "Sub."); },
          {"Complaint.swt", "Sub", "Sub.", "Sub\\b.swt"}},
     };
-    for (const Case& which : cases) {
+    for (const auto& which : cases) {
         SCOPED_TRACE(which.what);
         system.files.Remove(InLibrary("Letters\\Formal"));
         AddTemplates({"Letters\\Formal\\Complaint.swt", "Letters\\Formal\\Sub\\b.swt"});

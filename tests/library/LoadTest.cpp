@@ -65,12 +65,11 @@ TEST_F(LoadTest, DrawsTheSpecialNodesAroundTheCategories)
 
 TEST_F(LoadTest, ShowsTheFoldersThatTheRulesLetThrough)
 {
-    struct Case {
+    const struct {
         const char* rule;
         Texts files; ///< names that begin with "Hidden" or "System" get that attribute
         Texts categories;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"with templates somewhere below, and the way to them",
          {"A\\B\\C\\D\\deep.swt", "Pictures\\Previews\\x.jpg", "Notes\\readme.txt", "Cards\\x.swtx", "Top.swt"},
          {"A", "  B", "    C", "      D"}},
@@ -99,7 +98,7 @@ TEST_F(LoadTest, ShowsTheFoldersThatTheRulesLetThrough)
           "Cards\\Find Recent Documents\\a.swt"},
          {"Cards"}},
     };
-    for (const Case& which : cases) {
+    for (const auto& which : cases) {
         SCOPED_TRACE(which.rule);
         system.files.Remove(Templates);
         AddTemplates(which.files);
@@ -163,18 +162,6 @@ TEST_F(LoadTest, ACategoryShowsItsOwnIconAndASubFolderNever)
     }
     Reload();
     EXPECT_EQ(Main().tvTreeView.Images.Last(), 19) << "a reload does not pile pictures up";
-}
-
-TEST_F(LoadTest, AnIconThatVanishesAfterItWasListedFallsBack)
-{
-    AddTemplates({"Cards\\a.swt", "Cards\\folder.ico"});
-    toolkit.OnYield = [&](int) {
-        if (browser.Main() != nullptr && browser.Main()->Library().Loading() && OnDisk("Cards\\folder.ico") &&
-            browser.Main()->Library().Table().Count() == 1)
-            system.files.Remove(InLibrary("Cards\\folder.ico"));
-    };
-    Start();
-    EXPECT_EQ(Node("Cards").image, 17);
 }
 
 TEST_F(LoadTest, TheCatalogueSaysWhatTheTreeShows)
@@ -301,16 +288,22 @@ TEST_F(LoadTest, AFolderThatCannotBeReadEndsThePassAndLosesNothing)
     EXPECT_EQ(system.files.Snapshot(), before);
 }
 
-TEST_F(LoadTest, FoldersThatVanishBetweenThePassesAreTakenAsEmpty)
+TEST_F(LoadTest, WhatVanishesAfterItWasListedIsTakenAsNeverThere)
 {
-    AddTemplates({"A\\x.swt", "B\\Sub\\x.swt", "C\\x.swt"});
+    AddTemplates({"A\\x.swt", "A\\folder.ico", "B\\Sub\\x.swt", "C\\x.swt"});
     bool gone = false;
     toolkit.OnYield = [&](int) {
-        if (browser.Main() != nullptr && browser.Main()->Library().Loading() && !std::exchange(gone, true))
+        if (browser.Main() == nullptr || !browser.Main()->Library().Loading())
+            return;
+        if (!std::exchange(gone, true))
             system.files.Remove(InLibrary("B"));
+        if (browser.Main()->Library().Table().Count() == 1 && OnDisk("A\\folder.ico"))
+            system.files.Remove(InLibrary("A\\folder.ico"));
     };
     Start();
     EXPECT_EQ(Categories(), (Texts{"A", "C"}));
+    EXPECT_EQ(Node("A").image, 17);
+    EXPECT_FALSE(OnDisk("A\\folder.ico"));
 }
 
 TEST_F(LoadTest, ListsEachFolderOnceALoad)

@@ -30,11 +30,6 @@ protected:
         PutSetting("Profiles", "DefaultProfile", "bob");
         PutSetting("Profiles", "CurrentProfileToUse", "Ann");
     }
-    template <class Form>
-    void OnModal(const char* name, std::function<void(Form&)> act)
-    {
-        toolkit.OnModal(name, [act](ui::Form& form) { act(static_cast<Form&>(form)); });
-    }
 };
 
 TEST_F(ProfileDialogsTest, EveryDialogIsLaidOutForMouseAndKeyboard)
@@ -65,19 +60,19 @@ TEST_F(ProfileDialogsTest, ManagingFollowsTheSelection)
     EXPECT_EQ(form.lstProfiles.Items(), (Texts{"Ann", "Bob (default)", "Größe"}));
     EXPECT_EQ(form.lstProfiles.Text(), "Ann");
 
-    OnModal<frmNewProfile>("frmNewProfile", [](auto& add) {
+    toolkit.OnModal<frmNewProfile>("frmNewProfile", [](auto& add) {
         add.Description.UserTypes(" Cid ");
         add.OKButton.UserClicks();
     });
     form.btnAdd.UserClicks();
     EXPECT_EQ(form.lstProfiles.Text(), "Cid");
-    OnModal<frmNewProfile>("frmNewProfile", [](auto& add) { add.CancelButton.UserClicks(); });
+    toolkit.OnModal<frmNewProfile>("frmNewProfile", [](auto& add) { add.CancelButton.UserClicks(); });
     form.btnAdd.UserClicks();
     EXPECT_EQ(form.lstProfiles.Text(), "Cid") << "the list is read anew";
 
     form.lstProfiles.UserSelects(1);
     EXPECT_FALSE(form.btnSetDefault.Enabled());
-    OnModal<frmRenameProfile>("frmRenameProfile", [](auto& rename) {
+    toolkit.OnModal<frmRenameProfile>("frmRenameProfile", [](auto& rename) {
         EXPECT_EQ(rename.txtName.SelText(), "Bob");
         rename.txtName.UserTypes("Zoë");
         rename.OKButton.UserClicks();

@@ -172,10 +172,13 @@ TEST(ProfileFormFaultTest, TheEditorLosesNoEdit)
             desk.editor.emplace(desk.program, desk.manager, desk.images, desk.operations, [](std::string_view) {});
         form.Realize();
         form.SenderCityText.SetText("Oslo");
-        desk.toolkit.OnModal("frmManageProfiles", [](ui::Form& manage) { manage.UserCloses(); });
+        for (const char* dialog : {"frmManageProfiles", "frmNewProfile"})
+            desk.toolkit.OnModal(dialog, [](ui::Form& shown) { shown.UserCloses(); });
     };
     const std::function<void(Desk&)> acts[] = {[](Desk& desk) { desk.editor->ProfileCombo.UserSelects(1); },
-                                               [](Desk& desk) { desk.editor->OKButton.UserClicks(); }};
+                                               [](Desk& desk) { desk.editor->OKButton.UserClicks(); },
+                                               [](Desk& desk) { desk.editor->btnAddProfile.UserClicks(); },
+                                               [](Desk& desk) { desk.editor->btnManageProfiles.UserClicks(); }};
     for (const auto& act : acts)
         ForEachCall<Desk>(22, {}, prepare, act, [](Desk& desk, const std::string&) {
             auto& form = *desk.editor;
@@ -208,14 +211,12 @@ TEST(ProfileFormFaultTest, TheListShowsWhatThereIs)
     const auto prepare = [&](Desk& desk) {
         PrepareForms(desk);
         desk.manage.emplace(desk.program, desk.manager, desk.operations).Realize();
-        desk.toolkit.OnModal("frmNewProfile", [&](ui::Form& form) {
-            auto& add = static_cast<profiles::frmNewProfile&>(form);
+        desk.toolkit.OnModal<profiles::frmNewProfile>("frmNewProfile", [&](auto& add) {
             add.Description.UserTypes("Cid");
             add.lstCopyFrom.UserSelects(1);
             confirm(add, add.Description, add.OKButton, add.CancelButton);
         });
-        desk.toolkit.OnModal("frmRenameProfile", [&](ui::Form& form) {
-            auto& rename = static_cast<profiles::frmRenameProfile&>(form);
+        desk.toolkit.OnModal<profiles::frmRenameProfile>("frmRenameProfile", [&](auto& rename) {
             rename.txtName.SetText("Zoe");
             confirm(rename, rename.txtName, rename.OKButton, rename.CancelButton);
         });

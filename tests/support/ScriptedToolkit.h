@@ -13,6 +13,13 @@ public:
     ScriptedToolkit() = default;
     ScriptedToolkit(const ScriptedToolkit&) = delete;
     ScriptedToolkit& operator=(const ScriptedToolkit&) = delete;
+    using HeadlessToolkit::OnModal;
+    /// What the user does in a dialog of that class.
+    template <class Dialog>
+    void OnModal(std::string formName, const std::function<void(Dialog&)>& act)
+    {
+        OnModal(std::move(formName), [act](ui::Form& form) { act(dynamic_cast<Dialog&>(form)); });
+    }
     ~ScriptedToolkit() override { EXPECT_EQ(NotAsScripted(), std::vector<std::string>{}); }
 };
 
