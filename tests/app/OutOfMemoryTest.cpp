@@ -9,8 +9,8 @@ long allocationsLeft = -1; ///< until one fails; negative: none does
 
 } // namespace
 
-// Those of arrays call these.
-void* operator new(std::size_t size)
+// Those of arrays call these. Inlined, the compiler would see memory of malloc that is deleted, and warn.
+[[gnu::noinline]] void* operator new(std::size_t size)
 {
     if (allocationsLeft >= 0 && allocationsLeft-- == 0)
         throw std::bad_alloc{};
@@ -22,14 +22,15 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept // what sor
 {
     return std::malloc(size);
 }
-void operator delete(void* memory) noexcept
+[[gnu::noinline]] void operator delete(void* memory) noexcept
 {
     std::free(memory);
 }
-void operator delete(void* memory, std::size_t) noexcept
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept
 {
     std::free(memory);
 }
+
 namespace tests {
 namespace {
 
