@@ -1,12 +1,10 @@
 // Texts of any bytes in the fields of a profile.
 #include "fuzz/Check.h"
 #include "platform/Text.h"
-#include "profiles/FieldChecks.h"
 #include "profiles/PhoneFormatter.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -15,8 +13,6 @@ using fuzz::Check;
 
 namespace {
 
-constexpr std::string_view refused = "!@$%^&*?<>|;`~_/\\[]";
-constexpr std::string_view separators = "()-";
 constexpr std::string_view addedByMasks = "()- ";
 
 /// Phone numbers are what makes the formatter work: the characters that matter to it are likely.
@@ -53,34 +49,6 @@ void CheckFormatted(const profiles::PhoneFormatter& formatter, const std::string
     Check(text::Length(number) >= 7, "short texts have no shape");
 }
 
-void CheckLife(profiles::PhoneFormatter formatter, const std::vector<std::string>& numbers)
-{
-    bool turn = true; // the formatter's, by the rules
-    for (const std::string& number : numbers) {
-        formatter.BeforeOvertyping(number.substr(0, number.size() / 2), number);
-        turn = turn || text::Trimmed(number.substr(0, number.size() / 2)) == text::Trimmed(number);
-        formatter.TextChanged(number);
-        const std::string pending = text::Trimmed(number);
-        turn = turn || pending.empty();
-        const auto outcome = formatter.Leave(number);
-        const bool isRefused = pending.find_first_of(refused) != std::string::npos;
-        const bool isShaped = pending.find_first_of(separators) != std::string::npos;
-        Check(outcome.refused == isRefused, "refused for its characters alone");
-        Check(outcome.text.has_value() == (turn && !pending.empty() && !isRefused && !isShaped),
-              "formatted in its turn");
-        if (outcome.text) {
-            turn = false;
-            Check(*outcome.text == formatter.Format(number).value_or(pending), "its shape, or itself");
-            Check(!formatter.Leave(*outcome.text).text, "left again it stays");
-        }
-    }
-}
-
-bool IsOneOf(char c, std::string_view others)
-{
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || others.contains(c);
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
@@ -95,14 +63,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     for (const std::string& number : numbers)
         CheckFormatted(formatter, number);
     CheckFormatted(formatter, any);
-    CheckLife(formatter, numbers);
 
-    for (const std::string& field : {numbers.front(), any}) {
-        Check(profiles::IsStateText(field) == std::ranges::all_of(field, [](char c) { return IsOneOf(c, " "); }),
-              "letters and blanks");
-        Check(profiles::IsZipText(field) ==
-                  std::ranges::all_of(field, [](char c) { return IsOneOf(c, " -0123456789"); }),
-              "letters, digits, blanks and hyphens");
+    profiles::PhoneFormatter field{decimalSeparator};
+    for (const std::string& number : numbers) {
+        field.BeforeOvertyping(number.substr(0, number.size() / 2), number);
+        field.TextChanged(number);
+        const auto outcome = field.Leave(number);
+        Check(!outcome.refused || !outcome.text, "what is refused stays as it is");
+        if (outcome.text) {
+            Check(Typed(*outcome.text) == Typed(number), "nothing typed is lost in the field");
+            Check(!field.Leave(*outcome.text).text, "left again it stays");
+        }
     }
     return 0;
 }

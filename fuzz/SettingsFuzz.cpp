@@ -21,6 +21,11 @@ constexpr std::pair<const char*, const char*> settings[] = {
     {"Browser", "ShowPPTTemplates"}, {"Browser", "ShowPhotoTemplates"}, {"Browser", "Access HDD_Templates"},
     {"Browser", "HDD Templates Path"}, {"Browser", "CDROM Templates Path"}, {"Options", "MSOVersion"},
     {"Options", "ExcludedTemplates"}, {"Options", "Installed Path"}, {"Customization", "ApplicationName"},
+    {"Browser", "ThumbnailViewOn"}, {"Browser", "Show Path Toggle"}, {"Browser\\Recent Files", "File 1"},
+    {"Browser\\Recent Files", "File 2"}, {"Options", "WebLink"}, {"Options", "ReportABug"},
+    {"Options", "History List Time Period"}, {"Options", "Profile Images Path"}, {"Options", "ExportProfilePath"},
+    {"Help", "Using Find HTML"}, {"Browser\\History List", "C:\\Templates\\Letters\\Memo.swt"}, {"Profiles", "FirstRun"}, {"Profiles", "DefaultProfile"},
+    {"Profiles", "CurrentProfileToUse"}, {"Profiles", "PromptForProfile"}, {"Profiles", "ShowAutoComplete"},
     // clang-format on
 };
 constexpr const char* typicalTexts[] = {
@@ -86,6 +91,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
                 main.fileTypeTabStrip.UserSelects(tab);
             main.tvTreeView.UserSelects("Money");
             main.tvTreeView.UserSelects("My Favorites");
+            for (const char* command :
+                 {"mnuHelpSearch", "mnuFile1", "mnuRecentDocuments", "mnuHistory", "mnuProfileEdit", "mnuProfileManage",
+                  "mnuProfileImportExport", "mnuViewThumbnails"})
+                main.Commands().Run(command);
         });
     Check(machine.system.files.Snapshot() == disk, "settings change nothing on the disk");
     return 0;
