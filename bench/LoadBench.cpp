@@ -1,6 +1,7 @@
 // How much the browser adds to what the disk costs anyway: a full load of a library against one enumeration of the
 // same tree, and a fill of the list against one enumeration of the same folder.
 #include "bench/Disk.h"
+#include "bench/Measure.h"
 
 #include "app/base/Program.h"
 #include "browser/LibraryRows.h"
@@ -16,12 +17,8 @@
 #include "ui/win32/Win32Toolkit.h"
 #endif
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
-#include <limits>
 #include <optional>
 #include <span>
 #include <stdexcept>
@@ -120,33 +117,6 @@ void Expect(std::size_t count, std::size_t expected, const char* what)
     if (count != expected)
         throw std::runtime_error{std::string{what} + ": " + std::to_string(count) + " instead of " +
                                  std::to_string(expected)};
-}
-
-/// The least time of each work in milliseconds. They take turns, so that what disturbs one disturbs all.
-std::vector<double> LeastTimes(int rounds, const std::vector<std::function<void()>>& works)
-{
-    using Clock = std::chrono::steady_clock;
-    std::vector<double> least(works.size(), std::numeric_limits<double>::max());
-    for (int round = 0; round < rounds; ++round)
-        for (std::size_t i = 0; i < works.size(); ++i) {
-            const auto start = Clock::now();
-            works[i]();
-            least[i] = std::min(least[i], std::chrono::duration<double, std::milli>(Clock::now() - start).count());
-        }
-    return least;
-}
-
-/// False when the ratio misses its bound; a bound of 0 is none.
-bool Print(const char* what, double time, double bare, double bound)
-{
-    const double ratio = time / bare;
-    std::printf("%-44s %8.1f ms / %8.1f ms = %5.2f", what, time, bare, ratio);
-    const bool kept = bound == 0 || ratio <= bound;
-    if (bound != 0)
-        std::printf("  (at most %.2f: %s)", bound, kept ? "kept" : "MISSED");
-    std::printf("\n");
-    std::fflush(stdout);
-    return kept;
 }
 
 struct Bounds {
