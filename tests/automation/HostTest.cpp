@@ -204,7 +204,8 @@ TEST_F(ScriptTest, TakesWhateverAScriptPasses)
                   "\r\nWScript.Echo r\r\nEnd Sub\r\n" + name + "\r\n";
         expected += std::string{row.printed} + "\n";
     }
-    EXPECT_EQ(Script{script}.OutputAtEnd(), expected);
+    // Given back by the script: a host that ends first may take its release with it.
+    EXPECT_EQ(Script{script + "Set keeper = Nothing\r\n"}.OutputAtEnd(), expected);
 }
 
 TEST_F(ScriptTest, ServesScriptHostsOfTheOtherBitness)
