@@ -70,13 +70,15 @@ well_formatted() {
 }
 
 need cmake make g++ ccache libgtest-dev googletest python3 imagemagick fontconfig fonts-dejavu-core \
-  clang-format-14
+  clang-format-14 clang-tidy-19 clang-19 libclang-rt-19-dev
 check includes tests/check_includes.sh
 check format well_formatted
 build native
 for name in platform pictures ui app library browser profiles; do
   suite "$name" 300 "build/native/tests/$name/${name}_tests"
 done
+check tidy tests/check_tidy.py build/native
+check fuzz fuzz/run.sh --quick
 check samples python3 -B -m unittest discover -s samples -p 'test_*.py'
 
 if [[ -z $native_only ]]; then

@@ -80,7 +80,7 @@ int Pane::Clamped(int wanted) const
     return std::max(std::min(allowed, to - least), from); // a window that is too small for both
 }
 
-PaneLayout::PaneLayout(Pane wholeWindow, std::function<void()> resized) : root{std::move(wholeWindow)}
+PaneLayout::PaneLayout(Pane wholeWindow, const std::function<void()>& resized) : root{std::move(wholeWindow)}
 {
     Wire(root, resized);
 }

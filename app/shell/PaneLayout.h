@@ -82,7 +82,7 @@ Pane Below(Panes&&... panes)
 class PaneLayout {
 public:
     /// `resized` is called when the user has moved a splitter.
-    PaneLayout(Pane wholeWindow, std::function<void()> resized);
+    PaneLayout(Pane wholeWindow, const std::function<void()>& resized);
     PaneLayout(const PaneLayout&) = delete;
     PaneLayout& operator=(const PaneLayout&) = delete;
 
