@@ -1,5 +1,6 @@
 #include "browser/RecentDocuments.h"
 
+#include "app/base/RegistryAccess.h"
 #include "app/base/StringId.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
@@ -56,9 +57,9 @@ bool IsTooOld(const LocalTime& document, const LocalTime& today, int months)
 
 void RecentDocuments::Add(const std::string& file)
 {
-    const LocalTime now = program.platform.clock.ToLocal(program.platform.clock.Now());
-    if (!program.settings.Save(Section, file, DayText(now)))
-        program.messages.Stop(app::str::SetValueFailed);
+    const LocalTime now = clock.ToLocal(clock.Now());
+    if (!settings.Save(Section, file, DayText(now)))
+        messages.Stop(app::str::SetValueFailed);
 }
 
 void RecentDocuments::GetHistoryListFromRegistry()
@@ -73,14 +74,14 @@ void RecentDocuments::GetHistoryListFromRegistry()
 
 void RecentDocuments::Read(platform::Hive hive, const std::string& key, bool isOwn)
 {
-    const auto names = program.platform.registry.ValueNames(hive, key);
+    const auto names = registry.ValueNames(hive, key);
     if (!names)
         return;
     for (const std::string& name : *names) {
         if (!path::IsAbsolute(name) ||
             std::ranges::any_of(documents, [&](const Document& known) { return path::Same(known.path, name); }))
             continue;
-        const auto value = program.platform.registry.Query(hive, key, name);
+        const auto value = registry.Query(hive, key, name);
         const bool isDay = value && value->type == platform::ValueType::String && DayOf(value->data);
         documents.push_back({name, isDay ? value->data : std::string{}, isOwn});
     }
@@ -89,10 +90,9 @@ void RecentDocuments::Read(platform::Hive hive, const std::string& key, bool isO
 std::pair<platform::Hive, std::string> RecentDocuments::KeyOf(bool isOwn) const
 {
     if (!isOwn)
-        if (auto place = app::RegistryAccess::SplitPath(program.Text(app::str::RecentDocumentsKey)))
+        if (auto place = app::RegistryAccess::SplitPath(strings.LoadString(app::str::RecentDocumentsKey)))
             return std::move(*place);
-    return {platform::Hive::CurrentUser,
-            "Software\\VB and VBA Program Settings\\" + program.state.SettingsAppName + "\\" + std::string{Section}};
+    return {platform::Hive::CurrentUser, settings.KeyOf(Section)};
 }
 
 void RecentDocuments::ValidateFilesFromHistoryList()
@@ -102,21 +102,21 @@ void RecentDocuments::ValidateFilesFromHistoryList()
 
 bool RecentDocuments::IsGone(const std::string& file) const
 {
-    const auto entry = program.platform.files.Stat(file);
+    const auto entry = files.Stat(file);
     if (entry || !platform::IsNotThere(entry.error()))
         return false;
     // The system tells of a missing drive in the same words as of a missing file.
     const bool isDrive = file.size() > 2 && file[1] == ':';
-    return isDrive && program.platform.files.List(file.substr(0, 2) + "\\").has_value();
+    return isDrive && files.List(file.substr(0, 2) + "\\").has_value();
 }
 
-void RecentDocuments::ValidateHistoryTimePeriodNew()
+void RecentDocuments::ValidateHistoryTimePeriod()
 {
-    const LocalTime today = program.platform.clock.ToLocal(program.platform.clock.Now());
+    const LocalTime today = clock.ToLocal(clock.Now());
     const int months = TimePeriod();
     std::erase_if(documents, [&](const Document& document) {
-        const auto entry = program.platform.files.Stat(document.path);
-        if (!entry || !IsTooOld(program.platform.clock.ToLocal(entry->modified), today, months))
+        const auto entry = files.Stat(document.path);
+        if (!entry || !IsTooOld(clock.ToLocal(entry->modified), today, months))
             return false;
         const auto recorded = DayOf(document.recorded);
         return (!recorded || IsTooOld(*recorded, today, months)) && Delete(document);
@@ -126,7 +126,7 @@ void RecentDocuments::ValidateHistoryTimePeriodNew()
 bool RecentDocuments::Delete(const Document& document)
 {
     const auto [hive, key] = KeyOf(document.isOwn);
-    const auto deleted = program.platform.registry.DeleteValue(hive, key, document.path);
+    const auto deleted = registry.DeleteValue(hive, key, document.path);
     return deleted || deleted.error() == platform::error::FileNotFound;
 }
 
@@ -136,7 +136,7 @@ bool RecentDocuments::Remove(const std::string& file)
     if (document == documents.end())
         return true;
     if (!Delete(*document)) {
-        program.messages.Stop(app::str::DeleteValueFailed);
+        messages.Stop(app::str::DeleteValueFailed);
         return false;
     }
     documents.erase(document);
@@ -153,14 +153,14 @@ bool RecentDocuments::Clear()
 
 int RecentDocuments::TimePeriod() const
 {
-    return program.settings.Number("Options", PeriodSetting, DefaultMonths, LeastMonths, MostMonths);
+    return settings.Number("Options", PeriodSetting, DefaultMonths, LeastMonths, MostMonths);
 }
 
 bool RecentDocuments::SaveTimePeriod(int months)
 {
-    if (program.settings.SaveNumber("Options", PeriodSetting, months))
+    if (settings.SaveNumber("Options", PeriodSetting, months))
         return true;
-    program.messages.Stop(app::str::SetValueFailed);
+    messages.Stop(app::str::SetValueFailed);
     return false;
 }
 

@@ -1,6 +1,11 @@
 #pragma once
 
-#include "app/base/Program.h"
+#include "app/base/Messages.h"
+#include "app/base/Settings.h"
+#include "app/base/StringTable.h"
+#include "platform/Clock.h"
+#include "platform/FileSystem.h"
+#include "platform/Registry.h"
 
 #include <string>
 #include <vector>
@@ -18,7 +23,11 @@ public:
         bool isOwn{true};     ///< of the browser's own store
     };
 
-    explicit RecentDocuments(app::Program& program) : program{program} {}
+    RecentDocuments(platform::Registry& registry, platform::FileSystem& files, platform::Clock& clock,
+                    app::Settings& settings, app::Messages& messages, const app::StringTable& strings)
+        : registry{registry}, files{files}, clock{clock}, settings{settings}, messages{messages}, strings{strings}
+    {
+    }
 
     /// Records the document under today's date. A failure is told.
     void Add(const std::string& path);
@@ -29,7 +38,7 @@ public:
     void ValidateFilesFromHistoryList();
     /// Drops the documents that are older than the time period. The day that counts is the file's own or the one on
     /// which it was recorded, whichever is later: a document made just now keeps the date of its template at first.
-    void ValidateHistoryTimePeriodNew();
+    void ValidateHistoryTimePeriod();
     const std::vector<Document>& List() const { return documents; }
 
     /// Removes the document from the list and its store; false when it is still stored, which the user is told.
@@ -43,7 +52,12 @@ public:
     static constexpr int LeastMonths = 1, MostMonths = 32767;
 
 private:
-    app::Program& program;
+    platform::Registry& registry;
+    platform::FileSystem& files;
+    platform::Clock& clock;
+    app::Settings& settings;
+    app::Messages& messages;
+    const app::StringTable& strings;
     std::vector<Document> documents;
 
     void Read(platform::Hive hive, const std::string& key, bool isOwn);

@@ -25,7 +25,7 @@ void RecentFiles::GetRecentFilesFromRegistry()
 {
     files.clear();
     for (std::size_t number = 1; number <= Limit; ++number) {
-        std::string stored = program.settings.Text(Section, ValueName(number));
+        std::string stored = settings.Text(Section, ValueName(number));
         if (path::IsAbsolute(stored) &&
             std::ranges::none_of(files, [&](const std::string& file) { return path::Same(file, stored); }))
             files.push_back(std::move(stored));
@@ -54,8 +54,8 @@ void RecentFiles::SaveRecentFilesToRegistry()
         if (count == 8 && number == 7)
             continue;
         const std::size_t place = count == 8 && number == 8 ? 7 : number;
-        if (!program.settings.Save(Section, ValueName(place), files[number - 1])) {
-            program.messages.Stop(app::str::SetValueFailed);
+        if (!settings.Save(Section, ValueName(place), files[number - 1])) {
+            messages.Stop(app::str::SetValueFailed);
             return;
         }
     }
@@ -64,11 +64,16 @@ void RecentFiles::SaveRecentFilesToRegistry()
 void RecentFiles::FolderRenamed(const std::string& from, const std::string& to)
 {
     bool isChanged = false;
-    for (std::string& file : files)
-        if (auto moved = library::MovedPath(file, from, to)) {
-            file = std::move(*moved);
-            isChanged = true;
-        }
+    std::vector<std::string> renamed;
+    for (const std::string& file : files) {
+        auto moved = library::MovedPath(file, from, to);
+        isChanged = isChanged || moved;
+        std::string now = moved ? std::move(*moved) : file;
+        // The list may know the file under its new name from before.
+        if (std::ranges::none_of(renamed, [&](const std::string& known) { return path::Same(known, now); }))
+            renamed.push_back(std::move(now));
+    }
+    files = std::move(renamed);
     if (isChanged)
         SaveRecentFilesToRegistry();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "app/base/Program.h"
+#include "app/base/Messages.h"
+#include "app/base/Settings.h"
 
 #include <string>
 #include <vector>
@@ -12,7 +13,7 @@ class RecentFiles {
 public:
     static constexpr std::size_t Limit = 10;
 
-    explicit RecentFiles(app::Program& program) : program{program} {}
+    RecentFiles(app::Settings& settings, app::Messages& messages) : settings{settings}, messages{messages} {}
 
     /// Reads the stored list. What is no full path, and what stands there twice, is left out.
     void GetRecentFilesFromRegistry();
@@ -20,7 +21,7 @@ public:
     void AddRecentFileToList(const std::string& path);
     /// A failure is told once.
     void SaveRecentFilesToRegistry();
-    /// A folder has another name now (full paths): its files are found under the new one.
+    /// A folder has another name now (full paths): its files are found under the new one, each once.
     void FolderRenamed(const std::string& from, const std::string& to);
 
     const std::vector<std::string>& List() const { return files; }
@@ -29,7 +30,8 @@ public:
     std::string MenuText(std::size_t number) const;
 
 private:
-    app::Program& program;
+    app::Settings& settings;
+    app::Messages& messages;
     std::vector<std::string> files;
 };
 

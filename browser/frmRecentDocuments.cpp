@@ -74,7 +74,7 @@ void frmRecentDocuments::Fill()
 {
     documents.GetHistoryListFromRegistry();
     documents.ValidateFilesFromHistoryList();
-    documents.ValidateHistoryTimePeriodNew();
+    documents.ValidateHistoryTimePeriod();
     modified.clear();
     for (const RecentDocuments::Document& document : documents.List()) {
         const auto entry = program.platform.files.Stat(document.path);

@@ -101,7 +101,7 @@ bool ProfileImages::MakeFolders(std::string_view profile)
     if (made)
         (void)batch.Finish();
     else
-        messages.Inform(FileMessage(made.error()));
+        messages.Stop(FileMessage(made.error()));
     return made.has_value();
 }
 
@@ -123,7 +123,7 @@ bool ProfileImages::Apply(std::string_view profile, const Changes& changes)
     FileBatch batch{files, clock};
     const auto refused = [&](platform::Error failure) {
         batch.Undo();
-        messages.Inform(FileMessage(failure));
+        messages.Stop(FileMessage(failure));
         return false;
     };
     const auto before = profiles.Current.images;
@@ -153,18 +153,25 @@ bool ProfileImages::Apply(std::string_view profile, const Changes& changes)
         profiles.Current.images = before;
         return refused(placed.error());
     }
-    if (!profiles.SaveProfileImages(profile)) {
+    if (!SavePathToReg(profile, before)) {
         batch.Undo();
-        // Some of the three values may be written already.
-        const auto wanted = std::exchange(profiles.Current.images, before);
-        for (const ImageKind kind : AllImages)
-            if (wanted[static_cast<std::size_t>(kind)] != profiles.Current[kind])
-                (void)profiles.RestoreImage(profile, kind);
         return false;
     }
     if (const auto finished = batch.Finish(); !finished)
-        messages.Inform(FileMessage(finished.error()));
+        messages.Stop(FileMessage(finished.error()));
     return true;
+}
+
+bool ProfileImages::SavePathToReg(std::string_view profile, const Paths& before)
+{
+    if (profiles.SaveProfileImages(profile))
+        return true;
+    // Some of the three values may be written already.
+    const Paths wanted = std::exchange(profiles.Current.images, before);
+    for (const ImageKind kind : AllImages)
+        if (wanted[static_cast<std::size_t>(kind)] != profiles.Current[kind])
+            (void)profiles.RestoreImage(profile, kind);
+    return false;
 }
 
 bool ProfileImages::IsOwnFolder(const std::string& folder) const
@@ -200,7 +207,7 @@ bool ProfileImages::DeleteFolder(std::string_view profile)
     }
     gone = gone && files.RemoveFolder(folder).has_value();
     if (!gone)
-        messages.Inform(str::PathFileAccessError);
+        messages.Stop(str::PathFileAccessError);
     return gone;
 }
 

@@ -70,6 +70,9 @@ private:
 
     /// Whether this is the folder that was asked for: there, no link, and not one that the system gives a second name.
     bool IsOwnFolder(const std::string& folder) const;
+    using Paths = std::array<std::string, ImageCount>;
+    /// Stores the pictures' paths of profiles.Current; after a failure, told, those of before stand there again.
+    bool SavePathToReg(std::string_view profile, const Paths& before);
 };
 
 } // namespace profiles

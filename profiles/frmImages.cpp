@@ -76,7 +76,7 @@ void frmImages::LoadPicture(Picture& picture)
         return;
     const auto there = images.IsThere(stored);
     if (!there)
-        program.messages.Inform(FileMessage(there.error()));
+        program.messages.Stop(FileMessage(there.error()));
     else if (!*there)
         program.messages.Inform(MissingMessage(picture.kind));
     else

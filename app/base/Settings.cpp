@@ -59,6 +59,11 @@ platform::Result<> Settings::DeleteSetting(std::string_view app, std::string_vie
     return registry.DeleteKey(Hive::CurrentUser, SectionKey(app, section));
 }
 
+std::string Settings::KeyOf(std::string_view section) const
+{
+    return SectionKey(state.SettingsAppName, section);
+}
+
 std::string Settings::Text(std::string_view section, std::string_view key, std::string_view otherwise) const
 {
     return GetSetting(state.SettingsAppName, section, key, otherwise);

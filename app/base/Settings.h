@@ -26,6 +26,8 @@ public:
     /// The whole section with its values.
     platform::Result<> DeleteSetting(std::string_view app, std::string_view section);
 
+    /// The key of one of the program's own sections below HKEY_CURRENT_USER.
+    std::string KeyOf(std::string_view section) const;
     // The same for the program's own application name.
     std::string Text(std::string_view section, std::string_view key, std::string_view otherwise = {}) const;
     /// The same, "" when it is absent or no text, and an error when that cannot be told: for what must not take a

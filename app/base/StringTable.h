@@ -16,7 +16,7 @@ public:
 
     /// Loads "TS_RES.dll" from the program folder; without one the program speaks its own texts.
     void LoadResourceLibrary(std::string_view programFolder);
-    bool UsesResourceLibrary() const { return useResourceLibrary == 1; }
+    bool UseResourceLibrary() const { return useResourceLibrary == 1; }
 
     /// The library's text (at most 511 characters) when it has one, else the program's own; "" for an unknown number.
     std::string LoadString(std::uint16_t id) const;

@@ -8,20 +8,20 @@ namespace app {
 
 void HelpDocuments::Open(std::string_view topic)
 {
-    std::string document = platform::text::Trimmed(program.settings.Text("Help", topic));
+    std::string document = platform::text::Trimmed(settings.Text("Help", topic));
     if (document.empty()) {
-        program.messages.Inform(str::HelpFilesMissing);
+        messages.Inform(str::HelpFilesMissing);
         return;
     }
     if (!platform::path::IsAbsolute(document) && document.find("://") == std::string::npos)
-        document = platform::path::Join(program.settings.Text("Options", "Installed Path"), document);
+        document = platform::path::Join(settings.Text("Options", "Installed Path"), document);
     launcher.Launch({.name = document});
 }
 
 std::vector<std::string> HelpDocuments::WebLinks() const
 {
     std::vector<std::string> links;
-    for (const std::string& entry : platform::text::Split(program.settings.Text("Options", "WebLink"), '|'))
+    for (const std::string& entry : platform::text::Split(settings.Text("Options", "WebLink"), '|'))
         if (std::string link = platform::text::Trimmed(entry); !link.empty())
             links.push_back(std::move(link));
     return links;

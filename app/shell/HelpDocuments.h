@@ -1,6 +1,7 @@
 #pragma once
 
-#include "app/base/Program.h"
+#include "app/base/Messages.h"
+#include "app/base/Settings.h"
 #include "browser/Launcher.h"
 
 #include <string>
@@ -12,7 +13,10 @@ namespace app {
 /// The help documents and web links that the settings name.
 class HelpDocuments {
 public:
-    HelpDocuments(Program& program, browser::Launcher& launcher) : program{program}, launcher{launcher} {}
+    HelpDocuments(Settings& settings, Messages& messages, browser::Launcher& launcher)
+        : settings{settings}, messages{messages}, launcher{launcher}
+    {
+    }
 
     /// Opens the document of a topic: a key of section "Help". A topic without a document gets string 280. A name that
     /// is no full path and no address lies in the installation folder.
@@ -24,7 +28,8 @@ public:
     std::vector<std::string> WebLinks() const;
 
 private:
-    Program& program;
+    Settings& settings;
+    Messages& messages;
     browser::Launcher& launcher;
 };
 

@@ -55,7 +55,10 @@ frmMain::frmMain(Program& program)
       spreadsheets{program.platform.files, program.platform.shell, program.registry}, opener{launcher, spreadsheets,
                                                                                              program.platform.files,
                                                                                              program.messages},
-      recentFiles{program}, recentDocuments{program}, help{program, launcher},
+      recentFiles{program.settings, program.messages},
+      recentDocuments{program.platform.registry, program.platform.files, program.platform.clock,
+                      program.settings,          program.messages,       program.strings},
+      help{program.settings, program.messages, launcher},
       profileDialogs{program, [this](std::string_view topic) { help.Open(topic); }}, panes{Panes(),
                                                                                            [this] { SizeControls(); }}
 {

@@ -47,7 +47,7 @@ TEST_F(BaseTest, TheResourceLibraryOverridesTextByText)
     EXPECT_EQ(program.Text(250), "<-&Previous");
     EXPECT_EQ(program.Text(9000), "more");
     program.strings.LoadResourceLibrary("C:\\Nowhere");
-    EXPECT_FALSE(program.strings.UsesResourceLibrary());
+    EXPECT_FALSE(program.strings.UseResourceLibrary());
     EXPECT_EQ(program.Text(102), "&New");
 }
 

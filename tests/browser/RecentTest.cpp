@@ -25,7 +25,7 @@ protected:
     browser::RecentFiles Filled(int count)
     {
         Program().state.SettingsAppName = "Tessaly GWX 1.0";
-        browser::RecentFiles files{Program()};
+        browser::RecentFiles files{Program().settings, Program().messages};
         for (int i = 1; i <= count; ++i)
             files.AddRecentFileToList(Path(i));
         return files;
@@ -56,7 +56,7 @@ TEST_F(RecentFilesTest, EveryLengthIsStoredAndReadBackButEight)
         SCOPED_TRACE(count);
         system.registry.RemoveKey(Hive::CurrentUser, std::string{SettingsKey} + "\\Browser\\Recent Files");
         const browser::RecentFiles files = Filled(count);
-        browser::RecentFiles again{Program()};
+        browser::RecentFiles again{Program().settings, Program().messages};
         again.GetRecentFilesFromRegistry();
         Texts expected = files.List();
         if (count == 8)
@@ -84,7 +84,7 @@ TEST_F(RecentFilesTest, WhatStandsInTheStoreTwiceOrIsNoPathIsLeftOut)
     for (std::size_t i = 0; i < std::size(stored); ++i)
         PutSetting("Browser\\Recent Files", "File " + std::to_string(i + 1), stored[i]);
     PutSetting("Browser\\Recent Files", "File 11", "C:\\T\\eleventh.swt");
-    browser::RecentFiles files{Program()};
+    browser::RecentFiles files{Program().settings, Program().messages};
     files.GetRecentFilesFromRegistry();
     EXPECT_EQ(files.List(), (Texts{"C:\\T\\a.swt", "\\\\server\\share\\b.swt"}));
 }
@@ -167,6 +167,11 @@ protected:
         system.files.AddFile(path, "text", MemoryClock::At(modified));
         system.registry.PutString(Hive::CurrentUser, key, path, recorded);
     }
+    browser::RecentDocuments Documents()
+    {
+        app::Program& p = Program();
+        return {system.registry, system.files, system.clock, p.settings, p.messages, p.strings};
+    }
     Texts Paths(const browser::RecentDocuments& documents)
     {
         Texts paths;
@@ -184,7 +189,7 @@ TEST_F(RecentDocumentsTest, BothStoresAreReadTheLastRecordedFirst)
     AddDocument(suite, "c:\\d\\NEW.ccw", "2004-02-01", {2004, 3, 1});
     AddDocument(suite, "C:\\D\\odd.doc", "last week", {2004, 3, 1});
     system.registry.PutString(Hive::CurrentUser, own, "calc.exe", "2004-03-01");
-    browser::RecentDocuments documents{Program()};
+    browser::RecentDocuments documents = Documents();
     documents.GetHistoryListFromRegistry();
     EXPECT_EQ(Paths(documents), (Texts{"C:\\D\\new.ccw", "C:\\D\\theirs.doc", "C:\\D\\old.ccw", "C:\\D\\odd.doc"}));
     EXPECT_TRUE(documents.Remove("C:\\D\\theirs.doc"));
@@ -202,7 +207,7 @@ TEST_F(RecentDocumentsTest, WhatIsGoneIsForgottenButNotWhatIsAway)
     system.registry.PutString(Hive::CurrentUser, own, "C:\\Gone\\gone.ccw", "2004-03-01");
     system.registry.PutString(Hive::CurrentUser, own, "Q:\\away.ccw", "2004-03-01");
     system.registry.PutString(Hive::CurrentUser, own, "\\\\server\\share\\away.ccw", "2004-03-01");
-    browser::RecentDocuments documents{Program()};
+    browser::RecentDocuments documents = Documents();
     documents.GetHistoryListFromRegistry();
     documents.ValidateFilesFromHistoryList();
     EXPECT_EQ(Paths(documents), (Texts{"C:\\D\\here.ccw", "Q:\\away.ccw", "\\\\server\\share\\away.ccw"}));
@@ -216,9 +221,9 @@ TEST_F(RecentDocumentsTest, TheOldAreForgottenUnlessTheyWereRecordedLately)
     AddDocument(own, "C:\\D\\edge.ccw", "2003-03-16", {2003, 3, 17});
     AddDocument(own, "C:\\D\\copied today.ccw", "2004-03-17", {1999, 1, 1});
     AddDocument(own, "C:\\D\\undated.ccw", "", {1999, 1, 1});
-    browser::RecentDocuments documents{Program()};
+    browser::RecentDocuments documents = Documents();
     documents.GetHistoryListFromRegistry();
-    documents.ValidateHistoryTimePeriodNew();
+    documents.ValidateHistoryTimePeriod();
     EXPECT_EQ(Paths(documents), (Texts{"C:\\D\\copied today.ccw", "C:\\D\\edge.ccw"}));
     EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, own, "C:\\D\\old.ccw"), "(none)");
 
@@ -228,7 +233,7 @@ TEST_F(RecentDocumentsTest, TheOldAreForgottenUnlessTheyWereRecordedLately)
         EXPECT_EQ(documents.TimePeriod(), months) << stored;
     }
     PutSetting("Options", "History List Time Period", "6");
-    documents.ValidateHistoryTimePeriodNew();
+    documents.ValidateHistoryTimePeriod();
     EXPECT_EQ(Paths(documents), Texts{"C:\\D\\copied today.ccw"});
 }
 

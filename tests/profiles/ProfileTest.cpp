@@ -183,7 +183,7 @@ TEST_F(ProfileTest, DeleteRemovesTheFolderAndNeverFollowsALink)
         system.files.Remove("C:\\Images\\Eve");
         system.files.AddLink("C:\\Images\\Eve", "C:\\Outside");
     });
-    toolkit.ExpectMessage(Text(223), ui::Icon::Information);
+    toolkit.ExpectMessage(Text(223), ui::Icon::Critical);
     EXPECT_FALSE(images.DeleteFolder("Eve"));
     system.files.Remove("C:\\Images\\Eve");
     EXPECT_EQ(system.files.AllPaths(Images), Texts{});
@@ -257,7 +257,7 @@ TEST_F(PictureTest, AFailureChangesNothing)
     const auto disk = system.files.Snapshot();
     const auto registry = system.registry.Snapshot();
     const auto refused = [&](const char* source, std::uint16_t message) {
-        toolkit.ExpectMessage(Text(message), ui::Icon::Information);
+        toolkit.ExpectMessage(Text(message), ui::Icon::Critical);
         EXPECT_FALSE(Apply({source, std::nullopt, std::nullopt}));
         EXPECT_EQ(system.files.Snapshot(), disk);
         EXPECT_EQ(system.registry.Snapshot(), registry);
