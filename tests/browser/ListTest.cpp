@@ -173,6 +173,16 @@ TEST_F(ListTest, TheSelectionStaysOnItsTemplateWhileItIsThere)
     EXPECT_EQ(Main().lvListView.Selected(), 4);
     system.files.Remove(InLibrary("Business\\Terms.pdf"));
     EXPECT_EQ(selected("mnuRefreshTV"), InLibrary("Business\\Invoice.swt")) << "the first one, when it is gone";
+
+    // A fill that another one replaces does not forget it either.
+    Main().fileTypeTabStrip.UserSelects("Word");
+    Main().lvListView.UserSelects(1);
+    toolkit.OnYield = [&, clicked = false](int) mutable {
+        if (!std::exchange(clicked, true))
+            Main().fileTypeTabStrip.UserSelects("Word");
+    };
+    Main().fileTypeTabStrip.UserSelects("All");
+    EXPECT_EQ(Main().List().SelectedPath(), InLibrary("Business\\Agenda.swt"));
 }
 
 TEST_F(ListTest, AFolderThatCannotBeReadSaysSo)

@@ -132,7 +132,8 @@ TEST_F(LoadTest, NumericCategoriesGetAKeyThatIsNoNumber)
 TEST_F(LoadTest, FoldersBelowTheTopThatHoldPdfFilesAreEBooks)
 {
     AddTemplates({"Guides\\a.pdf", "Guides\\Cooking\\a.pdf", "Guides\\Cooking\\Soups\\b.swt", "Guides\\Travel\\a.swt",
-                  "Guides\\Cooking eBook\\c.swt"});
+                  "Guides\\Cooking eBook\\c.swt", "Guides\\Travel\\draft.pdf"});
+    system.files.SetAttributes(InLibrary("Guides\\Travel\\draft.pdf"), platform::attribute::Hidden);
     Start();
     EXPECT_EQ(Categories(), (Texts{"Guides", "  Cooking eBook", "    Soups", "  Cooking eBook", "  Travel"}));
     const auto& node = Node("Guides\\Cooking| eBook");
