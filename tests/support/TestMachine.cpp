@@ -4,8 +4,6 @@
 
 namespace tests {
 
-using platform::Hive;
-
 namespace {
 
 std::string SectionKey(std::string_view section)
@@ -53,7 +51,12 @@ bool TestMachine::HasSetting(std::string_view section, std::string_view key) con
     return Setting(section, key) != "(none)";
 }
 
-void TestMachine::AddTemplates(const std::vector<std::string>& paths)
+Texts TestMachine::StoredFavorites()
+{
+    return system.registry.ValueNames(Hive::CurrentUser, SectionKey("Browser\\Favorites")).value_or(Texts{});
+}
+
+void TestMachine::AddTemplates(const Texts& paths)
 {
     for (const std::string& path : paths)
         system.files.AddFile(InLibrary(path), "contents of " + path);
@@ -64,9 +67,9 @@ std::string TestMachine::InLibrary(std::string_view relative) const
     return platform::path::Join(Templates, relative);
 }
 
-std::vector<std::string> TreeTexts(const ui::TreeView& tree)
+Texts TreeTexts(const ui::TreeView& tree)
 {
-    std::vector<std::string> texts;
+    Texts texts;
     tree.ForEach([&](const ui::TreeView::Node& node) {
         std::string indent;
         for (const auto* parent = node.parent; parent != nullptr; parent = parent->parent)
@@ -77,9 +80,9 @@ std::vector<std::string> TreeTexts(const ui::TreeView& tree)
     return texts;
 }
 
-std::vector<std::string> ListTexts(const ui::ListView& list)
+Texts ListTexts(const ui::ListView& list)
 {
-    std::vector<std::string> texts;
+    Texts texts;
     for (int row = 0; row < list.Rows(); ++row)
         texts.push_back(list.Model()->Text(row, 0));
     return texts;

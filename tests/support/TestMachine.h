@@ -14,6 +14,11 @@
 
 namespace tests {
 
+using platform::Hive;
+using ui::Answer;
+using ui::Icon;
+using Texts = std::vector<std::string>;
+
 inline constexpr std::string_view SettingsKey = "Software\\VB and VBA Program Settings\\Tessaly GWX 1.0";
 inline constexpr std::string_view Templates = "C:\\Templates";
 
@@ -36,7 +41,9 @@ struct TestMachine {
     std::string Setting(std::string_view section, std::string_view key) const;
     bool HasSetting(std::string_view section, std::string_view key) const;
     /// Adds template files by path relative to the library.
-    void AddTemplates(const std::vector<std::string>& paths);
+    void AddTemplates(const Texts& paths);
+    /// The favourites as they stand in the registry.
+    Texts StoredFavorites();
     std::string InLibrary(std::string_view relative) const;
 };
 
@@ -70,8 +77,8 @@ protected:
 };
 
 /// "Letters", "Letters\\Formal", "  "... : the tree's nodes as the user reads them, two blanks a level.
-std::vector<std::string> TreeTexts(const ui::TreeView& tree);
+Texts TreeTexts(const ui::TreeView& tree);
 /// The first column of the list.
-std::vector<std::string> ListTexts(const ui::ListView& list);
+Texts ListTexts(const ui::ListView& list);
 
 } // namespace tests
