@@ -6,17 +6,11 @@
 namespace tests {
 namespace {
 
-using platform::Hive;
-using Texts = std::vector<std::string>;
-
-const std::string favoritesKey = std::string{SettingsKey} + "\\Browser\\Favorites";
-
 struct Desk : TestMachine {
     std::optional<app::Browser> browser;
     std::map<std::string, std::string> disk, registry; ///< as they were at first
 
     app::frmMain& Main() { return *browser->Main(); }
-    Texts Stored() { return system.registry.ValueNames(Hive::CurrentUser, favoritesKey).value_or(Texts{}); }
     /// Begins a process when the last one is gone.
     void Start()
     {
@@ -27,7 +21,7 @@ struct Desk : TestMachine {
     {
         toolkit.ThrowAwayMessages = true;
         for (const std::string& favorite : favorites)
-            system.registry.PutString(Hive::CurrentUser, favoritesKey, favorite, "");
+            PutSetting("Browser\\Favorites", favorite, "");
         system.registry.PutString(Hive::CurrentUser, "Software\\Other", "theirs", "kept");
         disk = system.files.Snapshot();
         registry = system.registry.Snapshot();
@@ -85,7 +79,7 @@ void ExpectSilentNextStart(Desk& desk, bool favoriteIsGone)
     ASSERT_NE(desk.browser->Main(), nullptr);
     EXPECT_EQ(TreeTexts(desk.Main().tvTreeView),
               (Texts{"My Favorites", "Business", "  Contracts", "Letters", "  Formal", "", "Get More Templates"}));
-    EXPECT_EQ(desk.Stored(), favoriteIsGone ? Texts{} : Texts{"Letters\\Memo.swt"});
+    EXPECT_EQ(desk.StoredFavorites(), favoriteIsGone ? Texts{} : Texts{"Letters\\Memo.swt"});
 }
 
 const Trouble troubles[] = {
@@ -127,7 +121,8 @@ TEST_P(FaultTest, LosesNothingAndSpoilsNothingAndTheNextStartIsRight)
         if (trouble.kind != Trouble::TheWorldChanges) {
             CheckInvariants(desk);
             // A favourite whose file the system says is gone is dropped by the start, which is the first to ask.
-            ExpectSilentNextStart(desk, trouble.error == platform::error::FileNotFound && desk.Stored().empty() &&
+            ExpectSilentNextStart(desk, trouble.error == platform::error::FileNotFound &&
+                                            desk.StoredFavorites().empty() &&
                                             call.starts_with("FileSystem.Stat C:\\Templates\\Letters\\Memo.swt"));
         }
         EXPECT_TRUE(desk.system.files.Exists("C:\\Outside\\Empty")) << "pruned through a link";
@@ -194,7 +189,7 @@ void ExpectViewsToAgree(Desk& desk, bool couldBeRead)
         EXPECT_EQ(TreeTexts(desk.Main().tvTreeView), shown);
         EXPECT_EQ(ListTexts(desk.Main().lvListView), list);
     }
-    Texts inMemory = desk.Main().Favorites().FavoritesList(), stored = desk.Stored();
+    Texts inMemory = desk.Main().Favorites().FavoritesList(), stored = desk.StoredFavorites();
     // A favourite whose file could not be looked for is kept until the next start.
     for (Texts* names : {&inMemory, &stored})
         std::erase_if(*names, [&](const auto& name) { return !desk.system.files.Exists(desk.InLibrary(name)); });
@@ -222,17 +217,17 @@ TEST_P(FolderFaultTest, LosesNoFavouriteAndTheViewsAgreeWithWhatIsThere)
         const auto run = [&](Desk& desk) { operation.run(desk.Main()); };
         ForEachCall<Desk>(operation.leastCalls, GetParam(), prepare, run, [&](Desk& desk, const std::string& call) {
             EXPECT_LE(std::ranges::count_if(desk.toolkit.Messages,
-                                            [](const auto& shown) { return shown.icon != ui::Icon::Question; }),
+                                            [](const auto& shown) { return shown.icon != Icon::Question; }),
                       1)
                 << "one failure, one message";
             if (dies) {
                 desk.browser.reset();
                 desk.system.EndProcess();
                 desk.Start();
-                for (const std::string& name : desk.Stored())
+                for (const std::string& name : desk.StoredFavorites())
                     EXPECT_TRUE(desk.system.files.Exists(desk.InLibrary(name))) << name << " was stored in advance";
             }
-            const Texts stored = desk.Stored();
+            const Texts stored = desk.StoredFavorites();
             for (const std::string& file : operation.kept) // under a path at which the next start finds it
                 EXPECT_TRUE(std::ranges::any_of(stored, [&](const std::string& name) {
                     return name.ends_with(file) && desk.system.files.Exists(desk.InLibrary(name));

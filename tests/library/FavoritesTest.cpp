@@ -5,9 +5,6 @@
 namespace tests {
 namespace {
 
-using platform::Hive;
-using Texts = std::vector<std::string>;
-
 class FavoritesTest : public BrowserTest {
 protected:
     const std::string key = std::string{SettingsKey} + "\\Browser\\Favorites";
@@ -15,9 +12,8 @@ protected:
     void AddFavorites(const Texts& paths)
     {
         for (const std::string& path : paths)
-            system.registry.PutString(Hive::CurrentUser, key, path, "");
+            PutSetting("Browser\\Favorites", path, "");
     }
-    Texts Stored() { return system.registry.ValueNames(Hive::CurrentUser, key).value_or(Texts{}); }
     library::Favorites Fresh()
     {
         app::Program& program = Program();
@@ -37,12 +33,11 @@ TEST_F(FavoritesTest, ShowInRegistryOrderWithLowerCaseEndingsAndWithoutDetailsOu
     AddFavorites({"Letters\\LOUD.SWT", "A\\B\\C\\D\\E\\deep.swt", "letters\\Memo.swt", "Business\\Budget.ccw"});
     ShowFavorites();
     ASSERT_EQ(ListTexts(Main().lvListView), (Texts{"deep", "Memo", "Budget"}));
-    for (const int column : {1, 2, 3})
-        EXPECT_EQ(Main().Templates().Text(0, column), "") << column;
-    EXPECT_EQ(Main().Templates().Text(1, 1), "letters");
-    EXPECT_EQ(Main().Templates().Text(2, browser::TemplateList::SizeColumn), "0KB");
+    const auto& rows = Main().Templates();
+    EXPECT_EQ(rows.Text(0, 1) + rows.Text(0, 2) + rows.Text(0, 3), "");
+    EXPECT_EQ(rows.Text(1, 1) + rows.Text(2, browser::TemplateList::SizeColumn), "letters0KB");
     EXPECT_EQ(Main().lvListView.Model()->Icon(2), 2);
-    EXPECT_EQ(Stored().size(), 4u);
+    EXPECT_EQ(StoredFavorites().size(), 4u);
 }
 
 TEST_F(FavoritesTest, ThoseThatAreNoFileAreForgottenAtTheStart)
@@ -50,7 +45,7 @@ TEST_F(FavoritesTest, ThoseThatAreNoFileAreForgottenAtTheStart)
     AddFavorites({"Letters\\Memo.swt", "Letters\\Gone.swt", "Letters\\Formal", "Letters\\Me?o.swt",
                   InLibrary("Letters\\Memo.swt"), "\\\\server\\share\\x.swt"});
     ShowFavorites();
-    EXPECT_EQ(Stored(), Texts{"Letters\\Memo.swt"});
+    EXPECT_EQ(StoredFavorites(), Texts{"Letters\\Memo.swt"});
 }
 
 TEST_F(FavoritesTest, ADriveThatIsAwayOrAFileThatCannotBeReadCostsNobodyHisList)
@@ -60,7 +55,7 @@ TEST_F(FavoritesTest, ADriveThatIsAwayOrAFileThatCannotBeReadCostsNobodyHisList)
     Program().state.SettingsAppName = "Tessaly GWX 1.0";
     Program().state.TemplatesPath = "Q:\\Away\\";
     favorites.GetFavoritesFromRegistry();
-    EXPECT_EQ(Stored().size(), 2u);
+    EXPECT_EQ(StoredFavorites().size(), 2u);
     EXPECT_EQ(favorites.FavoritesList().size(), 2u);
 }
 
@@ -72,32 +67,32 @@ TEST_F(FavoritesTest, APathThatIsPartOfAFavouriteIsNotAddedAgain)
     EXPECT_TRUE(Item("mnuAddToFavorites").Visible);
     EXPECT_FALSE(Item("mnuRemoveFromFavorites").Visible);
     EXPECT_TRUE(Main().UserPresses(ui::Ctrl('D')));
-    EXPECT_EQ(Stored(), Texts{"Letters\\Memo.swt"});
+    EXPECT_EQ(StoredFavorites(), Texts{"Letters\\Memo.swt"});
     Main().lvListView.KeyDown(ui::Plain(ui::KeyCode::Delete)); // offers nothing: this list is a category's
     library::Favorites favorites = Fresh();
     favorites.GetFavoritesFromRegistry();
     for (const char* path : {"Letters\\Memo.swt", "letters\\MEMO.swt", "Memo.swt", "s\\M"}) {
-        toolkit.ExpectMessage("Memo has already been added to 'My Favorites'.", ui::Icon::Information);
+        toolkit.ExpectMessage("Memo has already been added to 'My Favorites'.", Icon::Information);
         favorites.AddToFavorites(path, "Memo");
     }
     favorites.AddToFavorites("Letters\\My Memo.swt", "My Memo");
-    toolkit.ExpectMessage("Template could not be found.", ui::Icon::Information);
+    toolkit.ExpectMessage("Template could not be found.", Icon::Information);
     favorites.AddToFavorites("Letters\\Gone.swt", "Gone");
     system.files.Remove(InLibrary("Letters\\Memo.swt"));
-    toolkit.ExpectMessage("Memo has already been added to 'My Favorites'.", ui::Icon::Information);
+    toolkit.ExpectMessage("Memo has already been added to 'My Favorites'.", Icon::Information);
     favorites.AddToFavorites("Letters\\Memo.swt", "Memo");
     EXPECT_EQ(favorites.FavoritesList(), (Texts{"Letters\\Memo.swt", "Letters\\My Memo.swt"}));
-    EXPECT_EQ(Stored(), favorites.FavoritesList());
-    EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, key, "Letters\\My Memo.swt"), "");
+    EXPECT_EQ(StoredFavorites(), favorites.FavoritesList());
+    EXPECT_EQ(Setting("Browser\\Favorites", "Letters\\My Memo.swt"), "");
 }
 
 TEST_F(FavoritesTest, RemovingAsksForEachMatchFromTheLastOn)
 {
     AddTemplates({"Letters\\Memorandum.swt", "Memos\\Other.swt"});
     const Texts all{"Letters\\Memo.swt", "Letters\\Memorandum.swt", "Business\\Budget.ccw", "Memos\\Other.swt"};
-    using enum ui::Answer;
+    using enum Answer;
     const struct {
-        std::vector<ui::Answer> answers;
+        std::vector<Answer> answers;
         Texts left;
     } cases[] = {{{No, No, No}, all},
                  {{Yes, No, No}, {all[0], all[1], all[2]}},
@@ -110,11 +105,11 @@ TEST_F(FavoritesTest, RemovingAsksForEachMatchFromTheLastOn)
         ShowFavorites();
         EXPECT_FALSE(Item("mnuAddToFavorites").Visible);
         EXPECT_TRUE(Item("mnuRemoveFromFavorites").Visible);
-        for (const ui::Answer answer : which.answers)
-            toolkit.ExpectMessage(Text(357), ui::Icon::Question, answer);
+        for (const Answer answer : which.answers)
+            toolkit.ExpectMessage(Text(357), Icon::Question, answer);
         Main().lvListView.UserSelects(0);
         EXPECT_TRUE(Main().lvListView.KeyDown(ui::Plain(ui::KeyCode::Delete)));
-        EXPECT_EQ(Stored(), which.left);
+        EXPECT_EQ(StoredFavorites(), which.left);
         EXPECT_EQ(Main().Favorites().FavoritesList(), which.left);
         EXPECT_EQ(Main().lvListView.Rows(), static_cast<int>(which.left.size()));
     }
@@ -125,14 +120,14 @@ TEST_F(FavoritesTest, AFavouriteThatSomebodyElseRemovedEmptiesTheListAndLeavesTh
     AddFavorites({"Letters\\Memo.swt", "Business\\Budget.ccw"});
     ShowFavorites();
     ASSERT_TRUE(system.registry.DeleteValue(Hive::CurrentUser, key, "Letters\\Memo.swt"));
-    toolkit.ExpectMessage(Text(357), ui::Icon::Question, ui::Answer::Yes);
-    toolkit.ExpectMessage("Template could not be found.", ui::Icon::Information);
+    toolkit.ExpectMessage(Text(357), Icon::Question, Answer::Yes);
+    toolkit.ExpectMessage("Template could not be found.", Icon::Information);
     Main().lvListView.UserSelects(0);
     Main().Commands().Run("mnuRemoveFromFavorites");
     EXPECT_EQ(Main().Favorites().FavoritesList(), Texts{});
     EXPECT_EQ(Main().lvListView.Rows(), 0);
     EXPECT_EQ(Main().imgPreview.File(), "");
-    EXPECT_EQ(Stored(), Texts{"Business\\Budget.ccw"});
+    EXPECT_EQ(StoredFavorites(), Texts{"Business\\Budget.ccw"});
 }
 
 } // namespace
