@@ -3,9 +3,7 @@
 namespace tests {
 namespace {
 
-using platform::Hive;
 using platform::memory::MemoryShell;
-using ui::Icon;
 
 constexpr std::string_view AppPath = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\CLC.EXE";
 constexpr std::string_view Calcora = "C:\\Program Files\\Calcora\\clc.exe";
@@ -70,30 +68,22 @@ TEST_F(LauncherTest, AFailureIsReportedInTheProgramsWords)
     }
 }
 
-TEST_F(LauncherTest, HandsEverythingButPlainSpreadsheetsToTheShell)
-{
-    InstallCalcora();
-    system.shell.SetOpenResult(42);
-    for (const char* target :
-         {"C:\\T\\a.swt", "C:\\T\\a.b.ccw", "http://tessaly.example/packs?a=b", "C:\\T\\a.ccw.htm"}) {
-        if (target[1] == ':')
-            system.files.AddFile(target);
-        launcher.Launch({.name = target});
-    }
-    EXPECT_EQ(system.shell.Opened(),
-              (std::vector<std::string>{"C:\\T\\a.swt", "C:\\T\\a.b.ccw", "http://tessaly.example/packs?a=b",
-                                        "C:\\T\\a.ccw.htm"}));
-    EXPECT_TRUE(system.shell.Runs().empty());
-}
-
 TEST_F(LauncherTest, StartsTheSpreadsheetWithItsOwnCommandLine)
 {
     InstallCalcora();
-    EXPECT_EQ(launcher.Launch({.name = "C:\\My Templates\\Budget.CCW"}).result, 0);
-    EXPECT_EQ(system.shell.Runs(),
-              (std::vector<MemoryShell::Started>{
-                  {std::string{Calcora}, "\"C:\\Program Files\\Calcora\\clc.exe\" /+  \"C:\\My Templates\\Budget.CCW\"",
-                   platform::WindowStyle::MinimizedFocus}}));
+    system.shell.SetVariable("ProgramFiles", "C:\\Program Files");
+    for (const char* registered : {"C:\\Program Files\\Calcora\\clc.exe", "\"C:\\Program Files\\Calcora\\clc.exe\"",
+                                   " \"%programfiles%\\Calcora\\clc.exe\" /x", "%ProgramFiles%\\Calcora\\clc.exe"}) {
+        system.registry.PutString(Hive::LocalMachine, AppPath, "", registered);
+        system.shell.Forget();
+        const auto outcome = launcher.Launch({.name = "C:\\My Templates\\Budget.CCW"});
+        EXPECT_TRUE(outcome.opened && outcome.result == 0) << registered;
+        EXPECT_EQ(
+            system.shell.Runs(),
+            (std::vector<MemoryShell::Started>{
+                {std::string{Calcora}, "\"C:\\Program Files\\Calcora\\clc.exe\" /+  \"C:\\My Templates\\Budget.CCW\"",
+                 platform::WindowStyle::MinimizedFocus}}));
+    }
     EXPECT_TRUE(system.shell.Opened().empty());
 }
 
@@ -123,45 +113,6 @@ TEST_F(LauncherTest, WhatTheGateRefusesAndWhatIsGoneIsToldAndNeverReachesTheSyst
         EXPECT_EQ(launcher.Launch({.name = target}).result, 1) << target;
     }
     EXPECT_TRUE(system.shell.Opened().empty() && system.shell.Runs().empty());
-}
-
-TEST_F(LauncherTest, TheSpreadsheetsRegistrationMayHaveQuotesAndVariables)
-{
-    InstallCalcora();
-    system.shell.SetVariable("ProgramFiles", "C:\\Program Files");
-    for (const char* value : {"\"C:\\Program Files\\Calcora\\clc.exe\"", " \"%programfiles%\\Calcora\\clc.exe\" /x",
-                              "%ProgramFiles%\\Calcora\\clc.exe"}) {
-        system.registry.PutString(Hive::LocalMachine, AppPath, "", value);
-        system.shell.Forget();
-        EXPECT_TRUE(launcher.Launch({.name = "C:\\T\\b.ccw"}).opened) << value;
-        ASSERT_EQ(system.shell.Runs().size(), 1u) << value;
-        EXPECT_EQ(system.shell.Runs()[0].application, Calcora);
-    }
-}
-
-TEST_F(LauncherTest, ASpreadsheetThatWillNotStartIsReportedAndNotRemembered)
-{
-    InstallCalcora();
-    system.shell.OnRun(
-        [](const auto&) -> platform::Result<> { return std::unexpected{platform::error::GeneralFailure}; });
-    bool remembered = false;
-    opener.Opened = [&](const std::string&) { remembered = true; };
-    toolkit.ExpectMessage("Unable to launch 'b.ccw'. Please check if the associated application to launch the file is "
-                          "installed on the machine and try again",
-                          Icon::Information);
-    opener.Open("C:\\T\\b.ccw");
-    EXPECT_FALSE(remembered);
-}
-
-TEST_F(LauncherTest, RemembersWhatOpenedAndNotWhatFailed)
-{
-    std::vector<std::string> remembered;
-    opener.Opened = [&](const std::string& path) { remembered.push_back(path); };
-    opener.Open(InLibrary("Letters\\Memo.swt"));
-    opener.Open("");
-    toolkit.ExpectMessage(NotFound, Icon::Information);
-    opener.Open(InLibrary("Letters\\Gone.swt"));
-    EXPECT_EQ(remembered, std::vector<std::string>{InLibrary("Letters\\Memo.swt")});
 }
 
 // The spreadsheet's working directory.
@@ -207,20 +158,20 @@ TEST_F(LauncherTest, NewMakesTheUserWorkOnACopyOfASpreadsheet)
     InstallCalcora();
     system.files.AddFolder("D:\\Sheets");
     spreadsheets.SetWorkingDirectory("D:\\Sheets");
-    std::vector<std::string> remembered;
+    Texts remembered;
     opener.Opened = [&](const std::string& path) { remembered.push_back(path); };
 
     opener.CreateDocument(InLibrary("Business\\Budget.ccw"));
     ASSERT_EQ(system.shell.Runs().size(), 1u);
     EXPECT_TRUE(system.shell.Runs()[0].commandLine.ends_with("\"D:\\Sheets\\Budget.ccw\""));
-    EXPECT_EQ(remembered, std::vector<std::string>{InLibrary("Business\\Budget.ccw")});
+    EXPECT_EQ(remembered, Texts{InLibrary("Business\\Budget.ccw")});
 
     opener.CreateDocument(InLibrary("Letters\\Memo.swt"));
-    EXPECT_EQ(system.shell.Opened(), std::vector<std::string>{InLibrary("Letters\\Memo.swt")});
+    EXPECT_EQ(system.shell.Opened(), Texts{InLibrary("Letters\\Memo.swt")});
 
     system.shell.AddNewVerb(".swt"); // "open" would let the user overwrite the template
     opener.CreateDocument(InLibrary("Letters\\Memo.swt"));
-    EXPECT_EQ(system.shell.OpenedForNew(), std::vector<std::string>{InLibrary("Letters\\Memo.swt")});
+    EXPECT_EQ(system.shell.OpenedForNew(), Texts{InLibrary("Letters\\Memo.swt")});
 
     toolkit.ExpectMessage(NotFound, Icon::Information);
     opener.CreateDocument(InLibrary("Business\\Gone.ccw"));
@@ -266,7 +217,7 @@ TEST_F(LauncherTest, ANewDocumentThatDoesNotOpenLeavesNothingBehind)
     for (const auto& fault : faults) {
         fault();
         opener.CreateDocument(InLibrary("Business\\Budget.ccw"));
-        EXPECT_EQ(system.files.AllPaths("D:\\Sheets"), std::vector<std::string>{});
+        EXPECT_EQ(system.files.AllPaths("D:\\Sheets"), Texts{});
     }
     system.shell.SetOpenResult(5); // a failure that stays silent
     opener.CreateDocument(InLibrary("Letters\\Memo.swt"));

@@ -4,8 +4,6 @@
 namespace tests {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 class ThumbnailsTest : public BrowserTest {
 protected:
     void ShowThumbnails(std::string_view category)
@@ -34,7 +32,7 @@ TEST_F(ThumbnailsTest, EveryPictureOfTheFolderIsOneItemInDirectoryOrder)
     Main().lvListView.UserActivates(1);
     ASSERT_EQ(system.shell.Opened().size(), 1u);
     EXPECT_EQ(system.shell.Opened()[0], InLibrary("Letters\\Memo.swt"));
-    toolkit.ExpectMessage(Text(169), ui::Icon::Information);
+    toolkit.ExpectMessage(Text(169), Icon::Information);
     Main().lvListView.UserSelects(0);
     EXPECT_TRUE(Run("mnuAddToFavorites"));
 
@@ -87,7 +85,7 @@ TEST_F(ThumbnailsTest, TheViewIsAModeLikeTheOthersAndIsRemembered)
     Main().lvListView.UserSelects(3);
     ASSERT_EQ(Main().List().Selected()->text, "Terms");
     toolkit.Screen = {640, 900};
-    toolkit.ExpectMessage(Text(277), ui::Icon::Information);
+    toolkit.ExpectMessage(Text(277), Icon::Information);
     EXPECT_TRUE(Run("mnuViewThumbnails"));
     EXPECT_EQ(Main().lvListView.GetView(), ui::ListView::View::Details);
 
@@ -95,19 +93,13 @@ TEST_F(ThumbnailsTest, TheViewIsAModeLikeTheOthersAndIsRemembered)
     EXPECT_TRUE(Run("mnuViewThumbnails"));
     EXPECT_EQ(Main().lvListView.GetView(), ui::ListView::View::Thumbnails);
     EXPECT_EQ(Main().List().Selected()->text, "Terms");
-    EXPECT_TRUE(Main().Close());
-    toolkit.RunPosted();
-    EXPECT_EQ(Setting("Browser", "ThumbnailViewOn"), "True");
-    EXPECT_EQ(Setting("Browser", "ListViewType"), "3");
-
-    app::Browser again{system.AsPlatform(), toolkit, pictures};
-    again.Start("EXE", "", "", "", "");
-    EXPECT_EQ(ListTexts(again.Main()->lvListView), (Texts{"Budget", "Terms"}));
-    again.Main()->lvListView.UserSelects(1);
-    EXPECT_TRUE(again.Main()->Commands().Run("mnuViewDetails"));
-    EXPECT_EQ(again.Main()->lvListView.Rows(), 5);
-    EXPECT_EQ(again.Main()->List().Selected()->text, "Terms");
-    EXPECT_TRUE(again.Main()->Close());
+    Restart();
+    EXPECT_EQ(Setting("Browser", "ThumbnailViewOn") + Setting("Browser", "ListViewType"), "True3");
+    EXPECT_EQ(ListTexts(Main().lvListView), (Texts{"Budget", "Terms"}));
+    Main().lvListView.UserSelects(1);
+    EXPECT_TRUE(Run("mnuViewDetails"));
+    EXPECT_EQ(Main().lvListView.Rows(), 5);
+    EXPECT_EQ(Main().List().Selected()->text, "Terms");
 }
 
 TEST_F(ThumbnailsTest, AFolderOfPicturesThatCannotBeReadIsToldAndNothingElseStops)
@@ -115,7 +107,7 @@ TEST_F(ThumbnailsTest, AFolderOfPicturesThatCannotBeReadIsToldAndNothingElseStop
     AddTemplates({"Letters\\Previews\\Memo.jpg"});
     ShowThumbnails("Business");
     system.files.SetUnreadable(InLibrary("Letters\\Previews"));
-    toolkit.ExpectMessage(Text(278), ui::Icon::Information);
+    toolkit.ExpectMessage(Text(278), Icon::Information);
     ShowThumbnails("Letters");
     EXPECT_EQ(Main().lvListView.Rows(), 0);
     ShowThumbnails("Business");
