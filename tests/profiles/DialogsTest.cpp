@@ -13,13 +13,9 @@
 namespace tests {
 namespace {
 
-using platform::Hive;
 using profiles::frmManageProfiles;
 using profiles::frmNewProfile;
 using profiles::frmRenameProfile;
-using ui::Answer;
-using ui::Icon;
-using Texts = std::vector<std::string>;
 
 class ProfileDialogsTest : public ProfileTestBase {
 protected:
@@ -183,25 +179,6 @@ TEST_F(ProfileDialogsTest, ARefusedNameLeavesTheDialogOpenWithTheFocusInTheNameB
         isRefused(rename, rename.txtName, rename.OKButton, row);
     }
     EXPECT_EQ(system.registry.Snapshot(), before);
-}
-
-TEST_F(ProfileDialogsTest, AddingCopiesFromTheChosenProfile)
-{
-    for (const auto& [line, first] : {std::pair{0, ""}, {2, "Bob"}}) {
-        frmNewProfile form{program, manager, operations};
-        form.Realize();
-        form.Description.UserTypes("New " + std::to_string(line));
-        form.lstCopyFrom.UserSelects(line);
-        form.OKButton.UserClicks();
-        EXPECT_EQ(form.Created(), "New " + std::to_string(line));
-        EXPECT_EQ(At(form.Created(), "FirstName"), first);
-    }
-    frmNewProfile cancelled{program, manager, operations};
-    cancelled.Realize();
-    cancelled.Description.UserTypes("Never");
-    cancelled.CancelButton.UserClicks();
-    EXPECT_EQ(cancelled.Created(), "");
-    EXPECT_FALSE(manager.ProfileExists("Never"));
 }
 
 } // namespace

@@ -12,14 +12,10 @@
 namespace tests {
 namespace {
 
-using platform::Hive;
 using profiles::EnterSenderInformationForm;
 using profiles::Field;
 using profiles::frmManageProfiles;
 using profiles::frmNewProfile;
-using ui::Answer;
-using ui::Icon;
-using Texts = std::vector<std::string>;
 
 class EditorTest : public ProfileTestBase {
 protected:

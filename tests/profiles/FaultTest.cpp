@@ -154,11 +154,11 @@ void PrepareForms(Desk& desk)
 }
 
 /// The messages that tell of a failure.
-std::vector<std::string> Told(const Desk& desk)
+Texts Told(const Desk& desk)
 {
-    std::vector<std::string> told;
+    Texts told;
     for (const ui::MessageBox& message : desk.toolkit.Messages)
-        if (message.icon != ui::Icon::Question)
+        if (message.icon != Icon::Question)
             told.push_back(message.text);
     EXPECT_LE(told.size(), 1u);
     return told;
@@ -185,7 +185,7 @@ TEST(ProfileFormFaultTest, TheEditorLosesNoEdit)
             const std::size_t told = Told(desk).size();
             EXPECT_TRUE(form.IsOpen() ||
                         std::ranges::none_of(desk.toolkit.Messages,
-                                             [](const auto& message) { return message.icon == ui::Icon::Critical; }))
+                                             [](const auto& message) { return message.icon == Icon::Critical; }))
                 << "closed although something could not be stored";
             const bool shown = form.ProfileCombo.Text() == "Ann" && form.SenderCityText.Text() == "Oslo";
             EXPECT_TRUE(desk.At("Ann", "City") == "Oslo" || (shown && form.IsOpen() && told == 1));

@@ -38,9 +38,9 @@ TEST_F(ImportExportFormTest, RefusesAtTheFieldThatIsWrongThenExportsAndStays)
         ui::Icon icon;
         ui::TextBox& asked;
     } rows[] = {
-        {"", "Set", Text(406), ui::Icon::Information, form.txtExportPath},
-        {"C:\\Gone", "Set", Text(409), ui::Icon::Information, form.txtExportPath},
-        {"C:\\Out", "a/b", Text(397) + "\r\n\\ / : * ? \" < > |", ui::Icon::Critical, form.txtProfileName},
+        {"", "Set", Text(406), Icon::Information, form.txtExportPath},
+        {"C:\\Gone", "Set", Text(409), Icon::Information, form.txtExportPath},
+        {"C:\\Out", "a/b", Text(397) + "\r\n\\ / : * ? \" < > |", Icon::Critical, form.txtProfileName},
     };
     for (const auto& row : rows) {
         form.txtExportPath.SetText(row.location);
@@ -68,7 +68,7 @@ TEST_F(ImportExportFormTest, RefusesAtTheFieldThatIsWrongThenExportsAndStays)
         form.btnExport.UserClicks();
         form.btnImport.UserClicks();
     };
-    toolkit.ExpectMessage(Text(410) + "C:\\Out\\Set.", ui::Icon::Information);
+    toolkit.ExpectMessage(Text(410) + "C:\\Out\\Set.", Icon::Information);
     form.btnExport.UserClicks();
     EXPECT_TRUE(busy);
     EXPECT_FALSE(toolkit.Busy);
@@ -88,12 +88,12 @@ TEST_F(ImportExportFormTest, AnImportRefillsTheProfilesAndRefusalsStayOpen)
                          "REGEDIT4\r\n[" + profiles::FullProfilesKey() + "\\New]\r\n\"City\"=\"Bern\"\r\n");
     toolkit.FolderChoices = {std::nullopt, "C:\\Out", "C:\\In"};
     form.btnImport.UserClicks();
-    toolkit.ExpectMessage(Text(415) + " " + Text(412), ui::Icon::Information);
+    toolkit.ExpectMessage(Text(415) + " " + Text(412), Icon::Information);
     form.btnImport.UserClicks();
     EXPECT_TRUE(manager.Names().empty());
-    toolkit.ExpectMessage(Text(416), ui::Icon::Information);
+    toolkit.ExpectMessage(Text(416), Icon::Information);
     form.btnImport.UserClicks();
-    EXPECT_EQ(manager.Names(), (std::vector<std::string>{"Ann", "New"}));
+    EXPECT_EQ(manager.Names(), (Texts{"Ann", "New"}));
     EXPECT_TRUE(form.IsOpen());
 }
 

@@ -5,12 +5,10 @@
 namespace tests {
 namespace {
 
-using platform::Hive;
 using platform::RegistryValue;
 using platform::ValueType;
 using profiles::Field;
 using profiles::ImageKind;
-using Texts = std::vector<std::string>;
 
 class ProfileTest : public ProfileTestBase {};
 
@@ -34,24 +32,6 @@ TEST_F(ProfileTest, NamesAreCheckedInOrder)
         EXPECT_EQ(manager.ValidateProfileName(row.name).value_or(0), row.refusal) << row.name;
 }
 
-TEST_F(ProfileTest, ListsMarkTheDefaultProfileAndTakeTheMarkOffAgain)
-{
-    EXPECT_TRUE(manager.ListProfiles()) << "no profiles yet is no failure";
-    EXPECT_TRUE(manager.Names().empty());
-    Put("Ann", "FirstName", "Ann");
-    Put("Bob", "FirstName", "Bob");
-    PutSetting("Profiles", "DefaultProfile", " bOB ");
-    manager.ListProfiles();
-    EXPECT_EQ(manager.Names(), (Texts{"Ann", "Bob"}));
-    manager.LoadProfile("Bob (default)");
-    EXPECT_EQ(manager.Current[Field::FirstName], "Bob");
-    EXPECT_FALSE(manager.IsProfileEmpty("Bob (default)"));
-
-    system.registry.SetClosed(Hive::CurrentUser, profiles::ProfilesKey);
-    toolkit.ExpectMessage(Text(174), ui::Icon::None);
-    EXPECT_FALSE(manager.ListProfiles());
-}
-
 TEST_F(ProfileTest, EveryValueButThePagerMakesAProfileNotEmpty)
 {
     for (std::size_t i = 0; i < profiles::FieldCount; ++i) {
@@ -67,21 +47,6 @@ TEST_F(ProfileTest, EveryValueButThePagerMakesAProfileNotEmpty)
     EXPECT_TRUE(manager.IsProfileEmpty("I"));
     EXPECT_TRUE(manager.IsProfileEmpty("Nobody"));
     EXPECT_TRUE(manager.IsProfileEmpty(""));
-}
-
-TEST_F(ProfileTest, SavingWritesTheTextsAndWhatCouldNotBeReadStays)
-{
-    const RegistryValue odd{ValueType::Binary, "theirs"};
-    system.registry.Put(Hive::CurrentUser, profiles::ProfileKey("Ann"), "City", odd);
-    Put("Ann", "Country", "Old");
-    Put("Ann", "Unknown", "kept");
-    manager.LoadProfile("Ann");
-    manager.Current[Field::Pager] = "555";
-    ASSERT_TRUE(manager.SaveProfileText("Ann (default)"));
-    EXPECT_EQ(system.registry.Query(Hive::CurrentUser, profiles::ProfileKey("Ann"), "City"), odd);
-    EXPECT_EQ(At("Ann", "Pager No") + At("Ann", "Country") + At("Ann", "Unknown"), "555Oldkept");
-    EXPECT_TRUE(manager.SaveProfileText(""));
-    EXPECT_EQ(system.registry.ValueNames(Hive::CurrentUser, profiles::ProfilesKey).value(), Texts{});
 }
 
 TEST_F(ProfileTest, CreateCopiesFieldsAndPicturesOfTheChosenSource)
@@ -109,7 +74,7 @@ TEST_F(ProfileTest, PicturesOnADriveThatIsAwayAreNotTakenForLost)
     Put("Ann", "LocalLogo", "D:\\Pictures\\Logo.jpg");
     const auto registry = system.registry.Snapshot();
     for (const bool renames : {true, false}) {
-        toolkit.ExpectMessage(Text(222), ui::Icon::Critical);
+        toolkit.ExpectMessage(Text(222), Icon::Critical);
         EXPECT_FALSE(renames ? operations.Rename("Ann", "Bob") : operations.Create("Bob", "Ann"));
         EXPECT_EQ(system.registry.Snapshot(), registry);
     }
@@ -128,7 +93,7 @@ TEST_F(ProfileTest, RenameTakesEverythingAlong)
     PutSetting("Profiles", "DefaultProfile", "ann");
     const auto before = system.registry.Snapshot();
     system.registry.SetShortWrites();
-    toolkit.ExpectMessage(Text(173), ui::Icon::Critical);
+    toolkit.ExpectMessage(Text(173), Icon::Critical);
     ASSERT_FALSE(operations.Rename("Ann", "Bob"));
     EXPECT_EQ(system.registry.Snapshot(), before) << "the copy was not whole";
     system.registry.SetShortWrites(false);
@@ -155,17 +120,6 @@ TEST_F(ProfileTest, ARenamedProfileNamesNoFolderThatANewOneMayGet)
     EXPECT_EQ(At("Bob", "LocalLogo"), Picture("Bob", "Logo.jpg"));
 }
 
-TEST_F(ProfileTest, WhereADeletedProfileWasTheDefaultTheFirstOfTheOthersIsNow)
-{
-    for (const char* name : {"Ann", "Bob", "Cid"})
-        Put(name, "FirstName", name);
-    PutSetting("Profiles", "DefaultProfile", "bob");
-    EXPECT_TRUE(operations.Delete("Cid"));
-    EXPECT_EQ(Setting("Profiles", "DefaultProfile"), "bob");
-    EXPECT_TRUE(operations.Delete("Bob (default)"));
-    EXPECT_EQ(Setting("Profiles", "DefaultProfile"), "Ann");
-}
-
 TEST_F(ProfileTest, DeleteRemovesTheFolderAndNeverFollowsALink)
 {
     Put("Ann", "FirstName", "Ann");
@@ -183,7 +137,7 @@ TEST_F(ProfileTest, DeleteRemovesTheFolderAndNeverFollowsALink)
         system.files.Remove("C:\\Images\\Eve");
         system.files.AddLink("C:\\Images\\Eve", "C:\\Outside");
     });
-    toolkit.ExpectMessage(Text(223), ui::Icon::Critical);
+    toolkit.ExpectMessage(Text(223), Icon::Critical);
     EXPECT_FALSE(images.DeleteFolder("Eve"));
     system.files.Remove("C:\\Images\\Eve");
     EXPECT_EQ(system.files.AllPaths(Images), Texts{});
@@ -257,7 +211,7 @@ TEST_F(PictureTest, AFailureChangesNothing)
     const auto disk = system.files.Snapshot();
     const auto registry = system.registry.Snapshot();
     const auto refused = [&](const char* source, std::uint16_t message) {
-        toolkit.ExpectMessage(Text(message), ui::Icon::Critical);
+        toolkit.ExpectMessage(Text(message), Icon::Critical);
         EXPECT_FALSE(Apply({source, std::nullopt, std::nullopt}));
         EXPECT_EQ(system.files.Snapshot(), disk);
         EXPECT_EQ(system.registry.Snapshot(), registry);
