@@ -35,7 +35,7 @@ tests/endtoend       product gtest tests/support/win32 system
 tests/library        product gtest tests/support
 tests/pictures       product gtest
 tests/pictures/win32 product gtest tests/pictures tests/support/win32 system
-tests/platform       product gtest tests/support
+tests/platform       product gtest tests/support/win32
 tests/profiles       product gtest tests/support
 tests/profiles/win32 product gtest tests/support tests/support/win32 system
 tests/ui             product gtest tests/support

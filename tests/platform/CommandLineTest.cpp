@@ -28,15 +28,13 @@ TEST(CommandLineTest, TakesALineApartAsProgramsDo)
         std::vector<std::string> expected;
         const char* rest; ///< without the program
     } rows[] = {
-        {"", {}, ""},
-        {"a.exe", {"a.exe"}, ""},
-        {"  a", {"", "a"}, "a"},
+        // clang-format off
+        {"", {}, ""}, {"a.exe", {"a.exe"}, ""}, {"  a", {"", "a"}, "a"}, {"a \"open", {"a", "open"}, "\"open"},
         {"\"C:\\Program Files\\\"a.exe /x\t/y  ", {"C:\\Program Files\\a.exe", "/x", "/y"}, "/x\t/y  "},
         {"a \"b c\"d \"\" e\"\"f", {"a", "b cd", "", "ef"}, "\"b c\"d \"\" e\"\"f"},
         {"a \\\\\\\"b\\\\ \"c\\\\\" \"d\"\"e\"",
-         {"a", "\\\"b\\\\", "c\\", "d\"e"},
-         "\\\\\\\"b\\\\ \"c\\\\\" \"d\"\"e\""},
-        {"a \"open", {"a", "open"}, "\"open"},
+         {"a", "\\\"b\\\\", "c\\", "d\"e"}, "\\\\\\\"b\\\\ \"c\\\\\" \"d\"\"e\""},
+        // clang-format on
     };
     for (const auto& row : rows) {
         EXPECT_EQ(command_line::Split(row.line), row.expected) << row.line;

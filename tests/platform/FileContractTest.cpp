@@ -54,12 +54,9 @@ TEST_F(FileContract, ListsEveryEntryWithItsKindAndSize)
     std::vector<std::string> seen;
     for (const FileEntry& entry : entries)
         if (!entry.name.starts_with("many") || entry.IsFolder() || entry.size != 0)
-            seen.push_back(entry.name +
-                           (entry.IsFolder()     ? " folder"
-                            : entry.modified > 0 ? " file "
-                                                 : " undated ") +
-                           std::to_string(entry.size));
-    EXPECT_THAT(seen, UnorderedElementsAre("Folder folder0", "Übersicht 中文 😀.swt file 5"));
+            seen.push_back(entry.name + (entry.IsFolder() ? " folder " : " file ") + std::to_string(entry.size) +
+                           (entry.IsFolder() || entry.modified > 0 ? "" : " undated"));
+    EXPECT_THAT(seen, UnorderedElementsAre("Folder folder 0", "Übersicht 中文 😀.swt file 5"));
 }
 
 TEST_F(FileContract, TellsAnEmptyFolderFromOneThatCannotBeListed)
@@ -151,7 +148,7 @@ TEST_F(FileContract, RemovesOnlyWhatMayGo)
     Create("empty");
     Write("file");
     Write("protected", "p");
-    under->SetReadOnly(At("protected"), true);
+    under->SetReadOnly(At("protected"));
 
     const auto deleteFile = &FileSystem::DeleteFile;
     const auto removeFolder = &FileSystem::RemoveFolder;
@@ -214,7 +211,7 @@ TEST_F(FileContract, ReplacesAFileInOneStep)
     Write("new", "n");
     Write("old", "o");
     Write("protected", "p");
-    under->SetReadOnly(At("protected"), true);
+    under->SetReadOnly(At("protected"));
     // clang-format off
     Check(&FileSystem::Replace, {
         {"new", "protected", error::AccessDenied}, {"new", "Folder", error::AccessDenied},

@@ -11,7 +11,7 @@ public:
         system.files.AddFolder(Folder());
         system.shell.RemoveAssociation(".unknownending");
         system.resources.Add(ResourceLibraryPath(), {{101, "One"}, {102, "Größe €"}, {103, std::string(600, 'x')}});
-        system.automation.Register(GoodClass());
+        system.automation.Register(std::string{GoodClass});
         system.files.AddFile(CommandInterpreter);
         system.shell.SetVariable("SystemRoot", "C:\\Windows");
     }
@@ -19,13 +19,11 @@ public:
     platform::Platform Get() override { return system.AsPlatform(); }
     std::string Folder() const override { return "C:\\Temp\\Contract"; }
     void WriteFile(std::string_view path, std::string_view contents) override { system.files.AddFile(path, contents); }
-    void SetReadOnly(std::string_view path, bool readOnly) override
+    void SetReadOnly(std::string_view path) override
     {
-        using namespace platform::attribute;
-        system.files.SetAttributes(path, readOnly ? Archive | ReadOnly : Archive);
+        system.files.SetAttributes(path, platform::attribute::Archive | platform::attribute::ReadOnly);
     }
     std::string ResourceLibraryPath() const override { return "C:\\Temp\\strings.dll"; }
-    std::string GoodClass() override { return "Scripting.FileSystemObject"; }
     bool WaitUntil(const std::function<bool()>& condition) override
     {
         while (!condition()) {

@@ -3,6 +3,7 @@
 #include "platform/Path.h"
 #include "platform/win32/Native.h"
 #include "platform/win32/System.h"
+#include "tests/support/win32/Process.h"
 
 #include <deque>
 #include <mutex>
@@ -29,9 +30,6 @@ public:
     OnWin32()
     {
         (void)CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-        wchar_t buffer[MAX_PATH];
-        GetTempPathW(MAX_PATH, buffer);
-        folder = path::Join(win32::ToUtf8(buffer), "TSBrowserContract");
         (void)Get().files.CreateFolder(folder);
         Empty(Get().files, folder);
     }
@@ -50,46 +48,29 @@ public:
         if (!Get().files.Write(path, contents))
             throw std::runtime_error{"cannot write " + std::string{path}};
     }
-    void SetReadOnly(std::string_view path, bool readOnly) override
+    void SetReadOnly(std::string_view path) override
     {
-        SetFileAttributesW(win32::ToNativePath(path)->c_str(),
-                           readOnly ? FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE : FILE_ATTRIBUTE_ARCHIVE);
+        SetFileAttributesW(win32::ToNativePath(path)->c_str(), FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE);
     }
     std::string ResourceLibraryPath() const override
     {
-        return path::Join(win32::Win32Shell{{}}.FolderPath(KnownFolder::ProgramFolder).value(),
-                          "platform_test_strings.dll");
+        return win32::ToUtf8((support::OwnFolder() / L"platform_test_strings.dll").wstring());
     }
-    std::string GoodClass() override { return "Scripting.FileSystemObject"; }
     bool WaitUntil(const std::function<bool()>& condition) override
     {
-        const ULONGLONG start = GetTickCount64();
-        while (!condition()) {
-            if (const auto task = Taken()) {
-                task();
-                continue;
+        return support::WaitFor([&] {
+            std::deque<std::function<void()>> now;
+            {
+                const std::lock_guard lock{mutex};
+                now.swap(tasks);
             }
-            if (GetTickCount64() - start > 60'000)
-                return false;
-            MsgWaitForMultipleObjects(0, nullptr, FALSE, 100, QS_ALLINPUT);
-            MSG message;
-            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-                DispatchMessageW(&message);
-        }
-        return true;
+            for (const auto& task : now)
+                task();
+            return condition();
+        });
     }
 
 private:
-    std::function<void()> Taken()
-    {
-        const std::lock_guard lock{mutex};
-        if (tasks.empty())
-            return {};
-        auto task = std::move(tasks.front());
-        tasks.pop_front();
-        return task;
-    }
-
     std::mutex mutex;
     std::deque<std::function<void()>> tasks;
     win32::System system{[this, thread = GetCurrentThreadId()](std::function<void()> task) {
@@ -97,7 +78,7 @@ private:
         tasks.push_back(std::move(task));
         PostThreadMessageW(thread, WM_NULL, 0, 0);
     }};
-    std::string folder;
+    const std::string folder{win32::ToUtf8((std::filesystem::temp_directory_path() / L"TSBrowserContract").wstring())};
 };
 
 } // namespace

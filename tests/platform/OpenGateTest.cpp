@@ -19,69 +19,31 @@ TEST(OpenGateTest, PassesWebAddressesAndDocumentsAndNothingElse)
     const OpenGate gate{system.shell, system.files, own};
     const std::string folders[] = {"", "\\\\srv\\lib\\\\"};
 
-    constexpr auto opens = OpenGate::Verdict::Opens;
-    constexpr auto refused = OpenGate::Verdict::Refused;
-    constexpr auto notThere = OpenGate::Verdict::NotThere;
     const std::string host = "http://a.example/";
-    const struct {
-        std::string target;
-        OpenGate::Verdict expected;
-    } rows[] = {
-        {"http://tessaly.example/packs?a=b#c", opens},
-        {"HTTPS://ü.example", opens},
-        {host + std::string(2048 - host.size(), 'x'), opens},
-        {host + std::string(2049 - host.size(), 'x'), refused},
-        {"http://", refused},
-        {"http:///etc", refused},
-        {"http:a", refused},
-        {"http://a\" --run \"b", refused},
-        {"http://a b", refused},
-        {"http://a\nb", refused},
-        {"http://a\\b", refused},
-        {"javascript:alert(1)//", refused},
-        {"file:///C:/T/evil.exe", refused},
-        {"file:///C:/T/a.swt", refused},
-        {"ftp://a.example/x", refused},
-        {"mailto:a@b", refused},
-        {"www.tessaly.example", refused},
-        {"", refused},
-        {"C:\\T\\a.swt", opens},
-        {"c:/t\\\\A.SWT", opens},
-        {"C:\\a.swt", opens},
-        {"C:\\T\\b.final.pdf", opens},
-        {"C:\\T\\Ü.htm", opens},
-        {"C:\\T\\a.mst", opens}, // ours, although the system's list has it
-        {"C:\\T\\gone.swt", notThere},
-        {"C:\\T\\folder.swt", refused},
-        {"C:\\T", refused},
-        {"a.swt", refused},
-        {"C:a.swt", refused},
-        {"\\T\\a.swt", refused},
-        {"C:\\T\\evil.exe", refused},
-        {"C:\\T\\evil.EXE", refused},
-        {"C:\\T\\evil.exe.", refused},
-        {"C:\\T\\evil.exe ", refused},
-        {"C:\\T\\gone.exe", refused},
-        {"C:\\T\\evil.js", refused},
-        {"C:\\T\\evil.prg", refused}, // in the system's list alone
-        {"C:\\T\\a.url", refused},    // in ours alone
-        {"C:\\T\\evil", refused},
-        {"C:\\T\\a.swt\" /run \"C:\\b.swt", refused},
-        {"C:\\T\\a.swt:x.swt", refused},
-        {"C:\\T\\..\\T\\a.swt", refused},
-        {"C:\\T\\con.swt", refused},
-        {"\\\\?\\C:\\T\\a.swt", refused},
-        {"\\\\.\\C:\\T\\a.swt", refused},
-        {"\\\\srv\\lib\\T\\a.swt", opens},
-        {"//SRV/Lib/T/a.swt", opens},
-        {"\\\\srv\\lib\\..\\other\\a.swt", refused},
-        {"\\\\srv\\library\\a.swt", refused},
-        {"\\\\srv\\other\\a.swt", refused},
-        {"\\\\srv\\other\\a.hta", refused},
-        {"\\\\srv\\lib\\T\\a.exe", refused},
+    // clang-format off
+    const std::pair<OpenGate::Verdict, std::vector<std::string>> rows[] = {
+        {OpenGate::Verdict::Opens,
+         {"http://tessaly.example/packs?a=b#c", "HTTPS://ü.example", host + std::string(2048 - host.size(), 'x'),
+          "C:\\T\\a.swt", "c:/t\\\\A.SWT", "C:\\a.swt", "C:\\T\\b.final.pdf", "C:\\T\\Ü.htm",
+          "C:\\T\\a.mst", // ours, although the system's list has it
+          "\\\\srv\\lib\\T\\a.swt", "//SRV/Lib/T/a.swt"}},
+        {OpenGate::Verdict::NotThere, {"C:\\T\\gone.swt"}},
+        {OpenGate::Verdict::Refused,
+         {host + std::string(2049 - host.size(), 'x'), "http://", "http:///etc", "http:a", "http://a\" --run \"b",
+          "http://a b", "http://a\nb", "http://a\\b", "javascript:alert(1)//", "file:///C:/T/evil.exe",
+          "file:///C:/T/a.swt", "ftp://a.example/x", "mailto:a@b", "www.tessaly.example", "",
+          "C:\\T\\folder.swt", "C:\\T", "a.swt", "C:a.swt", "\\T\\a.swt", "C:\\T\\evil.exe", "C:\\T\\evil.EXE",
+          "C:\\T\\evil.exe.", "C:\\T\\evil.exe ", "C:\\T\\gone.exe", "C:\\T\\evil.js",
+          "C:\\T\\evil.prg", // in the system's list alone
+          "C:\\T\\a.url",    // in ours alone
+          "C:\\T\\evil", "C:\\T\\a.swt\" /run \"C:\\b.swt", "C:\\T\\a.swt:x.swt", "C:\\T\\..\\T\\a.swt",
+          "C:\\T\\con.swt", "\\\\?\\C:\\T\\a.swt", "\\\\.\\C:\\T\\a.swt", "\\\\srv\\lib\\..\\other\\a.swt",
+          "\\\\srv\\library\\a.swt", "\\\\srv\\other\\a.swt", "\\\\srv\\other\\a.hta", "\\\\srv\\lib\\T\\a.exe"}},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(gate.Judge(row.target, folders), row.expected) << row.target;
+    // clang-format on
+    for (const auto& [expected, targets] : rows)
+        for (const std::string& target : targets)
+            EXPECT_EQ(gate.Judge(target, folders), expected) << target;
     for (const std::string& call : system.faults.Log())
         EXPECT_FALSE(call.contains("\\\\srv\\other")) << "the server of a refused share is not asked";
 }

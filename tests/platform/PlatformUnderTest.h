@@ -11,6 +11,8 @@
 /// Where both systems have it; "/c exit 7" ends it with this code.
 inline constexpr std::string_view CommandInterpreter = "C:\\Windows\\System32\\cmd.exe";
 inline constexpr unsigned ExitCode = 7;
+/// An automation class that can be created.
+inline constexpr std::string_view GoodClass = "Scripting.FileSystemObject";
 
 /// The system that the contract tests run against, with the means to set its scene. Each executable links one.
 class PlatformUnderTest {
@@ -21,13 +23,11 @@ public:
     /// A folder of the test's own, empty at its start.
     virtual std::string Folder() const = 0;
     virtual void WriteFile(std::string_view path, std::string_view contents) = 0;
-    virtual void SetReadOnly(std::string_view path, bool readOnly) = 0;
+    virtual void SetReadOnly(std::string_view path) = 0;
     /// A library with the strings 101 "One", 102 "Größe €" and 103: "x" 600 times.
     virtual std::string ResourceLibraryPath() const = 0;
-    /// The name of an automation class that can be created.
-    virtual std::string GoodClass() = 0;
     /// Lets jobs, timers and watched programs go on and their news arrive, until `condition` holds. False when nothing
-    /// more can come (or, on the real system, nothing came for a minute).
+    /// more can come (or, on the real system, nothing came in time).
     virtual bool WaitUntil(const std::function<bool()>& condition) = 0;
 
     /// Makes folders in each other until the path is far longer than the classic bound; the path from Folder().

@@ -16,11 +16,6 @@ protected:
     std::string At(std::string_view name) const { return path::Join(under->Folder(), name); }
 };
 
-int SignOf(int number)
-{
-    return (number > 0) - (number < 0);
-}
-
 TEST_F(SystemContract, IniFilesGiveTheFirstValueWithoutItsQuotes)
 {
     under->WriteFile(At("a.ini"), "; first\r\n[One]\r\nplain = some text \r\nquoted=\" kept \"\r\nsingle='s'\r\n"
@@ -133,9 +128,10 @@ TEST_F(SystemContract, SortsNamesAsTheUsersLanguageDoes)
         {"", "a", -1},             {"résumé", "resume", 1},   {"resume", "résumés", -1}, {"10", "9", -1},
         // clang-format on
     };
+    const auto sign = [](int number) { return (number > 0) - (number < 0); };
     for (const auto& row : rows) {
-        EXPECT_EQ(SignOf(system.locale.Compare(row.a, row.b)), row.expected) << row.a << " " << row.b;
-        EXPECT_EQ(SignOf(system.locale.Compare(row.b, row.a)), -row.expected) << row.a << " " << row.b;
+        EXPECT_EQ(sign(system.locale.Compare(row.a, row.b)), row.expected) << row.a << " " << row.b;
+        EXPECT_EQ(sign(system.locale.Compare(row.b, row.a)), -row.expected) << row.a << " " << row.b;
     }
 }
 
@@ -163,7 +159,7 @@ TEST_F(SystemContract, OneBrowserAtATime)
 
 TEST_F(SystemContract, AutomationTellsWhetherAClassCanBeCreated)
 {
-    EXPECT_EQ(system.automation.TryCreate(under->GoodClass()), Result<>{});
+    EXPECT_EQ(system.automation.TryCreate(GoodClass), Result<>{});
     for (const char* name : {"No.SuchClass", "", "{not a class}"})
         EXPECT_EQ(system.automation.TryCreate(name), Result<>{std::unexpected{error::CannotCreateObject}}) << name;
 }

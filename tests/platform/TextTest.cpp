@@ -10,10 +10,14 @@
 using namespace platform;
 using testing::ElementsAre;
 
-TEST(TextTest, TrimsBlanksOnly)
+TEST(TextTest, TrimsBlanksOnlySplitsAndReplaces)
 {
     EXPECT_EQ(text::Trimmed("  a b\t "), "a b\t");
     EXPECT_EQ(text::Trimmed("   "), "");
+    EXPECT_THAT(text::Split("a||b|", '|'), ElementsAre("a", "", "b", ""));
+    EXPECT_THAT(text::Split("", '|'), ElementsAre(""));
+    EXPECT_EQ(text::Replaced("aaa", "a", "aa"), "aaaaaa");
+    EXPECT_EQ(text::Replaced("x&y&", "&", ""), "xy");
 }
 
 TEST(TextTest, FoldsTheLettersOfFourScripts)
@@ -50,14 +54,6 @@ TEST(TextTest, ComparesWithoutCase)
     EXPECT_TRUE(text::ContainsIgnoringCase("Über alles", "ER A"));
     EXPECT_TRUE(text::EndsWithIgnoringCase("a.SWT", ".swt"));
     EXPECT_FALSE(text::EndsWithIgnoringCase("a.swtx", ".swt"));
-}
-
-TEST(TextTest, SplitsAndReplaces)
-{
-    EXPECT_THAT(text::Split("a||b|", '|'), ElementsAre("a", "", "b", ""));
-    EXPECT_THAT(text::Split("", '|'), ElementsAre(""));
-    EXPECT_EQ(text::Replaced("aaa", "a", "aa"), "aaaaaa");
-    EXPECT_EQ(text::Replaced("x&y&", "&", ""), "xy");
 }
 
 TEST(TextTest, CountsInUnitsOfTheSystemsBuffers)

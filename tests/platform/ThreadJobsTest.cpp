@@ -2,15 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <condition_variable>
 #include <deque>
 #include <mutex>
+#include <semaphore>
 #include <thread>
 
 using namespace platform;
 using namespace std::chrono_literals;
 
 namespace {
+
+using Signal = std::counting_semaphore<>;
 
 /// The window's thread: what was posted runs when it is asked for.
 class Window {
@@ -20,17 +22,15 @@ public:
         return [this](std::function<void()> task) {
             const std::lock_guard lock{mutex};
             tasks.push_back(std::move(task));
-            changed.notify_all();
+            posted.release();
         };
     }
-    void WaitForNews()
+    /// The ticket is dropped when its result is on its way.
+    void RunNext(Ticket* dropped = nullptr)
     {
-        std::unique_lock lock{mutex};
-        changed.wait(lock, [this] { return !tasks.empty(); });
-    }
-    void RunNext()
-    {
-        WaitForNews();
+        posted.acquire();
+        if (dropped)
+            dropped->Drop();
         std::unique_lock lock{mutex};
         const auto task = std::move(tasks.front());
         tasks.pop_front();
@@ -40,31 +40,19 @@ public:
 
 private:
     std::mutex mutex;
-    std::condition_variable changed;
+    Signal posted{0};
     std::deque<std::function<void()>> tasks;
 };
 
 /// Held by work that must not end yet.
 struct Gate {
-    std::atomic<int> entered{};
-    std::atomic<bool> open{};
+    Signal entered{0}, open{0};
 
     Result<> Pass()
     {
-        ++entered;
-        entered.notify_all();
-        open.wait(false);
+        entered.release();
+        open.acquire();
         return {};
-    }
-    void WaitFor(int count)
-    {
-        for (int now = entered; now < count; now = entered)
-            entered.wait(now);
-    }
-    void Open()
-    {
-        open = true;
-        open.notify_all();
     }
 };
 
@@ -78,9 +66,10 @@ TEST(ThreadJobsTest, DoesSeveralAtOnceAndAllInTheEnd)
     constexpr int count = 3 * static_cast<int>(ThreadJobs::Most);
     for (int i = 0; i < count; ++i)
         tickets.push_back(jobs.Start([&](const Cancelled&) { return gate.Pass(); }, [&](const Result<>&) { ++done; }));
-    gate.WaitFor(static_cast<int>(ThreadJobs::Most));
-    EXPECT_EQ(gate.entered, static_cast<int>(ThreadJobs::Most));
-    gate.Open();
+    for (std::size_t i = 0; i < ThreadJobs::Most; ++i)
+        gate.entered.acquire();
+    EXPECT_FALSE(gate.entered.try_acquire());
+    gate.open.release(count);
     while (done < count)
         window.RunNext();
 }
@@ -89,50 +78,38 @@ TEST(ThreadJobsTest, WorkLearnsThatNobodyWaitsAndAResultOnItsWayIsDropped)
 {
     Window window;
     ThreadJobs jobs{window.Poster()};
-    std::atomic<bool> begun{};
-    std::vector<std::string> told;
+    Signal begun{0};
     Ticket ticket = jobs.Start(
         [&](const Cancelled& cancelled) {
-            begun = true;
-            begun.notify_all();
+            begun.release();
             while (!cancelled)
                 std::this_thread::yield();
             return Result<>{};
         },
-        [&](const Result<>&) { told.emplace_back("cancelled"); });
-    begun.wait(false);
+        [](const Result<>&) { FAIL(); });
+    begun.acquire();
     ticket.Drop();
-    ticket = jobs.Start([](const Cancelled&) { return Result<>{}; },
-                        [&](const Result<>&) { told.emplace_back("on its way"); });
-    window.WaitForNews();
-    ticket.Drop();
-    window.RunNext();
-    EXPECT_EQ(told, std::vector<std::string>{});
+    ticket = jobs.Start([](const Cancelled&) { return Result<>{}; }, [](const Result<>&) { FAIL(); });
+    window.RunNext(&ticket);
 }
 
 TEST(ThreadJobsTest, EndingDoesNotWaitForWorkThatIsStuckNorHearOfIt)
 {
     const auto gate = std::make_shared<Gate>();
-    const auto ended = std::make_shared<std::atomic<bool>>();
+    const auto ended = std::make_shared<Signal>(0);
     Ticket stuck;
-    Ticket waiting;
     {
-        auto window = std::make_unique<Window>();
-        auto jobs = std::make_unique<ThreadJobs>(
-            window->Poster(),
-            [ended] {
-                return std::shared_ptr<void>{nullptr, [ended](std::nullptr_t) {
-                                                 *ended = true;
-                                                 ended->notify_all();
-                                             }};
-            },
-            0ms);
-        stuck = jobs->Start([gate](const Cancelled&) { return gate->Pass(); }, [](const Result<>&) { FAIL(); });
-        gate->WaitFor(1);
-        jobs.reset();
+        Window window;
+        ThreadJobs jobs{window.Poster(),
+                        [ended] {
+                            return std::shared_ptr<void>{nullptr, [ended](std::nullptr_t) { ended->release(); }};
+                        },
+                        0ms};
+        stuck = jobs.Start([gate](const Cancelled&) { return gate->Pass(); }, [](const Result<>&) { FAIL(); });
+        gate->entered.acquire();
     } // the window is gone too: a result that arrived would be written into freed memory
-    gate->Open();
-    ended->wait(false);
+    gate->open.release();
+    ended->acquire();
 }
 
 } // namespace

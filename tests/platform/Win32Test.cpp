@@ -19,12 +19,6 @@ protected:
     Platform system{under->Get()};
 
     std::string At(std::string_view name) const { return path::Join(under->Folder(), name); }
-
-    static std::string SystemFolder()
-    {
-        wchar_t path[MAX_PATH];
-        return win32::ToUtf8({path, GetSystemDirectoryW(path, MAX_PATH)});
-    }
 };
 
 TEST_F(Win32Test, OpensAFileWhosePathIsLongerThanTheShellTakes)
@@ -52,11 +46,10 @@ TEST_F(Win32Test, TheSystemTakesACommandLineApartAsItWasMade)
 
 TEST_F(Win32Test, WaitsForAProgramAndEndsOneThatDoesNotEnd)
 {
-    const std::string cmd = path::Join(SystemFolder(), "cmd.exe");
-    EXPECT_EQ(system.shell.RunAndWait(cmd, "cmd.exe /c exit 7", WindowStyle::MinimizedFocus, 60'000),
+    EXPECT_EQ(system.shell.RunAndWait(CommandInterpreter, "cmd.exe /c exit 7", WindowStyle::MinimizedFocus, 60'000),
               Result<std::uint32_t>{7});
     // A program with a window stays, whatever the standard input of the tests is.
-    const std::string staying = path::Join(SystemFolder(), "notepad.exe");
+    const std::string staying = path::Join(path::Parent(CommandInterpreter), "notepad.exe");
     EXPECT_EQ(system.shell.RunAndWait(staying, "notepad.exe", WindowStyle::MinimizedFocus, 300),
               Result<std::uint32_t>{std::unexpected{error::Timeout}});
 }
