@@ -68,12 +68,9 @@ TEST(IconFileTest, TheBestPictureForASizeIsFoundAndDamageIsNone)
         const IconPicture picture = FindIconPicture(icon, side);
         return std::to_string(picture.side) + std::string{picture.bytes.begin(), picture.bytes.end()};
     };
-    for (const auto& [side, expected] : {std::pair{8, "16sixteen"},
-                                         {16, "16sixteen"},
-                                         {17, "48many"},
-                                         {48, "48many"},
-                                         {49, "256huge"},
-                                         {300, "256huge"}})
+    const std::pair<int, const char*> best[] = {{8, "16sixteen"}, {16, "16sixteen"}, {17, "48many"},
+                                                {48, "48many"},   {49, "256huge"},   {300, "256huge"}};
+    for (const auto& [side, expected] : best)
         EXPECT_EQ(found(file, side), expected) << side;
     for (std::size_t length = 0; length < file.size(); ++length) // what lies past the end is not read
         (void)found(std::string{file, 0, length}, 300);

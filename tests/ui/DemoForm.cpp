@@ -119,19 +119,14 @@ DemoDialog::DemoDialog(ui::Toolkit& toolkit) : EventForm{toolkit, "DemoDialog", 
 {
     lblHeading.Heading = true;
     const std::pair<ui::Control&, const char*> captions[] = {
-        {lblHeading, "Templates cannot be found"},
+        // clang-format off
+        {lblHeading, "Templates cannot be found"}, {lblKind, "&Current profile:"}, {btnRetry, "&Retry"},
         {lblText, "The browser is unable to read the templates path. Insert the disc and click Retry, or click New to "
                   "select a new templates path."},
-        {lblKind, "&Current profile:"},
-        {btnRetry, "&Retry"},
-        {fraPerson, "Person"},
-        {lblFirst, "&First name:"},
-        {lblLast, "&Last name:"},
-        {lblPhone, "&Business phone number:"},
-        {lblMonths, "&Months:"},
-        {chkApply, "Apply the default &profile without asking"},
-        {btnNew, "&New..."},
-        {btnCancel, "Cancel"},
+        {fraPerson, "Person"}, {lblFirst, "&First name:"}, {lblLast, "&Last name:"},
+        {lblPhone, "&Business phone number:"}, {lblMonths, "&Months:"},
+        {chkApply, "Apply the default &profile without asking"}, {btnNew, "&New..."}, {btnCancel, "Cancel"},
+        // clang-format on
     };
     for (const auto& [control, caption] : captions)
         control.SetCaption(caption);

@@ -27,9 +27,16 @@ public:
     }
     int Icon(int) const override { return 1; }
     int SmallIcon(int) const override { return 3; }
+    ui::Thumbnail ThumbnailOf(int row) const override
+    {
+        Composed.push_back(row);
+        return {Picture, {}, {}};
+    }
 
     int Count{60};
+    std::string Picture; ///< the thumbnail of every row
     mutable int Asked{};
+    mutable std::vector<int> Composed;
 };
 
 using Events = std::vector<std::string>;

@@ -29,12 +29,10 @@ TEST(ThumbnailPainterTest, AMemoryContextCopiesStretchesAndCombines)
         memory.CreateFromPicture(Solid({40, 30}, 200));
         EXPECT_EQ(memory.Width(), 40);
         EXPECT_EQ(memory.Height(), 30);
-        memory.PaintPicture(Solid({5, 5}, 100), {10, 10, 30, 20}, SRCCOPY);
-        PixelBuffer result = memory.Picture();
-        EXPECT_EQ(ValueAt(result, 9, 9), 200);
-        EXPECT_EQ(ValueAt(result, 10, 10), 100);
-        EXPECT_EQ(ValueAt(result, 29, 19), 100);
-        EXPECT_EQ(ValueAt(result, 30, 20), 200);
+        memory.PaintPicture(Solid({5, 5}, 100), {10, 10, 20, 20}, SRCCOPY);
+        const PixelBuffer result = memory.Picture();
+        for (const auto& [at, value] : {std::pair{9, 200}, {10, 100}, {19, 100}, {20, 200}})
+            EXPECT_EQ(ValueAt(result, at, at), value) << at;
         EXPECT_EQ(result.Bytes()[3], 255);
         memory.PaintPicture(Solid({40, 30}, 0xF0), {0, 0, 40, 30}, SRCAND);
         EXPECT_EQ(ValueAt(memory.Picture(), 0, 0), 200 & 0xF0);
@@ -47,7 +45,6 @@ TEST(ThumbnailPainterTest, AMemoryContextCopiesStretchesAndCombines)
         memory.SetHeight(10);
         EXPECT_EQ(memory.Picture().Size().width, 20);
         EXPECT_EQ(ValueAt(memory.Picture(), 0, 0), 0);
-        EXPECT_EQ(ValueAt(Solid({8, 6}, 77), 7, 5), 77);
         memory.CreateFromPicture({});
         EXPECT_TRUE(memory.Picture().Empty());
         EXPECT_EQ(memory.hdc(), nullptr);

@@ -113,10 +113,15 @@ TEST_F(FormWindowTest, ReportsWhereTheUserPutsTheWindowAndNotWhereCodeDoes)
     const int dpi = ui::win32::SystemDpi();
     int resizes = 0;
     form.Resize = [&] { ++resizes; };
+    DemoForm other{toolkit};
+    other.SetPlacement({1500, 1500, 12000, 9000});
+    other.Realize();
     form.SetPlacement({1500, 1500, 12000, 9000});
-    RECT outer{};
-    GetWindowRect(window, &outer);
-    EXPECT_EQ(ToTwips(outer, dpi), (ui::Rect{1500, 1500, 12000, 9000}));
+    for (const HWND placed : {HandleOf(other), window}) {
+        RECT outer{};
+        GetWindowRect(placed, &outer);
+        EXPECT_EQ(ToTwips(outer, dpi), (ui::Rect{1500, 1500, 12000, 9000}));
+    }
     EXPECT_GT(resizes, 0);
 
     SetWindowPos(window, nullptr, 60, 70, 900, 640, SWP_NOZORDER);

@@ -7,35 +7,16 @@
 
 namespace {
 
-/// Rows with a picture each.
-class PictureRows final : public ui::ListModel {
-public:
-    int Rows() const override { return Count; }
-    std::string Text(int row, int) const override { return "picture " + std::to_string(row); }
-    int Icon(int) const override { return 1; }
-    int SmallIcon(int) const override { return 3; }
-    ui::Thumbnail ThumbnailOf(int row) const override
-    {
-        Asked.push_back(row);
-        return {Picture, {}, {}};
-    }
-
-    int Count{};
-    std::string Picture;
-    mutable std::vector<int> Asked;
-};
-
 class ThumbnailTest : public DemoFormTest {
 protected:
     PictureFolder folder;
-    PictureRows rows;
+    DemoRows& rows{form.Rows};
 
     void SetUp() override
     {
         Focus(form.lvList);
         form.lvList.SetView(ui::ListView::View::Thumbnails);
     }
-    void TearDown() override { form.lvList.SetModel(nullptr); }
 
     RECT PlaceOf(int row) const { return PlaceOfRow(form.lvList, row, LVIR_ICON); }
 };
@@ -46,32 +27,32 @@ TEST_F(ThumbnailTest, AListShowsThemTheVisibleOnesFirstAndNeverKeepsTheUserWaiti
 {
     rows.Picture = folder.AddSolid("picture.bmp", {100, 100}, '\x21');
     rows.Count = 300;
-    form.lvList.SetModel(&rows);
+    rows.Composed.clear();
+    form.lvList.Refill();
     form.lvList.Select(150);
     toolkit.DoEvents();
-    EXPECT_LT(rows.Asked.size(), 200u) << "handling what waits does not mean composing everything";
-    ASSERT_TRUE(PumpUntil([&] { return rows.Asked.size() == 300; }));
-    const RECT first = PlaceOf(rows.Asked.front());
-    EXPECT_TRUE(first.bottom > 0 && first.top < ClientOf(list).bottom) << rows.Asked.front();
+    EXPECT_LT(rows.Composed.size(), 200u) << "handling what waits does not mean composing everything";
+    ASSERT_TRUE(PumpUntil([&] { return rows.Composed.size() == 300; }));
+    const RECT first = PlaceOf(rows.Composed.front());
+    EXPECT_TRUE(first.bottom > 0 && first.top < ClientOf(list).bottom) << rows.Composed.front();
     EXPECT_GT(CountOf(list, 0x212121), 100 * 100);
 
     // Another folder drops what was not composed yet.
     form.lvList.Refill();
     toolkit.DoEvents();
-    PictureRows few;
+    DemoRows few;
     few.Count = 2;
     few.Picture = folder.Add("broken.jpg", "no picture");
     form.lvList.SetModel(&few);
-    rows.Asked.clear();
-    EXPECT_TRUE(PumpUntil([&] { return few.Asked.size() == 2; }));
-    EXPECT_THAT(rows.Asked, testing::IsEmpty());
+    rows.Composed.clear();
+    EXPECT_TRUE(PumpUntil([&] { return few.Composed.size() == 2; }));
+    EXPECT_THAT(rows.Composed, testing::IsEmpty());
     form.lvList.SetModel(nullptr);
 }
 
 TEST_F(ThumbnailTest, OneRowAloneIsMarkedAlsoWhenTheListScrollsForIt)
 {
-    rows.Count = 60;
-    form.lvList.SetModel(&rows);
+    form.lvList.Refill();
     Pump();
     // Two lines, and room for one and a half: the first one stays partly in view when the last one is shown.
     int line = 1;
