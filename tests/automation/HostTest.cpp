@@ -15,21 +15,6 @@ std::filesystem::path Server()
     return OwnFolder() / stand_in::ExeName;
 }
 
-/// A text as automation passes it.
-class Text {
-public:
-    explicit Text(const wchar_t* value) : text{SysAllocString(value)} {}
-    ~Text() { SysFreeString(text); }
-    Text(const Text&) = delete;
-    Text& operator=(const Text&) = delete;
-
-    operator BSTR() const { return text; }
-    BSTR* operator&() { return &text; }
-
-private:
-    BSTR text;
-};
-
 /// An early-bound host.
 class Host {
 public:
@@ -55,17 +40,15 @@ public:
 
     HRESULT Start(const wchar_t* hostKind, std::wstring* answer = nullptr)
     {
-        Text kind{hostKind};
-        const Text second{L"2"};
-        Text third{L"\u00FC\u65E5"};
-        Text fourth{nullptr};
-        Text caption{L" c "};
+        BSTR texts[] = {SysAllocString(hostKind), SysAllocString(L"2"), SysAllocString(L"\u00FC\u65E5"), nullptr,
+                        SysAllocString(L" c ")};
         BSTR result = nullptr;
-        const HRESULT outcome = object->Start(&kind, second, &third, &fourth, &caption, &result);
+        const HRESULT outcome = object->Start(&texts[0], texts[1], &texts[2], &texts[3], &texts[4], &result);
         if (answer)
             answer->assign(result ? result : L"", SysStringLen(result));
-        SysFreeString(result);
-        EXPECT_STREQ(caption, L" c ");
+        EXPECT_STREQ(texts[4], L" c ");
+        for (const BSTR text : {texts[0], texts[1], texts[2], texts[3], texts[4], result})
+            SysFreeString(text);
         return outcome;
     }
 
@@ -174,9 +157,7 @@ TEST_F(HostTest, EndsWhenNoHostComes)
     EXPECT_EQ(server.ExitCode(), 0u);
 }
 
-class ScriptTest : public HostTest {};
-
-TEST_F(ScriptTest, TakesWhateverAScriptPasses)
+TEST_F(HostTest, TakesWhateverAScriptPasses)
 {
     const struct {
         const char* call;
@@ -208,7 +189,7 @@ TEST_F(ScriptTest, TakesWhateverAScriptPasses)
     EXPECT_EQ(Script{script + "Set keeper = Nothing\r\n"}.OutputAtEnd(), expected);
 }
 
-TEST_F(ScriptTest, ServesScriptHostsOfTheOtherBitness)
+TEST_F(HostTest, ServesScriptHostsOfTheOtherBitness)
 {
     for (const wchar_t* const folder : {L"sysnative", L"syswow64"}) {
         if (!std::filesystem::exists(ScriptHost(folder)))
@@ -220,7 +201,7 @@ TEST_F(ScriptTest, ServesScriptHostsOfTheOtherBitness)
     }
 }
 
-TEST_F(ScriptTest, OutlivesAHostThatIsKilled)
+TEST_F(HostTest, OutlivesAHostThatIsKilled)
 {
     {
         Script doomed{"Set b = CreateObject(\"TSBrowser.clsBrowser\")\r\n"

@@ -3,8 +3,6 @@
 namespace endtoend {
 namespace {
 
-constexpr wchar_t Classes[] = L"Software\\Classes\\";
-
 std::wstring Section(const std::wstring& section)
 {
     return std::wstring{SettingsKey} + L"\\" + section;
@@ -23,16 +21,6 @@ void Clear(const fs::path& folder)
 }
 
 } // namespace
-
-FileType::FileType(const std::wstring& ending, const fs::path& program)
-    : type{HKEY_LOCAL_MACHINE, Classes + ending}, command{HKEY_LOCAL_MACHINE, Classes + (L"TSBrowserEndToEnd" + ending)}
-{
-    if (program.empty())
-        return;
-    SetText(HKEY_LOCAL_MACHINE, Classes + ending, L"", L"TSBrowserEndToEnd" + ending);
-    SetText(HKEY_LOCAL_MACHINE, Classes + (L"TSBrowserEndToEnd" + ending) + L"\\shell\\open\\command", L"",
-            L'"' + program.wstring() + L"\" \"%1\"");
-}
 
 Installation::Installation()
     : folder{fs::temp_directory_path() / L"TSBrowser End To End"}, program{folder / L"Program" / ExeName},

@@ -15,16 +15,6 @@ using namespace support;
 inline constexpr wchar_t ExeName[] = L"TSBrowser.exe";
 inline constexpr wchar_t SettingsKey[] = L"Software\\VB and VBA Program Settings\\Tessaly GWX 1.0";
 
-/// Machine-wide registration of `program` for files that end in `ending` (with the dot), or of none when it is empty.
-class FileType {
-public:
-    FileType(const std::wstring& ending, const fs::path& program);
-
-private:
-    BorrowedKey type;
-    BorrowedKey command;
-};
-
 /// The real program in a folder of its own with a small library, and a user who has just installed it.
 class Installation {
 public:

@@ -9,10 +9,16 @@ TEST_F(BrowserTest, HandsEachTemplateToItsProgram)
     constexpr wchar_t appPaths[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\CLC.EXE";
     const fs::path category = installation.library / L"Sales & More";
     const fs::path calc = installation.PutRecorder(installation.folder / L"Office" / L"calc.exe");
-    const BorrowedKey spreadsheet{HKEY_LOCAL_MACHINE, appPaths};
+    const std::wstring classes = L"Software\\Classes\\";
+    const std::wstring type = L"TSBrowserEndToEnd.swt";
+    const BorrowedKey borrowed[] = {{HKEY_LOCAL_MACHINE, appPaths},
+                                    {HKEY_LOCAL_MACHINE, classes + L".swt"},
+                                    {HKEY_LOCAL_MACHINE, classes + type},
+                                    {HKEY_LOCAL_MACHINE, classes + L".prt"}};
     SetText(HKEY_LOCAL_MACHINE, appPaths, L"", calc.wstring());
     const fs::path word = installation.PutRecorder(installation.folder / L"Office" / L"word.exe");
-    const FileType types[] = {{L".swt", word}, {L".prt", {}}};
+    SetText(HKEY_LOCAL_MACHINE, classes + L".swt", L"", type);
+    SetText(HKEY_LOCAL_MACHINE, classes + type + L"\\shell\\open\\command", L"", L'"' + word.wstring() + L"\" \"%1\"");
     const struct {
         std::wstring file;
         fs::path program;

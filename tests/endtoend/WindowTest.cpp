@@ -1,7 +1,5 @@
 #include "tests/endtoend/BrowserTest.h"
 
-#include <array>
-
 namespace endtoend {
 namespace {
 
@@ -13,29 +11,6 @@ TEST_F(BrowserTest, SpeaksTheLanguageOfTheTextsBesideIt)
     // The menu, by its letters: "Datei", "Beenden".
     EXPECT_TRUE(Choose(window, L"de"));
     ExpectEnd();
-}
-
-TEST_F(BrowserTest, ComesBackWhereItWasClosed)
-{
-    HWND window = Open();
-    MoveWindow(window, 120, 90, 800, 600, TRUE);
-    EXPECT_TRUE(SelectNode(window, L"My Favorites"));
-    Close();
-    const std::pair<const wchar_t*, const wchar_t*> stored[] = {
-        {L"TSMaximized", L"False"}, {L"MainLeft", L"1800"},   {L"MainTop", L"1350"}, // twips: 15 in a pixel at 96 dpi
-        {L"MainWidth", L"12000"},   {L"MainHeight", L"9000"}, {L"LastFolderBrowsed", L"My Favorites"}};
-    for (const auto& [name, text] : stored)
-        EXPECT_EQ(installation.Setting(L"Browser", name), text) << name;
-
-    window = Open();
-    RECT place{};
-    GetWindowRect(window, &place);
-    EXPECT_EQ((std::array{place.left, place.top, place.right, place.bottom}), (std::array<LONG, 4>{120, 90, 920, 690}));
-    ShowWindow(window, SW_MAXIMIZE);
-    EXPECT_TRUE(WaitFor([window] { return IsZoomed(window) != FALSE; }));
-    Close();
-    EXPECT_EQ(installation.Setting(L"Browser", L"TSMaximized"), L"True");
-    EXPECT_EQ(installation.Setting(L"Browser", L"MainWidth"), L"12000");
 }
 
 /// What an impatient user does to the window; it must stay alive, and in order.

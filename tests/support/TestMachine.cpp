@@ -4,22 +4,7 @@
 
 namespace tests {
 
-namespace {
-
-std::string SectionKey(std::string_view section)
-{
-    return std::string{SettingsKey} + "\\" + std::string{section};
-}
-
-} // namespace
-
 TestMachine::TestMachine()
-{
-    SetUp();
-    AddSmallLibrary();
-}
-
-void TestMachine::SetUp()
 {
     PutSetting("Options", "MSOVersion", "XP");
     PutSetting("Profiles", "FirstRun", "0");
@@ -27,10 +12,6 @@ void TestMachine::SetUp()
     PutSetting("Browser", "HDD Templates Path", Templates);
     system.automation.Register("CDIntf.CDIntf");
     system.files.AddFolder(Templates);
-}
-
-void TestMachine::AddSmallLibrary()
-{
     AddTemplates({"Business\\Invoice.swt", "Business\\Budget.ccw", "Business\\Pitch.prt", "Business\\Terms.pdf",
                   "Business\\Photo.mst", "Business\\Contracts\\Lease.swt", "Letters\\Memo.swt",
                   "Letters\\Formal\\Complaint.swt"});
@@ -38,12 +19,12 @@ void TestMachine::AddSmallLibrary()
 
 void TestMachine::PutSetting(std::string_view section, std::string_view key, std::string_view value)
 {
-    system.registry.PutString(Hive::CurrentUser, SectionKey(section), key, value);
+    system.registry.PutString(Hive::CurrentUser, platform::path::Join(SettingsKey, section), key, value);
 }
 
 std::string TestMachine::Setting(std::string_view section, std::string_view key) const
 {
-    return system.registry.StringAt(Hive::CurrentUser, SectionKey(section), key);
+    return system.registry.StringAt(Hive::CurrentUser, platform::path::Join(SettingsKey, section), key);
 }
 
 bool TestMachine::HasSetting(std::string_view section, std::string_view key) const
@@ -53,7 +34,8 @@ bool TestMachine::HasSetting(std::string_view section, std::string_view key) con
 
 Texts TestMachine::StoredFavorites()
 {
-    return system.registry.ValueNames(Hive::CurrentUser, SectionKey("Browser\\Favorites")).value_or(Texts{});
+    return system.registry.ValueNames(Hive::CurrentUser, platform::path::Join(SettingsKey, "Browser\\Favorites"))
+        .value_or(Texts{});
 }
 
 void TestMachine::AddTemplates(const Texts& paths)

@@ -34,9 +34,6 @@ struct TestMachine {
     struct Bare {};
     explicit TestMachine(Bare) {}
 
-    void SetUp();
-    void AddSmallLibrary();
-
     void PutSetting(std::string_view section, std::string_view key, std::string_view value);
     std::string Setting(std::string_view section, std::string_view key) const;
     bool HasSetting(std::string_view section, std::string_view key) const;

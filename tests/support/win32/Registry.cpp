@@ -3,11 +3,19 @@
 namespace support {
 namespace {
 
-void Read(HKEY root, const std::wstring& path, REGSAM view, const std::wstring& without, RegistryTree& tree)
+std::wstring AwayFrom(const std::wstring& key)
 {
+    return key + L" before the test";
+}
+
+} // namespace
+
+RegistryTree ReadRegistry(HKEY root, const std::wstring& path, REGSAM view)
+{
+    RegistryTree tree;
     HKEY key{};
-    if (path == without || RegOpenKeyExW(root, path.c_str(), 0, KEY_READ | view, &key) != ERROR_SUCCESS)
-        return;
+    if (RegOpenKeyExW(root, path.c_str(), 0, KEY_READ | view, &key) != ERROR_SUCCESS)
+        return tree;
     tree[path];
     std::wstring name(16384, L'\0');
     for (DWORD i = 0;; ++i) {
@@ -19,21 +27,8 @@ void Read(HKEY root, const std::wstring& path, REGSAM view, const std::wstring& 
         tree[path + L"\\=" + name.c_str()] = {type, std::move(data)};
     }
     for (DWORD i = 0; RegEnumKeyW(key, i, name.data(), 256) == ERROR_SUCCESS; ++i)
-        Read(root, path.empty() ? name.c_str() : path + L"\\" + name.c_str(), view, without, tree);
+        tree.merge(ReadRegistry(root, path + L"\\" + name.c_str(), view));
     RegCloseKey(key);
-}
-
-std::wstring AwayFrom(const std::wstring& key)
-{
-    return key + L" before the test";
-}
-
-} // namespace
-
-RegistryTree ReadRegistry(HKEY root, const std::wstring& path, REGSAM view, const std::wstring& without)
-{
-    RegistryTree tree;
-    Read(root, path, view, without, tree);
     return tree;
 }
 

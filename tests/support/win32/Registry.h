@@ -11,8 +11,8 @@ namespace support {
 /// A key with all below it: "path" for each key, "path\\=name" for each value, with its type and bytes.
 using RegistryTree = std::map<std::wstring, std::pair<DWORD, std::string>>;
 
-/// `view` chooses the view of one bitness; what stands at and below the path `without` is left out.
-RegistryTree ReadRegistry(HKEY root, const std::wstring& path, REGSAM view = 0, const std::wstring& without = L"?");
+/// `view` chooses the view of one bitness.
+RegistryTree ReadRegistry(HKEY root, const std::wstring& path, REGSAM view = 0);
 
 /// A text value; "" when there is none.
 std::wstring TextAt(HKEY root, const std::wstring& key, const std::wstring& name = {});

@@ -210,25 +210,16 @@ bool SelectNode(HWND window, const std::wstring& caption)
     return found != nullptr;
 }
 
-std::vector<std::wstring> RowsOf(HWND window)
-{
-    const HWND list = ListOf(window);
-    std::vector<std::wstring> rows;
-    const LRESULT count = Ask(list, LVM_GETITEMCOUNT);
-    for (LRESULT i = 0; i < count; ++i)
-        rows.push_back(TextOfItem(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(i), LVITEMW{}));
-    return rows;
-}
-
 bool SelectRow(HWND window, const std::wstring& name)
 {
-    const std::vector<std::wstring> rows = RowsOf(window);
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        if (rows[i] == name) {
+    const HWND list = ListOf(window);
+    const auto count = static_cast<WPARAM>(Ask(list, LVM_GETITEMCOUNT));
+    for (WPARAM row = 0; row < count; ++row)
+        if (TextOfItem(list, LVM_GETITEMTEXTW, row, LVITEMW{}) == name) {
             LVITEMW state{};
             state.state = state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-            const Remote<LVITEMW> memory{ListOf(window), state};
-            return Ask(ListOf(window), LVM_SETITEMSTATE, i, memory.Parameter()) != 0;
+            const Remote<LVITEMW> memory{list, state};
+            return Ask(list, LVM_SETITEMSTATE, row, memory.Parameter()) != 0;
         }
     return false;
 }

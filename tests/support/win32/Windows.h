@@ -42,7 +42,6 @@ bool Choose(HWND window, const std::wstring& letters);
 std::vector<std::wstring> NodesOf(HWND window);
 bool SelectNode(HWND window, const std::wstring& caption);
 
-std::vector<std::wstring> RowsOf(HWND window);
 /// Selects the row by its name; false when it is not listed.
 bool SelectRow(HWND window, const std::wstring& name);
 
