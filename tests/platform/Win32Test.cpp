@@ -89,11 +89,11 @@ TEST_F(Win32Test, NativePathsAreResolvedAndPrefixedWhenLong)
         std::string path;
         std::wstring expected;
     } rows[] = {
-        {"C:\\a\\\\b\\", L"C:\\a\\b"},
-        {"C:/a/../b", L"C:\\b"},
-        {"C:\\", L"C:\\"},
+        // clang-format off
+        {"C:\\a\\\\b\\", L"C:\\a\\b"}, {"C:/a/../b", L"C:\\b"}, {"C:\\", L"C:\\"},
         {win32::ToUtf8(deep), L"\\\\?\\" + deep},
         {"\\\\server\\share\\" + win32::ToUtf8(deep.substr(3)), L"\\\\?\\UNC\\server\\share\\" + deep.substr(3)},
+        // clang-format on
     };
     for (const auto& row : rows)
         EXPECT_EQ(win32::ToNativePath(row.path), row.expected) << row.path;

@@ -3,7 +3,6 @@
 #include <set>
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 
