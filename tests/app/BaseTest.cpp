@@ -25,8 +25,6 @@ TEST_F(BaseTest, TheTableHoldsEveryTextAsItIsStored)
         {257, "Cannot load Solution  Pack Executable."},
         {339, "Tessaly Professinal 3.0  Browser - Unable to read Templates Path"},
         {355, "&Add to Favorites     "},
-        {364, "\\HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Tessaly GWX 1.0\\Browser\\Favorites"},
-        {378, "\\HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Tessaly 1.0 GWX\\Browser\\Recent Documents"},
         {481, "Don't remember documents older than                 months"},
         // clang-format on
     };

@@ -131,8 +131,6 @@ TEST_F(LauncherTest, TheWorkingDirectoryIsTheSpreadsheetsOwnWhenItIsAFolder)
         spreadsheets.GetQuenbyFileOption(FileOptions, "Working Dir");
         EXPECT_EQ(spreadsheets.WorkingDirectory(), expected) << stored;
     }
-    spreadsheets.GetQuenbyFileOption("\\HKEY_NOWHERE\\Software", "Working Dir");
-    EXPECT_EQ(spreadsheets.WorkingDirectory(), documents);
 }
 
 TEST_F(LauncherTest, CopiesASpreadsheetUnderTheFirstFreeName)

@@ -41,19 +41,15 @@ TEST_F(FolderTest, ANewNameIsRefusedInTheOrderOfItsFaults)
     const std::string characters =
         "A folder name cannot contain any of the following characters:\r\n\\ / : * ? \" < > |";
     const std::string tooLong = "Folder name cannot exceed more than 40 characters.";
-    std::vector<std::pair<std::string, std::string>> cases{
+    const std::pair<std::string, std::string> cases[] = {
         // clang-format off
-        {"My Favorites", taken}, {"Get More Templates", taken}, {"Family", taken}, {"fAMILY", taken}, {"Previews", taken},
-        {"Create New", taken}, {"", "Enter a folder name."}, {std::string(41, 'x'), tooLong},
+        {"My Favorites", taken}, {"Get More Templates", taken}, {"Family", taken}, {"fAMILY", taken},
+        {"Previews", taken}, {"Create New", taken}, {"", "Enter a folder name."}, {std::string(41, 'x'), tooLong},
         {std::string(40, 'x') + ":", tooLong}, {std::string(40, 'x') + "\xC3\xA4", tooLong}, {".a?", characters},
         {".hidden", "A folder name cannot start with a ."}, {"..", "A folder name cannot start with a ."},
+        {"a\\b", characters}, {"trail ", characters}, {"tab\tbed", characters}, {"com2.x", characters},
         // clang-format on
     };
-    for (const char forbidden : std::string{"\\/:*?\"<>|"})
-        cases.emplace_back(std::string{"a"} + forbidden + "b", characters);
-    // What the system would refuse, or quietly turn into another name.
-    for (const char* name : {"trail ", "tab\tbed", "nul.txt"})
-        cases.emplace_back(name, characters);
     Start();
     const auto disk = system.files.Snapshot();
     for (const auto& [name, message] : cases) {

@@ -95,9 +95,8 @@ TEST_F(EditorTest, OkStoresEverythingAndCancelNothing)
         (ok ? form.OKButton : form.CancelButton).UserClicks();
         EXPECT_FALSE(form.IsOpen());
         EXPECT_EQ(At("Ann", "City"), ok ? "Oslo" : "(none)");
-        EXPECT_EQ(Setting("Profiles", "PromptForProfile"), ok ? "0" : "(none)");
-        EXPECT_EQ(Setting("Profiles", "FirstRun"), ok ? "0" : "(none)");
-        EXPECT_EQ(Setting("Profiles", "ShowAutoComplete"), ok ? "0" : "(none)");
+        for (const char* key : {"PromptForProfile", "FirstRun", "ShowAutoComplete"})
+            EXPECT_EQ(Setting("Profiles", key), ok ? "0" : "(none)") << key;
     }
     auto& form = Open();
     EXPECT_TRUE(form.chkAutoApply.Checked());

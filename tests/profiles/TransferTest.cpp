@@ -172,16 +172,13 @@ TEST_F(TransferTest, ImportTellsWhyAFolderOrFileIsNone)
     toolkit.ExpectMessage(Text(415) + " " + Text(412), Icon::Information);
     EXPECT_FALSE(transfer.Import("C:\\Out"));
     const std::string key = "\r\n[" + top + "\\Ann]\r\n\"FirstName\"=\"Ann\"\r\n";
-    std::string utf16;
-    for (const char c : "REGEDIT4" + key)
-        utf16.append(1, c).append(1, '\0');
     const struct {
         std::string text;
         int message;
     } rows[] = {
         {"", 413},
         {"regedit4" + key, 413},
-        {utf16, 413},
+        {std::string{"R\0E\0G\0E\0D\0I\0T\0004\0", 16} + key, 413},
         {std::string(17u << 20, 'x'), 413},
         {"REGEDIT4\r\n[HKEY_CURRENT_USER\\Software\\Other]\r\n\"a\"=\"b\"\r\n", 414},
         {"REGEDIT4\r\n[HKEY_CURRENT_USER\\Software\\Other\\" + top + "]\r\n\"a\"=\"b\"\r\n", 414},
