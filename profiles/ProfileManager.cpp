@@ -1,5 +1,6 @@
 #include "profiles/ProfileManager.h"
 
+#include "platform/FileName.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
 #include "profiles/FieldChecks.h"
@@ -18,8 +19,6 @@ using platform::Result;
 using platform::ValueType;
 
 namespace {
-
-constexpr std::string_view invalidInNames[] = {"\\", "/", "?", ":", "\"", "<", ">", "|", "*"};
 
 constexpr std::array<Field, FieldCount> writeOrder{
     Field::FirstName,    Field::LastName,     Field::Title,     Field::CompanyName,     Field::AddressLine1,
@@ -206,8 +205,8 @@ std::optional<std::uint16_t> ProfileManager::ValidateProfileName(std::string_vie
     if (!IsAsciiLetter(name.front()) && !IsAsciiDigit(name.front()))
         return str::ProfileNameStart;
     // The mark of the default profile would be taken off again; control characters have no place in a folder's name.
-    if (std::ranges::any_of(invalidInNames, [&](std::string_view part) { return name.contains(part); }) ||
-        name.contains(DefaultSuffix) || std::ranges::any_of(name, IsControl))
+    if (platform::file_name::HasForbiddenCharacter(name) || name.contains(DefaultSuffix) ||
+        std::ranges::any_of(name, IsControl))
         return str::InvalidProfileName;
     if (Comparable(name) == Comparable(strings.LoadString(str::BlankProfile)))
         return str::InvalidProfileName;
