@@ -68,7 +68,7 @@ void RecentFiles::FolderRenamed(const std::string& from, const std::string& to)
     for (const std::string& file : files) {
         auto moved = library::MovedPath(file, from, to);
         isChanged = isChanged || moved;
-        std::string now = moved ? std::move(*moved) : file;
+        std::string now = std::move(moved).value_or(file);
         // The list may know the file under its new name from before.
         if (std::ranges::none_of(renamed, [&](const std::string& known) { return path::Same(known, now); }))
             renamed.push_back(std::move(now));

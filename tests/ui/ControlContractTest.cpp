@@ -135,6 +135,7 @@ TEST_F(ControlContractTest, WhatIsDisabledHiddenOrReadOnlyCannotBeUsed)
 
     user->Open(form);
     form.tvTree.SetEnabled(false);
+    form.lvList.Select(2);
     form.lvList.SetEnabled(false);
     Check(form, {{"node", Clicks(form.tvTree), {}}, {"row", [&] { user->DoubleClick(form.lvList, 2); }, {}}});
 }

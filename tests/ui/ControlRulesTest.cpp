@@ -32,6 +32,7 @@ TEST_F(ControlRulesTest, TypingGoesToTheSelectionAndKeepsCharactersWhole)
         {"a selection inside a character starts before it", "öa", 1, 1, 0, "x", "xa", 1},
         {"a selection past the end", "ab", 7, 9, 0, "c", "abc", 3},
         {"up to the limit, in UTF-16 units", "a", 1, 0, 3, "😀b", "a😀", 5},
+        {"a character of two units does not fit into one", "ab", 2, 0, 3, "😀", "ab", 2},
         {"what is replaced makes room", "abc", 0, 2, 3, "xyz", "xyc", 2},
     };
     ui::TextBox& box = dialog.txtFirst;
