@@ -15,7 +15,6 @@ constexpr int TooMany = RecentDocuments::MostMonths + 1;
 frmOptionsHistory::frmOptionsHistory(app::Program& program, RecentDocuments& documents, std::function<void()> showHelp)
     : Form{program.toolkit, "frmOptionsHistory", Style::Dialog, ui::Tag{479}}, program{program}, documents{documents}
 {
-    cmdOK.SetCaption("OK");
     LoadCaptions(*this, program.strings);
     ShowPeriodLabel();
     txtNoOfMonthsForHistoryList.SetMaxLength(5);

@@ -24,7 +24,7 @@ public:
     ui::UpDown UpDownMonths{*this, txtNoOfMonthsForHistoryList, RecentDocuments::LeastMonths,
                             RecentDocuments::MostMonths};
     ui::Label lblAfter{*this};
-    ui::Button cmdOK{*this, ui::Tag{}, ui::Role::Default};
+    ui::Button cmdOK{*this, ui::Tag{265}, ui::Role::Default};
     ui::Button cmdCancel{*this, ui::Tag{231}, ui::Role::Cancel};
     ui::Button cmdHelp{*this, ui::Tag{127}};
 
