@@ -79,6 +79,7 @@ bool frmMain::Load()
     RestorePlacement();
     program.progress.Increment();
     tbToolBar.SetButtonCaption("mnuGetNewDesigns", program.Text(str::GetMoreTemplates));
+    tbToolBar.SetButtonCaption("mnuReportABug", program.Text(str::ReportABug));
     Realize();
     if (!frmTemplatesPath::EnsureReadable(program)) {
         Unload();

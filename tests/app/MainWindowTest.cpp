@@ -169,6 +169,16 @@ TEST_F(MainWindowTest, EveryCommandIsInTheMenusAndThoseToComeAreDisabled)
     EXPECT_EQ(disabled, toCome);
 }
 
+TEST_F(MainWindowTest, TheToolBarSwitchesTheTabs)
+{
+    PutSetting("Options", "ReportABug", "1");
+    Start();
+    Main().tbToolBar.UserClicks("mnuSettingsXL");
+    EXPECT_FALSE(Main().fileTypeTabStrip.Has("Excel") || Main().tbToolBar.Find("mnuSettingsXL")->pressed);
+    EXPECT_EQ(Main().tbToolBar.Find("mnuSettingsXL")->toolTip, Text(150));
+    EXPECT_EQ(Main().tbToolBar.Find("mnuReportABug")->caption, Text(524));
+}
+
 TEST_F(MainWindowTest, ItemCommandsFollowTheList)
 {
     Start();
