@@ -104,10 +104,10 @@ bool frmMain::LoadTemplateBrowser()
         PreviousRunSettings();
         favorites.GetFavoritesFromRegistry();
         recentFiles.GetRecentFilesFromRegistry();
+        SizeControls(); // before they are filled: a tree that has no width yet scrolls to bring its selection into view
         templateLibrary.FullLoad = true;
         if (LoadTreeView())
             FillList();
-        SizeControls();
         RefreshCommands();
     }
     return IsOpen();
