@@ -146,7 +146,7 @@ TEST_F(LauncherTest, CopiesASpreadsheetUnderTheFirstFreeName)
     EXPECT_EQ(spreadsheets.SaveFile("letter.swt", "C:\\T"), "");
     // Between the look for a free name and the copy somebody else takes it.
     system.faults.ForgetCalls();
-    system.faults.ChangeBefore(7, [this] { system.files.AddFile("D:\\Sheets\\budget5.ccw", "the user's"); });
+    system.faults.ChangeBefore(8, [this] { system.files.AddFile("D:\\Sheets\\budget5.ccw", "the user's"); });
     EXPECT_EQ(spreadsheets.SaveFile("budget.ccw", "C:\\T"), "D:\\Sheets\\budget6.ccw");
     EXPECT_EQ(system.files.Contents("D:\\Sheets\\budget5.ccw"), "the user's");
 }
