@@ -139,7 +139,8 @@ TEST_F(HostTest, PutsCallsOffWhileADialogIsOpen)
         EXPECT_EQ(host.Start(L"in a loop"), RPC_E_SERVERCALL_RETRYLATER);
     // References and new objects are not the dialog's business; late-bound calls are.
     Script late{"Set b = CreateObject(\"TSBrowser.clsBrowser\")\r\nOn Error Resume Next\r\n"
-                "r = b.Start(\"FAILS\", \"\", \"\", \"\", \"\")\r\nWScript.Echo \"[\" & r & \"]\" & Err.Number\r\n"};
+                "r = b.Start(\"FAILS\", \"\", \"\", \"\", \"\")\r\nWScript.Echo \"[\" & r & \"]\" & Err.Number\r\n"
+                "Set b = Nothing\r\n"};
     EXPECT_EQ(late.OutputAtEnd(), "[]" + std::to_string(RPC_E_SERVERCALL_RETRYLATER) + "\n");
     const Host other;
 
@@ -195,7 +196,7 @@ TEST_F(HostTest, ServesScriptHostsOfTheOtherBitness)
         if (!std::filesystem::exists(ScriptHost(folder)))
             continue;
         Script host{"Set b = CreateObject(\"TSBrowser.clsBrowser.1\")\r\n"
-                    "WScript.Echo b.Start(\"FAILS\", \"\", \"\", \"\", \"\")\r\n",
+                    "WScript.Echo b.Start(\"FAILS\", \"\", \"\", \"\", \"\")\r\nSet b = Nothing\r\n",
                     folder};
         EXPECT_EQ(host.OutputAtEnd(), "FAILS||||\n") << folder;
     }
