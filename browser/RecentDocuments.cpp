@@ -6,8 +6,8 @@
 #include "platform/Text.h"
 
 #include <algorithm>
-#include <optional>
 #include <ranges>
+#include <set>
 
 namespace browser {
 namespace {
@@ -25,14 +25,19 @@ std::string Padded(int number, std::size_t digits)
     return std::string(digits - std::min(digits, text.size()), '0') + text;
 }
 
-std::string DayText(const LocalTime& day)
+constexpr std::size_t DayLength = 10; ///< of "2004-03-17"
+
+/// Sorts as the moments do.
+std::string MomentText(const LocalTime& moment)
 {
-    return Padded(day.year, 4) + "-" + Padded(day.month, 2) + "-" + Padded(day.day, 2);
+    return Padded(moment.year, 4) + "-" + Padded(moment.month, 2) + "-" + Padded(moment.day, 2) + " " +
+           Padded(moment.hour, 2) + ":" + Padded(moment.minute, 2) + ":" + Padded(moment.second, 2);
 }
 
+/// The day of a moment; what stands behind it is for sorting alone.
 std::optional<LocalTime> DayOf(const std::string& text)
 {
-    const auto parts = platform::text::Split(text, '-');
+    const auto parts = platform::text::Split(text.substr(0, DayLength), '-');
     if (parts.size() != 3)
         return std::nullopt;
     LocalTime day;
@@ -57,57 +62,68 @@ bool IsTooOld(const LocalTime& document, const LocalTime& today, int months)
 
 void RecentDocuments::Add(const std::string& file)
 {
-    const LocalTime now = clock.ToLocal(clock.Now());
-    if (!settings.Save(Section, file, DayText(now)))
+    if (!settings.Save(Section, file, MomentText(clock.ToLocal(clock.Now()))))
         messages.Stop(app::str::SetValueFailed);
 }
 
 void RecentDocuments::GetHistoryListFromRegistry()
 {
     documents.clear();
-    for (const bool isOwn : {true, false}) {
-        const auto [hive, key] = KeyOf(isOwn);
-        Read(hive, key, isOwn);
-    }
+    Read(platform::Hive::CurrentUser, settings.KeyOf(Section));
+    if (const auto place = app::RegistryAccess::SplitPath(strings.LoadString(app::str::RecentDocumentsKey)))
+        Read(place->first, place->second);
     std::ranges::stable_sort(documents, std::ranges::greater{}, &Document::recorded);
+    LookAtFiles();
 }
 
-void RecentDocuments::Read(platform::Hive hive, const std::string& key, bool isOwn)
+void RecentDocuments::Read(platform::Hive hive, const std::string& key)
 {
     const auto names = registry.ValueNames(hive, key);
     if (!names)
         return;
     for (const std::string& name : *names) {
-        if (!path::IsAbsolute(name) ||
-            std::ranges::any_of(documents, [&](const Document& known) { return path::Same(known.path, name); }))
+        if (!path::IsAbsolute(name))
             continue;
         const auto value = registry.Query(hive, key, name);
         const bool isDay = value && value->type == platform::ValueType::String && DayOf(value->data);
-        documents.push_back({name, isDay ? value->data : std::string{}, isOwn});
+        const std::string recorded = isDay ? value->data : std::string{};
+        auto document =
+            std::ranges::find_if(documents, [&](const Document& known) { return path::Same(known.path, name); });
+        if (document == documents.end())
+            document = documents.insert(document, {.path = name});
+        document->recorded = std::max(document->recorded, recorded);
+        document->stored.push_back({hive, key, name});
     }
 }
 
-std::pair<platform::Hive, std::string> RecentDocuments::KeyOf(bool isOwn) const
+void RecentDocuments::LookAtFiles()
 {
-    if (!isOwn)
-        if (auto place = app::RegistryAccess::SplitPath(strings.LoadString(app::str::RecentDocumentsKey)))
-            return std::move(*place);
-    return {platform::Hive::CurrentUser, settings.KeyOf(Section)};
+    std::set<std::string> there, away; // drives and shares; drives and servers
+    for (Document& document : documents) {
+        const std::string root = platform::text::Folded(path::Root(document.path));
+        const std::string server = root.substr(0, root.find('\\', 2));
+        if (away.contains(server))
+            continue;
+        const auto entry = files.Stat(document.path);
+        if (entry) {
+            document.modified = entry->modified;
+            there.insert(root);
+        } else if (entry.error() == platform::error::AccessDenied || entry.error() == platform::error::InvalidName) {
+            continue; // an answer
+        } else if (!platform::IsNotThere(entry.error())) {
+            away.insert(server);
+        } else if (there.contains(root) || files.Stat(root)) { // a missing drive is told of in the same words
+            document.isGone = true;
+            there.insert(root);
+        } else {
+            away.insert(server);
+        }
+    }
 }
 
 void RecentDocuments::ValidateFilesFromHistoryList()
 {
-    std::erase_if(documents, [this](const Document& document) { return IsGone(document.path) && Delete(document); });
-}
-
-bool RecentDocuments::IsGone(const std::string& file) const
-{
-    const auto entry = files.Stat(file);
-    if (entry || !platform::IsNotThere(entry.error()))
-        return false;
-    // The system tells of a missing drive in the same words as of a missing file.
-    const bool isDrive = file.size() > 2 && file[1] == ':';
-    return isDrive && files.List(file.substr(0, 2) + "\\").has_value();
+    std::erase_if(documents, [this](const Document& document) { return document.isGone && Delete(document); });
 }
 
 void RecentDocuments::ValidateHistoryTimePeriod()
@@ -115,19 +131,30 @@ void RecentDocuments::ValidateHistoryTimePeriod()
     const LocalTime today = clock.ToLocal(clock.Now());
     const int months = TimePeriod();
     std::erase_if(documents, [&](const Document& document) {
-        const auto entry = files.Stat(document.path);
-        if (!entry || !IsTooOld(clock.ToLocal(entry->modified), today, months))
-            return false;
-        const auto recorded = DayOf(document.recorded);
-        return (!recorded || IsTooOld(*recorded, today, months)) && Delete(document);
+        return document.modified && IsTooOld(clock.ToLocal(*document.modified), today, months) &&
+               WasRecordedTooLongAgo(document, true) && Delete(document);
     });
+}
+
+void RecentDocuments::ValidateHistoryTimePeriodNew()
+{
+    std::erase_if(documents, [&](const Document& document) {
+        return !document.modified && WasRecordedTooLongAgo(document, false) && Delete(document);
+    });
+}
+
+bool RecentDocuments::WasRecordedTooLongAgo(const Document& document, bool unknown) const
+{
+    const auto day = DayOf(document.recorded);
+    return day ? IsTooOld(*day, clock.ToLocal(clock.Now()), TimePeriod()) : unknown;
 }
 
 bool RecentDocuments::Delete(const Document& document)
 {
-    const auto [hive, key] = KeyOf(document.isOwn);
-    const auto deleted = registry.DeleteValue(hive, key, document.path);
-    return deleted || deleted.error() == platform::error::FileNotFound;
+    return std::ranges::all_of(document.stored, [this](const Stored& value) {
+        const auto deleted = registry.DeleteValue(value.hive, value.key, value.name);
+        return deleted || deleted.error() == platform::error::FileNotFound;
+    });
 }
 
 bool RecentDocuments::Remove(const std::string& file)

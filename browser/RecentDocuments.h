@@ -7,20 +7,29 @@
 #include "platform/FileSystem.h"
 #include "platform/Registry.h"
 
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace browser {
 
-/// The documents that the user made or opened, with the day on which each was recorded, one registry value a document.
-/// Two stores are read: the browser's own, and the one that the suite's other programs keep under a name of their own.
-/// Nothing is kept between two readings.
+/// The documents that the user made or opened, with the moment at which each was recorded, one registry value a
+/// document. Two stores are read: the browser's own, and the one that the suite's other programs keep under a name of
+/// their own. Nothing is kept between two readings.
 class RecentDocuments {
 public:
+    /// One value of one of the stores.
+    struct Stored {
+        platform::Hive hive;
+        std::string key, name;
+    };
     struct Document {
         std::string path;
-        std::string recorded; ///< "2004-03-17"; "" when nobody wrote it down
-        bool isOwn{true};     ///< of the browser's own store
+        std::string recorded; ///< "2004-03-17 15:04:05", or the day alone; "" when nobody wrote it down
+        std::vector<Stored> stored;
+        std::optional<platform::FileTime> modified; ///< of the file, where it could be seen
+        bool isGone{};                              ///< surely: its drive or share is there, the document is not
     };
 
     RecentDocuments(platform::Registry& registry, platform::FileSystem& files, platform::Clock& clock,
@@ -29,19 +38,22 @@ public:
     {
     }
 
-    /// Records the document under today's date. A failure is told.
+    /// Records the document under the present moment. A failure is told.
     void Add(const std::string& path);
 
-    /// Reads both stores, the document recorded last first.
+    /// Reads both stores, the document recorded last first, and looks once at each document. A drive or server that
+    /// does not answer is not asked again: each question may take a network's time.
     void GetHistoryListFromRegistry();
-    /// Drops the documents that are gone. One whose drive is away is not gone.
+    /// Drops the documents that are gone. One whose drive or share is away is not gone.
     void ValidateFilesFromHistoryList();
     /// Drops the documents that are older than the time period. The day that counts is the file's own or the one on
     /// which it was recorded, whichever is later: a document made just now keeps the date of its template at first.
     void ValidateHistoryTimePeriod();
+    /// The same for the documents that cannot be seen: of them, only the day on which they were recorded is known.
+    void ValidateHistoryTimePeriodNew();
     const std::vector<Document>& List() const { return documents; }
 
-    /// Removes the document from the list and its store; false when it is still stored, which the user is told.
+    /// Removes the document from the list and from both stores; false when it is still stored, which the user is told.
     bool Remove(const std::string& path);
     /// Removes all; stops at the first failure.
     bool Clear();
@@ -60,10 +72,11 @@ private:
     const app::StringTable& strings;
     std::vector<Document> documents;
 
-    void Read(platform::Hive hive, const std::string& key, bool isOwn);
-    std::pair<platform::Hive, std::string> KeyOf(bool isOwn) const;
+    void Read(platform::Hive hive, const std::string& key);
+    void LookAtFiles();
     bool Delete(const Document& document);
-    bool IsGone(const std::string& path) const;
+    /// Whether it was recorded, and too long ago; `unknown` when nobody wrote it down.
+    bool WasRecordedTooLongAgo(const Document& document, bool unknown) const;
 };
 
 /// Whether a document of this day is older than `months` on `today`. The months are counted as calendar months; in the

@@ -8,7 +8,6 @@
 #include "platform/Text.h"
 
 #include <algorithm>
-#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -31,8 +30,6 @@ frmRecentDocuments::frmRecentDocuments(app::Program& program, RecentDocuments& d
     : Form{program.toolkit, "frmRecentDocuments", Style::Dialog, ui::Tag{479}}, program{program}, documents{documents},
       open{std::move(open)}
 {
-    cmdOpen.SetCaption("&Open");
-    cmdRemove.SetCaption("&Remove");
     lvDocuments.SetColumns({{"218", {}, 3900}, {"219", {}, 3900}, {"221", {}, 2100}});
     lvDocuments.SetView(ui::ListView::View::Details);
     lvDocuments.SmallImages.SetNamed(OtherImage, "all");
@@ -75,12 +72,7 @@ void frmRecentDocuments::Fill()
     documents.GetHistoryListFromRegistry();
     documents.ValidateFilesFromHistoryList();
     documents.ValidateHistoryTimePeriod();
-    modified.clear();
-    for (const RecentDocuments::Document& document : documents.List()) {
-        const auto entry = program.platform.files.Stat(document.path);
-        modified.push_back(entry ? ModifiedText(program.platform.clock, program.platform.locale, entry->modified)
-                                 : std::string{});
-    }
+    documents.ValidateHistoryTimePeriodNew();
     lvDocuments.Refill();
     lvDocuments.Select(0);
     EnableButtons();
@@ -91,14 +83,15 @@ std::string frmRecentDocuments::Text(int row, int column) const
     const auto index = static_cast<std::size_t>(row);
     if (index >= documents.List().size())
         return {};
-    const std::string& path = documents.List()[index].path;
+    const RecentDocuments::Document& document = documents.List()[index];
     switch (column) {
     case FolderColumn:
-        return platform::path::Parent(path);
+        return platform::path::Parent(document.path);
     case ModifiedColumn:
-        return modified[index];
+        return document.modified ? ModifiedText(program.platform.clock, program.platform.locale, *document.modified)
+                                 : std::string{};
     default:
-        return std::string{platform::path::Name(path)};
+        return std::string{platform::path::Name(document.path)};
     }
 }
 
@@ -127,7 +120,6 @@ void frmRecentDocuments::cmdRemove_Click()
     const int row = lvDocuments.Selected();
     if (path.empty() || !documents.Remove(path))
         return;
-    modified.erase(modified.begin() + row);
     lvDocuments.Refill();
     lvDocuments.Select(std::min(row, Rows() - 1));
     lvDocuments.SetFocus();
@@ -136,8 +128,7 @@ void frmRecentDocuments::cmdRemove_Click()
 
 void frmRecentDocuments::cmdClear_Click()
 {
-    if (!program.messages.Ask("Are you sure you want to remove all documents from this list? The documents themselves "
-                              "are not deleted."))
+    if (!program.messages.Ask(app::str::ClearRecentQuestion))
         return;
     documents.Clear();
     Fill();

@@ -8,7 +8,6 @@
 
 #include <functional>
 #include <string>
-#include <vector>
 
 namespace browser {
 
@@ -20,8 +19,8 @@ public:
                        std::function<bool(const std::string& path)> open, std::function<void()> showOptions);
 
     ui::ListView lvDocuments{*this};
-    ui::Button cmdOpen{*this, ui::Tag{}, ui::Role::Default};
-    ui::Button cmdRemove{*this};
+    ui::Button cmdOpen{*this, ui::Tag{561}, ui::Role::Default};
+    ui::Button cmdRemove{*this, ui::Tag{564}};
     ui::Button cmdClear{*this, ui::Tag{466}};
     ui::Button cmdOptions{*this, ui::Tag{343}};
     ui::Button cmdClose{*this, ui::Tag{499}, ui::Role::Cancel};
@@ -30,9 +29,8 @@ private:
     app::Program& program;
     RecentDocuments& documents;
     std::function<bool(const std::string& path)> open;
-    std::vector<std::string> modified; ///< of each document, as it is shown
 
-    int Rows() const override { return static_cast<int>(modified.size()); }
+    int Rows() const override { return static_cast<int>(documents.List().size()); }
     std::string Text(int row, int column) const override;
     int Icon(int) const override { return 0; }
     int SmallIcon(int row) const override;

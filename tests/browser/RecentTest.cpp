@@ -3,6 +3,7 @@
 #include "browser/frmOptionsHistory.h"
 #include "browser/frmRecentDocuments.h"
 
+#include <algorithm>
 #include <functional>
 
 namespace tests {
@@ -166,30 +167,57 @@ TEST_F(RecentDocumentsTest, BothStoresAreReadTheLastRecordedFirst)
     AddDocument(own, "C:\\D\\old.ccw", "2004-01-05", {2004, 1, 5});
     AddDocument(own, "C:\\D\\new.ccw", "2004-03-01", {2004, 3, 1});
     AddDocument(suite, "C:\\D\\theirs.doc", "2004-02-01", {2004, 2, 1});
-    AddDocument(suite, "c:\\d\\NEW.ccw", "2004-02-01", {2004, 3, 1});
+    AddDocument(suite, "c:\\d\\NEW.ccw", "2004-03-02", {2004, 3, 1});
     AddDocument(suite, "C:\\D\\odd.doc", "last week", {2004, 3, 1});
     system.registry.PutString(Hive::CurrentUser, own, "calc.exe", "2004-03-01");
     browser::RecentDocuments documents = Documents();
+    for (const char* path : {"C:\\D\\b.ccw", "C:\\D\\c.ccw", "C:\\D\\a.ccw"}) {
+        system.files.AddFile(path);
+        documents.Add(path);
+        system.clock.Sleep(1000);
+    }
     documents.GetHistoryListFromRegistry();
-    EXPECT_EQ(Paths(documents), (Texts{"C:\\D\\new.ccw", "C:\\D\\theirs.doc", "C:\\D\\old.ccw", "C:\\D\\odd.doc"}));
-    EXPECT_TRUE(documents.Remove("C:\\D\\theirs.doc"));
-    EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, suite, "C:\\D\\theirs.doc"), "(none)");
-    system.registry.SetClosed(Hive::CurrentUser, own);
+    EXPECT_EQ(Paths(documents), (Texts{"C:\\D\\a.ccw", "C:\\D\\c.ccw", "C:\\D\\b.ccw", "C:\\D\\new.ccw",
+                                       "C:\\D\\theirs.doc", "C:\\D\\old.ccw", "C:\\D\\odd.doc"}));
+    EXPECT_TRUE(documents.Remove("C:\\D\\new.ccw"));
+    for (const auto& store : {own, suite})
+        EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, store, "C:\\D\\new.ccw"), "(none)");
+    system.registry.SetClosed(Hive::CurrentUser, suite);
     toolkit.ExpectMessage(Text(182), Icon::Critical);
-    EXPECT_FALSE(documents.Remove("C:\\D\\old.ccw"));
-    EXPECT_EQ(documents.List().size(), 3u);
+    EXPECT_FALSE(documents.Clear());
+    system.registry.SetClosed(Hive::CurrentUser, suite, {});
+    EXPECT_TRUE(documents.Clear());
+    documents.GetHistoryListFromRegistry();
+    EXPECT_EQ(Paths(documents), Texts{});
 }
 
-TEST_F(RecentDocumentsTest, WhatIsGoneIsForgottenButNotWhatIsAway)
+TEST_F(RecentDocumentsTest, WhatIsGoneIsForgottenAndWhatIsAwayAgesByItsRecord)
 {
-    AddDocument(own, "C:\\D\\here.ccw", "2004-03-01", {2004, 3, 1});
-    for (const char* path : {"C:\\D\\gone.ccw", "C:\\Gone\\gone.ccw", "Q:\\away.ccw", "\\\\server\\share\\away.ccw"})
-        system.registry.PutString(Hive::CurrentUser, own, path, "2004-03-01");
+    AddDocument(own, "C:\\D\\here.ccw", "2004-03-09", {2004, 3, 1});
+    AddDocument(own, "\\\\server\\live\\here.ccw", "2004-03-08", {2004, 3, 1});
+    const std::pair<const char*, const char*> stored[] = {{"C:\\D\\gone.ccw", "2004-03-01"},
+                                                          {"C:\\Gone\\gone.ccw", "2004-03-01"},
+                                                          {"\\\\server\\live\\gone.ccw", "2004-03-01"},
+                                                          {"Q:\\away.ccw", "2004-03-05"},
+                                                          {"Q:\\undated.ccw", ""},
+                                                          {"Q:\\old.ccw", "2003-03-16"},
+                                                          {"\\\\dead\\a\\away.ccw", "2004-03-04"},
+                                                          {"\\\\dead\\a\\old.ccw", "2003-03-16"},
+                                                          {"\\\\DEAD\\b\\away.ccw", "2004-03-03"}};
+    for (const auto& [path, recorded] : stored)
+        system.registry.PutString(Hive::CurrentUser, own, path, recorded);
     browser::RecentDocuments documents = Documents();
+    system.faults.ForgetCalls();
     documents.GetHistoryListFromRegistry();
+    const auto looks = std::ranges::count_if(system.faults.Log(),
+                                             [](const std::string& call) { return call.starts_with("FileSystem"); });
+    EXPECT_EQ(looks, 2 + 3 + 2 + 2) << "one a document, and two for each that does not answer";
     documents.ValidateFilesFromHistoryList();
-    EXPECT_EQ(Paths(documents), (Texts{"C:\\D\\here.ccw", "Q:\\away.ccw", "\\\\server\\share\\away.ccw"}));
-    EXPECT_EQ(system.registry.ValueNames(Hive::CurrentUser, own)->size(), 3u);
+    documents.ValidateHistoryTimePeriod();
+    documents.ValidateHistoryTimePeriodNew();
+    EXPECT_EQ(Paths(documents), (Texts{"C:\\D\\here.ccw", "\\\\server\\live\\here.ccw", "Q:\\away.ccw",
+                                       "\\\\dead\\a\\away.ccw", "\\\\DEAD\\b\\away.ccw", "Q:\\undated.ccw"}));
+    EXPECT_EQ(system.registry.ValueNames(Hive::CurrentUser, own)->size(), 6u);
 }
 
 TEST_F(RecentDocumentsTest, TheOldAreForgottenUnlessTheyWereRecordedLately)
@@ -236,7 +264,7 @@ TEST_F(RecentDocumentsTest, TheViewOpensRemovesAndClears)
     });
     Main().Commands().Run("mnuRecentDocuments");
     EXPECT_EQ(system.shell.Opened(), Texts{"C:\\D\\c.doc"});
-    EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, own, "C:\\D\\c.doc"), "2004-03-17");
+    EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, own, "C:\\D\\c.doc"), "2004-03-17 15:04:05");
     EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, own, "C:\\D\\a.doc"), "(none)");
 
     for (const Answer answer : {Answer::No, Answer::Yes}) {
@@ -296,7 +324,8 @@ TEST_F(RecentDocumentsTest, TheCopyOfASpreadsheetTemplateIsRecorded)
     Main().fileTypeTabStrip.UserSelects("Excel");
     Main().lvListView.UserSelects(0);
     Main().Commands().Run("mnuFileNew");
-    EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, own, "C:\\Users\\User\\Documents\\Budget.ccw"), "2004-03-17");
+    EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, own, "C:\\Users\\User\\Documents\\Budget.ccw"),
+              "2004-03-17 15:04:05");
     EXPECT_EQ(Main().RecentFiles().List(), Texts{InLibrary("Business\\Budget.ccw")});
     Main().lvListView.UserActivates(0);
     EXPECT_EQ(system.registry.ValueNames(Hive::CurrentUser, own)->size(), 1u) << "a template is no document";
