@@ -104,8 +104,9 @@ std::int16_t Launcher::Report(int code, const std::string& target)
         if (!type)
             return 0;
         toolkit.SetBusy(false);
-        messages.Plain("Unable to launch '" + std::string{platform::path::Name(target)} + "'.\r\n" +
-                       std::string{library::TemplateKinds[*type].notInstalled});
+        messages.Plain(strings.LoadString(app::str::UnableToLaunch) + std::string{platform::path::Name(target)} +
+                       strings.LoadString(app::str::LaunchedNameEnd) + "\r\n" +
+                       strings.LoadString(library::TemplateKinds[*type].notInstalled));
         return 1;
     default:
         return 0;

@@ -47,9 +47,8 @@ Launcher::Outcome TemplateOpener::Launch(const Launcher::Target& target)
 {
     const auto outcome = launcher.Launch(target);
     if (outcome.raised)
-        messages.Inform("Unable to launch '" + std::string{path::Name(target.name)} +
-                        "'. Please check if the associated application to launch the file is installed on the machine "
-                        "and try again");
+        messages.Inform(strings.LoadString(app::str::UnableToLaunch) + std::string{path::Name(target.name)} +
+                        strings.LoadString(app::str::NotAbleToLaunchEnd));
     return outcome;
 }
 

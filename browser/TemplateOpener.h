@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/Messages.h"
+#include "app/base/StringTable.h"
 #include "browser/Launcher.h"
 #include "browser/SpreadsheetFolder.h"
 #include "platform/FileSystem.h"
@@ -14,8 +15,8 @@ namespace browser {
 class TemplateOpener {
 public:
     TemplateOpener(Launcher& launcher, SpreadsheetFolder& spreadsheets, platform::FileSystem& files,
-                   app::Messages& messages)
-        : launcher{launcher}, spreadsheets{spreadsheets}, files{files}, messages{messages}
+                   app::Messages& messages, const app::StringTable& strings)
+        : launcher{launcher}, spreadsheets{spreadsheets}, files{files}, messages{messages}, strings{strings}
     {
     }
 
@@ -40,6 +41,7 @@ private:
     SpreadsheetFolder& spreadsheets;
     platform::FileSystem& files;
     app::Messages& messages;
+    const app::StringTable& strings;
 
     /// Tells the user when the spreadsheet could not be started.
     Launcher::Outcome Launch(const Launcher::Target& target);

@@ -3,6 +3,7 @@
 #include "platform/FileSystem.h"
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 
@@ -10,13 +11,13 @@ namespace library {
 
 /// One kind of template: everything that the program says and shows of it.
 struct TemplateKind {
-    std::string_view ending;       ///< that makes a file a template
-    std::string_view image;        ///< of its files, its tab and its menu entry
-    std::string_view notInstalled; ///< told when no program opens it
-    std::string_view tab;          ///< key of its tab; "" for a kind that only the tab for all shows
-    std::string_view tabSetting;   ///< whether the tab is shown: key in section "Browser"
-    std::string_view tabCommand;   ///< the menu entry that hides the tab and shows it again
+    std::string_view ending;     ///< that makes a file a template
+    std::string_view image;      ///< of its files, its tab and its menu entry
+    std::string_view tab;        ///< key of its tab; "" for a kind that only the tab for all shows
+    std::string_view tabSetting; ///< whether the tab is shown: key in section "Browser"
+    std::string_view tabCommand; ///< the menu entry that hides the tab and shows it again
     // String numbers.
+    std::uint16_t notInstalled{};        ///< told when no program opens it
     int tabCaption{}, tabCaptionAgain{}; ///< the second after it was hidden and shown
     int tabCommandCaption{}, tabToolTip{};
     int noneInFolder{}; ///< shown instead of an empty list; 0 for the general text
@@ -25,15 +26,11 @@ struct TemplateKind {
 /// In the order in which a list has them. The position chooses icons and launch rules.
 // clang-format off
 inline constexpr std::array<TemplateKind, 5> TemplateKinds{{
-    {".swt", "word", "Scrivello is not installed on the system.",
-     "Word", "ShowWordTemplates", "mnuSettingsWord", 156, 184, 122, 149, 166},
-    {".ccw", "excel", "Calcora is not installed on the system.",
-     "Excel", "ShowXLTemplates", "mnuSettingsXL", 157, 185, 124, 150, 167},
-    {".prt", "ppt", "Vistrel is not installed on the system.",
-     "PPT", "ShowPPTTemplates", "mnuSettingsPPT", 158, 186, 123, 151, 168},
-    {".pdf", "pdf", "The associated application is not installed on the system.", {}, {}, {}},
-    {".mst", "photo", "Vistrel is not installed on the system.",
-     "Photo", "ShowPhotoTemplates", "mnuSettingsPhoto", 161, 161, 125, 152},
+    {".swt", "word", "Word", "ShowWordTemplates", "mnuSettingsWord", 567, 156, 184, 122, 149, 166},
+    {".ccw", "excel", "Excel", "ShowXLTemplates", "mnuSettingsXL", 568, 157, 185, 124, 150, 167},
+    {".prt", "ppt", "PPT", "ShowPPTTemplates", "mnuSettingsPPT", 569, 158, 186, 123, 151, 168},
+    {".pdf", "pdf", {}, {}, {}, 570},
+    {".mst", "photo", "Photo", "ShowPhotoTemplates", "mnuSettingsPhoto", 569, 161, 161, 125, 152},
 }};
 // clang-format on
 

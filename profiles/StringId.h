@@ -25,6 +25,7 @@ inline constexpr std::uint16_t None = 0, // an unknown number: nothing to say
                                SelectExportFolder = 406, ExportPathUnreadable = 407, RetypeExportPath = 408,
                                ExportFolderMissing = 409, Exported = 410, NoProfileData = 411,
                                SelectCorrectFolder = 412, InvalidRegistryFile = 413, NoProfilesInFile = 414,
-                               NoProfilesInFolder = 415, Imported = 416, LeftOut = 560, ProfileImagesTitle = 456;
+                               NoProfilesInFolder = 415, Imported = 416, LeftOut = 560, ProfileImagesTitle = 456,
+                               SelectImageTitle = 572, ImageFilter = 573;
 
 } // namespace profiles::str

@@ -85,7 +85,7 @@ void frmImages::LoadPicture(Picture& picture)
 
 std::optional<std::string> frmImages::ShowOpenDialog()
 {
-    auto chosen = program.toolkit.OpenFile({"Select an Image", "JPEG Files (*.jpg)|*.jpg|GIF Files (*.gif)|*.gif",
+    auto chosen = program.toolkit.OpenFile({program.Text(str::SelectImageTitle), program.Text(str::ImageFilter),
                                             program.settings.Text(PicturesSection, PicturesKey)});
     // Where the next dialog starts is not worth a message when it cannot be stored.
     if (chosen)

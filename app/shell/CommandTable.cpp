@@ -1,7 +1,5 @@
 #include "app/shell/CommandTable.h"
 
-#include "platform/Text.h"
-
 #include <algorithm>
 #include <stdexcept>
 
@@ -66,7 +64,6 @@ void CommandTable::FillToolBar(ui::ToolBar& bar, const std::vector<std::string>&
             const Command& command = Named(entry);
             button.key = command.name;
             button.image = command.image;
-            button.toolTip = platform::text::Replaced(command.text, "&", "");
             if (command.toolTip > 0)
                 button.toolTipText = std::to_string(command.toolTip);
             if (command.checked)

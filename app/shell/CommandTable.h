@@ -15,7 +15,7 @@ namespace app {
 struct Command {
     std::string name;  ///< also the name of its menu entry
     int caption{};     ///< string number; 0: `text` stands as it is
-    std::string text;  ///< design-time caption
+    std::string text;  ///< caption that is no text of the program's own
     int toolTip{};     ///< string number; 0: none
     std::string image; ///< one of the program's pictures; "" for none
     ui::Key key;

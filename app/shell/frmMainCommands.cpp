@@ -32,10 +32,9 @@ struct LaterCommand {
     int toolTip;
     const char* image;
     ui::Key key;
-    const char* text{""};
 };
 const LaterCommand laterCommands[] = {
-    {"mnuFilePreview", 103, 0, "preview", {}, "Preview"},
+    {"mnuFilePreview", 103, 563, "preview", {}},
     {"mnuFileProperties", 133, 175, "properties", {ui::KeyCode::Enter, false, false, true}},
     {"mnuEditFind", 109, 165, "find", ui::Ctrl('F')},
     {"mnuInstallNewTemplates", 393, 467, "packs", {}},
@@ -58,7 +57,7 @@ void frmMain::AddCommands()
                   .run = [this] { opener.CreateDocument(list.SelectedPath()); }, .enabled = hasSelection});
     commands.Add({.name = "mnuFileNewTemplate", .caption = 227, .run = [this] { lvListView_DblClick(); },
                   .enabled = hasSelection});
-    commands.Add({.name = "mnuFileOpen", .text = "&Open", .image = "open", .key = ui::Ctrl('O'),
+    commands.Add({.name = "mnuFileOpen", .caption = 561, .toolTip = 562, .image = "open", .key = ui::Ctrl('O'),
                   .run = [this] { lvListView_DblClick(); }, .enabled = hasItems});
     commands.Add({.name = "mnuFileExit", .caption = 104, .image = "exit",
                   .key = {ui::KeyCode::F4, false, false, true}, .run = [this] { Close(); }});
@@ -138,7 +137,6 @@ void frmMain::AddCommands()
     for (const LaterCommand& later : laterCommands)
         commands.Add({.name = later.name,
                       .caption = later.caption,
-                      .text = later.text,
                       .toolTip = later.toolTip,
                       .image = later.image,
                       .key = later.key});

@@ -18,7 +18,7 @@ protected:
 
 TEST_F(BaseTest, TheTableHoldsEveryTextAsItIsStored)
 {
-    EXPECT_EQ(app::StringTable::Rows(), 432u);
+    EXPECT_EQ(app::StringTable::Rows(), 445u);
     const std::pair<std::uint16_t, const char*> rows[] = {
         // clang-format off
         {101, "&File"}, {106, "Enter a valid number."}, {154, "Empty"}, {172, ""}, {548, "Tessaly"}, {549, ""}, {0, ""},

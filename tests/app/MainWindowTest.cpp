@@ -1,5 +1,8 @@
 #include "tests/support/TestMachine.h"
 
+#include "app/base/StringId.h"
+#include "browser/frmRecentDocuments.h"
+
 #include <set>
 
 namespace tests {
@@ -10,6 +13,32 @@ using ui::KeyCode;
 using State = ui::Form::WindowState;
 
 class MainWindowTest : public BrowserTest {};
+
+TEST_F(MainWindowTest, AResourceLibraryReachesEveryTextOfTheMenusTheToolbarAndTheRecentDocuments)
+{
+    platform::memory::MemoryResourceLibrary::Strings texts;
+    for (std::uint16_t id = 1; id < 1000; ++id) // but for names of keys and of generations
+        if (const auto own = app::StringTable::Own(id);
+            own.size() > 2 && id != app::str::SettingsAppName && !own.contains("HKEY"))
+            texts[id] = "#" + std::string{own};
+    system.resources.Add("C:\\Program Files\\Template Browser\\TS_RES.dll", texts);
+    Start();
+    const auto isReached = [](std::string_view name, std::string_view text) {
+        EXPECT_TRUE(text.empty() || text.starts_with('#')) << name << ": " << text;
+    };
+    const auto check = [&](const ui::Menu& item) { isReached(item.Name, item.Caption); };
+    Main().MenuBar.ForEach(check);
+    for (ui::Menu* popup : Main().Popups)
+        popup->ForEach(check);
+    for (const ui::ToolBar::Button& button : Main().tbToolBar.Buttons())
+        isReached(button.key, button.toolTip);
+    toolkit.OnModal<browser::frmRecentDocuments>("frmRecentDocuments", [&](auto& form) {
+        for (const ui::Control* control : form.Controls())
+            isReached(control->TypeName(), control->Caption());
+        form.Close();
+    });
+    Main().Commands().Run("mnuRecentDocuments");
+}
 
 // Placement and splitters.
 

@@ -15,7 +15,7 @@ protected:
         program.platform.shell, program.platform.files, program.registry, program.messages, toolkit,
         program.strings,        program.state};
     browser::SpreadsheetFolder spreadsheets{program.platform.files, program.platform.shell, program.registry};
-    browser::TemplateOpener opener{launcher, spreadsheets, program.platform.files, program.messages};
+    browser::TemplateOpener opener{launcher, spreadsheets, program.platform.files, program.messages, program.strings};
 
     LauncherTest() { program.state.ProductCaption = "Desk"; }
 
