@@ -1,8 +1,10 @@
 #pragma once
 
+#include "platform/ByteSource.h"
 #include "platform/Error.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +30,7 @@ struct FileEntry {
     std::uint32_t reparseTag{}; ///< meaningful only with attribute::ReparsePoint
     std::uint64_t size{};       ///< bytes
     FileTime modified{};
+    FileTime created{};
 
     bool IsFolder() const { return (attributes & attribute::Folder) != 0; }
     /// A junction or symbolic link, which must not be followed by anything that removes. Other reparse points (the
@@ -63,6 +66,8 @@ public:
 
     /// The whole file; error::FileTooLarge when it has more than `limit` bytes.
     virtual Result<std::string> Read(std::string_view path, std::uint64_t limit) = 0;
+    /// A file to be read by ranges, whatever its size. Others may write, move and delete it meanwhile.
+    virtual Result<std::unique_ptr<ByteSource>> Open(std::string_view path) = 0;
     /// A new file with these bytes; error::FileExists when it is there. Of a write that breaks off nothing stays.
     virtual Result<> Write(std::string_view path, std::string_view bytes) = 0;
     /// One rename of a file on one volume that takes the place of a file `to` if there is one: at every moment `to` is

@@ -2,6 +2,7 @@
 
 #include "platform/Clock.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,6 +26,8 @@ public:
 
     /// Text in the system's 8-bit code page, which old text files are written in.
     virtual std::string FromAnsi(std::string_view bytes) = 0;
+    /// Text in a code page by its number (1252, 65001 ...), of any thread; nothing when the system does not have it.
+    virtual std::optional<std::string> FromCodePage(std::uint32_t codePage, std::string_view bytes) const = 0;
     /// Nothing when the code page lacks one of the characters: text is never changed on its way.
     virtual std::optional<std::string> ToAnsi(std::string_view text) = 0;
 };

@@ -373,6 +373,31 @@ Result<std::string> MemoryFileSystem::Read(std::string_view path, std::uint64_t 
     return (*found)->contents;
 }
 
+Result<std::unique_ptr<ByteSource>> MemoryFileSystem::Open(std::string_view path)
+{
+    /// Keeps the contents of the moment, so that the file may go meanwhile.
+    class Opened final : public ByteSource {
+    public:
+        explicit Opened(std::string contents) : text{std::move(contents)} {}
+        std::uint64_t Size() const override { return text.size(); }
+        std::size_t Read(std::uint64_t offset, std::span<char> room) override
+        {
+            return TextSource{text}.Read(offset, room);
+        }
+
+    private:
+        std::string text;
+    };
+    if (const auto fault = faults.Enter("FileSystem.Open", path))
+        return Fail(*fault);
+    const auto found = FindFollowed(path);
+    if (!found)
+        return Fail(found.error());
+    if ((*found)->entry.IsFolder())
+        return Fail(error::AccessDenied);
+    return std::make_unique<Opened>((*found)->contents);
+}
+
 Result<> MemoryFileSystem::Write(std::string_view path, std::string_view bytes)
 {
     if (const auto fault = faults.Enter("FileSystem.Write", path))
@@ -425,8 +450,10 @@ MemoryFileSystem::Place MemoryFileSystem::MakeRoom(std::string_view path)
         throw std::logic_error{"not an absolute path: " + std::string{path}};
     if (!DriveOf(parts->drive)) {
         auto drive = std::make_unique<Drive>();
-        drive->root.entry = {
-            .name = path::Normalized(parts->drive), .attributes = attribute::Folder, .modified = clock.Now()};
+        drive->root.entry = {.name = path::Normalized(parts->drive),
+                             .attributes = attribute::Folder,
+                             .modified = clock.Now(),
+                             .created = clock.Now()};
         drives.push_back(std::move(drive));
     }
     if (parts->names.size() > 1)
@@ -452,7 +479,10 @@ void MemoryFileSystem::AddShortenedFolder(std::string_view parent, std::string_v
 void MemoryFileSystem::AddFolderAt(const Place& place)
 {
     auto node = std::make_unique<Node>();
-    node->entry = {.name = std::string{place.name}, .attributes = attribute::Folder, .modified = clock.Now()};
+    node->entry = {.name = std::string{place.name},
+                   .attributes = attribute::Folder,
+                   .modified = clock.Now(),
+                   .created = clock.Now()};
     place.parent->Add(std::move(node));
 }
 
@@ -464,7 +494,7 @@ void MemoryFileSystem::AddFile(std::string_view path, std::string_view contents,
         throw std::logic_error{"a folder is in the way of the file " + std::string{path}};
     if (!node) {
         auto made = std::make_unique<Node>();
-        made->entry = {.name = std::string{place.name}, .attributes = attribute::Archive};
+        made->entry = {.name = std::string{place.name}, .attributes = attribute::Archive, .created = clock.Now()};
         node = &place.parent->Add(std::move(made));
     }
     node->contents = contents;
@@ -481,7 +511,8 @@ void MemoryFileSystem::AddLink(std::string_view path, std::string_view target, s
     node->entry = {.name = std::string{place.name},
                    .attributes = attribute::Folder | attribute::ReparsePoint,
                    .reparseTag = reparseTag,
-                   .modified = clock.Now()};
+                   .modified = clock.Now(),
+                   .created = clock.Now()};
     node->target = target;
     place.parent->Add(std::move(node));
 }

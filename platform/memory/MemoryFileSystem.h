@@ -33,6 +33,7 @@ public:
     Result<> RemoveFolder(std::string_view path) override;
     Result<> CreateFolder(std::string_view path) override;
     Result<std::string> Read(std::string_view path, std::uint64_t limit) override;
+    Result<std::unique_ptr<ByteSource>> Open(std::string_view path) override;
     Result<> Write(std::string_view path, std::string_view bytes) override;
     Result<> Replace(std::string_view from, std::string_view to) override;
 

@@ -107,6 +107,26 @@ std::string MemoryLocale::FromAnsi(std::string_view bytes)
     return text;
 }
 
+std::optional<std::string> MemoryLocale::FromCodePage(std::uint32_t codePage, std::string_view bytes) const
+{
+    // What 1252 has in place of the control characters from 80 on; 0 where it has nothing either.
+    constexpr char32_t signs[] = {0x20AC, 0,      0x201A, 0x192,  0x201E, 0x2026, 0x2020, 0x2021,
+                                  0x2C6,  0x2030, 0x160,  0x2039, 0x152,  0,      0x17D,  0,
+                                  0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                  0x2DC,  0x2122, 0x161,  0x203A, 0x153,  0,      0x17E,  0x178};
+    if (codePage == 65001)
+        return std::string{bytes};
+    if (codePage != 1252)
+        return std::nullopt;
+    std::string text;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        const char32_t byte = ByteAt(bytes, i);
+        const char32_t sign = byte >= 0x80 && byte < 0xA0 ? signs[byte - 0x80] : 0;
+        utf::Append(text, sign != 0 ? sign : byte);
+    }
+    return text;
+}
+
 std::optional<std::string> MemoryLocale::ToAnsi(std::string_view text)
 {
     std::string bytes;

@@ -26,7 +26,8 @@ FileEntry ToEntry(const WIN32_FIND_DATAW& found)
             .attributes = found.dwFileAttributes,
             .reparseTag = (found.dwFileAttributes & attribute::ReparsePoint) != 0 ? found.dwReserved0 : 0,
             .size = Join(found.nFileSizeHigh, found.nFileSizeLow),
-            .modified = ToFileTime(found.ftLastWriteTime)};
+            .modified = ToFileTime(found.ftLastWriteTime),
+            .created = ToFileTime(found.ftCreationTime)};
 }
 
 bool IsDotName(const wchar_t* name)
@@ -70,6 +71,51 @@ Result<std::vector<FileEntry>> NothingListed(const std::wstring& folder, DWORD c
     return std::unexpected{Error{code}};
 }
 
+Result<FileHandle> OpenToRead(std::string_view path, DWORD access)
+{
+    const auto native = ToNativePath(path);
+    if (!native)
+        return std::unexpected{native.error()};
+    FileHandle file{CreateFileW(native->c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                nullptr, OPEN_EXISTING, access, nullptr)};
+    if (!file)
+        return LastError();
+    return file;
+}
+
+Result<std::uint64_t> SizeOf(const FileHandle& file)
+{
+    LARGE_INTEGER size;
+    if (!GetFileSizeEx(file.Get(), &size))
+        return LastError();
+    return static_cast<std::uint64_t>(size.QuadPart);
+}
+
+class OpenedFile final : public ByteSource {
+public:
+    OpenedFile(FileHandle opened, std::uint64_t bytes) : file{std::move(opened)}, size{bytes} {}
+    std::uint64_t Size() const override { return size; }
+    std::size_t Read(std::uint64_t offset, std::span<char> room) override
+    {
+        std::size_t filled = 0;
+        while (filled < room.size()) {
+            OVERLAPPED place{};
+            place.Offset = static_cast<DWORD>(offset + filled);
+            place.OffsetHigh = static_cast<DWORD>((offset + filled) >> 32);
+            const DWORD portion = static_cast<DWORD>(std::min<std::size_t>(room.size() - filled, 1u << 24));
+            DWORD read{};
+            if (!ReadFile(file.Get(), room.data() + filled, portion, &read, &place) || read == 0)
+                break;
+            filled += read;
+        }
+        return filled;
+    }
+
+private:
+    FileHandle file;
+    std::uint64_t size;
+};
+
 } // namespace
 
 Result<std::vector<FileEntry>> Win32FileSystem::List(std::string_view folder)
@@ -103,7 +149,8 @@ Result<FileEntry> Win32FileSystem::Stat(std::string_view path)
             return std::unexpected{GetLastError() == ERROR_FILE_NOT_FOUND ? error::PathNotFound : LastError().error()};
         return FileEntry{.name = std::string{path::WithoutTrailingSeparator(path).substr(0, 2)},
                          .attributes = data.dwFileAttributes,
-                         .modified = ToFileTime(data.ftLastWriteTime)};
+                         .modified = ToFileTime(data.ftLastWriteTime),
+                         .created = ToFileTime(data.ftCreationTime)};
     }
     WIN32_FIND_DATAW found;
     const FindHandle search = FindFirst(*native, found);
@@ -170,29 +217,24 @@ Result<> Win32FileSystem::CreateFolder(std::string_view path)
 
 Result<std::string> Win32FileSystem::Read(std::string_view path, std::uint64_t limit)
 {
-    const auto native = ToNativePath(path);
-    if (!native)
-        return std::unexpected{native.error()};
-    const FileHandle file{CreateFileW(native->c_str(), GENERIC_READ,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                                      FILE_FLAG_SEQUENTIAL_SCAN, nullptr)};
+    const auto file = OpenToRead(path, FILE_FLAG_SEQUENTIAL_SCAN);
     if (!file)
-        return LastError();
-    LARGE_INTEGER size;
-    if (!GetFileSizeEx(file.Get(), &size))
-        return LastError();
-    if (static_cast<std::uint64_t>(size.QuadPart) > limit)
+        return std::unexpected{file.error()};
+    const auto size = SizeOf(*file);
+    if (!size)
+        return std::unexpected{size.error()};
+    if (*size > limit)
         return std::unexpected{error::FileTooLarge};
 
     std::string contents;
     // One byte more than is expected shows a file that has grown since.
-    std::size_t room = static_cast<std::size_t>(size.QuadPart) + 1;
+    std::size_t room = static_cast<std::size_t>(*size) + 1;
     for (;;) {
         const std::size_t filled = contents.size();
         contents.resize(filled + room);
         DWORD read{};
         const DWORD portion = static_cast<DWORD>(std::min<std::size_t>(room, 1u << 24));
-        if (!ReadFile(file.Get(), contents.data() + filled, portion, &read, nullptr))
+        if (!ReadFile(file->Get(), contents.data() + filled, portion, &read, nullptr))
             return LastError();
         contents.resize(filled + read);
         if (contents.size() > limit)
@@ -201,6 +243,17 @@ Result<std::string> Win32FileSystem::Read(std::string_view path, std::uint64_t l
             return contents;
         room = room > read ? room - read : 1u << 16;
     }
+}
+
+Result<std::unique_ptr<ByteSource>> Win32FileSystem::Open(std::string_view path)
+{
+    auto file = OpenToRead(path, FILE_FLAG_RANDOM_ACCESS);
+    if (!file)
+        return std::unexpected{file.error()};
+    const auto size = SizeOf(*file);
+    if (!size)
+        return std::unexpected{size.error()};
+    return std::make_unique<OpenedFile>(std::move(*file), *size);
 }
 
 Result<> Win32FileSystem::Write(std::string_view path, std::string_view bytes)

@@ -76,12 +76,19 @@ char Win32Locale::DecimalSeparator()
 
 std::string Win32Locale::FromAnsi(std::string_view bytes)
 {
+    return FromCodePage(CP_ACP, bytes).value_or(std::string{});
+}
+
+std::optional<std::string> Win32Locale::FromCodePage(std::uint32_t codePage, std::string_view bytes) const
+{
     if (bytes.empty())
-        return {};
+        return std::string{};
     const int length = static_cast<int>(bytes.size());
-    std::wstring text(static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, nullptr, 0)),
-                      L'\0');
-    MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, text.data(), static_cast<int>(text.size()));
+    const int units = MultiByteToWideChar(codePage, 0, bytes.data(), length, nullptr, 0);
+    if (units <= 0)
+        return std::nullopt;
+    std::wstring text(static_cast<std::size_t>(units), L'\0');
+    MultiByteToWideChar(codePage, 0, bytes.data(), length, text.data(), units);
     return ToUtf8(text);
 }
 

@@ -11,6 +11,7 @@ public:
     int Compare(std::string_view a, std::string_view b) override;
     char DecimalSeparator() override;
     std::string FromAnsi(std::string_view bytes) override;
+    std::optional<std::string> FromCodePage(std::uint32_t codePage, std::string_view bytes) const override;
     std::optional<std::string> ToAnsi(std::string_view text) override;
 };
 

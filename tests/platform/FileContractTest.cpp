@@ -205,6 +205,28 @@ TEST_F(FileContract, WritesNewFilesOnlyAndReadsThemWholeUpToTheLimit)
     EXPECT_EQ(CodeOf(files.Read(folder, 9)), error::AccessDenied.code);
 }
 
+TEST_F(FileContract, ReadsRangesOfAFileThatMayGoMeanwhile)
+{
+    Write("file", "0123456789");
+    const auto bytes = files.Open(At("file"));
+    ASSERT_TRUE(bytes);
+    EXPECT_EQ(files.DeleteFile(At("file")), Result<>{});
+    EXPECT_EQ((*bytes)->Size(), 10u);
+    const struct {
+        std::uint64_t offset;
+        std::size_t room;
+        const char* expected;
+    } cases[] = {{0, 3, "012"},       {7, 3, "789"}, {7, 9, "789"}, {10, 1, ""},
+                 {1ull << 40, 4, ""}, {2, 0, ""},    {1, 2, "12"}};
+    for (const auto& [offset, room, expected] : cases) {
+        std::string found(room, '-');
+        found.resize((*bytes)->Read(offset, found));
+        EXPECT_EQ(found, expected) << offset;
+    }
+    EXPECT_EQ(CodeOf(files.Open(At("missing"))), error::FileNotFound.code);
+    EXPECT_EQ(CodeOf(files.Open(folder)), error::AccessDenied.code);
+}
+
 TEST_F(FileContract, ReplacesAFileInOneStep)
 {
     Create("Folder");

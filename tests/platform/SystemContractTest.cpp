@@ -116,6 +116,14 @@ TEST_F(SystemContract, TextGoesThroughTheOldCodePageUnchangedOrNotAtAll)
         EXPECT_FALSE(system.locale.ToAnsi(text)) << text;
 }
 
+TEST_F(SystemContract, ReadsTextInACodePageByItsNumber)
+{
+    EXPECT_EQ(system.locale.FromCodePage(1252, "a\xE4 \x80\x93"), "aä €“");
+    EXPECT_EQ(system.locale.FromCodePage(65001, "日本"), "日本");
+    EXPECT_EQ(system.locale.FromCodePage(1252, ""), "");
+    EXPECT_EQ(system.locale.FromCodePage(12345, "a"), std::nullopt);
+}
+
 TEST_F(SystemContract, SortsNamesAsTheUsersLanguageDoes)
 {
     const struct {
