@@ -10,6 +10,7 @@ table='
 platform
 platform/memory     platform
 platform/win32      platform system
+documents           platform
 pictures            platform
 pictures/memory     platform pictures
 pictures/win32      platform platform/win32 pictures system
@@ -17,10 +18,10 @@ ui                  platform pictures
 ui/headless         platform pictures ui
 ui/win32            platform platform/win32 pictures pictures/win32 ui system
 app/base            platform pictures ui
-library             platform ui app/base
-browser             platform pictures ui app/base library
+library             platform ui app/base documents
+browser             platform pictures ui app/base library documents
 profiles            platform pictures ui app/base
-app/shell           platform pictures ui app/base library browser profiles
+app/shell           platform pictures ui app/base library browser profiles documents
 automation          platform platform/win32 ui ui/win32 app/shell system
 
 bench               product system
@@ -31,6 +32,7 @@ tests/support/win32  product gtest system
 tests/app            product gtest tests/support
 tests/automation     product gtest tests/support/win32 system
 tests/browser        product gtest tests/support
+tests/documents      product gtest
 tests/endtoend       product gtest tests/support/win32 system
 tests/library        product gtest tests/support
 tests/pictures       product gtest

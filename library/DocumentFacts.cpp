@@ -1,0 +1,81 @@
+#include "library/DocumentFacts.h"
+
+#include "documents/Read.h"
+#include "platform/Path.h"
+#include "platform/Text.h"
+
+#include <mutex>
+#include <unordered_map>
+#include <utility>
+
+namespace library {
+
+/// The answers, shared with the jobs, which may outlive whoever began them.
+class DocumentFacts::Kept final : public Reader {
+public:
+    Kept(platform::FileSystem& fileSystem, const platform::Locale& userLocale) : files{fileSystem}, locale{userLocale}
+    {
+    }
+
+    documents::Facts Read(const std::string& path, const platform::FileEntry& entry) override
+    {
+        const std::string key = platform::text::Folded(platform::path::Normalized(path));
+        {
+            const std::lock_guard lock{mutex};
+            const auto found = answers.find(key);
+            if (found != answers.end() && found->second.size == entry.size && found->second.modified == entry.modified)
+                return found->second.facts;
+        }
+        const auto bytes = files.Open(path);
+        if (!bytes)
+            return {}; // and asked for again the next time: another program may have let go of it
+        documents::Facts facts = documents::Read(**bytes, [this](std::uint32_t codePage, std::string_view text) {
+            return locale.FromCodePage(codePage, text);
+        });
+        const std::lock_guard lock{mutex};
+        if (answers.size() >= Most)
+            answers.clear();
+        answers.insert_or_assign(key, Answer{entry.size, entry.modified, facts});
+        return facts;
+    }
+
+private:
+    /// Beyond any library; only there so that memory has a bound.
+    static constexpr std::size_t Most = 20'000;
+    struct Answer {
+        std::uint64_t size;
+        platform::FileTime modified;
+        documents::Facts facts;
+    };
+
+    platform::FileSystem& files;
+    const platform::Locale& locale;
+    std::mutex mutex;
+    std::unordered_map<std::string, Answer> answers; ///< by folded path
+};
+
+DocumentFacts::DocumentFacts(platform::FileSystem& files, platform::Locale& locale, platform::Jobs& jobs)
+    : files{files}, jobs{jobs}, kept{std::make_shared<Kept>(files, locale)}
+{
+}
+
+platform::Ticket DocumentFacts::Ask(std::string path, Told told)
+{
+    return jobs.Start(
+        [path = std::move(path), &disk = files,
+         reader = kept](const platform::Cancelled&) -> platform::Result<DescribedFile> {
+            auto entry = disk.Stat(path);
+            if (!entry)
+                return std::unexpected{entry.error()};
+            documents::Facts facts = reader->Read(path, *entry);
+            return DescribedFile{*std::move(entry), std::move(facts)};
+        },
+        [told = std::move(told)](const platform::Result<DescribedFile>& described) { told(described); });
+}
+
+std::shared_ptr<DocumentFacts::Reader> DocumentFacts::ForJobs() const
+{
+    return kept;
+}
+
+} // namespace library
