@@ -69,7 +69,7 @@ well_formatted() {
   git ls-files --cached --others --exclude-standard -z '*.h' '*.cpp' | xargs -0 -P "$(nproc)" -n 16 clang-format-14 --dry-run -Werror
 }
 
-need cmake make g++ ccache libgtest-dev googletest python3 imagemagick fontconfig fonts-dejavu-core \
+need cmake make g++ ccache libgtest-dev googletest zlib1g-dev python3 imagemagick fontconfig fonts-dejavu-core \
   clang-format-14 clang-tidy-19 clang-19 libclang-rt-19-dev
 check includes tests/check_includes.sh
 check format well_formatted

@@ -16,8 +16,8 @@ using TextDecoder = std::function<std::optional<std::string>(std::uint32_t codeP
 
 /// What a document says of itself, whatever its name: the first bytes tell the format. Text documents (RTF), office
 /// documents (zip archives of XML, and compound files), PDF and e-books are known; any other bytes give empty facts.
-/// So do broken and hostile ones, as far as they are broken: nothing is thrown, and beside what `bytes` needs for
+/// So do broken and hostile ones, as far as they are broken: nothing is thrown, and beside what `file` needs for
 /// itself less than 1 MiB of memory is in use at any time.
-Facts Read(platform::ByteSource& bytes, const TextDecoder& decode);
+Facts Read(platform::ByteSource& file, const TextDecoder& decode);
 
 } // namespace documents

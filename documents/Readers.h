@@ -6,5 +6,10 @@
 namespace documents {
 
 Facts ReadRtf(platform::ByteSource& bytes, const TextDecoder& decode);
+Facts ReadArchive(platform::ByteSource& bytes, const TextDecoder& decode);
+/// Open documents that are one text.
+Facts ReadOpenXml(platform::ByteSource& bytes, const TextDecoder& decode);
+Facts ReadCompound(platform::ByteSource& bytes, const TextDecoder& decode);
+Facts ReadPdf(platform::ByteSource& bytes, const TextDecoder& decode);
 
 } // namespace documents

@@ -74,6 +74,7 @@ private:
     int infoDepth{}; ///< of the information group; 0 before it
     int itemDepth{}; ///< of the item that is being read; 0 outside of any
     bool done{};
+    bool isUnicodeVersion{}; ///< the item that comes next
     std::string Facts::*text{};
     std::optional<Date> Facts::*date{};
     CalendarTime time;
@@ -90,7 +91,7 @@ private:
             return;
         if (fallback > 0) {
             --fallback;
-        } else if (encoded.size() < 4 * Facts::MostText) {
+        } else if (encoded.size() + shown.size() < 4 * Facts::MostText) {
             encoded += byte;
             firstHalf = 0;
         }
@@ -105,8 +106,11 @@ private:
         fallback = 0;
         if (itemDepth != 0 && depth == itemDepth) {
             Flush();
-            if (text != nullptr && !shown.empty())
+            // The first of several counts, some programs put the last editor into a second one; but a second one that
+            // is for readers of Unicode has the characters that the first one lacks.
+            if (text != nullptr && !shown.empty() && ((facts.*text).empty() || isUnicodeVersion))
                 facts.*text = shown;
+            isUnicodeVersion = false;
             if (date != nullptr)
                 if (const auto moment = ToFileTime(time))
                     facts.*date = Date{*moment, true};
@@ -178,6 +182,8 @@ private:
             facts.pages = std::max(number, 0);
             return;
         }
+        if (word == "ud")
+            isUnicodeVersion = true;
         if (const auto* field = Row(textGroups, word))
             text = *field;
         else if (const auto* moment = Row(dateGroups, word))

@@ -9,7 +9,7 @@ set -eu
 
 seconds=${1:-60}
 [ $# -eq 0 ] || shift
-[ $# -gt 0 ] || set -- TextFuzz PathFuzz PhoneFuzz RegistryTextFuzz SettingsFuzz LibraryFuzz
+[ $# -gt 0 ] || set -- TextFuzz PathFuzz DocumentFuzz InflaterFuzz PhoneFuzz RegistryTextFuzz SettingsFuzz LibraryFuzz
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=${TS_FUZZ_BUILD:-$root/build/fuzz}
 mkdir -p "$build"

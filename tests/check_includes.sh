@@ -25,14 +25,14 @@ app/shell           platform pictures ui app/base library browser profiles docum
 automation          platform platform/win32 ui ui/win32 app/shell system
 
 bench               product system
-fuzz                product fuzzer
+fuzz                product fuzzer zlib
 tools/viewer        product
 tests/support        product gtest
 tests/support/win32  product gtest system
 tests/app            product gtest tests/support
 tests/automation     product gtest tests/support/win32 system
 tests/browser        product gtest tests/support
-tests/documents      product gtest
+tests/documents      product gtest zlib
 tests/endtoend       product gtest tests/support/win32 system
 tests/library        product gtest tests/support
 tests/pictures       product gtest
@@ -64,6 +64,7 @@ kind_of() {
   case $1 in
   '<gtest/'* | '<gmock/'*) kind=gtest ;;
   '<fuzzer/'*) kind=fuzzer ;;
+  '<zlib.h>') kind=zlib ;;
   '<'*.*) kind=system ;; # those of the standard library have no dot
   '<'*) kind=standard ;;
   '"'*/*) kind=${1#\"} kind=${kind%/*} ;;

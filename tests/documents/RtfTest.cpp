@@ -37,6 +37,7 @@ TEST(RtfTest, DecodesCharactersOfEveryKind)
         {"{\\title\\uc0\\u26085 y}", "日y"},
         {"{\\title {\\u26085 }?y}", "日?y"},
         {"{\\upr{\\title ?}{\\*\\ud{\\title \\u26085}}}", "日"},
+        {"{\\title one}{\\title two}", "one"},
         {"{\\title \\u55357?a\\u56832?}", "a"},
         {"{\\title a\\~b\\zzz1 c}", "a bc"},
         {"{\\title \\'e4}", "ä"},
