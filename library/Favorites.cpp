@@ -2,6 +2,7 @@
 
 #include "app/base/StringId.h"
 #include "library/CategoryPath.h"
+#include "platform/Path.h"
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -12,6 +13,8 @@ namespace {
 using platform::text::ContainsIgnoringCase;
 
 constexpr std::string_view Section = "Browser\\Favorites";
+/// The library of each favourite that is known to be, or have been, in one: its templates path.
+constexpr std::string_view LibrarySection = "Browser\\Favorites Library";
 
 } // namespace
 
@@ -25,11 +28,30 @@ void Favorites::GetFavoritesFromRegistry()
     for (const std::string& name : *stored) {
         if (name.empty())
             continue;
-        if (canPrune && IsGone(name))
-            (void)settings.Delete(Section, name);
-        else
+        if (!canPrune || !IsGone(name)) {
             favoritesList.push_back(name);
+            if (canPrune)
+                StoreLibrary(name);
+            continue;
+        }
+        // One of another library waits, unseen, until that one is in use again.
+        const std::string library = settings.Text(LibrarySection, name);
+        if (library.empty() || library == Library()) {
+            (void)settings.Delete(Section, name);
+            (void)settings.Delete(LibrarySection, name);
+        }
     }
+}
+
+std::string Favorites::Library() const
+{
+    return platform::text::Folded(platform::path::WithoutTrailingSeparator(state.TemplatesPath));
+}
+
+void Favorites::StoreLibrary(const std::string& path)
+{
+    if (settings.Text(LibrarySection, path).empty())
+        (void)settings.Save(LibrarySection, path, Library());
 }
 
 bool Favorites::IsGone(const std::string& path) const
@@ -54,6 +76,7 @@ void Favorites::AddToFavorites(const std::string& path, const std::string& rowTe
     } else if (!SaveFavorite(path)) {
         messages.Stop(app::str::SetValueFailed);
     } else {
+        StoreLibrary(path);
         favoritesList.push_back(path);
     }
 }
@@ -99,6 +122,7 @@ void Favorites::ForgetMoved(const std::string& from, const std::string& to, bool
     for (std::string& favorite : favoritesList)
         if (auto path = MovedPath(favorite, from, to)) {
             (void)settings.Delete(Section, moved ? favorite : *path);
+            (void)settings.Delete(LibrarySection, moved ? favorite : *path);
             if (moved)
                 favorite = std::move(*path);
         }
@@ -114,8 +138,10 @@ bool Favorites::DeleteFavorite(const std::string& path)
     const auto deleted = settings.Delete(Section, path);
     toolkit.DoEvents();
     toolkit.DoEvents();
-    if (deleted)
+    if (deleted) {
+        (void)settings.Delete(LibrarySection, path);
         return true;
+    }
     if (deleted.error() == platform::error::FileNotFound) {
         // Somebody else changed the store: nothing that the list says can be counted on any more.
         messages.Inform(app::str::TemplateNotFound);

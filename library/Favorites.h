@@ -21,7 +21,8 @@ public:
     }
 
     /// Reads the stored list in registry order. A favourite whose file is gone is deleted from the registry without a
-    /// word, but only while the templates folder itself can be read: a drive that is away costs nobody his list.
+    /// word, but only while the templates folder itself can be read, and is the one in which the favourite was last
+    /// seen: neither a drive that is away nor another library costs anybody his list.
     void GetFavoritesFromRegistry();
 
     const std::vector<std::string>& FavoritesList() const { return favoritesList; }
@@ -51,6 +52,9 @@ private:
 
     /// The first stored favourite that contains the path; "" when none does.
     platform::Result<std::string> FindFavorite(const std::string& path) const;
+    /// The templates path in use, as it is recorded of a favourite.
+    std::string Library() const;
+    void StoreLibrary(const std::string& path);
     bool IsGone(const std::string& path) const;
     platform::Result<> SaveFavorite(const std::string& path);
     /// False when the favourite is still stored.

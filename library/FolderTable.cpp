@@ -20,14 +20,14 @@ void FolderTable::ClearFolderTable()
     for (auto& row : cells)
         row.fill({});
     firstRow.clear();
+    emptyFolders.clear();
+    templatesFound = eBooksFound = 0;
 }
 
 void FolderTable::BuildFolderTable(const FolderWalk& walk, FolderListings& listings, app::LoadProgress& progress,
                                    const std::string& templatesPath)
 {
     ClearFolderTable();
-    const int typesBefore = TemplateTypeCount;
-    std::vector<const std::string*> empty; // paths
     // Level by level: a parent's row stands before its children's.
     std::deque<std::size_t> waiting(walk.Roots().begin(), walk.Roots().end());
     for (std::size_t row = 1; !waiting.empty() && row < Rows; ++row) {
@@ -41,17 +41,21 @@ void FolderTable::BuildFolderTable(const FolderWalk& walk, FolderListings& listi
             break;
         TestFolderForTemplates(row, *listing);
         if (listing->empty() && !node.behindLink)
-            empty.push_back(&node.path);
+            emptyFolders.push_back(node.path);
         std::ranges::copy(node.children, std::back_inserter(waiting));
     }
-    if (TemplateTypeCount == typesBefore)
+}
+
+void FolderTable::RemoveEmptyFolders(const std::string& templatesPath)
+{
+    if (templatesFound == eBooksFound)
         return;
     // An empty category is litter. Only the call that the system refuses for a folder with anything in it is used,
     // what lies behind a link (it may have become one since the walk) belongs to somebody else, and a refusal changes
     // nothing.
-    for (const std::string* path : empty)
-        if (IsOwnFolder(files, templatesPath, *path))
-            (void)files.RemoveFolder(DiskPath(templatesPath, *path));
+    for (const std::string& path : emptyFolders)
+        if (IsOwnFolder(files, templatesPath, path))
+            (void)files.RemoveFolder(DiskPath(templatesPath, path));
 }
 
 void FolderTable::AddRow(std::size_t row, const FolderWalk& walk, const FolderWalk::Node& node)
@@ -80,7 +84,9 @@ void FolderTable::TestFolderForTemplates(std::size_t row, const std::vector<plat
         if (isThere) {
             MarkWithAncestors(row);
             ++TemplateTypeCount;
+            ++templatesFound;
         }
+    eBooksFound += found[PdfTemplate] ? 1 : 0;
 }
 
 void FolderTable::MarkWithAncestors(std::size_t row)

@@ -8,6 +8,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace library {
 
@@ -27,11 +28,14 @@ public:
     explicit FolderTable(platform::FileSystem& files) : files{files} {}
 
     void ClearFolderTable();
-    /// Records the walked folders, marks those with templates and their ancestors, and removes from the disk the
-    /// folders that are entirely empty, unless there was no template at all: that is no library. A 501st folder, or
-    /// one that cannot be read, ends the pass with what was recorded so far.
+    /// Records the walked folders, and marks those with templates and their ancestors. A 501st folder, or one that
+    /// cannot be read, ends the pass with what was recorded so far.
     void BuildFolderTable(const FolderWalk& walk, FolderListings& listings, app::LoadProgress& progress,
                           const std::string& templatesPath);
+    /// Removes from the disk the recorded folders that are entirely empty, unless this is no library: nothing in it is
+    /// a template, or there are e-books alone, which any folder may hold.
+    void RemoveEmptyFolders(const std::string& templatesPath);
+    bool HoldsTemplates() const { return templatesFound > 0; }
     /// The first row with this path (column Path) and name, letter case counting; 0 when there is none.
     std::size_t FindFolderRow(std::string_view path, std::string_view name) const;
 
@@ -51,6 +55,10 @@ private:
     std::array<std::array<std::string, Columns>, Rows> cells;
     /// Speeds FindFolderRow up: (path, name) to the first such row.
     std::map<std::pair<std::string, std::string>, std::size_t, std::less<>> firstRow;
+
+    std::vector<std::string> emptyFolders; ///< paths
+    int templatesFound{};                  ///< (folder, ending) pairs of the last pass
+    int eBooksFound{};                     ///< those of them whose ending is no proof of a library
 
     void AddRow(std::size_t row, const FolderWalk& walk, const FolderWalk::Node& node);
     void TestFolderForTemplates(std::size_t row, const std::vector<platform::FileEntry>& listing);

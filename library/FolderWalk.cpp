@@ -4,8 +4,11 @@
 #include "library/CategoryPath.h"
 #include "library/TemplateFiles.h"
 #include "platform/FileName.h"
+#include "platform/NameOrder.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
+
+#include <algorithm>
 
 namespace library {
 namespace {
@@ -60,9 +63,7 @@ bool FolderWalk::ScanForSubfolders(std::size_t parent)
     if (!listing)
         return false;
     for (const platform::FileEntry& entry : *listing) {
-        // The scan stops at the first picture or at "Previews": what the system lists after that is missed, and
-        // libraries are laid out so that nothing stands there.
-        if (IsShown(entry) && (platform::path::LastFour(entry.name) == ".jpg" || entry.name == PreviewsFolder))
+        if (EndsScan(entry))
             break;
         if (IsCategory(entry))
             AddChild(parent, entry);
@@ -110,6 +111,27 @@ bool FolderWalk::IsCategory(const platform::FileEntry& entry)
 {
     return entry.IsFolder() && IsShown(entry) && entry.name != PreviewsFolder &&
            !platform::file_name::IsShortened(entry.name);
+}
+
+bool FolderWalk::EndsScan(const platform::FileEntry& entry)
+{
+    return IsShown(entry) && (platform::path::LastFour(entry.name) == ".jpg" || entry.name == PreviewsFolder);
+}
+
+std::optional<std::string> FolderWalk::Hides(platform::FileSystem& files, const std::string& templatesPath,
+                                             const std::string& category, const std::string& name)
+{
+    // The folders of the second level are listed to their end.
+    if (std::ranges::count(category, '\\') == 1)
+        return std::nullopt;
+    const auto order = [](const platform::FileEntry& entry) { return platform::NameOrderKey(entry.name); };
+    const auto listing = files.List(DiskPath(templatesPath, category));
+    if (!listing || !std::ranges::is_sorted(*listing, {}, order))
+        return std::nullopt;
+    const auto end = std::ranges::find_if(*listing, EndsScan);
+    if (end == listing->end() || platform::NameOrderKey(name) < order(*end))
+        return std::nullopt;
+    return end->name;
 }
 
 } // namespace library

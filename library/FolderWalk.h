@@ -4,6 +4,7 @@
 #include "app/base/StringTable.h"
 #include "library/FolderListings.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,17 @@ public:
 
     FolderWalk(const app::StringTable& strings, app::LoadProgress& progress, FolderListings& listings,
                std::string templatesPath);
+
+    /// How deep it goes below the templates path.
+    static constexpr int Levels = 4;
+    static bool IsCategory(const platform::FileEntry& entry);
+    /// Whether the scan for sub-folders stops at this entry: what the system lists after it is missed. Libraries are
+    /// laid out so that nothing stands there.
+    static bool EndsScan(const platform::FileEntry& entry);
+    /// The entry behind which a sub-folder of the category would be missed if it got this name; nothing when it would
+    /// be found, or when that cannot be told, because the folder is not listed in the order of names.
+    static std::optional<std::string> Hides(platform::FileSystem& files, const std::string& templatesPath,
+                                            const std::string& category, const std::string& name);
 
     /// Walks until the end, a bound or a folder that cannot be read; what was found until then stays.
     void Run();
@@ -47,7 +59,6 @@ private:
     bool WalkThirdLevel(std::size_t child);
     void AddNode(int parent, const platform::FileEntry& entry, std::string path);
     void AddChild(std::size_t parent, const platform::FileEntry& entry);
-    static bool IsCategory(const platform::FileEntry& entry);
 };
 
 } // namespace library

@@ -2,6 +2,7 @@
 
 #include "app/base/StringId.h"
 #include "library/FolderWalk.h"
+#include "library/LibraryFolder.h"
 #include "platform/Scoped.h"
 #include "platform/Text.h"
 
@@ -9,11 +10,12 @@
 
 namespace library {
 
-TemplateLibrary::TemplateLibrary(ui::TreeView& tree, platform::FileSystem& files, platform::Locale& locale,
-                                 app::Settings& settings, app::Messages& messages, app::LoadProgress& progress,
-                                 const app::StringTable& strings, const app::StartUpState& state)
-    : files{files}, settings{settings}, messages{messages}, progress{progress}, strings{strings}, state{state},
-      table{files}, catalog{strings, files, locale}, folderTree{tree, catalog}
+TemplateLibrary::TemplateLibrary(ui::TreeView& tree, platform::FileSystem& files, platform::Shell& shell,
+                                 platform::Locale& locale, app::Settings& settings, app::Messages& messages,
+                                 app::LoadProgress& progress, const app::StringTable& strings,
+                                 const app::StartUpState& state)
+    : files{files}, shell{shell}, settings{settings}, messages{messages}, progress{progress}, strings{strings},
+      state{state}, table{files}, catalog{strings, files, locale}, folderTree{tree, catalog}
 {
 }
 
@@ -61,6 +63,8 @@ bool TemplateLibrary::ReadFolders(FolderListings& listings)
         return false;
     }
     table.BuildFolderTable(walk, listings, progress, state.TemplatesPath);
+    if (MayBeTidied(shell, state.TemplatesPath))
+        table.RemoveEmptyFolders(state.TemplatesPath);
     return true;
 }
 

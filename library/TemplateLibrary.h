@@ -5,6 +5,7 @@
 #include "library/Catalog.h"
 #include "library/FolderTable.h"
 #include "library/FolderTree.h"
+#include "platform/Shell.h"
 #include "ui/TreeView.h"
 
 #include <functional>
@@ -16,9 +17,9 @@ namespace library {
 /// The library as the main window shows it: reads the folders from the disk into the folder table and the tree view.
 class TemplateLibrary {
 public:
-    TemplateLibrary(ui::TreeView& tree, platform::FileSystem& files, platform::Locale& locale, app::Settings& settings,
-                    app::Messages& messages, app::LoadProgress& progress, const app::StringTable& strings,
-                    const app::StartUpState& state);
+    TemplateLibrary(ui::TreeView& tree, platform::FileSystem& files, platform::Shell& shell, platform::Locale& locale,
+                    app::Settings& settings, app::Messages& messages, app::LoadProgress& progress,
+                    const app::StringTable& strings, const app::StartUpState& state);
 
     /// Set before a load that must read the disk; a load clears it.
     bool FullLoad{true};
@@ -38,6 +39,8 @@ public:
     /// Stores the selected node as the one to come back to.
     void RememberSelection();
 
+    /// Whether the last load from the disk found a template.
+    bool HoldsTemplates() const { return table.HoldsTemplates(); }
     bool Loading() const { return loading; }
     /// The library as data.
     const Catalog& Contents() const { return catalog; }
@@ -56,6 +59,7 @@ public:
 
 private:
     platform::FileSystem& files;
+    platform::Shell& shell;
     app::Settings& settings;
     app::Messages& messages;
     app::LoadProgress& progress;

@@ -28,4 +28,7 @@ inline constexpr std::uint16_t FileNotFound = 126, PreviousInstance = 140, TabAl
                                DeleteWithFindPane = 523, DropOnlyFavorites = 531, UnableToLaunch = 545,
                                ClearRecentQuestion = 565, LaunchedNameEnd = 566, NotAbleToLaunchEnd = 571;
 
+inline constexpr std::uint16_t EmptyLibraryQuestion = 600, HiddenNameQuestion = 601, FolderNameEnd = 602,
+                               FolderNameDevice = 603, TemplatesToDelete = 604, TemplateToDelete = 605;
+
 } // namespace app::str

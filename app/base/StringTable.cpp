@@ -42,9 +42,4 @@ std::string_view StringTable::Own(std::uint16_t id)
     return row != std::end(rows) && row->id == id ? row->text : std::string_view{};
 }
 
-std::size_t StringTable::Rows()
-{
-    return std::size(rows);
-}
-
 } // namespace app

@@ -23,7 +23,6 @@ public:
 
     /// The program's own text.
     static std::string_view Own(std::uint16_t id);
-    static std::size_t Rows();
 
 private:
     platform::ResourceLibrary& library;

@@ -64,7 +64,7 @@ void Browser::Open(std::string hostKind, std::string arg2, std::string arg3, std
     if (main == nullptr || !main->IsOpen())
         PostEnd();
     else
-        PostFirstRunPrompt();
+        PostQuestions();
 }
 
 bool Browser::Run()
@@ -154,10 +154,12 @@ void Browser::Post(std::function<void()> task)
     });
 }
 
-void Browser::PostFirstRunPrompt()
+void Browser::PostQuestions()
 {
-    // A host's call must not wait for the user's answer, and whatever the start still did may have run messages.
+    // A host's call must not wait for the user's answers, and whatever the start still did may have run messages.
     Post([this] {
+        if (main != nullptr && main->IsOpen())
+            main->AskAboutEmptyLibrary();
         if (main != nullptr && main->IsOpen())
             main->PromptForFirstProfile();
     });

@@ -49,7 +49,7 @@ private:
     /// Runs it from the message loop, unless this browser is gone by then.
     void Post(std::function<void()> task);
     /// Asks a new user for a profile.
-    void PostFirstRunPrompt();
+    void PostQuestions();
     void PostEnd();
 };
 

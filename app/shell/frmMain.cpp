@@ -26,8 +26,9 @@ constexpr int FactsHeight = 840; ///< four lines of text
 
 frmMain::frmMain(Program& program)
     : Form{program.toolkit, "frmMain", Style::Sizable}, program{program},
-      templateLibrary{tvTreeView,       program.platform.files, program.platform.locale, program.settings,
-                      program.messages, program.progress,       program.strings,         program.state},
+      templateLibrary{tvTreeView,       program.platform.files, program.platform.shell, program.platform.locale,
+                      program.settings, program.messages,       program.progress,       program.strings,
+                      program.state},
       favorites{program.platform.files, program.settings, program.messages,
                 program.strings,        program.state,    program.toolkit},
       folders{tvTreeView,       templateLibrary,  favorites,       program.platform.files,

@@ -74,6 +74,10 @@ public:
     void mnuRecentDocuments_Click();
     /// Asks how long recent documents are remembered.
     void mnuHistory_Click();
+    /// Lets the user choose another templates path, and shows what is there.
+    void mnuTemplatesPath_Click();
+    /// A library without templates may be the wrong folder: asks once for each such path.
+    void AskAboutEmptyLibrary();
     /// Invites a new user to enter a profile.
     void PromptForFirstProfile();
     /// Opens a recent file, 1 to 10.

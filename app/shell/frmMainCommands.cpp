@@ -81,6 +81,8 @@ void frmMain::AddCommands()
     commands.Add({.name = "mnuRecentDocuments", .caption = 379, .toolTip = 479, .image = "recent",
                   .run = [this] { mnuRecentDocuments_Click(); }});
     commands.Add({.name = "mnuHistory", .caption = 479, .toolTip = 479, .run = [this] { mnuHistory_Click(); }});
+    commands.Add({.name = "mnuTemplatesPath", .caption = 325, .run = [this] { mnuTemplatesPath_Click(); },
+                  .enabled = [this] { return !templateLibrary.Loading() && !program.state.FindPaneOpen; }});
     commands.Add({.name = "mnuRecentSeparator", .visible = [this] { return !recentFiles.List().empty(); }});
     for (std::size_t number = 1; number <= browser::RecentFiles::Limit; ++number)
         commands.Add({.name = "mnuFile" + std::to_string(number), .run = [this, number] { mnuFile_Click(number); },
@@ -185,7 +187,8 @@ void frmMain::BuildMenus()
           "mnuViewFolderList", "mnuViewPreviewPane", "-", "mnuRefreshTV"}},
         {"mnuOptions",
          121,
-         {"mnuSettingsWord", "mnuSettingsPPT", "mnuSettingsXL", "mnuSettingsPhoto", "-", "mnuHistory"}},
+         {"mnuSettingsWord", "mnuSettingsPPT", "mnuSettingsXL", "mnuSettingsPhoto", "-", "mnuHistory",
+          "mnuTemplatesPath"}},
         {"mnuProfiles", 373, {"mnuProfileEdit", "mnuProfileManage", "mnuProfileImportExport"}},
         {"mnuTools",
          392,

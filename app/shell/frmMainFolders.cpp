@@ -2,14 +2,23 @@
 #include "app/shell/frmMain.h"
 
 #include "app/base/StringId.h"
+#include "app/shell/frmTemplatesPath.h"
 #include "browser/frmOptionsHistory.h"
 #include "browser/frmRecentDocuments.h"
 #include "library/CategoryPath.h"
 #include "library/TemplateFiles.h"
+#include "platform/Path.h"
+#include "platform/Text.h"
 
 #include <algorithm>
 
 namespace app {
+namespace {
+
+/// The path about which the user has said that it is right although nothing is in it.
+constexpr std::string_view EmptyLibrarySetting = "Empty Templates Path";
+
+} // namespace
 
 void frmMain::WireFolders()
 {
@@ -103,6 +112,32 @@ void frmMain::mnuHistory_Click()
     const Busy guard{*this};
     browser::frmOptionsHistory form{program, recentDocuments, [this] { help.Open("Recent Documents HTML"); }};
     form.ShowModal();
+}
+
+void frmMain::mnuTemplatesPath_Click()
+{
+    const Busy guard{*this};
+    if (!ChooseTemplatesPath(program))
+        return;
+    ClearViewState();
+    favorites.GetFavoritesFromRegistry();
+    templateLibrary.FullLoad = true;
+    if (LoadTreeView())
+        FillList();
+    RefreshCommands();
+}
+
+void frmMain::AskAboutEmptyLibrary()
+{
+    const std::string folder{platform::path::WithoutTrailingSeparator(program.state.TemplatesPath)};
+    if (templateLibrary.HoldsTemplates() || templateLibrary.NoFoldersFound ||
+        program.settings.Text("Browser", EmptyLibrarySetting) == folder)
+        return;
+    const Busy guard{*this};
+    if (program.messages.Ask(platform::text::Replaced(program.Text(str::EmptyLibraryQuestion), "%1", folder)))
+        mnuTemplatesPath_Click();
+    else
+        (void)program.settings.Save("Browser", EmptyLibrarySetting, folder);
 }
 
 bool frmMain::OpenDocument(const std::string& path)

@@ -2,6 +2,7 @@
 
 #include "app/base/Captions.h"
 #include "app/base/StringId.h"
+#include "library/LibraryFolder.h"
 #include "platform/Path.h"
 
 namespace app {
@@ -69,23 +70,36 @@ void frmTemplatesPath::cmdRetry_Click()
 
 void frmTemplatesPath::cmdNew_Click()
 {
-    StartUpState& state = program.state;
-    const auto chosen = program.toolkit.BrowseForFolder(
-        program.Text(state.AccessHddTemplates ? str::HddPathPrompt : str::CdPathPrompt), state.TemplatesPath);
-    if (!chosen)
-        return;
-    if (!CanRead(program, *chosen)) {
-        program.messages.Inform(str::SelectedPathUnreadable);
+    readable = ChooseTemplatesPath(program);
+    if (readable)
+        Close();
+    else
         cmdNew.SetFocus();
-        return;
+}
+
+bool ChooseTemplatesPath(Program& program)
+{
+    StartUpState& state = program.state;
+    const auto chosen =
+        program.toolkit.BrowseForFolder(program.Text(state.AccessHddTemplates ? str::HddPathPrompt : str::CdPathPrompt),
+                                        std::string{platform::path::WithoutTrailingSeparator(state.TemplatesPath)});
+    if (!chosen)
+        return false;
+    // A folder of something else must not become the library: what is empty in a library is removed.
+    const bool isLibrary = [&] {
+        const ui::Hourglass hourglass{program.toolkit};
+        return platform::path::IsAbsolute(*chosen) && library::HoldsTemplates(program.platform.files, *chosen);
+    }();
+    if (!isLibrary) {
+        program.messages.Inform(str::SelectedPathUnreadable);
+        return false;
     }
     (state.AccessHddTemplates ? state.HddTemplatesPath : state.CdromTemplatesPath) = *chosen;
     state.TemplatesPath = *chosen + "\\";
     if (!program.settings.Save("Browser", state.AccessHddTemplates ? "HDD Templates Path" : "CDROM Templates Path",
                                *chosen))
         program.messages.Stop(str::SetValueFailed);
-    readable = true;
-    Close();
+    return true;
 }
 
 } // namespace app

@@ -33,4 +33,8 @@ private:
     void ShowReason();
 };
 
+/// Lets the user choose another templates path and stores it for the location in use (hard disk or CD). A folder
+/// without a single template is refused with string 338 before anything is stored. True when another one is in use now.
+bool ChooseTemplatesPath(Program& program);
+
 } // namespace app

@@ -1,9 +1,9 @@
 #include "platform/memory/MemoryFileSystem.h"
 
 #include "platform/FileName.h"
+#include "platform/NameOrder.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
-#include "platform/memory/NameOrder.h"
 
 #include <algorithm>
 #include <stdexcept>

@@ -1,7 +1,7 @@
 #include "platform/memory/MemoryRegistry.h"
 
+#include "platform/NameOrder.h"
 #include "platform/Text.h"
-#include "platform/memory/NameOrder.h"
 
 #include <algorithm>
 

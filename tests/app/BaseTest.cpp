@@ -18,7 +18,10 @@ protected:
 
 TEST_F(BaseTest, TheTableHoldsEveryTextAsItIsStored)
 {
-    EXPECT_EQ(app::StringTable::Rows(), 445u);
+    std::size_t rowsUpTo548 = 0; // later ones are this program's own
+    for (std::uint16_t id = 0; id <= 548; ++id)
+        rowsUpTo548 += app::StringTable::Own(id).empty() ? 0 : 1;
+    EXPECT_EQ(rowsUpTo548, 431u);
     const std::pair<std::uint16_t, const char*> rows[] = {
         // clang-format off
         {101, "&File"}, {106, "Enter a valid number."}, {154, "Empty"}, {172, ""}, {548, "Tessaly"}, {549, ""}, {0, ""},

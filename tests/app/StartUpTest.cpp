@@ -275,7 +275,12 @@ TEST_F(StartUpTest, ANewPathIsStoredForTheLocationInUse)
         PutSetting("Browser", "Access HDD_Templates", hdd ? "True" : "False");
         PutSetting("Browser", "HDD Templates Path", "Q:\\Old");
         PutSetting("Browser", "CDROM Templates Path", "R:\\Old");
-        toolkit.FolderChoices = {std::nullopt, "S:\\NotThere", std::string{Templates}};
+        system.files.AddFile("C:\\Windows\\Fonts\\readme.txt");
+        system.files.AddFile("C:\\Windows\\A\\B\\C\\D\\E\\deeper than the walk.swt");
+        system.files.AddFile("C:\\Windows\\of no category.swt");
+        system.files.AddFolder("C:\\Windows\\Empty");
+        toolkit.FolderChoices = {std::nullopt, "S:\\NotThere", "C:\\Windows", std::string{Templates}};
+        toolkit.ExpectMessage(Text(338), Icon::Information);
         toolkit.ExpectMessage(Text(338), Icon::Information);
         toolkit.OnModal<app::frmTemplatesPath>("frmTemplatesPath", [&](auto& dialog) {
             dialog.cmdRetry.UserClicks(); // which changes nothing
@@ -283,13 +288,33 @@ TEST_F(StartUpTest, ANewPathIsStoredForTheLocationInUse)
             EXPECT_TRUE(dialog.IsOpen());
             dialog.cmdNew.UserClicks(); // and now chooses a folder that is gone
             EXPECT_TRUE(dialog.IsOpen());
+            dialog.cmdNew.UserClicks(); // or is no library
+            EXPECT_TRUE(Setting("Browser", hdd ? "HDD Templates Path" : "CDROM Templates Path").ends_with("Old"));
             dialog.cmdNew.UserClicks();
         });
         Restart();
         EXPECT_NE(Main().tvTreeView.Find("Letters"), nullptr);
         EXPECT_EQ(Setting("Browser", "HDD Templates Path"), hdd ? "C:\\Templates" : "Q:\\Old");
         EXPECT_EQ(Setting("Browser", "CDROM Templates Path"), hdd ? "R:\\Old" : "C:\\Templates");
+        EXPECT_TRUE(system.files.Exists("C:\\Windows\\Empty"));
     }
+}
+
+TEST_F(StartUpTest, ALibraryWithoutTemplatesIsAskedAboutOnceAndAnotherOneCanBeChosen)
+{
+    const std::string question = "There are no templates in 'E:\\Pictures'. Do you want to choose another folder?";
+    SetTemplatesPath("E:\\Pictures");
+    system.files.AddFile("E:\\Pictures\\Summer\\beach.jpg");
+    for (const bool first : {true, false}) {
+        Restart();
+        if (first)
+            toolkit.ExpectMessage(question, Icon::Question, Answer::No);
+        toolkit.RunPosted();
+    }
+    toolkit.FolderChoices = {std::string{Templates}};
+    EXPECT_TRUE(Main().Commands().Run("mnuTemplatesPath"));
+    EXPECT_EQ(Setting("Browser", "HDD Templates Path"), "C:\\Templates");
+    EXPECT_NE(Main().tvTreeView.Find("Letters\\Formal"), nullptr);
 }
 
 TEST_F(StartUpTest, AnEmptyLibraryLeavesTheWindowOpenAndEmpty)

@@ -59,6 +59,27 @@ TEST_F(FavoritesTest, ADriveThatIsAwayOrAFileThatCannotBeReadCostsNobodyHisList)
     EXPECT_EQ(favorites.FavoritesList().size(), 2u);
 }
 
+TEST_F(FavoritesTest, AnotherLibraryCostsNobodyHisList)
+{
+    AddFavorites({"Letters\\Memo.swt", "Business\\Budget.ccw"});
+    Start(); // sees them here
+    system.files.AddFile("E:\\Other\\Letters\\Memo.swt");
+    system.files.AddFile("E:\\Other\\Cards\\Birthday.swt");
+    toolkit.FolderChoices = {"E:\\Other", std::string{Templates}};
+    Main().Commands().Run("mnuTemplatesPath");
+    Main().tvTreeView.UserSelects("Cards");
+    Main().UserPresses(ui::Ctrl('D'));
+    EXPECT_EQ(Main().Favorites().FavoritesList(), (Texts{"Letters\\Memo.swt", "Cards\\Birthday.swt"}));
+    Restart();
+    EXPECT_EQ(StoredFavorites().size(), 3u);
+
+    Main().Commands().Run("mnuTemplatesPath"); // back
+    EXPECT_EQ(Main().Favorites().FavoritesList(), (Texts{"Letters\\Memo.swt", "Business\\Budget.ccw"}));
+    system.files.Remove(InLibrary("Letters\\Memo.swt"));
+    Restart();
+    EXPECT_EQ(StoredFavorites(), (Texts{"Business\\Budget.ccw", "Cards\\Birthday.swt"})) << "gone from its own library";
+}
+
 TEST_F(FavoritesTest, APathThatIsPartOfAFavouriteIsNotAddedAgain)
 {
     AddTemplates({"Letters\\My Memo.swt"});

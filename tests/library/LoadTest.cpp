@@ -216,6 +216,20 @@ TEST_F(LoadTest, WhatIsNoTreeOfOursKeepsEveryEmptyFolder)
         Texts categories;
     } cases[] = {
         {"no template at all", {"Fonts\\readme.txt"}, {"Drivers", "Logs\\Old", "Fonts\\Old"}, [] {}, {}},
+        {"e-books alone, as any folder may hold them", {"Papers\\a.pdf"}, {"Empty"}, [] {}, {"Papers"}},
+        {"a folder with the user's documents in it",
+         {"A\\x.swt"},
+         {"Empty"},
+         [&] { system.shell.SetFolderPath(platform::KnownFolder::Personal, InLibrary("A")); },
+         {"A"}},
+        {"a folder of the system",
+         {"A\\x.swt"},
+         {"Empty"},
+         [&] {
+             system.shell.SetFolderPath(platform::KnownFolder::Personal, "D:\\Me");
+             system.shell.SetFolderPath(platform::KnownFolder::Windows, "C:\\");
+         },
+         {"A"}},
         {"a folder that cannot be read ends the pass",
          {"A\\x.swt", "B\\x.swt", "C\\x.swt"},
          {},
@@ -237,11 +251,13 @@ TEST_F(LoadTest, WhatIsNoTreeOfOursKeepsEveryEmptyFolder)
         AddTemplates(which.files);
         for (const std::string& folder : which.emptyFolders)
             system.files.AddFolder(InLibrary(folder));
+        End();
         which.prepare();
         const auto before = system.files.Snapshot();
-        Restart();
+        Start();
         EXPECT_EQ(system.files.Snapshot(), before);
         EXPECT_EQ(Categories(), which.categories);
+        system.shell.SetFolderPath(platform::KnownFolder::Windows, "C:\\Windows");
     }
 }
 

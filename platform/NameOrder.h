@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace platform::memory {
+namespace platform {
 
 /// Names compared by this key stand in the order in which the system keeps sorted names: by their capital letters, so
 /// that "_" follows the letters.
@@ -19,4 +19,4 @@ inline std::string NameOrderKey(std::string_view name)
     return key;
 }
 
-} // namespace platform::memory
+} // namespace platform
