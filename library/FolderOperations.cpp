@@ -3,9 +3,11 @@
 #include "app/base/StringId.h"
 #include "library/CategoryPath.h"
 #include "library/FolderRemoval.h"
+#include "library/FolderWalk.h"
 #include "library/TemplateFiles.h"
 #include "platform/FileName.h"
 #include "platform/Path.h"
+#include "platform/Scoped.h"
 #include "platform/Text.h"
 
 namespace library {
@@ -13,6 +15,7 @@ namespace {
 
 namespace path = platform::path;
 using app::str::CloseFindPane;
+using platform::text::Replaced;
 
 constexpr std::size_t LongestFolderName = 40; ///< characters
 
@@ -24,16 +27,18 @@ bool IsTopLevel(const Catalog::Folder* folder)
 } // namespace
 
 FolderOperations::FolderOperations(ui::TreeView& tree, TemplateLibrary& library, Favorites& favorites,
-                                   platform::FileSystem& files, app::Settings& settings, app::Messages& messages,
-                                   const app::StringTable& strings, const app::StartUpState& state)
-    : tree{tree}, library{library}, favorites{favorites}, files{files}, settings{settings}, messages{messages},
-      strings{strings}, state{state}
+                                   platform::FileSystem& files, platform::Shell& shell, app::Settings& settings,
+                                   app::Messages& messages, const app::StringTable& strings,
+                                   const app::StartUpState& state)
+    : tree{tree}, library{library}, favorites{favorites}, files{files}, shell{shell}, settings{settings},
+      messages{messages}, strings{strings}, state{state}
 {
     tree.BeforeLabelEdit = [this](ui::TreeView::Node& node, std::string& text) {
         const Catalog::Folder* folder = this->library.Tree().Of(node);
         if (!CanRename(folder))
             return false;
-        text = path::Name(folder->path); // without what the tree adds to show an e-book
+        // Without what the tree adds to show an e-book.
+        text = typed ? *typed : std::string{path::Name(folder->path)};
         return true;
     };
 }
@@ -64,19 +69,35 @@ void FolderOperations::Rename(const Catalog::Folder* folder, const std::string& 
         return;
     if (const auto refusal = RefusalOf(from, newName)) {
         messages.Inform(*refusal);
-        ReloadAt(from);
+        EditAgain(from, newName);
+        return;
+    }
+    const auto stopper = FolderWalk::Hides(files, state.TemplatesPath, path::Parent(from), newName);
+    if (stopper && messages.Ask(Replaced(Replaced(strings.LoadString(app::str::HiddenNameQuestion), "%1", newName),
+                                         "%2", *stopper))) {
+        EditAgain(from, newName);
         return;
     }
     const std::string to = path::Join(path::Parent(from), newName);
     // Also after a failure: the folder may be called otherwise, or be gone.
     library.FullLoad = true;
     if (!Move(from, to)) {
-        ReloadAt(from);
+        EditAgain(from, newName);
         return;
     }
     if (Renamed)
         Renamed(DiskPath(state.TemplatesPath, from), DiskPath(state.TemplatesPath, to));
     ReloadAt(to);
+}
+
+void FolderOperations::EditAgain(const std::string& category, const std::string& newName)
+{
+    ReloadAt(category);
+    const Catalog::Folder* folder = library.Tree().Selected();
+    if (folder == nullptr || folder->path != category)
+        return; // it is gone
+    const platform::Scoped offered{typed, std::optional{newName}};
+    tree.StartLabelEdit();
 }
 
 std::optional<std::string> FolderOperations::RefusalOf(const std::string& category, const std::string& newName) const
@@ -95,8 +116,12 @@ std::optional<std::string> FolderOperations::RefusalOf(const std::string& catego
         return forbidden;
     if (newName.starts_with('.'))
         return strings.LoadString(app::str::FolderNameStart) + ".";
-    if (platform::file_name::HasControlCharacter(newName) || platform::file_name::IsReserved(newName))
+    if (platform::file_name::HasControlCharacter(newName))
         return forbidden;
+    if (platform::file_name::IsShortened(newName))
+        return strings.LoadString(app::str::FolderNameEnd);
+    if (platform::file_name::IsDevice(newName))
+        return Replaced(strings.LoadString(app::str::FolderNameDevice), "%1", newName);
     // Folders of these names are the library's own: it would not show the category any more.
     if (platform::text::EqualIgnoringCase(newName, PreviewsFolder) ||
         newName == strings.LoadString(app::str::CreateNew) ||
@@ -135,12 +160,19 @@ void FolderOperations::DeleteSelected()
         return;
     }
     const std::string category = folder->path;
-    if (!messages.Ask(strings.LoadString(app::str::DeleteFolderQuestion) + "\"" + std::string{path::Name(category)} +
-                      "\"" + strings.LoadString(app::str::DeleteFolderContents)))
+    FolderRemoval removal{files, shell, state.TemplatesPath};
+    std::string question = strings.LoadString(app::str::DeleteFolderQuestion) + "\"" +
+                           std::string{path::Name(category)} + "\"" +
+                           strings.LoadString(app::str::DeleteFolderContents);
+    if (const auto count = removal.CountTemplates(category))
+        question += "\r\n\r\n" + (*count == 1 ? strings.LoadString(app::str::TemplateToDelete)
+                                              : Replaced(strings.LoadString(app::str::TemplatesToDelete), "%1",
+                                                         std::to_string(*count)));
+    if (!messages.Ask(std::move(question), ui::Answer::No))
         return;
     if (ReleaseViews)
         ReleaseViews();
-    const bool isRemoved = FolderRemoval{files, state.TemplatesPath}.Remove(category);
+    const bool isRemoved = removal.Remove(category);
     favorites.GetFavoritesFromRegistry(); // those that lay in the folder are gone
     library.FullLoad = true;
     ReloadAt(path::Parent(category));

@@ -14,8 +14,8 @@ namespace library {
 class FolderOperations {
 public:
     FolderOperations(ui::TreeView& tree, TemplateLibrary& library, Favorites& favorites, platform::FileSystem& files,
-                     app::Settings& settings, app::Messages& messages, const app::StringTable& strings,
-                     const app::StartUpState& state);
+                     platform::Shell& shell, app::Settings& settings, app::Messages& messages,
+                     const app::StringTable& strings, const app::StartUpState& state);
 
     /// Called before a folder is deleted: whatever shows its files must let go of them.
     std::function<void()> ReleaseViews;
@@ -28,8 +28,9 @@ public:
     void StartRename();
     /// Whether the folder can be given another name at all; says nothing.
     bool CanRename(const Catalog::Folder* folder) const;
-    /// Gives the folder the name that the user typed. A refusal, and a failure of the disk, are told, and leave
-    /// everything as it was.
+    /// Gives the folder the name that the user typed. A refusal, and a failure of the disk, are told, leave everything
+    /// as it was, and open the label again with what was typed. A name under which the library would not find the
+    /// folder is asked about.
     void Rename(const Catalog::Folder* folder, const std::string& newName);
     /// Asks, then deletes the selected folder with its templates.
     void DeleteSelected();
@@ -42,11 +43,14 @@ private:
     TemplateLibrary& library;
     Favorites& favorites;
     platform::FileSystem& files;
+    platform::Shell& shell;
     app::Settings& settings;
     app::Messages& messages;
     const app::StringTable& strings;
     const app::StartUpState& state;
+    std::optional<std::string> typed; ///< offered when a label opens again
 
+    void EditAgain(const std::string& category, const std::string& newName);
     /// Moves the folder on the disk, and with it the favourites in it. Tells a failure.
     bool Move(const std::string& from, const std::string& to);
     void ReloadAt(const std::string& category);

@@ -24,15 +24,37 @@ bool IsBelowTopLevel(const std::string& category)
 
 } // namespace
 
-bool FolderRemoval::Remove(const std::string& category)
+std::optional<std::size_t> FolderRemoval::CountTemplates(const std::string& category)
+{
+    if (!List(category))
+        return std::nullopt;
+    std::size_t count = 0;
+    for (const Folder& folder : folders)
+        count += folder.isPreviews ? 0 : folder.doomed.size();
+    return count;
+}
+
+bool FolderRemoval::List(const std::string& category)
 {
     if (!IsBelowTopLevel(category) || !IsOwnFolder(files, templatesPath, path::Parent(category)))
         return false;
     // All is listed before anything is deleted: a deletion changes what a running listing gives, and a folder that
     // cannot be listed should be known of before half of it is gone.
     folders.clear();
-    if (!ListAll(category))
+    return ListAll(category);
+}
+
+bool FolderRemoval::Remove(const std::string& category)
+{
+    if (!List(category))
         return false;
+    const bool isWhole =
+        std::ranges::none_of(folders, [](const Folder& folder) { return folder.isLink || folder.holdsOthers; });
+    if (isWhole && IsOwnFolder(files, templatesPath, category)) {
+        const auto recycled = shell.Recycle(DiskPath(templatesPath, category));
+        if (recycled || recycled.error() != platform::error::NotSupported)
+            return recycled.has_value();
+    }
     bool isRemoved = true;
     for (const Folder& folder : folders | std::views::reverse)
         isRemoved = DeleteFolderAndContent(folder) && isRemoved;
@@ -44,7 +66,7 @@ bool FolderRemoval::ListAll(const std::string& category)
     const auto entry = files.Stat(DiskPath(templatesPath, category));
     if (!entry || !entry->IsFolder())
         return false;
-    folders.push_back({category, entry->IsLink(), false, {}});
+    folders.push_back({category, entry->IsLink(), false, false, {}});
     for (std::size_t i = 0; i < folders.size(); ++i)
         if (!IsCalledSo(folders[i]) || (!folders[i].isLink && !ListFolder(i)))
             return false;
@@ -66,10 +88,15 @@ bool FolderRemoval::ListFolder(std::size_t index)
         return false;
     for (const platform::FileEntry& entry : *listing) {
         if (entry.IsFolder())
-            folders.push_back(
-                {path::Join(folder, entry.name), entry.IsLink(), EqualIgnoringCase(entry.name, PreviewsFolder), {}});
+            folders.push_back({path::Join(folder, entry.name),
+                               entry.IsLink(),
+                               EqualIgnoringCase(entry.name, PreviewsFolder),
+                               false,
+                               {}});
         else if (folders[index].isPreviews || TemplateTypeOf(entry.name))
             folders[index].doomed.push_back(entry.name);
+        else
+            folders[index].holdsOthers = true;
     }
     return true;
 }

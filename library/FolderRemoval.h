@@ -1,7 +1,9 @@
 #pragma once
 
 #include "platform/FileSystem.h"
+#include "platform/Shell.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,14 +14,18 @@ namespace library {
 /// points at is never listed and never touched.
 class FolderRemoval {
 public:
-    FolderRemoval(platform::FileSystem& files, std::string templatesPath)
-        : files{files}, templatesPath{std::move(templatesPath)}
+    FolderRemoval(platform::FileSystem& files, platform::Shell& shell, std::string templatesPath)
+        : files{files}, shell{shell}, templatesPath{std::move(templatesPath)}
     {
     }
 
-    /// `category` is relative to the templates path and lies below a top-level folder. False when anything of it is
-    /// still there; what could be removed is gone then, but nothing is when a folder could not be listed
-    /// or has a name by which the system finds another one.
+    /// How many templates a removal would take; nothing when a folder cannot be listed.
+    std::optional<std::size_t> CountTemplates(const std::string& category);
+
+    /// `category` is relative to the templates path and lies below a top-level folder. Where the volume has a recycle
+    /// bin, and there is neither a link nor a file of another kind in it, it goes there as one. False when anything of
+    /// it is still there; what could be removed is gone then, but nothing is when a folder could not be listed
+    /// or has a name by which the system finds another one, or when the recycle bin did not take it.
     bool Remove(const std::string& category);
 
 private:
@@ -27,13 +33,16 @@ private:
         std::string path; ///< relative to the templates path
         bool isLink{};
         bool isPreviews{};
+        bool holdsOthers{};              ///< files that stay
         std::vector<std::string> doomed; ///< names of the files to delete
     };
 
     platform::FileSystem& files;
+    platform::Shell& shell;
     std::string templatesPath;
     std::vector<Folder> folders; ///< parents before children
 
+    bool List(const std::string& category);
     bool ListAll(const std::string& category);
     bool ListFolder(std::size_t index);
     bool DeleteFolderAndContent(const Folder& folder);

@@ -24,6 +24,7 @@ inline constexpr Error NotSameDevice{17};
 inline constexpr Error NotReady{21};
 inline constexpr Error GeneralFailure{31};
 inline constexpr Error SharingViolation{32};
+inline constexpr Error NotSupported{50};
 inline constexpr Error FileExists{80};
 inline constexpr Error InvalidParameter{87};
 inline constexpr Error DiskFull{112};

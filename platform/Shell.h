@@ -59,6 +59,11 @@ public:
     virtual Result<Ticket> RunAndWatch(std::string_view application, std::string_view commandLine, WindowStyle style,
                                        std::function<void(std::uint32_t exitCode)> ended) = 0;
 
+    /// Moves a folder with all that is in it to the recycle bin, as one. error::NotSupported where its volume has none,
+    /// and nothing was done; after every other error the folder is where it was. The caller sees to it that there are
+    /// no links in it.
+    virtual Result<> Recycle(std::string_view folder) = 0;
+
     /// A folder's path without a trailing separator.
     virtual Result<std::string> FolderPath(KnownFolder folder) = 0;
 };

@@ -22,6 +22,7 @@ struct MessageBox {
     std::string title;
     Icon icon{Icon::None};
     MessageButtons buttons{};
+    Answer proposed{Answer::Yes}; ///< of Yes and No: the one that Enter gives
 };
 
 /// A question for an existing file.

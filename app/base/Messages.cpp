@@ -2,10 +2,10 @@
 
 namespace app {
 
-bool Messages::Ask(std::string text)
+bool Messages::Ask(std::string text, ui::Answer proposed)
 {
-    return toolkit.ShowMessage({std::move(text), state.ProductCaption, ui::Icon::Question,
-                                ui::MessageButtons::YesNo}) == ui::Answer::Yes;
+    return toolkit.ShowMessage({std::move(text), state.ProductCaption, ui::Icon::Question, ui::MessageButtons::YesNo,
+                                proposed}) == ui::Answer::Yes;
 }
 
 void Messages::Show(std::string text, ui::Icon icon)

@@ -23,8 +23,9 @@ public:
     void Stop(std::uint16_t id) { Stop(strings.LoadString(id)); }
     void Plain(std::string text) { Show(std::move(text), ui::Icon::None); }
     void Plain(std::uint16_t id) { Plain(strings.LoadString(id)); }
-    /// A question with the buttons Yes and No; true for Yes.
-    bool Ask(std::string text);
+    /// A question with the buttons Yes and No; true for Yes. Enter gives what is proposed: No where a Yes cannot be
+    /// taken back.
+    bool Ask(std::string text, ui::Answer proposed = ui::Answer::Yes);
     bool Ask(std::uint16_t id) { return Ask(strings.LoadString(id)); }
 
 private:

@@ -31,7 +31,7 @@ frmMain::frmMain(Program& program)
                       program.state},
       favorites{program.platform.files, program.settings, program.messages,
                 program.strings,        program.state,    program.toolkit},
-      folders{tvTreeView,       templateLibrary,  favorites,       program.platform.files,
+      folders{tvTreeView,       templateLibrary,  favorites,       program.platform.files, program.platform.shell,
               program.settings, program.messages, program.strings, program.state},
       tabs{program.settings, program.strings, fileTypeTabStrip}, reader{templateLibrary.Contents(),
                                                                         program.platform.files, program.state,

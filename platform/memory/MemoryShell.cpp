@@ -124,6 +124,21 @@ Result<> MemoryShell::Start(std::string_view application, std::string_view comma
     return standIn ? standIn(runs.back()) : Result<>{};
 }
 
+Result<> MemoryShell::Recycle(std::string_view folder)
+{
+    if (const auto fault = faults.Enter("Shell.Recycle", folder))
+        return std::unexpected{*fault};
+    if (!hasRecycleBin)
+        return std::unexpected{error::NotSupported};
+    // A move to another place is what the system does, and what another program's open file keeps it from.
+    const std::string place = "C:\\$Recycle.Bin\\" + std::to_string(recycled.size());
+    files.AddFolder("C:\\$Recycle.Bin");
+    if (const auto moved = files.Move(folder, place); !moved)
+        return moved;
+    recycled.emplace_back(folder);
+    return {};
+}
+
 Result<std::string> MemoryShell::FolderPath(KnownFolder folder)
 {
     constexpr const char* names[] = {"Personal", "ProgramFolder", "Windows", "Temporary"};

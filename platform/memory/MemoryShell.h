@@ -25,7 +25,7 @@ public:
         friend bool operator==(const Started&, const Started&) = default;
     };
 
-    MemoryShell(FaultPlan& plan, const MemoryFileSystem& fileSystem) : faults{plan}, files{fileSystem} {}
+    MemoryShell(FaultPlan& plan, MemoryFileSystem& fileSystem) : faults{plan}, files{fileSystem} {}
 
     int Open(std::string_view target, Verb verb) override;
     bool IsDangerous(std::string_view ending) override;
@@ -36,6 +36,7 @@ public:
                                      std::uint32_t milliseconds) override;
     Result<Ticket> RunAndWatch(std::string_view application, std::string_view commandLine, WindowStyle style,
                                std::function<void(std::uint32_t exitCode)> ended) override;
+    Result<> Recycle(std::string_view folder) override;
     Result<std::string> FolderPath(KnownFolder folder) override;
 
     /// Every target and program asked for, refused ones too, in order.
@@ -43,6 +44,9 @@ public:
     const std::vector<Started>& Runs() const { return runs; }
     /// Those of Opened that were asked for a new document.
     const std::vector<std::string>& OpenedForNew() const { return openedForNew; }
+    /// The folders that went to the recycle bin; there is one only when a test says so.
+    const std::vector<std::string>& Recycled() const { return recycled; }
+    void SetRecycleBin(bool isThere = true) { hasRecycleBin = isThere; }
     void Forget();
 
     /// No program opens files with this ending (".pdf") any more.
@@ -71,7 +75,9 @@ private:
                    bool elevated = false);
 
     FaultPlan& faults;
-    const MemoryFileSystem& files;
+    MemoryFileSystem& files;
+    bool hasRecycleBin{};
+    std::vector<std::string> recycled;
     std::vector<std::string> opened;
     std::vector<Started> runs;
     std::vector<std::string> openedForNew;

@@ -201,6 +201,28 @@ Result<Ticket> Win32Shell::RunAndWatch(std::string_view application, std::string
     return WatchProcess(std::move(*process), post, std::move(ended));
 }
 
+Result<> Win32Shell::Recycle(std::string_view folder)
+{
+    std::wstring place = ToUtf16(path::Normalized(folder));
+    const std::wstring root = ToUtf16(path::Root(folder));
+    SHQUERYRBINFO bin{};
+    bin.cbSize = sizeof bin;
+    // What the shell cannot recycle it deletes, in its own way: so it is only asked where there is surely a bin.
+    if (!path::IsAbsolute(folder) || folder.contains('\0') || place.size() >= MAX_PATH ||
+        GetDriveTypeW(root.c_str()) != DRIVE_FIXED || SHQueryRecycleBinW(root.c_str(), &bin) != S_OK)
+        return std::unexpected{error::NotSupported};
+    place.push_back(L'\0'); // a list of one
+    SHFILEOPSTRUCTW request{};
+    request.wFunc = FO_DELETE;
+    request.pFrom = place.c_str();
+    // A folder that the bin has no room for is asked about by the system.
+    request.fFlags = FOF_ALLOWUNDO | FOF_NOCONFIRMATION | FOF_NOERRORUI | FOF_SILENT | FOF_WANTNUKEWARNING;
+    const int failure = SHFileOperationW(&request);
+    if (failure != 0 || request.fAnyOperationsAborted)
+        return std::unexpected{error::AccessDenied};
+    return {};
+}
+
 Result<std::string> Win32Shell::FolderPath(KnownFolder folder)
 {
     switch (folder) {

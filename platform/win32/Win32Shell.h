@@ -21,6 +21,7 @@ public:
                                      std::uint32_t milliseconds) override;
     Result<Ticket> RunAndWatch(std::string_view application, std::string_view commandLine, WindowStyle style,
                                std::function<void(std::uint32_t exitCode)> ended) override;
+    Result<> Recycle(std::string_view folder) override;
     Result<std::string> FolderPath(KnownFolder folder) override;
 
 private:

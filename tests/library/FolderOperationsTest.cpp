@@ -23,10 +23,11 @@ protected:
         ASSERT_TRUE(Tree().EditedLabel());
         Tree().UserEndsLabelEdit(name);
     }
-    void ExpectDeleteQuestion(const std::string& name, Answer answer = Answer::Yes)
+    void ExpectDeleteQuestion(const std::string& name, const std::string& count, Answer answer = Answer::Yes)
     {
-        toolkit.ExpectMessage("Are you sure you want to delete \"" + name + "\" and all its contents?", Icon::Question,
-                              answer);
+        toolkit.ExpectMessage("Are you sure you want to delete \"" + name + "\" and all its contents?" +
+                                  (count.empty() ? "" : "\r\n\r\n" + count + " will be deleted."),
+                              Icon::Question, answer);
     }
     std::string Selected() { return Tree().Selected() != nullptr ? Tree().Selected()->key : std::string{}; }
 };
@@ -47,7 +48,9 @@ TEST_F(FolderTest, ANewNameIsRefusedInTheOrderOfItsFaults)
         {"Previews", taken}, {"Create New", taken}, {"", "Enter a folder name."}, {std::string(41, 'x'), tooLong},
         {std::string(40, 'x') + ":", tooLong}, {std::string(40, 'x') + "\xC3\xA4", tooLong}, {".a?", characters},
         {".hidden", "A folder name cannot start with a ."}, {"..", "A folder name cannot start with a ."},
-        {"a\\b", characters}, {"trail ", characters}, {"tab\tbed", characters}, {"com2.x", characters},
+        {"a\\b", characters}, {"tab\tbed", characters},
+        {"trail ", "A folder name cannot end with a dot or a blank."}, {"trail.", "A folder name cannot end with a dot or a blank."},
+        {"com2.x", "The name 'com2.x' belongs to a device of the system. Specify a different folder name."},
         // clang-format on
     };
     Start();
@@ -57,10 +60,36 @@ TEST_F(FolderTest, ANewNameIsRefusedInTheOrderOfItsFaults)
         toolkit.ExpectMessage(message, Icon::Information);
         Rename("Letters\\Formal", name);
         EXPECT_EQ(Selected(), "Letters\\Formal");
+        ASSERT_TRUE(Tree().EditedLabel());
+        EXPECT_EQ(Tree().EditedLabel()->text, name) << "to be mended";
         EXPECT_EQ(Tree().Find("Letters\\Formal")->text, "Formal");
         EXPECT_EQ(system.files.Snapshot(), disk);
         ASSERT_EQ(toolkit.NotAsScripted(), Texts{});
     }
+}
+
+TEST_F(FolderTest, ANameUnderWhichTheFolderWouldNotBeFoundIsAskedAbout)
+{
+    system.files.SetSorted();
+    AddTemplates({"Letters\\Previews\\Memo.jpg", "Letters\\Formal\\Previews\\Complaint.jpg",
+                  "Letters\\Formal\\A\\a.swt", "Letters\\Formal\\A\\B\\b.swt", "Letters\\Formal\\A\\cover.jpg"});
+    const auto question = [](const std::string& name, const std::string& stopper) {
+        return "Under the name '" + name + "' the folder would not be shown any more, because it would stand behind '" +
+               stopper + "'. Do you want to choose another name?";
+    };
+    Start();
+    toolkit.ExpectMessage(question("Zoo", "Previews"), Icon::Question, Answer::Yes);
+    Rename("Letters\\Formal", "Zoo");
+    ASSERT_TRUE(Tree().EditedLabel());
+    EXPECT_EQ(Tree().EditedLabel()->text, "Zoo");
+    Tree().UserEndsLabelEdit("official");
+    EXPECT_EQ(Selected(), "Letters\\official");
+    Rename("Letters\\official\\A", "Z"); // this level is listed to its end
+    EXPECT_EQ(Selected(), "Letters\\official\\Z");
+    toolkit.ExpectMessage(question("D", "cover.jpg"), Icon::Question, Answer::No);
+    Rename("Letters\\official\\Z\\B", "D"); // the user's own will
+    EXPECT_TRUE(system.files.Exists(InLibrary("Letters\\official\\Z\\D\\b.swt")));
+    EXPECT_EQ(Tree().Find("Letters\\official\\Z\\D"), nullptr);
 }
 
 TEST_F(FolderTest, ANameOfFortyCharactersAndOddButHonestOnesAreTaken)
@@ -112,6 +141,7 @@ TEST_F(FolderTest, AFolderInUseKeepsItsNameAndItsFavourites)
     EXPECT_EQ(Selected(), "Letters\\Formal");
     EXPECT_EQ(StoredFavorites(), Texts{"Letters\\Formal\\Complaint.swt"});
     EXPECT_EQ(Main().Favorites().FavoritesList(), Texts{"Letters\\Formal\\Complaint.swt"});
+    EXPECT_EQ(Tree().EditedLabel()->text, "Casual");
 
     system.files.Remove(InLibrary("Letters\\Formal"));
     toolkit.ExpectMessage(Text(519) + "\r\n" + Text(516), Icon::Information);
@@ -177,7 +207,7 @@ TEST_F(FolderTest, OpenBranchesStayOpenHoweverTheTreeIsBuiltAgain)
 
     system.files.SetHeldOpen(InLibrary("Letters\\Formal\\Complaint.swt"));
     system.files.Remove(InLibrary("Business\\Contracts"));
-    ExpectDeleteQuestion("Formal");
+    ExpectDeleteQuestion("Formal", "2 templates");
     toolkit.ExpectMessage(Text(515) + "\r" + Text(516), Icon::Critical);
     Main().Commands().Run("mnupopDeletefolder");
     EXPECT_TRUE(isOpen("Letters")) << "what could not be deleted is in sight";
@@ -195,12 +225,13 @@ TEST_F(FolderTest, DeletingAsksAndTakesTheTemplatesThePreviewsAndTheFoldersOfAny
     Start();
     Main().fileTypeTabStrip.UserSelects("Word");
     Select("Letters\\Formal");
-    ExpectDeleteQuestion("Formal", Answer::No);
+    ExpectDeleteQuestion("Formal", "3 templates", Answer::No);
     Tree().KeyDown(ui::Plain(ui::KeyCode::Delete));
     EXPECT_TRUE(system.files.Exists(InLibrary("Letters\\Formal\\Complaint.swt")));
     EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Complaint"});
 
-    ExpectDeleteQuestion("Formal");
+    EXPECT_EQ(toolkit.Messages.back().proposed, Answer::No) << "Enter deletes nothing";
+    ExpectDeleteQuestion("Formal", "3 templates");
     PutSetting("Browser", "LastTabSelected", "");
     Main().Commands().Run("mnupopDeletefolder");
     EXPECT_FALSE(system.files.Exists(InLibrary("Letters\\Formal")));
@@ -219,11 +250,12 @@ TEST_F(FolderTest, TheViewsLetGoOfTheFilesBeforeTheFirstOneIsDeleted)
 {
     Start();
     Select("Letters\\Formal");
-    ExpectDeleteQuestion("Formal");
+    ExpectDeleteQuestion("Formal", "1 template");
     int rowsAtDeletion = -1;
     std::string pictureAtDeletion = "?";
+    const std::size_t countingCalls = 5;
     system.faults.ForgetCalls();
-    system.faults.ChangeBefore(3, [&] {
+    system.faults.ChangeBefore(countingCalls + 3, [&] {
         rowsAtDeletion = Main().lvListView.Rows();
         pictureAtDeletion = Main().imgPreview.File();
     });
@@ -239,6 +271,7 @@ TEST_F(FolderTest, WhatCannotBeDeletedIsToldAndTheRestIsGone)
         const char* what;
         std::function<void()> prepare;
         Texts left;
+        const char* count = "2 templates";
     } cases[] = {
         {"a text file",
          [&] { system.files.AddFile(InLibrary("Letters\\Formal\\Sub\\read.me"), "mine"); },
@@ -249,10 +282,18 @@ TEST_F(FolderTest, WhatCannotBeDeletedIsToldAndTheRestIsGone)
          {"Sub", "Sub\\b.swt"}},
         {"a folder that cannot be listed: nothing goes",
          [&] { system.files.SetUnreadable(InLibrary("Letters\\Formal\\Sub")); },
-         {"Complaint.swt", "Sub", "Sub\\b.swt"}},
+         {"Complaint.swt", "Sub", "Sub\\b.swt"},
+         ""},
         {"a name that leads to the neighbour: nothing goes",
          [&] { system.files.AddShortenedFolder(InLibrary("Letters\\Formal"), "Sub."); },
-         {"Complaint.swt", "Sub", "Sub.", "Sub\\b.swt"}},
+         {"Complaint.swt", "Sub", "Sub.", "Sub\\b.swt"},
+         ""},
+        {"in use where there is a recycle bin: nothing goes",
+         [&] {
+             system.shell.SetRecycleBin();
+             system.files.SetHeldOpen(InLibrary("Letters\\Formal\\Sub\\b.swt"));
+         },
+         {"Complaint.swt", "Sub", "Sub\\b.swt"}},
     };
     for (const auto& which : cases) {
         SCOPED_TRACE(which.what);
@@ -261,7 +302,7 @@ TEST_F(FolderTest, WhatCannotBeDeletedIsToldAndTheRestIsGone)
         which.prepare();
         Restart();
         Select("Letters\\Formal");
-        ExpectDeleteQuestion("Formal");
+        ExpectDeleteQuestion("Formal", which.count);
         toolkit.ExpectMessage(failed, Icon::Critical);
         Main().Commands().Run("mnupopDeletefolder");
         Texts left;
@@ -274,6 +315,24 @@ TEST_F(FolderTest, WhatCannotBeDeletedIsToldAndTheRestIsGone)
     }
 }
 
+TEST_F(FolderTest, AFolderGoesToTheRecycleBinAsOneUnlessSomethingInItMustNotGo)
+{
+    system.shell.SetRecycleBin();
+    AddTemplates({"Letters\\Formal\\Sub\\b.swt", "Letters\\Formal\\Previews\\odd.txt", "Letters\\Mixed\\c.swt",
+                  "Letters\\Mixed\\read.me", "Letters\\Linked\\d.swt"});
+    system.files.AddFile("C:\\Outside\\precious.swt");
+    system.files.AddLink(InLibrary("Letters\\Linked\\Away"), "C:\\Outside");
+    library::FolderRemoval removal{system.files, system.shell, std::string{Templates} + "\\"};
+    EXPECT_EQ(removal.CountTemplates("Letters\\Formal"), 2u);
+    EXPECT_TRUE(removal.Remove("Letters\\Formal"));
+    EXPECT_FALSE(system.files.Exists(InLibrary("Letters\\Formal")));
+    EXPECT_FALSE(removal.Remove("Letters\\Mixed"));
+    EXPECT_TRUE(system.files.Exists(InLibrary("Letters\\Mixed\\read.me")));
+    EXPECT_TRUE(removal.Remove("Letters\\Linked"));
+    EXPECT_TRUE(system.files.Exists("C:\\Outside\\precious.swt"));
+    EXPECT_EQ(system.shell.Recycled(), Texts{InLibrary("Letters\\Formal")});
+}
+
 TEST_F(FolderTest, LinksAreRemovedAndWhatTheyPointAtIsWhole)
 {
     system.files.AddFile("C:\\Outside\\precious.swt", "precious");
@@ -282,7 +341,7 @@ TEST_F(FolderTest, LinksAreRemovedAndWhatTheyPointAtIsWhole)
     system.files.AddLink(InLibrary("Letters\\Formal\\Loop"), InLibrary("Letters"));
     system.files.AddLink(InLibrary("Letters\\Away"), "C:\\Outside");
     const auto outside = system.files.Snapshot("C:\\Outside");
-    library::FolderRemoval removal{system.files, std::string{Templates} + "\\"};
+    library::FolderRemoval removal{system.files, system.shell, std::string{Templates} + "\\"};
 
     EXPECT_FALSE(removal.Remove("Letters\\Away\\Sub")) << "behind a link";
     EXPECT_TRUE(removal.Remove("Letters\\Away")) << "the link itself";
@@ -309,7 +368,8 @@ TEST_F(FolderTest, AFolderThatBecomesALinkWhileItIsListedIsNotFollowed)
             machine.system.files.Remove(machine.InLibrary("Letters\\Formal\\Sub"));
             machine.system.files.AddLink(machine.InLibrary("Letters\\Formal\\Sub"), "C:\\Outside");
         });
-        (void)library::FolderRemoval{machine.system.files, std::string{Templates} + "\\"}.Remove("Letters\\Formal");
+        (void)library::FolderRemoval{machine.system.files, machine.system.shell, std::string{Templates} + "\\"}.Remove(
+            "Letters\\Formal");
         EXPECT_TRUE(machine.system.faults.Fired());
         EXPECT_TRUE(machine.system.files.Exists("C:\\Outside\\b.swt"));
     }

@@ -36,6 +36,8 @@ BOOL CALLBACK CollectArea(HMONITOR monitor, HDC, LPRECT, LPARAM areas) noexcept
 UINT StyleOf(const MessageBox& message)
 {
     UINT style = message.buttons == MessageButtons::YesNo ? MB_YESNO : MB_OK;
+    if (message.buttons == MessageButtons::YesNo && message.proposed == Answer::No)
+        style |= MB_DEFBUTTON2;
     switch (message.icon) {
     case Icon::None:
         break;
