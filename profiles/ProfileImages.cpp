@@ -1,5 +1,6 @@
 #include "profiles/ProfileImages.h"
 
+#include "app/base/StringTable.h"
 #include "platform/FileName.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
@@ -39,9 +40,10 @@ std::string ProfileImages::ImagesFolder() const
         return {};
     if (!stored->empty())
         return std::string{path::WithoutTrailingSeparator(*stored)};
-    // Nobody has set one: pictures must not be refused for that.
+    // Nobody has set one: pictures must not be refused for that. The name is the same in every language, so that a user
+    // who changes it finds his pictures again.
     const auto documents = shell.FolderPath(platform::KnownFolder::Personal);
-    return documents && !documents->empty() ? path::Join(*documents, strings.LoadString(str::ProfileImagesTitle))
+    return documents && !documents->empty() ? path::Join(*documents, app::StringTable::Own(str::ProfileImagesTitle))
                                             : std::string{};
 }
 

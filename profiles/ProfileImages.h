@@ -26,9 +26,9 @@ std::uint16_t FileMessage(platform::Error error);
 class ProfileImages {
 public:
     ProfileImages(const platform::Platform& system, app::Settings& settings, app::Messages& messages,
-                  const app::StringTable& strings, ProfileManager& profiles)
+                  ProfileManager& profiles)
         : files{system.files}, clock{system.clock}, shell{system.shell}, settings{settings}, messages{messages},
-          strings{strings}, profiles{profiles}
+          profiles{profiles}
     {
     }
 
@@ -65,7 +65,6 @@ private:
     platform::Shell& shell;
     app::Settings& settings;
     app::Messages& messages;
-    const app::StringTable& strings;
     ProfileManager& profiles;
 
     /// Whether this is the folder that was asked for: there, no link, and not one that the system gives a second name.

@@ -44,7 +44,7 @@ protected:
     pictures::memory::MemoryPictures decoder;
     app::Program program{system.AsPlatform(), toolkit, decoder};
     profiles::ProfileManager manager{registry, program.registry, program.settings, program.messages, program.strings};
-    profiles::ProfileImages images{program.platform, program.settings, program.messages, program.strings, manager};
+    profiles::ProfileImages images{program.platform, program.settings, program.messages, manager};
 
     void SetUp() override
     {
