@@ -79,6 +79,7 @@ for name in platform documents pictures ui app library browser profiles; do
 done
 check tidy tests/check_tidy.py build/native
 check fuzz fuzz/run.sh --quick
+check translations translations/texts.py --check
 check samples python3 -B -m unittest discover -s samples -p 'test_*.py'
 
 if [[ -z $native_only ]]; then
