@@ -26,6 +26,7 @@ automation          platform platform/win32 ui ui/win32 app/shell system
 
 bench               product system
 fuzz                product fuzzer zlib
+samples/hosts        system
 tools/viewer        product
 tests/support        product gtest
 tests/support/win32  product gtest system
@@ -56,7 +57,7 @@ fault() {
 }
 
 is_product() {
-  [[ $1 != @(bench|fuzz|tools|tests)* && -n ${allowed[$1]:-} ]]
+  [[ $1 != @(bench|fuzz|samples|tools|tests)* && -n ${allowed[$1]:-} ]]
 }
 
 # Sets `kind` to what the include of a header needs to be allowed.
