@@ -83,10 +83,11 @@ check translations translations/texts.py --check
 check samples python3 -B -m unittest discover -s samples -p 'test_*.py'
 
 if [[ -z $native_only ]]; then
-  need mingw-w64-tools libwine-dev xvfb x11-utils
+  need mingw-w64-tools libwine-dev nsis cmark-gfm xvfb x11-utils
   choose_flavour
   need "$(compiler_packages "$flavour")" "binutils-mingw-w64-$([[ $flavour == win32 ]] && echo i686 || echo x86-64)"
   build "$flavour"
+  build "$flavour" setup
   check imports tests/check_imports.sh "build/$flavour/TSBrowser.exe"
   display_pid=""
   trap 'end_wine; stop_display' EXIT
@@ -96,6 +97,7 @@ if [[ -z $native_only ]]; then
   wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Tests /f >/dev/null
   wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Tests /d 1280x900 /f >/dev/null
   wineserver -w
+  check setup python3 -B tests/setup/test_setup.py "build/$flavour"
   tests=build/$flavour/tests
   suite platform-wine 300 wine "$tests/platform/platform_win32_tests.exe"
   suite pictures-wine 300 wine "$tests/pictures/win32/pictures_win32_tests.exe"

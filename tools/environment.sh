@@ -102,7 +102,7 @@ stop_display() {
 use_prefix() {
   export WINEPREFIX=$1 WINEDEBUG=${WINEDEBUG:--all}
   # No offer to download an HTML engine or a .NET run-time.
-  export WINEDLLOVERRIDES="mscoree,mshtml="
+  export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
   unset WINEARCH
   if [[ ! -f $WINEPREFIX/flavour || $(cat "$WINEPREFIX/flavour") != "$flavour" ]]; then
     rm -rf "$WINEPREFIX"

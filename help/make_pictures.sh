@@ -1,0 +1,77 @@
+#!/usr/bin/env bash
+# Takes the pictures of the help pages from the program itself, in each language that they speak:
+#   help/make_pictures.sh [en|de ...]
+# They are committed; run it after a change that they show.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. tools/environment.sh
+
+languages=("$@")
+((${#languages[@]})) || languages=(en de)
+need xvfb xdotool imagemagick
+choose_flavour
+display_pid=""
+trap 'end_wine; stop_display' EXIT
+
+settings='HKCU\Software\VB and VBA Program Settings\Tessaly GWX 1.0'
+profile='HKCU\Software\Zelmor Software\Zelmor User Profiles\Profiles\Office'
+set_text() { wine reg add "$1" /v "$2" /d "$3" /f >/dev/null; }
+
+# picture NAME WINDOW: few colours, so that the help stays small.
+picture() {
+  sleep 1 # the last drawing
+  import -window "$2" png:- | convert png:- -strip -colors 200 "png8:$folder/$1.png"
+}
+
+# dialog NAME KEYS...: the window that these keys open, one behind the other, from the main window.
+dialog() {
+  local name=$1 key
+  shift
+  for key in "$@"; do
+    xdotool key --clearmodifiers "$key"
+    sleep 1.5
+  done
+  # The last one that is listed is on top.
+  picture "$name" "$(xdotool search --onlyvisible --name '.+' 2>/dev/null | tail -n 1)"
+  for key in "$@"; do
+    xdotool key Escape
+    sleep 0.7
+  done
+}
+
+for language in "${languages[@]}"; do
+  folder=$PWD/help/pictures/$language
+  mkdir -p "$folder"
+  end_wine
+  ./run.sh --screenshot build/help.png --language "$language"
+  [[ -n $display_pid ]] || start_display
+  use_prefix "$PWD/build/wine"
+  set_text "$settings\\Profiles" FirstRun 0
+  set_text "$settings\\Profiles" DefaultProfile Office
+  for field in FirstName=Anna LastName=Keller 'Title=Office Manager' 'CompanyName=Keller & Sons' 'AddressLine1=12 High Street' City=Springfield EmailAddress=anna@example.com; do
+    set_text "$profile" "${field%%=*}" "${field#*=}"
+  done
+  set_text "$settings\\Browser" LastFolderBrowsed 'Business Letters'
+  wine 'C:\Program Files\Tessaly Desk\TSBrowser.exe' >/dev/null 2>&1 &
+  main=""
+  for _ in $(seq 100); do
+    main=$(xdotool search --onlyvisible --name '^Tessaly Desk$' 2>/dev/null | tail -n 1) && [[ -n $main ]] && break
+    sleep 0.3
+  done
+  [[ -n $main ]] || { say "The browser's window did not open."; exit 1; }
+  sleep 2
+  xdotool key Tab Down # a template, so that the preview shows something
+  picture main-window "$main"
+  dialog profile-editor ctrl+e
+  dialog manage-profiles ctrl+m
+  dialog import-export ctrl+i
+  if [[ $language == de ]]; then
+    dialog profile-pictures ctrl+e alt+l
+    dialog recent-documents alt+x Return
+  else
+    dialog profile-pictures ctrl+e alt+s
+    dialog recent-documents alt+t Return
+  fi
+  xdotool key --clearmodifiers alt+F4
+  wineserver -w
+done
