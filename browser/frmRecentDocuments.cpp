@@ -8,6 +8,8 @@
 #include "platform/Text.h"
 
 #include <algorithm>
+#include <iterator>
+#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -17,6 +19,11 @@ namespace {
 // All lengths in twips.
 constexpr ui::Size ListSize{10200, 4500};
 enum ShownColumn { NameColumn, FolderColumn, ModifiedColumn };
+
+using View = ui::ListView::View;
+constexpr int ViewCaptions[] = {114, 115, 116, 117}; ///< string numbers, in the order of the views
+constexpr std::string_view ViewSection = "Browser";
+constexpr std::string_view ViewSetting = "RecentDocumentsListViewType";
 
 /// Pictures of the documents: of none of the templates' kinds, then of each of these.
 constexpr int OtherImage = 0;
@@ -31,11 +38,12 @@ frmRecentDocuments::frmRecentDocuments(app::Program& program, RecentDocuments& d
       open{std::move(open)}
 {
     lvDocuments.SetColumns({{"218", {}, 3900}, {"219", {}, 3900}, {"221", {}, 2100}});
-    lvDocuments.SetView(ui::ListView::View::Details);
-    lvDocuments.SmallImages.SetNamed(OtherImage, "all");
-    for (std::size_t i = 0; i < library::TemplateKinds.size(); ++i)
-        lvDocuments.SmallImages.SetNamed(FirstKindImage + static_cast<int>(i),
-                                         std::string{library::TemplateKinds[i].image});
+    for (ui::ImageList* images : {&lvDocuments.SmallImages, &lvDocuments.LargeImages}) {
+        images->SetNamed(OtherImage, "all");
+        for (std::size_t i = 0; i < library::TemplateKinds.size(); ++i)
+            images->SetNamed(FirstKindImage + static_cast<int>(i), std::string{library::TemplateKinds[i].image});
+    }
+    BuildViewPopup();
     LoadCaptions(*this, program.strings);
     lvDocuments.SetModel(this);
     Layout(Column(Least(lvDocuments, ListSize), Buttons(cmdOpen, cmdRemove, cmdClear, cmdOptions, cmdClose)));
@@ -47,6 +55,7 @@ frmRecentDocuments::frmRecentDocuments(app::Program& program, RecentDocuments& d
         cmdRemove_Click();
         return true;
     };
+    lvDocuments.ContextMenu = [this](ui::Point at) { ShowPopup(mnuViewPopup, at); };
     cmdOpen.Click = [this] { cmdOpen_Click(); };
     cmdRemove.Click = [this] { cmdRemove_Click(); };
     cmdClear.Click = [this] { cmdClear_Click(); };
@@ -56,6 +65,29 @@ frmRecentDocuments::frmRecentDocuments(app::Program& program, RecentDocuments& d
     };
     cmdClose.Click = [this] { Close(); };
     Fill();
+}
+
+void frmRecentDocuments::BuildViewPopup()
+{
+    for (std::size_t i = 0; i < std::size(ViewCaptions); ++i) {
+        ui::Menu& item = mnuViewPopup.Add(std::make_unique<ui::Menu>("", ui::Tag{ViewCaptions[i]}));
+        item.Click = [this, view = static_cast<View>(i)] {
+            ShowAs(view);
+            // One that cannot be saved is as before the next time.
+            (void)program.settings.SaveNumber(ViewSection, ViewSetting, static_cast<int>(view));
+        };
+    }
+    Popups = {&mnuViewPopup};
+    const int last = static_cast<int>(std::size(ViewCaptions)) - 1;
+    ShowAs(
+        static_cast<View>(program.settings.Number(ViewSection, ViewSetting, static_cast<int>(View::Details), 0, last)));
+}
+
+void frmRecentDocuments::ShowAs(View view)
+{
+    lvDocuments.SetView(view);
+    for (std::size_t i = 0; i < std::size(ViewCaptions); ++i)
+        mnuViewPopup.Items()[i]->Checked = view == static_cast<View>(i);
 }
 
 int frmRecentDocuments::SmallIcon(int row) const

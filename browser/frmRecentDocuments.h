@@ -5,6 +5,7 @@
 #include "ui/Button.h"
 #include "ui/Form.h"
 #include "ui/ListView.h"
+#include "ui/Menu.h"
 
 #include <functional>
 #include <string>
@@ -24,6 +25,7 @@ public:
     ui::Button cmdClear{*this, ui::Tag{466}};
     ui::Button cmdOptions{*this, ui::Tag{343}};
     ui::Button cmdClose{*this, ui::Tag{499}, ui::Role::Cancel};
+    ui::Menu mnuViewPopup; ///< how the list shows the documents
 
 private:
     app::Program& program;
@@ -32,9 +34,11 @@ private:
 
     int Rows() const override { return static_cast<int>(documents.List().size()); }
     std::string Text(int row, int column) const override;
-    int Icon(int) const override { return 0; }
+    int Icon(int row) const override { return SmallIcon(row); }
     int SmallIcon(int row) const override;
 
+    void BuildViewPopup();
+    void ShowAs(ui::ListView::View view);
     void Fill();
     /// Full path of the selected document; "" when none is.
     std::string SelectedPath() const;

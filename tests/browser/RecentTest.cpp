@@ -251,6 +251,8 @@ TEST_F(RecentDocumentsTest, TheViewOpensRemovesAndClears)
     Start();
     toolkit.OnModal<browser::frmRecentDocuments>("frmRecentDocuments", [&](auto& form) {
         EXPECT_EQ(ListTexts(form.lvDocuments), (Texts{"a.doc", "b.doc", "c.doc"}));
+        EXPECT_EQ(form.lvDocuments.GetView(), ui::ListView::View::Details);
+        form.mnuViewPopup.Items()[2]->UserClicks();
         EXPECT_EQ(form.lvDocuments.Model()->Text(1, 1), "C:\\D");
         EXPECT_EQ(form.lvDocuments.Model()->Text(1, 2).substr(0, 8), "3/2/2004");
         form.cmdRemove.UserClicks();
@@ -272,6 +274,7 @@ TEST_F(RecentDocumentsTest, TheViewOpensRemovesAndClears)
             toolkit.ExpectMessage("Are you sure you want to remove all documents from this list? The documents "
                                   "themselves are not deleted.",
                                   Icon::Question, answer);
+            EXPECT_EQ(form.lvDocuments.GetView(), ui::ListView::View::List) << "as it was left";
             form.cmdClear.UserClicks();
             EXPECT_EQ(form.lvDocuments.Rows(), answer == Answer::No ? 1 : 0);
             EXPECT_EQ(form.cmdOpen.Enabled(), answer == Answer::No);
