@@ -51,9 +51,19 @@ public:
     HKEY handle{};
 };
 
-bool EqualPaths(const wchar_t* a, const wchar_t* b)
+/// The path with the long names of its folders and file, as far as they are there to be asked: an installer may have
+/// started the program by its short names.
+std::wstring LongForm(const std::wstring& path)
 {
-    return CompareStringOrdinal(a, -1, b, -1, TRUE) == CSTR_EQUAL;
+    std::wstring longForm(GetLongPathNameW(path.c_str(), nullptr, 0), L'\0');
+    const DWORD length = GetLongPathNameW(path.c_str(), longForm.data(), static_cast<DWORD>(longForm.size()));
+    longForm.resize(length < longForm.size() ? length : 0);
+    return longForm.empty() ? path : longForm;
+}
+
+bool EqualPaths(const std::wstring& a, const std::wstring& b)
+{
+    return CompareStringOrdinal(LongForm(a).c_str(), -1, LongForm(b).c_str(), -1, TRUE) == CSTR_EQUAL;
 }
 
 HKEY RootOf(Scope scope)
@@ -83,6 +93,13 @@ std::wstring ServerCommand()
 {
     using namespace platform;
     return utf::ToUtf16<wchar_t>(command_line::Quoted(utf::ToUtf8<wchar_t>(ProgramPath())));
+}
+
+/// Whether the registered command starts this program.
+bool IsOwnCommand(const std::wstring& command)
+{
+    const bool isQuoted = command.size() > 1 && command.front() == L'"' && command.back() == L'"';
+    return isQuoted && EqualPaths(command.substr(1, command.size() - 2), ProgramPath());
 }
 
 /// Everything beside the type library, parents before children. The server's command comes last: from then on the
@@ -207,20 +224,19 @@ HRESULT RegisterLibrary(Scope scope)
     return outcome;
 }
 
-/// Whether the library that a host would load is the one in this program.
-bool IsOwnLibraryRegistered()
+/// Whether the library registered in this scope is the one in this program. The system's own question would be
+/// answered by the user's registration before the machine's.
+bool IsOwnLibraryRegistered(Scope scope)
 {
-    BSTR registered = nullptr;
-    if (FAILED(QueryPathOfRegTypeLib(LIBID_TSBrowser, LibraryMajor, LibraryMinor, LOCALE_NEUTRAL, &registered)))
-        return false;
-    const bool own = EqualPaths(registered, ProgramPath().c_str());
-    SysFreeString(registered);
-    return own;
+    const std::wstring version = std::to_wstring(LibraryMajor) + L'.' + std::to_wstring(LibraryMinor);
+    const auto registered = Read(scope, L"TypeLib\\" + Braced(LIBID_TSBrowser) + L'\\' + version + L"\\0\\" +
+                                            (LibraryKind == SYS_WIN32 ? L"win32" : L"win64"));
+    return registered && EqualPaths(*registered, ProgramPath());
 }
 
 HRESULT UnregisterLibrary(Scope scope)
 {
-    if (!IsOwnLibraryRegistered())
+    if (!IsOwnLibraryRegistered(scope))
         return S_OK;
     if (scope == Scope::Machine)
         return UnRegisterTypeLib(LIBID_TSBrowser, LibraryMajor, LibraryMinor, LOCALE_NEUTRAL, LibraryKind);
@@ -248,12 +264,14 @@ std::uint32_t RegisterServer(Scope scope)
 std::uint32_t UnregisterServer(Scope scope)
 {
     const std::optional<std::wstring> registered = Read(scope, ServerKey());
-    if (registered && !EqualPaths(registered->c_str(), ServerCommand().c_str()))
+    if (registered && !IsOwnCommand(*registered))
         return 0;
 
     // Every step is tried, and the first failure is reported: the more is gone, the better.
     std::uint32_t failure = 0;
-    for (const Entry& entry : Entries() | std::views::reverse) {
+    for (Entry& entry : Entries() | std::views::reverse) {
+        if (registered && entry.key == ServerKey())
+            entry.value = *registered; // it may name this program in another way
         const LSTATUS status = Remove(scope, entry);
         if (status != ERROR_SUCCESS && failure == 0)
             failure = static_cast<std::uint32_t>(status);

@@ -111,6 +111,16 @@ TEST_F(RegistrationTest, LeavesWhatOthersPutThere)
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, (Classes + classKey).c_str());
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, (Classes + L"TSBrowser.clsBrowser").c_str());
 
+    // Registered by its short names, as an installer may start it; taken back by the long ones.
+    const auto before = Registered();
+    wchar_t shortName[MAX_PATH];
+    ASSERT_LT(0u, GetShortPathNameW(server.c_str(), shortName, MAX_PATH));
+    ASSERT_NE(shortName, server);
+    EXPECT_EQ(Run(L"/RegServer"), 0u);
+    SetText(HKEY_LOCAL_MACHINE, Classes + classKey + L"\\LocalServer32", L"", L'"' + std::wstring{shortName} + L'"');
+    EXPECT_EQ(Run(L"/UnregServer"), 0u);
+    EXPECT_TRUE(Registered() == before);
+
     // Another copy of the program.
     constexpr wchar_t other[] = L"another copy.exe";
     ASSERT_TRUE(CopyFileW(server.c_str(), (OwnFolder() / other).c_str(), FALSE));
