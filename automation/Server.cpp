@@ -19,13 +19,18 @@ namespace {
 
 constexpr std::string_view StandAloneHostKind = "EXE";
 
-/// Nothing that lies in the current folder or on the path can pass for a library of ours, and a disk that is not ready
-/// is an error for the program instead of a box for the user.
+/// Nothing that lies in the current folder, on the path or, where the system can keep to that, beside the program can
+/// pass for a library that ours or the system's own code asks for by name alone. A disk that is not ready is an error
+/// for the program instead of a box for the user.
 void SecureProcess()
 {
     HeapSetInformation(nullptr, HeapEnableTerminationOnCorruption, nullptr, 0);
     SetErrorMode(GetErrorMode() | SEM_FAILCRITICALERRORS);
     SetDllDirectoryW(L"");
+    // Not in every Windows 7, so that it cannot be imported.
+    if (auto* const setDirectories = reinterpret_cast<decltype(&SetDefaultDllDirectories)>(
+            reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "SetDefaultDllDirectories"))))
+        setDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
     wchar_t folder[MAX_PATH];
     const UINT length = GetSystemDirectoryW(folder, MAX_PATH);
     if (length > 0 && length < MAX_PATH)

@@ -158,6 +158,19 @@ TEST_F(HostTest, EndsWhenNoHostComes)
     EXPECT_EQ(server.ExitCode(), 0u);
 }
 
+TEST_F(HostTest, LooksForNoLibraryBesideTheProgram)
+{
+    const auto planted = OwnFolder() / stand_in::PlantedLibrary;
+    std::filesystem::copy_file(Server(), planted, std::filesystem::copy_options::overwrite_existing);
+    EXPECT_NE(LoadLibraryW(planted.c_str()), nullptr) << "it could be loaded";
+    Host host;
+    std::wstring answer;
+    EXPECT_EQ(host.Start(L"LOADS BY NAME", &answer), S_OK);
+    EXPECT_EQ(answer, L"not found");
+    FreeLibrary(GetModuleHandleW(stand_in::PlantedLibrary));
+    std::filesystem::remove(planted);
+}
+
 TEST_F(HostTest, TakesWhateverAScriptPasses)
 {
     const struct {

@@ -29,6 +29,8 @@ public:
     {
         if (window)
             return "refused";
+        if (hostKind == stand_in::LoadsByName)
+            return LoadLibraryW(stand_in::PlantedLibrary) != nullptr ? "planted" : "not found";
         if (hostKind == stand_in::Throws)
             throw std::runtime_error{"stand-in"};
         if (hostKind == stand_in::OutOfMemory)
