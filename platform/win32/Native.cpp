@@ -31,6 +31,16 @@ std::string CutToUtf8(std::wstring_view text)
     return ToUtf8(text);
 }
 
+std::wstring WithoutLongPrefix(std::wstring path)
+{
+    constexpr std::wstring_view prefix = L"\\\\?\\", share = L"\\\\?\\UNC\\";
+    if (path.starts_with(share))
+        path.replace(0, share.size(), L"\\\\");
+    else if (path.starts_with(prefix))
+        path.erase(0, prefix.size());
+    return path;
+}
+
 Result<std::wstring> ToNativePath(std::string_view path)
 {
     if (!path::IsAbsolute(path) || file_name::HasControlCharacter(path) ||

@@ -20,6 +20,9 @@ std::string CutToUtf8(std::wstring_view text);
 /// devices such as "C:\CON".
 Result<std::wstring> ToNativePath(std::string_view path);
 
+/// The path without that prefix, for what refuses it.
+std::wstring WithoutLongPrefix(std::wstring path);
+
 /// The error of this thread's last call of the system.
 inline std::unexpected<Error> LastError()
 {

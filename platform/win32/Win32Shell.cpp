@@ -12,7 +12,9 @@ namespace platform::win32 {
 
 namespace {
 
-constexpr DWORD terminationTime = 2000; // milliseconds
+// Milliseconds.
+constexpr DWORD terminationTime = 2000;
+constexpr DWORD glance = 1000; // who looks for no message in five seconds counts as hung, and is shown so
 
 Result<std::string> DocumentsFolder()
 {
@@ -78,6 +80,16 @@ Result<ObjectHandle> StartProgram(std::string_view application, std::string_view
     return ObjectHandle{process.hProcess};
 }
 
+/// Answers other programs' messages, which they wait for, and paints this thread's windows. The user's keys and clicks
+/// wait.
+void AnswerAndPaint()
+{
+    constexpr int most = 100; // a window that cannot be painted asks again and again
+    MSG message;
+    for (int i = 0; i < most && PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE); ++i)
+        DispatchMessageW(&message);
+}
+
 /// The shell finds no file whose path has more than 260 characters, and refuses the prefix that lifts the bound; by its
 /// short names it finds it.
 std::wstring WithinShellBound(std::string_view target)
@@ -90,9 +102,7 @@ std::wstring WithinShellBound(std::string_view target)
         return file; // an address
     std::wstring shortened(32'768, L'\0');
     shortened.resize(GetShortPathNameW(native->c_str(), shortened.data(), static_cast<DWORD>(shortened.size())));
-    constexpr std::wstring_view prefix = L"\\\\?\\";
-    if (shortened.starts_with(prefix))
-        shortened.erase(0, prefix.size());
+    shortened = WithoutLongPrefix(shortened);
     return shortened.empty() || shortened.size() >= MAX_PATH ? file : shortened;
 }
 
@@ -172,12 +182,12 @@ Result<std::uint32_t> Win32Shell::RunAndWait(std::string_view application, std::
     for (;;) {
         const ULONGLONG passed = GetTickCount64() - start;
         const DWORD left = passed < milliseconds ? static_cast<DWORD>(milliseconds - passed) : 0;
-        const DWORD outcome = MsgWaitForMultipleObjects(1, &handle, FALSE, left, QS_SENDMESSAGE);
+        const DWORD outcome =
+            MsgWaitForMultipleObjects(1, &handle, FALSE, std::min(left, glance), QS_SENDMESSAGE | QS_PAINT);
         if (outcome == WAIT_OBJECT_0)
             break;
-        if (outcome == WAIT_OBJECT_0 + 1) { // another program's message, which it waits for: looking delivers it
-            MSG message;
-            PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
+        if (outcome == WAIT_OBJECT_0 + 1 || (outcome == WAIT_TIMEOUT && left > glance)) {
+            AnswerAndPaint();
             continue;
         }
         const auto failed = outcome == WAIT_TIMEOUT ? error::Timeout : LastError().error();

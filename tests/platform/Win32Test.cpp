@@ -54,6 +54,54 @@ TEST_F(Win32Test, WaitsForAProgramAndEndsOneThatDoesNotEnd)
               Result<std::uint32_t>{std::unexpected{error::Timeout}});
 }
 
+/// Counts what a window is told; paints itself.
+struct Told {
+    int painted{}, posted{};
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+    {
+        if (auto* const told = reinterpret_cast<Told*>(GetWindowLongPtrW(window, GWLP_USERDATA))) {
+            told->painted += message == WM_PAINT;
+            told->posted += message == WM_APP;
+        }
+        return DefWindowProcW(window, message, wParam, lParam);
+    }
+};
+
+TEST_F(Win32Test, PaintsWhileItWaitsForAProgramAndHandlesNothingElse)
+{
+    WNDCLASSW kind{};
+    kind.lpfnWndProc = Told::Procedure;
+    kind.lpszClassName = L"TSPaintsWhileWaiting";
+    RegisterClassW(&kind);
+    Told told;
+    HWND window = CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, kind.lpszClassName, L"", WS_POPUP | WS_VISIBLE,
+                                  0, 0, 50, 50, nullptr, nullptr, nullptr, nullptr);
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&told));
+    InvalidateRect(window, nullptr, TRUE);
+    PostMessageW(window, WM_APP, 0, 0);
+    const std::string staying = path::Join(path::Parent(CommandInterpreter), "notepad.exe");
+    (void)system.shell.RunAndWait(staying, "notepad.exe", WindowStyle::MinimizedFocus, 300);
+    EXPECT_GE(told.painted, 1);
+    EXPECT_EQ(told.posted, 0);
+    ShowWindow(window, SW_HIDE);
+    DestroyWindow(window);
+}
+
+TEST_F(Win32Test, TimesFollowTheUsersLocale)
+{
+    constexpr LCTYPE kinds[] = {LOCALE_S1159, LOCALE_S2359, LOCALE_STIME};
+    std::vector<std::wstring> before;
+    for (const LCTYPE kind : kinds) {
+        wchar_t text[32]{};
+        GetLocaleInfoW(LOCALE_USER_DEFAULT, kind, text, 32);
+        before.emplace_back(text);
+        SetLocaleInfoW(LOCALE_USER_DEFAULT, kind, kind == LOCALE_STIME ? L"." : L"");
+    }
+    EXPECT_EQ(system.locale.MediumTime({2004, 3, 7, 17, 7, 9}), "17.07");
+    for (std::size_t i = 0; i < std::size(kinds); ++i)
+        SetLocaleInfoW(LOCALE_USER_DEFAULT, kinds[i], before[i].c_str());
+}
+
 TEST_F(Win32Test, ReadsStringsThatWereStoredBadly)
 {
     const std::wstring key = L"Software\\TSBrowserTests";
@@ -97,6 +145,8 @@ TEST_F(Win32Test, NativePathsAreResolvedAndPrefixedWhenLong)
     };
     for (const auto& row : rows)
         EXPECT_EQ(win32::ToNativePath(row.path), row.expected) << row.path;
+    EXPECT_EQ(win32::WithoutLongPrefix(L"\\\\?\\UNC\\server\\share"), L"\\\\server\\share");
+    EXPECT_EQ(win32::WithoutLongPrefix(L"\\\\?\\" + deep), deep);
     for (const char* refused :
          {"a", "C:a", "C:\\a*", "C:\\a:b", "\\\\.\\COM1", "\\\\?\\C:\\a", "C:\\CON", "C:\\a\\nul"})
         EXPECT_EQ(win32::ToNativePath(refused), Result<std::wstring>{std::unexpected{error::InvalidName}}) << refused;
