@@ -4,6 +4,7 @@
 #include "platform/Path.h"
 #include "profiles/StringId.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace profiles {
@@ -103,18 +104,33 @@ void frmImages::btnSet_Click(Picture& picture)
         picture.btnSet.SetFocus();
         return;
     }
-    if (!program.pictures.CanShow(*chosen)) {
-        program.messages.Inform(program.Text(str::FileUnreadable) + "\r\n" + *chosen);
+    // A picture of many megapixels takes seconds.
+    picture.check = program.platform.jobs.Start(
+        [&pictures = program.pictures, file = *chosen](const platform::Cancelled&) -> platform::Result<bool> {
+            return pictures.CanShow(file);
+        },
+        [this, &picture, file = *chosen](platform::Result<bool> can) { Checked(picture, file, can.value_or(false)); });
+}
+
+void frmImages::Checked(Picture& picture, const std::string& chosen, bool canBeShown)
+{
+    picture.check.Drop();
+    if (!canBeShown) {
+        okWaits = false;
+        program.messages.Inform(program.Text(str::FileUnreadable) + "\r\n" + chosen);
         picture.btnSet.SetFocus();
         return;
     }
-    picture.change = *chosen;
-    picture.image.SetFile(*chosen);
+    picture.change = chosen;
+    picture.image.SetFile(chosen);
     picture.btnClear.SetEnabled(true);
+    if (okWaits)
+        OKButton_Click();
 }
 
 void frmImages::btnClear_Click(Picture& picture)
 {
+    picture.check.Drop();
     picture.change = "";
     picture.image.SetFile("");
     picture.btnSet.SetFocus(); // the button that has it takes no keys any more
@@ -123,6 +139,9 @@ void frmImages::btnClear_Click(Picture& picture)
 
 void frmImages::OKButton_Click()
 {
+    okWaits = std::ranges::any_of(Pictures(), [](const Picture* picture) { return static_cast<bool>(picture->check); });
+    if (okWaits)
+        return;
     ProfileImages::Changes changes;
     for (Picture* picture : Pictures())
         changes[static_cast<std::size_t>(picture->kind)] = picture->change;

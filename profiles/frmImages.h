@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/Program.h"
+#include "platform/Ticket.h"
 #include "profiles/ProfileImages.h"
 #include "profiles/ProfileManager.h"
 #include "ui/Button.h"
@@ -35,6 +36,7 @@ public:
         ui::Button btnSet;
         ui::Button btnClear;
         std::optional<std::string> change; ///< the chosen file, "" once cleared; nothing while unchanged
+        platform::Ticket check;            ///< holds while the chosen file is looked at
     };
     Picture Logo{*this, ImageKind::Logo, 457, 460, 463};
     Picture Portrait{*this, ImageKind::Portrait, 458, 461, 464};
@@ -48,10 +50,13 @@ private:
     ProfileManager& profiles;
     ProfileImages& images;
     std::string profile;
+    bool okWaits{}; ///< OK was pressed while a file was looked at
 
     std::array<Picture*, ImageCount> Pictures() { return {&Logo, &Portrait, &Signature}; }
     void LoadPicture(Picture& picture);
     void btnSet_Click(Picture& picture);
+    /// The chosen file has been looked at.
+    void Checked(Picture& picture, const std::string& chosen, bool canBeShown);
     void btnClear_Click(Picture& picture);
     void OKButton_Click();
     /// A picture's full path; nothing when the user cancelled.

@@ -12,6 +12,9 @@ public:
     std::string_view TypeName() const override { return "Image"; }
     /// With a width: a box of this size with a visible edge, whatever the picture (twips); else the picture's own size.
     Size Box;
+    /// Decoded while the window paints, for a picture of the program's own that shows while no loop runs. Any other is
+    /// decoded beside: a photograph takes its time, and a share takes more.
+    bool AtOnce{};
     const std::string& File() const { return file; }
     /// A full path, or "" for no picture. Setting the same path reads the file again.
     void SetFile(std::string path);

@@ -24,6 +24,7 @@ frmTSOCXLoadProgressIndicator::frmTSOCXLoadProgressIndicator(Program& program)
     // The longest text of all, so that the label never grows.
     ShowCount(100);
     const std::string splash = SupportFile(program, "Splash_IMG");
+    imgSplash.AtOnce = true; // the load that it goes with runs in no loop
     imgSplash.SetFile(splash);
     imgSplash.SetVisible(!splash.empty());
     Layout(Column(Least(imgSplash, SplashSize), lblProgress, Least(prgLoad, BarSize)), Width);

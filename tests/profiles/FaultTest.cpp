@@ -247,6 +247,7 @@ TEST(ProfileFormFaultTest, ThePicturesStayAndNeedNotBeChosenAgain)
         profiles::frmImages form{desk.program, desk.manager, desk.images, "Ann", {}};
         desk.toolkit.OnModal("frmImages", [&](ui::Form&) {
             form.Logo.btnSet.UserClicks();
+            desk.system.jobs.FinishAll();
             const bool chosen = form.Logo.change.has_value();
             const std::size_t told = desk.toolkit.Messages.size();
             form.OKButton.UserClicks();

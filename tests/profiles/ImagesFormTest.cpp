@@ -28,8 +28,11 @@ protected:
     {
         toolkit.FileChoices.push_back(file);
         picture.btnSet.UserClicks();
+        if (looksAtOnce)
+            system.jobs.FinishAll();
     }
     int helps{};
+    bool looksAtOnce{true};
 };
 
 TEST_F(ImagesFormTest, ShowsWhatIsStoredAndTellsOfWhatIsGone)
@@ -69,6 +72,17 @@ TEST_F(ImagesFormTest, OkCarriesOutWhatWasChosenLast)
          },
          {},
          ""},
+        {"set, and OK before the picture was looked at",
+         [&](auto& form) {
+             looksAtOnce = false;
+             Choose(form.Logo, "C:\\Pics\\new.gif");
+             form.OKButton.UserClicks();
+             EXPECT_TRUE(form.IsOpen());
+             looksAtOnce = true;
+             system.jobs.FinishAll();
+         },
+         {"Logo.gif=new"},
+         "Logo.gif"},
         {"cleared and set",
          [&](auto& form) {
              form.Logo.btnClear.UserClicks();

@@ -2,6 +2,7 @@
 
 #include "pictures/Pictures.h"
 #include "pictures/win32/ImageLoader.h"
+#include "platform/Jobs.h"
 #include "ui/Form.h"
 #include "ui/win32/Dpi.h"
 #include "ui/win32/MenuTable.h"
@@ -38,6 +39,7 @@ public:
     const Fonts& WindowFonts() const { return fonts; }
     const pictures::win32::ImageLoader& Images() const;
     const pictures::Pictures& Pictures() const;
+    platform::Jobs& Jobs() const;
 
     /// A message of the loop that belongs to this window or a child: keys that commands use, Tab, Enter, Esc and
     /// mnemonics. True when it was used up.

@@ -1,10 +1,12 @@
 #include "ui/win32/ImagePeer.h"
 
 #include "pictures/win32/NativePixels.h"
+#include "pictures/win32/Win32Pictures.h"
 #include "ui/win32/Canvas.h"
 #include "ui/win32/FormWindow.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ui::win32 {
 
@@ -25,7 +27,8 @@ void ImagePeer::Sync(Aspect aspect)
 {
     if (aspect != Aspect::Picture)
         return;
-    decoded = false;
+    asked = false;
+    bitmap.reset();
     InvalidateRect(Handle(), nullptr, TRUE);
 }
 
@@ -74,8 +77,44 @@ std::optional<LRESULT> ImagePeer::OnMessage(UINT message, WPARAM, LPARAM lParam)
         return 0;
     }
     if (message == WM_SYSCOLORCHANGE)
-        decoded = false;
+        asked = false;
     return std::nullopt;
+}
+
+void ImagePeer::Ask(pictures::PixelSize room)
+{
+    asked = true;
+    askedFor = room;
+    awaited = !image.File().empty() || !image.FallbackFile().empty();
+    decoding.Drop();
+    if (!awaited)
+        return;
+    const COLORREF paper = GetSysColor(COLOR_3DFACE);
+    auto decode = [file = image.File(), fallback = image.FallbackFile(), room, enlargement = PictureEnlargement(Dpi()),
+                   paper] {
+        pictures::PixelBuffer pixels = pictures::win32::Win32Pictures{}.DecodeEither(file, fallback, room, enlargement);
+        pixels.Flatten({GetRValue(paper), GetGValue(paper), GetBValue(paper)});
+        return pixels;
+    };
+    if (image.AtOnce) {
+        Show(decode());
+        return;
+    }
+    decoding = Window().Jobs().Start(
+        [decode = std::move(decode)](const platform::Cancelled&) -> platform::Result<pictures::PixelBuffer> {
+            return decode();
+        },
+        [this](const platform::Result<pictures::PixelBuffer>& pixels) {
+            Show(pixels.value_or(pictures::PixelBuffer{}));
+            InvalidateRect(Handle(), nullptr, TRUE);
+        });
+}
+
+void ImagePeer::Show(const pictures::PixelBuffer& pixels)
+{
+    awaited = false;
+    bitmap = pictures::win32::ToBitmap(pixels);
+    shown = pixels.Size();
 }
 
 void ImagePeer::Paint()
@@ -84,24 +123,16 @@ void ImagePeer::Paint()
     GetClientRect(Handle(), &client);
     const int edge = image.Box.width > 0 ? 1 : 0;
     const pictures::PixelSize room{client.right - 2 * edge, client.bottom - 2 * edge};
-    // Decoded here, so that pictures nobody sees cost nothing and a drag of the frame decodes once a size.
-    if (!decoded || room != decodedFor) {
-        pictures::PixelBuffer pixels =
-            Window().Pictures().DecodeEither(image.File(), image.FallbackFile(), room, PictureEnlargement(Dpi()));
-        const COLORREF paper = GetSysColor(COLOR_3DFACE);
-        pixels.Flatten({GetRValue(paper), GetGValue(paper), GetBValue(paper)});
-        bitmap = pictures::win32::ToBitmap(pixels);
-        shown = pixels.Size();
-        decodedFor = room;
-        decoded = true;
-    }
+    // Asked for here, so that pictures nobody sees cost nothing and a drag of the frame decodes once a size.
+    if (!asked || room != askedFor)
+        Ask(room);
     PAINTSTRUCT paint{};
     HDC context = BeginPaint(Handle(), &paint);
     if (edge > 0)
         FrameRect(context, &client, GetSysColorBrush(COLOR_3DSHADOW));
     if (bitmap) {
         pictures::win32::DrawCentred(context, bitmap.get(), shown, client);
-    } else if (!image.FallbackText().empty()) {
+    } else if (!awaited && !image.FallbackText().empty()) {
         const SIZE size = Measure(image.FallbackText(), NormalFont(), std::max(1, static_cast<int>(client.right)));
         client.top = std::max(0L, (client.bottom - size.cy) / 2);
         DrawNote(context, image.FallbackText(), NormalFont(), client);

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "pictures/PixelBuffer.h"
 #include "pictures/PixelSize.h"
+#include "platform/Ticket.h"
 #include "ui/Image.h"
 #include "ui/win32/DragOntoTree.h"
 #include "ui/win32/PeerBase.h"
@@ -22,10 +24,15 @@ private:
     Image& image;
     DragOntoTree drag{image};
     BitmapHandle bitmap;
-    pictures::PixelSize shown;      ///< of the bitmap
-    pictures::PixelSize decodedFor; ///< room that it was made for
-    bool decoded{};
+    pictures::PixelSize shown;    ///< of the bitmap
+    pictures::PixelSize askedFor; ///< room that it was asked for
+    bool asked{};
+    bool awaited{}; ///< neither the picture nor its failure is there yet
+    platform::Ticket decoding;
 
+    /// Has the picture decoded for this room.
+    void Ask(pictures::PixelSize room);
+    void Show(const pictures::PixelBuffer& pixels);
     void Paint();
 };
 

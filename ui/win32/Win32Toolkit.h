@@ -2,12 +2,14 @@
 
 #include "pictures/win32/ImageLoader.h"
 #include "pictures/win32/Win32Pictures.h"
+#include "platform/ThreadJobs.h"
 #include "ui/Toolkit.h"
 #include "ui/win32/WindowsHeader.h"
 
 #include <deque>
 #include <memory>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 namespace ui::win32 {
@@ -30,7 +32,7 @@ public:
     std::optional<std::string> OpenFile(const OpenFileDialog& dialog) override;
     void DoEvents() override;
     void Post(std::function<void()> task) override;
-    std::vector<Rect> WorkAreas() const override;
+    std::vector<WorkArea> WorkAreas() const override;
     Size ScreenSize() const override;
     void SetBusy(bool busy) override;
 
@@ -44,6 +46,8 @@ public:
     bool IsBusy() const { return busy && modals.empty(); }
     const pictures::win32::ImageLoader& Images() const { return images; }
     const pictures::Pictures& Pictures() const { return pictures; }
+    /// For pictures, which may take long to read and to decode.
+    platform::Jobs& Jobs() { return jobs; }
 
     /// Holds while a loop of the system waits for the user.
     class NativeModal {
@@ -94,6 +98,7 @@ private:
     int nativeModals{};
     bool busy{};
     bool ownsCom{};
+    platform::ThreadJobs jobs{[this](std::function<void()> task) { Post(std::move(task)); }};
 
     /// Runs what was posted, or waits for a message and handles it. False when the program is to end.
     bool Step();
