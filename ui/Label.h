@@ -13,6 +13,8 @@ public:
     bool Heading{};
     /// Names as they are: "&" is no mnemonic, and a name without blanks wraps as well. Set before the window is there.
     bool PlainText{};
+    /// It asks for the height of so many lines, even when its text has fewer.
+    int LeastLines{1};
 };
 
 } // namespace ui

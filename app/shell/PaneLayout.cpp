@@ -20,10 +20,10 @@ Pane Pane::Preferred() &&
     return std::move(*this);
 }
 
-Pane Pane::Fixed(int wanted) &&
+Pane Pane::PreferredUpTo(double most) &&
 {
-    extent = Extent::Fixed;
-    length = wanted;
+    extent = Extent::Preferred;
+    share = most;
     return std::move(*this);
 }
 
@@ -132,10 +132,8 @@ void PaneLayout::PlaceChildren(Pane& pane, const ui::Rect& area)
     int start = isRow ? area.left : area.top;
     int end = isRow ? area.Right() : area.Bottom();
     const auto lengthOf = [&](const Pane& child) {
-        if (child.extent == Pane::Extent::Fixed)
-            return std::min(child.length, (end - start) / 2);
         const ui::Size needed = child.control->PreferredSize(area.width);
-        return isRow ? needed.width : needed.height;
+        return std::min(isRow ? needed.width : needed.height, static_cast<int>((end - start) * child.share));
     };
 
     for (auto child = shown.begin(); child != rest; ++child) {

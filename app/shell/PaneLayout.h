@@ -17,8 +17,8 @@ public:
 
     /// As high (in a row: as wide) as the control needs.
     Pane Preferred() &&;
-    /// So high or wide, but never more than half of what there is.
-    Pane Fixed(int wanted) &&;
+    /// The same, but never more than this share of what there is.
+    Pane PreferredUpTo(double most) &&;
     /// Ends where the splitter stands, which stores its place in `position` (client coordinates). At least `least` is
     /// left to this pane, and `behind` to what follows; `edge` says from where that is counted (none: from the end of
     /// the row or column).
@@ -37,13 +37,13 @@ public:
 private:
     friend class PaneLayout;
     enum class Kind { Control, Row, Column };
-    enum class Extent { Fill, Preferred, Fixed, UpToSplitter };
+    enum class Extent { Fill, Preferred, UpToSplitter };
 
     Kind kind{Kind::Control};
     ui::Control* control{};
     std::vector<Pane> panes;
     Extent extent{Extent::Fill};
-    int length{};
+    double share{1};
     ui::Splitter* splitter{};
     int* position{};
     int least{}, behind{};

@@ -20,7 +20,8 @@ constexpr int VertSplitterRightMargin = 3000; ///< never closer to the window's 
 constexpr int HorzSplitterMargin = 900;       ///< least height of the tree
 constexpr int LeastPreviewHeight = 2700;      ///< the facts, and a picture that shows something
 constexpr int PaneMargin = 60;
-constexpr int FactsHeight = 840; ///< four lines of text
+constexpr int FactsLines = 4;          ///< of a template with a short name: the picture keeps its size
+constexpr double FactsShare = 2.0 / 3; ///< of the preview, at most: long names in a narrow pane leave a picture
 
 } // namespace
 
@@ -66,6 +67,7 @@ frmMain::frmMain(Program& program)
 {
     SetCaption(program.state.ProductCaption);
     lblPreview.PlainText = true; // names of files and folders
+    lblPreview.LeastLines = FactsLines;
     lvListView.SetView(ui::ListView::View::Details);
     AddCommands();
     BuildMenus();
@@ -286,6 +288,7 @@ void frmMain::lvListView_Click()
 void frmMain::LoadThePreviewPane()
 {
     preview.LoadThePreviewPane(values.previewPaneOn ? list.Selected() : nullptr);
+    SizeControls(); // as many lines as the facts need now
 }
 
 void frmMain::lvListView_DblClick()
@@ -403,7 +406,7 @@ Pane frmMain::Panes()
             Below(
                 Pane{tvTreeView}.When(folderList)
                     .UpTo(imgHorzSplitter, values.horzSplitterTop, HorzSplitterMargin, LeastPreviewHeight),
-                Below(imgPreview, Pane{lblPreview}.Fixed(FactsHeight).After(PaneMargin))
+                Below(imgPreview, Pane{lblPreview}.PreferredUpTo(FactsShare).After(PaneMargin))
                     .When(previewPane).Within(PaneMargin))
                 .UpTo(imgVertSplitter, values.vertSplitterLeft, VertSplitterMargin, VertSplitterRightMargin,
                       [this] { return WindowWidth(); }),

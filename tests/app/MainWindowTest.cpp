@@ -309,9 +309,18 @@ TEST_F(MainWindowTest, ExpandingSelectsTheNodeAndKeepsTheCategorysPicture)
 
 TEST_F(MainWindowTest, ThePreviewShowsTheTemplatesPictureOrTheLibrarysOwn)
 {
-    AddTemplates({"Letters\\Previews\\MEMO.jpg"});
+    const std::string longName(60, 'w');
+    AddTemplates({"Letters\\Previews\\MEMO.jpg", "Letters\\" + longName + ".swt"});
     Start();
     Main().tvTreeView.UserSelects("Letters");
+    const auto [facts, picture] = std::pair{&Main().lblPreview, &Main().imgPreview};
+    const int height = facts->Bounds().height;
+    Main().lvListView.UserSelects(1);
+    EXPECT_GT(facts->Bounds().height, height) << "of a name that takes several lines";
+    EXPECT_EQ(facts->Bounds().height, facts->PreferredSize(facts->Bounds().width).height) << "the date is not cut off";
+    EXPECT_LT(picture->Bounds().Bottom(), facts->Bounds().top);
+    Main().lvListView.UserSelects(0);
+    EXPECT_EQ(facts->Bounds().height, height);
     EXPECT_EQ(Main().imgPreview.File(), InLibrary("Letters\\Previews\\Memo.jpg"));
     EXPECT_TRUE(Main().lblPreview.Caption().starts_with("Memo\r\nLetters\r\n0KB\r\n")) << Main().lblPreview.Caption();
     EXPECT_EQ(Main().sbStatusBar.Panels()[1].substr(0, 10), "Memo   0KB");

@@ -20,12 +20,19 @@ struct PaneLayoutTest : ::testing::Test {
     ui::Splitter upDown{form, ui::Splitter::Direction::UpDown};
     ui::Splitter leftRight{form, ui::Splitter::Direction::LeftRight};
     bool treeOn{true}, pictureOn{true};
+    const bool isShown{[this] {
+        facts.Box = {100, 800};
+        form.Realize();
+        return true;
+    }()};
     int top{3000}, left{2000};
     app::PaneLayout layout{
-        Beside(Below(Pane{tree}.When([this] { return treeOn; }).UpTo(upDown, top, 900, 2700),
-                     Below(picture, Pane{facts}.Fixed(800).After(60)).When([this] { return pictureOn; }).Within(60))
-                   .UpTo(leftRight, left, 300, 3000),
-               list),
+        Beside(
+            Below(
+                Pane{tree}.When([this] { return treeOn; }).UpTo(upDown, top, 900, 2700),
+                Below(picture, Pane{facts}.PreferredUpTo(0.5).After(60)).When([this] { return pictureOn; }).Within(60))
+                .UpTo(leftRight, left, 300, 3000),
+            list),
         [] {}};
 
     /// "left top width height" of what is shown.

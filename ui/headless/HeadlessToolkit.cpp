@@ -1,6 +1,7 @@
 #include "ui/headless/HeadlessToolkit.h"
 
 #include "ui/Image.h"
+#include "ui/Label.h"
 
 #include <algorithm>
 
@@ -18,10 +19,10 @@ public:
         const std::string_view type = control.TypeName();
         if (const auto* image = dynamic_cast<const Image*>(&control))
             return image->Box;
-        if (type == "Label" && width > 0 && text > width)
-            return {width, 195 * ((text + width - 1) / width)};
-        if (type == "Label")
-            return {text, 195};
+        if (const auto* label = dynamic_cast<const Label*>(&control)) {
+            const int lines = width > 0 ? (text + width - 1) / width : 1;
+            return {width > 0 ? std::min(text, width) : text, 195 * std::max(lines, label->LeastLines)};
+        }
         if (type == "CheckBox" || type == "Frame")
             return {text + 270, 255};
         if (type == "UpDown")

@@ -40,7 +40,8 @@ public:
     {
         const SIZE text =
             Measure(label.Caption(), Font(), Pixels(width), label.PlainText ? DT_NOPREFIX | DT_EDITCONTROL : 0u);
-        return {Twips(text.cx + 1), Twips(text.cy)};
+        const int least = label.LeastLines * static_cast<int>(Measure("X", Font()).cy);
+        return {Twips(text.cx + 1), Twips(std::max(static_cast<int>(text.cy), least))};
     }
 
     void DpiChanged() override
