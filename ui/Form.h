@@ -64,7 +64,8 @@ public:
     /// Raised before a menu opens, to bring its entries' states up to date.
     std::function<void()> MenuOpening;
 
-    /// Outer rectangle in the normal state, twips on the virtual desktop.
+    /// Outer rectangle in the normal state: its corner in twips of the whole desktop, its size in those of the window,
+    /// whose monitor may have dpi of its own.
     const Rect& Placement() const { return placement; }
     void SetPlacement(const Rect& rect);
     WindowState State() const { return state; }

@@ -21,4 +21,9 @@ struct Rect {
     friend bool operator==(const Rect&, const Rect&) = default;
 };
 
+/// The usable area of a monitor, in twips of the whole desktop.
+struct WorkArea : Rect {
+    double scale{1}; ///< how many of those a twip of a window on this monitor is: they may have dpi of their own
+};
+
 } // namespace ui

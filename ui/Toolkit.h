@@ -52,8 +52,8 @@ public:
     /// between two messages. Safe from any thread.
     virtual void Post(std::function<void()> task) = 0;
 
-    /// The usable areas of the monitors in twips, the primary one first.
-    virtual std::vector<Rect> WorkAreas() const = 0;
+    /// Of each monitor, the primary one first.
+    virtual std::vector<WorkArea> WorkAreas() const = 0;
     /// The primary monitor in pixels.
     virtual Size ScreenSize() const = 0;
     /// The hourglass pointer, or the arrow.

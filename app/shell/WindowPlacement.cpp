@@ -1,6 +1,7 @@
 #include "app/shell/WindowPlacement.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace app {
 namespace {
@@ -20,12 +21,23 @@ bool CanBeReached(const ui::Rect& window, const ui::Rect& area)
 }
 
 /// Whether the monitors together have room for it.
-bool FitsOnAll(const ui::Rect& window, const std::vector<ui::Rect>& areas)
+bool FitsOnAll(const ui::Rect& window, const std::vector<ui::WorkArea>& areas)
 {
-    const auto right = std::ranges::max(areas, {}, &ui::Rect::Right).Right();
-    const auto bottom = std::ranges::max(areas, {}, &ui::Rect::Bottom).Bottom();
-    return window.width <= right - std::ranges::min(areas, {}, &ui::Rect::left).left &&
-           window.height <= bottom - std::ranges::min(areas, {}, &ui::Rect::top).top;
+    const auto right = std::ranges::max(areas, {}, &ui::WorkArea::Right).Right();
+    const auto bottom = std::ranges::max(areas, {}, &ui::WorkArea::Bottom).Bottom();
+    return window.width <= right - std::ranges::min(areas, {}, &ui::WorkArea::left).left &&
+           window.height <= bottom - std::ranges::min(areas, {}, &ui::WorkArea::top).top;
+}
+
+int Scaled(int length, double scale)
+{
+    return static_cast<int>(std::lround(length * scale));
+}
+
+/// The window with the size that it has on this monitor, in twips of the desktop.
+ui::Rect On(const ui::WorkArea& area, const ui::Rect& window)
+{
+    return {window.left, window.top, Scaled(window.width, area.scale), Scaled(window.height, area.scale)};
 }
 
 /// Squared distance between the middles.
@@ -38,23 +50,26 @@ double Distance(const ui::Rect& a, const ui::Rect& b)
 
 } // namespace
 
-ui::Rect PlacementWithin(const ui::Rect& stored, const std::vector<ui::Rect>& workAreas)
+ui::Rect PlacementWithin(const ui::Rect& stored, const std::vector<ui::WorkArea>& workAreas)
 {
     if (workAreas.empty())
         return stored;
-    const auto reachable = std::ranges::find_if(workAreas, [&](const ui::Rect& a) { return CanBeReached(stored, a); });
-    if (reachable != workAreas.end() && FitsOnAll(stored, workAreas))
+    const auto reachable =
+        std::ranges::find_if(workAreas, [&](const ui::WorkArea& a) { return CanBeReached(On(a, stored), a); });
+    if (reachable != workAreas.end() && FitsOnAll(On(*reachable, stored), workAreas))
         return stored;
-    const ui::Rect& area =
-        reachable != workAreas.end()
-            ? *reachable
-            : *std::ranges::min_element(workAreas, {}, [&](const ui::Rect& a) { return Distance(stored, a); });
-    ui::Rect window = stored;
+    const ui::WorkArea& area = reachable != workAreas.end()
+                                   ? *reachable
+                                   : *std::ranges::min_element(workAreas, {}, [&](const ui::WorkArea& a) {
+                                         return Distance(On(a, stored), a);
+                                     });
+    ui::Rect window = On(area, stored);
     window.width = std::min(window.width, area.width);
     window.height = std::min(window.height, area.height);
     window.left = std::clamp(window.left, area.left, area.Right() - window.width);
     window.top = std::clamp(window.top, area.top, area.Bottom() - window.height);
-    return window;
+    return {window.left, window.top, std::min(Scaled(window.width, 1 / area.scale), stored.width),
+            std::min(Scaled(window.height, 1 / area.scale), stored.height)};
 }
 
 } // namespace app

@@ -7,8 +7,8 @@
 namespace app {
 
 /// Where a window with this stored place goes: as it is while it fits the monitors and enough of its title bar can
-/// be reached on one, otherwise moved and shrunk into the nearest work area. All in twips; `workAreas` holds the
-/// primary one first.
-ui::Rect PlacementWithin(const ui::Rect& stored, const std::vector<ui::Rect>& workAreas);
+/// be reached on one, otherwise moved and shrunk into the nearest work area. A place is that of ui::Form: its corner in
+/// twips of the desktop, its size in those of the monitor that it is on.
+ui::Rect PlacementWithin(const ui::Rect& stored, const std::vector<ui::WorkArea>& workAreas);
 
 } // namespace app

@@ -10,7 +10,7 @@ using ui::Rect;
 TEST(PlacementTest, KeepsWhatCanBeReachedAndBringsBackTheRest)
 {
     // Two monitors side by side: 1280 x 1000 and 1024 x 768 pixels at 96 dpi.
-    const std::vector<Rect> areas{{0, 0, 19200, 15000}, {19200, 0, 15360, 11520}};
+    const std::vector<ui::WorkArea> areas{{0, 0, 19200, 15000}, {19200, 0, 15360, 11520}};
     const struct {
         const char* name;
         Rect stored, expected;
@@ -25,6 +25,11 @@ TEST(PlacementTest, KeepsWhatCanBeReachedAndBringsBackTheRest)
                 {"below the screen", {1000, 14900, 9000, 7000}, {1000, 8000, 9000, 7000}}};
     for (const auto& row : rows)
         EXPECT_EQ(app::PlacementWithin(row.stored, areas), row.expected) << row.name;
+    // The second one has twice the dots in the same space.
+    const std::vector<ui::WorkArea> mixed{{0, 0, 19200, 15000}, {{19200, 0, 19200, 15000}, 2}};
+    EXPECT_EQ(app::PlacementWithin({20000, 500, 9000, 7000}, mixed), (Rect{20000, 500, 9000, 7000}));
+    EXPECT_EQ(app::PlacementWithin({40000, 500, 9000, 7000}, mixed), (Rect{20400, 500, 9000, 7000}));
+    EXPECT_EQ(app::PlacementWithin({40000, 500, 9000, 9000}, mixed), (Rect{20400, 0, 9000, 7500}));
     EXPECT_EQ(app::PlacementWithin({5, 6, 7, 8}, {}), (Rect{5, 6, 7, 8})) << "without monitors";
 }
 

@@ -22,7 +22,7 @@ public:
     std::optional<std::string> OpenFile(const OpenFileDialog& dialog) override;
     void DoEvents() override;
     void Post(std::function<void()> task) override;
-    std::vector<Rect> WorkAreas() const override { return Areas; }
+    std::vector<WorkArea> WorkAreas() const override { return Areas; }
     Size ScreenSize() const override { return Screen; }
     void SetBusy(bool busy) override { Busy = busy; }
 
@@ -41,7 +41,7 @@ public:
     /// Runs what was posted.
     void RunPosted();
 
-    std::vector<Rect> Areas{{0, 0, 19200, 15000}};
+    std::vector<WorkArea> Areas{{0, 0, 19200, 15000}};
     Size Screen{1280, 1024};
     std::deque<std::optional<std::string>> FolderChoices;
     std::deque<std::optional<std::string>> FileChoices;

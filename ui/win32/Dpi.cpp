@@ -1,5 +1,7 @@
 #include "ui/win32/Dpi.h"
 
+#include "ui/win32/SystemLibrary.h"
+
 #include <algorithm>
 
 namespace ui::win32 {
@@ -46,6 +48,17 @@ int DpiOf(HWND window)
     static const auto forWindow = UserFunction<ForWindow>("GetDpiForWindow");
     const int dpi = forWindow != nullptr ? static_cast<int>(forWindow(window)) : 0;
     return dpi > 0 ? dpi : SystemDpi();
+}
+
+int DpiOf(HMONITOR monitor)
+{
+    using ForMonitor = HRESULT(WINAPI*)(HMONITOR, int, UINT*, UINT*);
+    static const auto forMonitor = FromSystemLibrary<ForMonitor>(L"shcore.dll", "GetDpiForMonitor");
+    constexpr int effective = 0; // MDT_EFFECTIVE_DPI
+    UINT x = 0;
+    UINT y = 0;
+    return forMonitor != nullptr && SUCCEEDED(forMonitor(monitor, effective, &x, &y)) && x > 0 ? static_cast<int>(x)
+                                                                                               : SystemDpi();
 }
 
 int ToPixels(int twips, int dpi)

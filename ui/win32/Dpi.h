@@ -5,10 +5,11 @@
 
 namespace ui::win32 {
 
-/// Dots per inch that the whole desktop is measured with; window placements are kept in twips of it.
+/// Dots per inch that the whole desktop is measured with.
 int SystemDpi();
 /// Dots per inch of the monitor that a window is on, where the system tells them apart.
 int DpiOf(HWND window);
+int DpiOf(HMONITOR monitor);
 
 int ToPixels(int twips, int dpi);
 int ToTwips(int pixels, int dpi);

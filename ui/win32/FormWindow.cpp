@@ -151,6 +151,11 @@ const pictures::Pictures& FormWindow::Pictures() const
     return toolkit.Pictures();
 }
 
+platform::Jobs& FormWindow::Jobs() const
+{
+    return toolkit.Jobs();
+}
+
 void FormWindow::Update(Aspect aspect)
 {
     switch (aspect) {
@@ -178,17 +183,28 @@ void FormWindow::Update(Aspect aspect)
 
 void FormWindow::ApplyPlacement()
 {
-    const RECT place = ToPixels(form.Placement(), SystemDpi());
+    const auto pixels = [this] {
+        const Rect& place = form.Placement();
+        const POINT corner{ToPixels(place.left, SystemDpi()), ToPixels(place.top, SystemDpi())};
+        return RECT{corner.x, corner.y, corner.x + ToPixels(place.width, dpi), corner.y + ToPixels(place.height, dpi)};
+    };
     const platform::Scoped guard{byCode, true};
     if (IsIconic(Handle()) || IsZoomed(Handle())) {
         WINDOWPLACEMENT placement{};
         placement.length = sizeof(placement);
         GetWindowPlacement(Handle(), &placement);
-        placement.rcNormalPosition = place;
+        placement.rcNormalPosition = pixels();
         SetWindowPlacement(Handle(), &placement);
     } else {
-        SetWindowPos(Handle(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
-                     SWP_NOZORDER | SWP_NOACTIVATE);
+        const auto move = [&] {
+            const RECT place = pixels();
+            SetWindowPos(Handle(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                         SWP_NOZORDER | SWP_NOACTIVATE);
+        };
+        const int before = dpi;
+        move();
+        if (dpi != before) // on its way it has come to a monitor on which the size is another one in pixels
+            move();
     }
 }
 
@@ -466,7 +482,9 @@ void FormWindow::OnPlaced()
         GetMonitorInfoW(MonitorFromRect(&outer, MONITOR_DEFAULTTONEAREST), &monitor);
         OffsetRect(&outer, monitor.rcWork.left - monitor.rcMonitor.left, monitor.rcWork.top - monitor.rcMonitor.top);
     }
-    form.UserPlaces(ToTwips(outer, SystemDpi()), state);
+    form.UserPlaces({ToTwips(outer.left, SystemDpi()), ToTwips(outer.top, SystemDpi()),
+                     ToTwips(outer.right - outer.left, dpi), ToTwips(outer.bottom - outer.top, dpi)},
+                    state);
 }
 
 void FormWindow::OnDpiChanged(int newDpi, const RECT& suggested)

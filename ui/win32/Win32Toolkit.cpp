@@ -18,7 +18,7 @@ namespace {
 constexpr int AnyLevel = std::numeric_limits<int>::max();
 
 struct Areas {
-    std::vector<Rect> found;
+    std::vector<WorkArea> found;
 };
 
 BOOL CALLBACK CollectArea(HMONITOR monitor, HDC, LPRECT, LPARAM areas) noexcept
@@ -28,7 +28,7 @@ BOOL CALLBACK CollectArea(HMONITOR monitor, HDC, LPRECT, LPARAM areas) noexcept
     if (!GetMonitorInfoW(monitor, &info))
         return TRUE;
     auto& found = reinterpret_cast<Areas*>(areas)->found;
-    const Rect area = ToTwips(info.rcWork, SystemDpi());
+    const WorkArea area{ToTwips(info.rcWork, SystemDpi()), double{1} * DpiOf(monitor) / SystemDpi()};
     found.insert((info.dwFlags & MONITORINFOF_PRIMARY) != 0 ? found.begin() : found.end(), area);
     return TRUE;
 }
@@ -257,7 +257,7 @@ void Win32Toolkit::Sweep()
     }
 }
 
-std::vector<Rect> Win32Toolkit::WorkAreas() const
+std::vector<WorkArea> Win32Toolkit::WorkAreas() const
 {
     Areas areas;
     EnumDisplayMonitors(nullptr, nullptr, &CollectArea, reinterpret_cast<LPARAM>(&areas));
