@@ -52,7 +52,7 @@ private:
 };
 
 /// The moment with the offset that follows: "Z", "+01:00", "-05'30'", or nothing, which makes it local.
-std::optional<Date> WithZone(const CalendarTime& time, Scanner& rest)
+std::optional<Date> WithZone(const platform::LocalTime& time, Scanner& rest)
 {
     const auto moment = ToFileTime(time);
     if (!moment)
@@ -72,7 +72,7 @@ std::optional<Date> WithZone(const CalendarTime& time, Scanner& rest)
 
 } // namespace
 
-std::optional<platform::FileTime> ToFileTime(const CalendarTime& time)
+std::optional<platform::FileTime> ToFileTime(const platform::LocalTime& time)
 {
     using namespace std::chrono;
     const year_month_day date{year{time.year}, month{static_cast<unsigned>(time.month)},
@@ -87,10 +87,26 @@ std::optional<platform::FileTime> ToFileTime(const CalendarTime& time)
     return seconds * StepsASecond;
 }
 
+platform::LocalTime OnCalendar(platform::FileTime time)
+{
+    using namespace std::chrono;
+    constexpr platform::FileTime secondsADay = 86400;
+    const platform::FileTime total = time / StepsASecond;
+    const platform::FileTime day = total / secondsADay - (total % secondsADay < 0 ? 1 : 0);
+    const int second = static_cast<int>(total - day * secondsADay);
+    const year_month_day date{sys_days{year{1601} / January / 1} + days{day}};
+    return {static_cast<int>(date.year()),
+            static_cast<int>(static_cast<unsigned>(date.month())),
+            static_cast<int>(static_cast<unsigned>(date.day())),
+            second / 3600,
+            second / 60 % 60,
+            second % 60};
+}
+
 std::optional<Date> ParseIsoDate(std::string_view text)
 {
     Scanner rest{text};
-    CalendarTime time;
+    platform::LocalTime time{.month = 1, .day = 1};
     if (!rest.Into(time.year, 4))
         return std::nullopt;
     if (rest.Skip('-') && rest.Into(time.month, 2) && rest.Skip('-') && rest.Into(time.day, 2) && rest.Skip('T') &&
@@ -103,7 +119,7 @@ std::optional<Date> ParseIsoDate(std::string_view text)
 std::optional<Date> ParsePdfDate(std::string_view text)
 {
     Scanner rest{text.starts_with("D:") ? text.substr(2) : text};
-    CalendarTime time;
+    platform::LocalTime time{.month = 1, .day = 1};
     if (!rest.Into(time.year, 4))
         return std::nullopt;
     (void)(rest.Into(time.month, 2) && rest.Into(time.day, 2) && rest.Into(time.hour, 2) && rest.Into(time.minute, 2) &&

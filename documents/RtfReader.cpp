@@ -23,9 +23,9 @@ constexpr std::pair<std::string_view, std::optional<Date> Facts::*> dateGroups[]
     {"creatim", &Facts::created},
     {"revtim", &Facts::saved},
 };
-constexpr std::pair<std::string_view, int CalendarTime::*> dateParts[] = {
-    {"yr", &CalendarTime::year}, {"mo", &CalendarTime::month},   {"dy", &CalendarTime::day},
-    {"hr", &CalendarTime::hour}, {"min", &CalendarTime::minute}, {"sec", &CalendarTime::second},
+constexpr std::pair<std::string_view, int platform::LocalTime::*> dateParts[] = {
+    {"yr", &platform::LocalTime::year}, {"mo", &platform::LocalTime::month},   {"dy", &platform::LocalTime::day},
+    {"hr", &platform::LocalTime::hour}, {"min", &platform::LocalTime::minute}, {"sec", &platform::LocalTime::second},
 };
 /// Code pages of the old systems that a document may name instead of a number.
 constexpr std::pair<std::string_view, std::uint32_t> characterSets[] = {
@@ -77,7 +77,7 @@ private:
     bool isUnicodeVersion{}; ///< the item that comes next
     std::string Facts::*text{};
     std::optional<Date> Facts::*date{};
-    CalendarTime time;
+    platform::LocalTime time;
     std::string shown;   ///< of the item, as far as it is decoded
     std::string encoded; ///< what follows it
     std::uint32_t codePage{WesternCodePage};
@@ -193,7 +193,7 @@ private:
         itemDepth = depth;
         shown.clear();
         encoded.clear();
-        time = {};
+        time = {.month = 1, .day = 1};
     }
     void InText(std::string_view word, int number)
     {

@@ -46,6 +46,9 @@ public:
     /// The chosen file's full path; nothing when the user cancelled. The current folder stays as it is.
     virtual std::optional<std::string> OpenFile(const OpenFileDialog& dialog) = 0;
 
+    /// Puts a text on the clipboard in place of what is there; false when another program holds it.
+    virtual bool CopyText(const std::string& text) = 0;
+
     /// Handles the messages that are waiting and returns.
     virtual void DoEvents() = 0;
     /// Runs `task` from the message loop, outside every handler that is active now; what another thread posts comes

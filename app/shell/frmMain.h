@@ -14,6 +14,7 @@
 #include "browser/RecentFiles.h"
 #include "browser/SpreadsheetFolder.h"
 #include "browser/TemplateOpener.h"
+#include "library/DocumentFacts.h"
 #include "library/Favorites.h"
 #include "library/FolderOperations.h"
 #include "library/TemplateLibrary.h"
@@ -70,6 +71,8 @@ public:
     void mnupopDeletefolder_Click();
     void mnuAddToFavorites_Click();
     void mnuRemoveFromFavorites_Click();
+    /// Shows what the selected template says of itself.
+    void mnuFileProperties_Click();
     /// Shows the recent documents.
     void mnuRecentDocuments_Click();
     /// Asks how long recent documents are remembered.
@@ -117,6 +120,7 @@ private:
     browser::Launcher launcher;
     browser::SpreadsheetFolder spreadsheets;
     browser::TemplateOpener opener;
+    library::DocumentFacts documents;
     browser::RecentFiles recentFiles;
     browser::RecentDocuments recentDocuments;
     HelpDocuments help;

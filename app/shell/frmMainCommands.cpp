@@ -34,13 +34,9 @@ struct LaterCommand {
     ui::Key key;
 };
 const LaterCommand laterCommands[] = {
-    {"mnuFilePreview", 103, 563, "preview", {}},
-    {"mnuFileProperties", 133, 175, "properties", {ui::KeyCode::Enter, false, false, true}},
-    {"mnuEditFind", 109, 165, "find", ui::Ctrl('F')},
-    {"mnuInstallNewTemplates", 393, 467, "packs", {}},
-    {"mnuSolutionPackManager", 396, 449, "packs", {}},
-    {"mnuGetNewDesigns", 394, 388, "more", {}},
-    {"mnuHelpAbout", 130, 443, "about", {}},
+    {"mnuFilePreview", 103, 563, "preview", {}},       {"mnuEditFind", 109, 165, "find", ui::Ctrl('F')},
+    {"mnuInstallNewTemplates", 393, 467, "packs", {}}, {"mnuSolutionPackManager", 396, 449, "packs", {}},
+    {"mnuGetNewDesigns", 394, 388, "more", {}},        {"mnuHelpAbout", 130, 443, "about", {}},
 };
 
 } // namespace
@@ -59,6 +55,9 @@ void frmMain::AddCommands()
                   .enabled = hasSelection});
     commands.Add({.name = "mnuFileOpen", .caption = 561, .toolTip = 562, .image = "open", .key = ui::Ctrl('O'),
                   .run = [this] { lvListView_DblClick(); }, .enabled = hasItems});
+    commands.Add({.name = "mnuFileProperties", .caption = 133, .toolTip = 175, .image = "properties",
+                  .key = {ui::KeyCode::Enter, false, false, true}, .run = [this] { mnuFileProperties_Click(); },
+                  .enabled = hasSelection});
     commands.Add({.name = "mnuFileExit", .caption = 104, .image = "exit",
                   .key = {ui::KeyCode::F4, false, false, true}, .run = [this] { Close(); }});
     commands.Add({.name = "mnuRefreshTV", .caption = 105, .toolTip = 105, .image = "refresh",

@@ -3,6 +3,7 @@
 
 #include "app/base/StringId.h"
 #include "app/shell/frmTemplatesPath.h"
+#include "browser/DocumentPropertiesForm.h"
 #include "browser/frmOptionsHistory.h"
 #include "browser/frmRecentDocuments.h"
 #include "library/CategoryPath.h"
@@ -96,6 +97,21 @@ void frmMain::mnuRemoveFromFavorites_Click()
     const auto* row = list.Selected();
     if (row != nullptr && favorites.RemoveFromFavorites(std::string{row->text}) && FavoritesSelected())
         FillList();
+}
+
+void frmMain::mnuFileProperties_Click()
+{
+    using Wish = browser::DocumentPropertiesForm::Wish;
+    const std::string path = list.SelectedPath();
+    if (path.empty())
+        return;
+    const Busy guard{*this};
+    browser::DocumentPropertiesForm form{program, documents, path};
+    form.ShowModal();
+    if (form.Wished() == Wish::NewDocument)
+        opener.CreateDocument(path);
+    else if (form.Wished() == Wish::OpenTemplate)
+        opener.Open(path);
 }
 
 void frmMain::mnuRecentDocuments_Click()

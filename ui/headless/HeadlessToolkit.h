@@ -20,6 +20,11 @@ public:
     Answer ShowMessage(const MessageBox& message) override;
     std::optional<std::string> BrowseForFolder(const std::string& prompt, const std::string& initial) override;
     std::optional<std::string> OpenFile(const OpenFileDialog& dialog) override;
+    bool CopyText(const std::string& text) override
+    {
+        Copied = text;
+        return true;
+    }
     void DoEvents() override;
     void Post(std::function<void()> task) override;
     std::vector<WorkArea> WorkAreas() const override { return Areas; }
@@ -46,6 +51,7 @@ public:
     std::deque<std::optional<std::string>> FolderChoices;
     std::deque<std::optional<std::string>> FileChoices;
     std::vector<OpenFileDialog> FilesAsked; ///< every file dialog that was shown
+    std::string Copied;                     ///< what is on the clipboard
     std::vector<MessageBox> Messages;       ///< every box that was shown
     std::vector<std::string> Unexpected;
     bool Busy{};

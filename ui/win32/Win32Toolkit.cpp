@@ -9,6 +9,7 @@
 #include "ui/win32/NativeText.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -267,6 +268,28 @@ std::vector<WorkArea> Win32Toolkit::WorkAreas() const
 Size Win32Toolkit::ScreenSize() const
 {
     return {GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+}
+
+bool Win32Toolkit::CopyText(const std::string& text)
+{
+    const std::wstring native = ToNative(text);
+    const std::size_t size = (native.size() + 1) * sizeof(wchar_t);
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
+    if (memory == nullptr)
+        return false;
+    if (void* const room = GlobalLock(memory)) {
+        std::memcpy(room, native.c_str(), size);
+        GlobalUnlock(memory);
+        if (OpenClipboard(ActiveOwner())) {
+            EmptyClipboard();
+            const bool taken = SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
+            CloseClipboard();
+            if (taken)
+                return true; // the memory is the system's now
+        }
+    }
+    GlobalFree(memory);
+    return false;
 }
 
 void Win32Toolkit::SetBusy(bool isBusy)
