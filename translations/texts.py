@@ -54,9 +54,9 @@ def rows(path):
 
 
 def resource_script(texts):
-    """Backslashes and quotes as the resource compiler reads them."""
+    """Backslashes and quotes as the resource compiler reads them, and no L before a text: it would be taken byte by byte."""
     quoted = {key: text.replace("\\", "\\\\").replace('"', '""') for key, text in texts.items()}
-    lines = [f'    {key} L"{text}"' for key, text in sorted(quoted.items())]
+    lines = [f'    {key} "{text}"' for key, text in sorted(quoted.items())]
     return "\n".join(["#pragma code_page(65001)", "LANGUAGE 0, 0", "STRINGTABLE", "BEGIN", *lines, "END", ""])
 
 

@@ -135,7 +135,7 @@ class SetupTest(unittest.TestCase):
         self.assertEqual([f'"{windows(self.folder)}\\TSBrowser.exe"'], command)
         self.assertTrue(all(key.startswith("HKEY_CURRENT_USER") for key, _ in keys), "nothing for the machine")
         self.assertEqual(files(BUILD / "setup/stage/Templates"), files(templates))
-        self.assertTrue((self.folder / "TS_RES.dll").is_file())
+        self.assertIn("Größe".encode("utf-16-le"), (self.folder / "TS_RES.dll").read_bytes())
 
         # The user works, and another version comes.
         changed, deleted = templates / "Русские шаблоны/Смета.ccw", templates / "Marketing/Press release.swt"
