@@ -4,6 +4,7 @@ import html
 import io
 import re
 import zlib
+from datetime import datetime, timezone
 
 from canvas import Canvas, rgb
 from fonts import Helvetica
@@ -30,6 +31,26 @@ def rtf_run(style, text):
     return "{" + (style + " " if style else "") + rtf_text(text) + "}"
 
 
+def facts(template):
+    """What a document says of itself, for the formats that can hold it."""
+    folders = template.folder.split("\\")
+    words = re.findall(r"\w{3,}", " ".join([template.stem, *folders]).lower())
+    plain = [text for kind, text in template.blocks if kind == "paragraph" and len(text) > 40 and "[" not in text]
+    return {"title": template.stem, "subject": folders[-1], "author": "Tessaly", "company": "Tessaly",
+            "category": folders[0], "keywords": ", ".join(dict.fromkeys(words)), "comments": (plain or [""])[0],
+            "created": datetime.fromtimestamp(template.time, timezone.utc)}
+
+
+def rtf_info(template):
+    told = facts(template)
+    texts = "".join(f"{{\\{word} {rtf_text(told[key])}}}" for word, key in (
+        ("title", "title"), ("subject", "subject"), ("author", "author"), ("company", "company"),
+        ("category", "category"), ("keywords", "keywords"), ("doccomm", "comments")) if told[key])
+    time = told["created"]
+    return (f"{{\\info{texts}{{\\creatim\\yr{time.year}\\mo{time.month}\\dy{time.day}"
+            f"\\hr{time.hour}\\min{time.minute}}}}}")
+
+
 def rtf(template):
     """A word-processor document. Sizes are half points, distances twips."""
     red, green, blue = (round(255 * part) for part in rgb(template.colour))
@@ -37,7 +58,7 @@ def rtf(template):
     start, end = ("\\qr", "\\ql") if direction else ("\\ql", "\\qr")
     out = ["{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1{\\fonttbl{\\f0\\fswiss Arial;}{\\f1\\froman Times New Roman;}}",
            f"{{\\colortbl;\\red{red}\\green{green}\\blue{blue};\\red102\\green120\\blue138;}}",
-           f"{{\\info{{\\title {rtf_text(template.stem)}}}}}",
+           rtf_info(template),
            "\\paperw12240\\paperh15840\\margl1440\\margr1440\\margt1200\\margb1200\\f0\\fs22"]
 
     def paragraph(text, layout="", style="", space=120):
@@ -213,8 +234,12 @@ def pdf(template):
     objects = {1: b"<< /Type /Catalog /Pages 2 0 R >>"}
     for key, name in ((3, "Helvetica"), (4, "Helvetica-Bold")):
         objects[key] = f"<< /Type /Font /Subtype /Type1 /BaseFont /{name} /Encoding /WinAnsiEncoding >>".encode()
-    title = template.stem.replace("(", "\\(").replace(")", "\\)")
-    objects[5] = f"<< /Title ({title}) /Author (Tessaly) >>".encode("cp1252")
+    told = facts(template)
+    # Texts in UTF-16 with its mark, as hexadecimal numbers.
+    texts = " ".join(f"/{key} <feff{told[fact].encode('utf-16-be').hex()}>" for key, fact in (
+        ("Title", "title"), ("Subject", "subject"), ("Author", "author"), ("Keywords", "keywords"),
+        ("Company", "company"), ("Category", "category"), ("Comments", "comments")))
+    objects[5] = f"<< {texts} /CreationDate (D:{told['created']:%Y%m%d%H%M%S}Z) >>".encode()
     kids = []
     for i, page in enumerate(pages):
         key = 6 + 2 * i
