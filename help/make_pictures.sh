@@ -23,19 +23,25 @@ picture() {
   import -window "$2" png:- | convert png:- -strip -colors 200 "png8:$folder/$1.png"
 }
 
-# dialog NAME KEYS...: the window that these keys open, one behind the other, from the main window.
+windows() { xdotool search --onlyvisible --name '.+' 2>/dev/null | sort; }
+
+# dialog NAME KEYS...: the window that the last of these keys opens, from the main window.
 dialog() {
-  local name=$1 key
+  local name=$1 key before opened=""
   shift
   for key in "$@"; do
+    before=$(windows)
     xdotool key --clearmodifiers "$key"
-    sleep 1.5
+    for _ in $(seq 50); do
+      opened=$(comm -13 <(echo "$before") <(windows) | tail -n 1)
+      [[ -z $opened ]] || break
+      sleep 0.2
+    done
   done
-  # The last one that is listed is on top.
-  picture "$name" "$(xdotool search --onlyvisible --name '.+' 2>/dev/null | tail -n 1)"
+  picture "$name" "$opened"
   for key in "$@"; do
     xdotool key Escape
-    sleep 0.7
+    sleep 1
   done
 }
 
@@ -52,26 +58,21 @@ for language in "${languages[@]}"; do
     set_text "$profile" "${field%%=*}" "${field#*=}"
   done
   set_text "$settings\\Browser" LastFolderBrowsed 'Business Letters'
+  # The caption is written when the window is loaded; until then the start-up picture has the same title.
+  wine reg delete "$settings\\Customization" /v ApplicationName /f >/dev/null 2>&1 || true
   wine 'C:\Program Files\Tessaly Desk\TSBrowser.exe' >/dev/null 2>&1 &
-  main=""
-  for _ in $(seq 100); do
-    main=$(xdotool search --onlyvisible --name '^Tessaly Desk$' 2>/dev/null | tail -n 1) && [[ -n $main ]] && break
-    sleep 0.3
+  until wine reg query "$settings\\Customization" /v ApplicationName >/dev/null 2>&1; do
+    kill -0 $! 2>/dev/null || { say "The browser ended before its window was there."; exit 1; }
+    sleep 0.5
   done
-  [[ -n $main ]] || { say "The browser's window did not open."; exit 1; }
+  main=$(xdotool search --onlyvisible --name '^Tessaly Desk$' | tail -n 1)
   sleep 2
   xdotool key Tab Down # a template, so that the preview shows something
   picture main-window "$main"
   dialog profile-editor ctrl+e
   dialog manage-profiles ctrl+m
   dialog import-export ctrl+i
-  if [[ $language == de ]]; then
-    dialog profile-pictures ctrl+e alt+l
-    dialog recent-documents alt+x Return
-  else
-    dialog profile-pictures ctrl+e alt+s
-    dialog recent-documents alt+t Return
-  fi
+  dialog profile-pictures ctrl+e "$([[ $language == de ]] && echo alt+l || echo alt+s)"
   xdotool key --clearmodifiers alt+F4
   wineserver -w
 done

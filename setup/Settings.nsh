@@ -13,11 +13,12 @@
 !define SETTINGS_ROOT "Software\VB and VBA Program Settings"
 !define SETTINGS_KEY "${SETTINGS_ROOT}\Tessaly GWX 1.0"
 
-Var Library      ; the library
-Var PictureFolder   ; the folder of the profiles' pictures; empty: the browser's own choice, among the user's documents
-Var UpdateService   ; the address of the update service; empty: none is asked
-Var TextLanguage ; en, de or ja
-Var HelpLanguage ; en or de: the help documents speak no more languages
+Var Library
+Var PictureFolder ; of the profiles; empty: the browser's own choice, among the user's documents
+Var ExportFolder  ; the user's documents: an export must not be offered into the program's folder
+Var UpdateService ; its address; empty: none is asked
+Var TextLanguage  ; en, de or ja
+Var HelpLanguage  ; en or de: the help documents speak no more languages
 Var SystemVersion
 Var ExplorerVersion
 
@@ -28,6 +29,7 @@ Var ExplorerVersion
   !insertmacro ${Do} "Options" "OS Version" "$SystemVersion"
   !insertmacro ${Do} "Options" "IEVersion" "$ExplorerVersion"
   !insertmacro ${Do} "Options" "Profile Images Path" "$PictureFolder"
+  !insertmacro ${Do} "Options" "ExportProfilePath" "$ExportFolder"
   !insertmacro ${Do} "Options" "WebHostPath" "$UpdateService"
   !insertmacro ${Do} "Edition" "Edition" "${PRODUCT}"
   !insertmacro ${Do} "Edition" "Build" "${BUILD}"
@@ -72,6 +74,7 @@ Function WriteSettings
   ${If} $TextLanguage == "de"
     StrCpy $HelpLanguage "de"
   ${EndIf}
+  ReadRegStr $ExportFolder HKCU "Software\Microsoft\Windows\CurrentVersion\Explorer\Shell Folders" "Personal"
   ${WinVerGetMajor} $0
   ${WinVerGetMinor} $1
   ${WinVerGetBuild} $2

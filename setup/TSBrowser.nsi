@@ -281,9 +281,9 @@ Function ScopePage
   !insertmacro MUI_HEADER_TEXT "$(ScopeTitle)" "$(ScopeSubtitle)"
   nsDialogs::Create 1018
   Pop $0
-  ${NSD_CreateRadioButton} 10u 20u 100%-20u 14u "$(ScopeMe)"
+  ${NSD_CreateRadioButton} 10u 20u 90% 14u "$(ScopeMe)"
   Pop $OnlyMe
-  ${NSD_CreateRadioButton} 10u 42u 100%-20u 14u "$(ScopeAll)"
+  ${NSD_CreateRadioButton} 10u 42u 90% 14u "$(ScopeAll)"
   Pop $EveryUser
   ${If} $ForAll == 1
     ${NSD_Check} $EveryUser
