@@ -50,7 +50,6 @@ Var EveryUser
 !define MUI_ICON "${ROOT}/art/icons/app.ico"
 !define MUI_UNICON "${ROOT}/art/icons/app.ico"
 !define MUI_ABORTWARNING
-!define MUI_CUSTOMFUNCTION_GUIINIT AskForElevation
 !define MUI_LANGDLL_ALLLANGUAGES
 !define MUI_LANGDLL_WINDOWTITLE "${PRODUCT}"
 !define MUI_LANGDLL_INFO "Language / Sprache / 言語"
@@ -190,6 +189,13 @@ Function .onInit
   ${If} $R7 != ""
     StrCpy $INSTDIR $R7
   ${EndIf}
+  ${IfNot} ${Silent}
+    Call AskLanguage
+    ${If} $ForAll == 1
+    ${AndIf} $R8 != "Admin"
+      Call StartElevated
+    ${EndIf}
+  ${EndIf}
 FunctionEnd
 
 ; Everything that depends on whom it is for: where what is noted, and what was chosen before.
@@ -239,30 +245,28 @@ Function ChooseScope
   ${EndIf}
 FunctionEnd
 
-; A setup for all users needs an administrator's rights: the system asks for them.
-Function AskForElevation
-  UserInfo::GetAccountType
-  Pop $0
-  ${If} $ForAll == 1
-  ${AndIf} $0 != "Admin"
-    Call StartElevated
-  ${EndIf}
-  ReadRegStr $0 SHCTX "${PRODUCT_KEY}" "Language"
+; Whoever starts setup with pages chooses a language once; it is setup's own and the program's.
+Function AskLanguage
   Push "/LANGUAGE="
   Call SwitchValue
-  Pop $1
-  ${If} ${Errors}
-  ${AndIf} $0 == ""
-    !insertmacro MUI_LANGDLL_DISPLAY
-    StrCpy $TextLanguage "en"
-    ${If} $LANGUAGE == ${LANG_GERMAN}
-      StrCpy $TextLanguage "de"
-    ${ElseIf} $LANGUAGE == ${LANG_JAPANESE}
-      StrCpy $TextLanguage "ja"
-    ${EndIf}
+  Pop $0
+  ${IfNot} ${Errors}
+    Return
+  ${EndIf}
+  ReadRegStr $0 SHCTX "${PRODUCT_KEY}" "Language"
+  ${If} $0 != ""
+    Return
+  ${EndIf}
+  !insertmacro MUI_LANGDLL_DISPLAY
+  StrCpy $TextLanguage "en"
+  ${If} $LANGUAGE == ${LANG_GERMAN}
+    StrCpy $TextLanguage "de"
+  ${ElseIf} $LANGUAGE == ${LANG_JAPANESE}
+    StrCpy $TextLanguage "ja"
   ${EndIf}
 FunctionEnd
 
+; A setup for all users needs an administrator's rights: the system asks for them.
 Function StartElevated
   ClearErrors
   ExecShell "runas" "$EXEPATH" "/ALLUSERS /LANGUAGE=$TextLanguage"
