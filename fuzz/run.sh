@@ -1,5 +1,5 @@
 #!/bin/sh
-# Builds the fuzz targets with clang-19 (Debian: clang-19, libclang-rt-19-dev) and runs each:
+# Builds the fuzz targets (preset native: clang-19 and libclang-rt-19-dev of Debian) and runs each:
 #   fuzz/run.sh [SECONDS [TARGET...]]      for so long (default: 60, all of them)
 #   fuzz/run.sh --quick [TARGET...]        a fixed number of inputs, the same each time: for the test suite
 # Both begin with the inputs in fuzz/corpus, where a target has some. Inputs that reach
@@ -9,17 +9,17 @@ set -eu
 
 seconds=${1:-60}
 [ $# -eq 0 ] || shift
-[ $# -gt 0 ] || set -- TextFuzz PathFuzz DocumentFuzz InflaterFuzz PhoneFuzz RegistryTextFuzz SettingsFuzz LibraryFuzz
 root=$(cd "$(dirname "$0")/.." && pwd)
-build=${TS_FUZZ_BUILD:-$root/build/fuzz}
-mkdir -p "$build"
+# shellcheck disable=SC2046
+[ $# -gt 0 ] || set -- $(sed -n 's/^fuzz_target(\([A-Za-z]*\) .*/\1/p' \"$root/fuzz/CMakeLists.txt\")
+build=$root/build/native
+mkdir -p "$root/build/fuzz"
 
-# GCC judges the warnings; clang does not know them all, and finds fault with the standard library's headers.
-quiet="-Wno-unknown-warning-option -Wno-deprecated-declarations"
-cmake -S "$root" -B "$build" -DCMAKE_CXX_COMPILER=clang++-19 -DCMAKE_C_COMPILER=clang-19 -DCMAKE_BUILD_TYPE=Debug \
-    -DTS_FUZZ=ON -DTS_SANITIZE=ON "-DCMAKE_CXX_FLAGS=-fsanitize=fuzzer-no-link $quiet" > "$build.log" 2>&1 &&
-    cmake --build "$build" --parallel "$(nproc)" --target "$@" >> "$build.log" 2>&1 ||
-    { tail -n 40 "$build.log" >&2; exit 2; }
+cd "$root"
+{ [ -f "$build/CMakeCache.txt" ] || cmake --preset native; } > build/fuzz/build.log 2>&1 &&
+    cmake --build "$build" --parallel "$(nproc)" --target "$@" >> build/fuzz/build.log 2>&1 ||
+    { tail -n 40 build/fuzz/build.log >&2; exit 2; }
+work=$root/build/fuzz
 
 # How long a target runs; one that starts a whole browser takes some milliseconds an input.
 limit() {
@@ -32,19 +32,19 @@ limit() {
 
 failed=0
 for target in "$@"; do
-    grown=$build/corpus/$target
-    [ "$seconds" != --quick ] || { grown=$build/quick/$target; rm -rf "$grown"; }
+    grown=$work/corpus/$target
+    [ "$seconds" != --quick ] || { grown=$work/quick/$target; rm -rf "$grown"; }
     mkdir -p "$grown"
     kept=$root/fuzz/corpus/$target # a few inputs that reach most of the code
     [ -d "$kept" ] || kept=
     # shellcheck disable=SC2046
-    if "$build/fuzz/$target" $(limit "$target") -timeout=60 -print_final_stats=1 -artifact_prefix="$build/$target-" \
-        "$grown" ${kept:+"$kept"} > "$build/$target.log" 2>&1; then
-        sed -n "s/.*stat::number_of_executed_units: */$target: no failure, inputs run: /p" "$build/$target.log"
+    if "$build/fuzz/$target" $(limit "$target") -timeout=60 -print_final_stats=1 -artifact_prefix="$work/$target-" \
+        "$grown" ${kept:+"$kept"} > "$work/$target.log" 2>&1; then
+        sed -n "s/.*stat::number_of_executed_units: */$target: no failure, inputs run: /p" "$work/$target.log"
     else
         failed=1
         echo "$target: FAILED"
-        grep -v '^#' "$build/$target.log" | tail -n 40
+        grep -v '^#' "$work/$target.log" | tail -n 40
     fi
 done
 exit $failed
