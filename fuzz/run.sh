@@ -11,7 +11,7 @@ seconds=${1:-60}
 [ $# -eq 0 ] || shift
 root=$(cd "$(dirname "$0")/.." && pwd)
 # shellcheck disable=SC2046
-[ $# -gt 0 ] || set -- $(sed -n 's/^fuzz_target(\([A-Za-z]*\) .*/\1/p' \"$root/fuzz/CMakeLists.txt\")
+[ $# -gt 0 ] || set -- $(sed -n 's/^fuzz_target(\([A-Za-z]*\) .*/\1/p' "$root/fuzz/CMakeLists.txt")
 build=$root/build/native
 mkdir -p "$root/build/fuzz"
 
