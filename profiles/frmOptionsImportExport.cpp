@@ -33,6 +33,9 @@ frmOptionsImportExport::frmOptionsImportExport(app::Program& program, ProfileMan
     const std::string last = program.settings.Text("Options", "ExportProfilePath");
     txtExportPath.SetText(last.empty() ? program.settings.Text("Options", "Installed Path") : last);
     txtProfileName.SetText(std::string{DefaultFolderName});
+    // Who has just typed where to and presses Enter wants to export, not to leave.
+    txtExportPath.EnterButton = &btnExport;
+    txtProfileName.EnterButton = &btnExport;
     btnBrowse.Click = [this] { btnBrowse_Click(); };
     btnExport.Click = [this] { btnExport_Click(); };
     btnImport.Click = [this] { btnImport_Click(); };

@@ -9,6 +9,7 @@
 
 namespace ui {
 
+class Button;
 class Form;
 class Control;
 class TreeView;
@@ -95,6 +96,9 @@ public:
     void UserFocuses();
 
     Size PreferredSize(int width = 0) const;
+
+    /// The button that Enter presses while the focus is here; null: the form's default one.
+    Button* EnterButton{};
 
     /// The tree onto whose nodes the user can drag from here; null: nothing can be dragged. The tree's Drop tells.
     TreeView* DropTarget{};

@@ -1,6 +1,7 @@
 #include "ui/Form.h"
 
 #include "platform/Scoped.h"
+#include "ui/Button.h"
 #include "ui/Toolkit.h"
 
 #include <algorithm>
@@ -154,6 +155,19 @@ void Form::EndUse() noexcept
         // Memory was short; whoever waits for the form's end must hear of it all the same.
         Closed();
     }
+}
+
+const Button* Form::DefaultButton(const Control* focus) const
+{
+    if (const auto* focused = dynamic_cast<const Button*>(focus))
+        return focused;
+    if (focus != nullptr && focus->EnterButton != nullptr)
+        return focus->EnterButton;
+    for (const Control* control : controls)
+        if (const auto* button = dynamic_cast<const Button*>(control);
+            button != nullptr && button->GetRole() == Role::Default)
+            return button;
+    return nullptr;
 }
 
 void Form::ShowPopup(Menu& menu, Point at)

@@ -99,6 +99,10 @@ public:
     void BringToFront();
 
     Control* ActiveControl() const { return activeControl; }
+    /// The button that Enter presses when `focus` has the focus: itself, else the one that it names, else the form's
+    /// default one; null when there is none.
+    const Button* DefaultButton(const Control* focus) const;
+    const Button* DefaultButton() const { return DefaultButton(activeControl); }
 
     /// Called by the peer (and by tests) for what the user or the system did.
     void UserResizes(Size client);

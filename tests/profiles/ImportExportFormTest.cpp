@@ -29,6 +29,14 @@ TEST_F(ImportExportFormTest, StartsWithTheLastLocationElseTheInstallation)
     }
 }
 
+TEST_F(ImportExportFormTest, EnterInABoxExports)
+{
+    for (const ui::TextBox* box : {&form.txtExportPath, &form.txtProfileName})
+        EXPECT_EQ(form.DefaultButton(box), &form.btnExport);
+    EXPECT_EQ(form.DefaultButton(&form.btnImport), &form.btnImport);
+    EXPECT_EQ(form.DefaultButton(nullptr), &form.OKButton);
+}
+
 TEST_F(ImportExportFormTest, RefusesAtTheFieldThatIsWrongThenExportsAndStays)
 {
     form.Show();

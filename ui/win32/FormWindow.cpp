@@ -369,7 +369,13 @@ bool FormWindow::Translate(MSG& message)
     const auto used = Guarded([&] {
         return (isKeyDown && TranslateKey(message)) || (message.message == WM_SYSCHAR && TranslateMnemonic(message));
     });
-    return used || !form.IsOpen() || IsDialogMessageW(Handle(), &message) != 0;
+    if (used || !form.IsOpen())
+        return true;
+    const bool handled = IsDialogMessageW(Handle(), &message) != 0;
+    // The system takes the mark off every button when the keyboard goes to a check box.
+    if (handled && isKeyDown && form.IsOpen())
+        MarkDefaultButton(GetFocus());
+    return handled;
 }
 
 bool FormWindow::TranslateKey(const MSG& message)
@@ -405,12 +411,18 @@ bool FormWindow::TranslateMnemonic(const MSG& message)
     });
 }
 
-PeerBase* FormWindow::FindButton(bool isDefault) const
+PeerBase* FormWindow::DefaultButton() const
 {
-    const Role role = isDefault ? Role::Default : Role::Cancel;
+    const PeerBase* focused = PeerBase::Of(GetFocus());
+    const Button* button = form.DefaultButton(focused != nullptr ? &focused->Model() : nullptr);
+    return button != nullptr ? static_cast<PeerBase*>(button->Peer()) : nullptr;
+}
+
+PeerBase* FormWindow::CancelButton() const
+{
     for (Control* control : form.Controls())
         if (const auto* button = dynamic_cast<const Button*>(control);
-            button != nullptr && button->GetRole() == role && button->Peer() != nullptr)
+            button != nullptr && button->GetRole() == Role::Cancel && button->Peer() != nullptr)
             return static_cast<PeerBase*>(button->Peer());
     return nullptr;
 }
@@ -418,14 +430,15 @@ PeerBase* FormWindow::FindButton(bool isDefault) const
 void FormWindow::MarkDefaultButton(HWND focus)
 {
     const PeerBase* focused = PeerBase::Of(focus);
-    const bool buttonHasFocus = focused != nullptr && IsButton(focused->Model());
+    const Button* marked = form.DefaultButton(focused != nullptr ? &focused->Model() : nullptr);
     for (const Control* control : form.Controls()) {
         const auto* button = dynamic_cast<const Button*>(control);
         if (button == nullptr || button->Peer() == nullptr)
             continue;
         const HWND handle = static_cast<PeerBase*>(button->Peer())->Handle();
-        const bool isDefault = buttonHasFocus ? handle == focus : button->GetRole() == Role::Default;
-        SendMessageW(handle, BM_SETSTYLE, static_cast<WPARAM>(isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON), TRUE);
+        const LONG_PTR wanted = button == marked ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+        if ((GetWindowLongPtrW(handle, GWL_STYLE) & BS_TYPEMASK) != wanted)
+            SendMessageW(handle, BM_SETSTYLE, static_cast<WPARAM>(wanted), TRUE);
     }
 }
 
@@ -435,9 +448,9 @@ LRESULT FormWindow::OnCommand(WPARAM wParam, LPARAM lParam)
     const int code = HIWORD(wParam);
     PeerBase* peer = PeerBase::Of(reinterpret_cast<HWND>(lParam));
     if (peer == nullptr && id == IDOK)
-        peer = FindButton(true);
+        peer = DefaultButton();
     if (peer == nullptr && id == IDCANCEL) {
-        peer = FindButton(false);
+        peer = CancelButton();
         if (peer == nullptr && form.GetStyle() == Form::Style::Dialog) {
             form.UserCloses();
             return 0;
@@ -552,10 +565,9 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
         }
         break;
     case DM_GETDEFID:
-        // A button with the focus is what Enter presses.
-        if (const PeerBase* focused = PeerBase::Of(GetFocus()); focused != nullptr && IsButton(focused->Model()))
-            return MAKELRESULT(GetDlgCtrlID(focused->Handle()), DC_HASDEFID);
-        return FindButton(true) != nullptr ? MAKELRESULT(IDOK, DC_HASDEFID) : 0;
+        if (const PeerBase* button = DefaultButton())
+            return MAKELRESULT(GetDlgCtrlID(button->Handle()), DC_HASDEFID);
+        return 0;
     case dpiChanged:
         OnDpiChanged(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
         return 0;

@@ -46,7 +46,7 @@ public:
     bool Translate(MSG& message);
     /// Gives the keyboard to the form's active control, or to the first that Tab reaches.
     void FocusActiveControl();
-    /// The focus moves to `focus`: shows which button Enter presses now.
+    /// The focus moves to `focus`: shows which button Enter presses then.
     void MarkDefaultButton(HWND focus);
     void SetToolTip(HWND control, const std::string& text);
 
@@ -76,7 +76,8 @@ private:
     void ApplyMenu();
     bool TranslateKey(const MSG& message);
     bool TranslateMnemonic(const MSG& message);
-    PeerBase* FindButton(bool isDefault) const;
+    PeerBase* DefaultButton() const;
+    PeerBase* CancelButton() const;
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     static const wchar_t* WindowClass();
 };

@@ -232,6 +232,8 @@ LRESULT CALLBACK PeerBase::Procedure(HWND window, UINT message, WPARAM wParam, L
                 result = self->Default(message, wParam, lParam);
             if (!self->IsGone())
                 self->control.UserFocuses();
+            if (!self->IsGone())
+                self->form.MarkDefaultButton(GetFocus());
         }
         return result;
     });

@@ -260,9 +260,7 @@ public:
 protected:
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override
     {
-        if (message == WM_SETFOCUS)
-            Window().MarkDefaultButton(Handle());
-        else if (message == WM_KILLFOCUS)
+        if (message == WM_KILLFOCUS)
             Window().MarkDefaultButton(reinterpret_cast<HWND>(wParam));
         return ClickedPeer::OnMessage(message, wParam, lParam);
     }

@@ -69,6 +69,30 @@ TEST_F(DialogWindowTest, KeysReachTheControlsTheyAreMeantFor)
     EXPECT_FALSE(plain.IsOpen()) << "without a cancel button";
 }
 
+TEST_F(DialogWindowTest, TheButtonThatEnterPressesIsMarkedWhereverTheFocusIs)
+{
+    form.txtLast.EnterButton = &form.btnRetry;
+    Focus(form.cboKind);
+    const HWND window = HandleOf(form);
+    for (int tabs = 0; tabs < 12; ++tabs) {
+        const ui::Button* expected = form.DefaultButton();
+        SCOPED_TRACE(std::to_string(tabs) + " " + std::string{form.ActiveControl()->TypeName()});
+        ASSERT_NE(expected, nullptr);
+        const LRESULT id = SendMessageW(window, DM_GETDEFID, 0, 0);
+        EXPECT_EQ(HIWORD(id), DC_HASDEFID);
+        EXPECT_EQ(GetDlgItem(window, LOWORD(id)), HandleOf(*expected));
+        for (const ui::Button* button : {&form.btnRetry, &form.btnNew, &form.btnCancel})
+            EXPECT_EQ((GetWindowLongPtrW(HandleOf(*button), GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON,
+                      button == expected)
+                << button->Caption();
+        Press(VK_TAB);
+    }
+    Focus(form.txtLast);
+    form.Events.clear();
+    Press(VK_RETURN);
+    EXPECT_THAT(form.Events, ElementsAre("retry"));
+}
+
 TEST_F(DialogWindowTest, TypingChangesTheModelAndCodeMovesTheNativeSelection)
 {
     Focus(form.txtFirst);
