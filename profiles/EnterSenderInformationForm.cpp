@@ -24,7 +24,8 @@ constexpr ui::Size SectionGap{0, 45};
 
 EnterSenderInformationForm::EnterSenderInformationForm(app::Program& program, ProfileManager& profiles,
                                                        ProfileImages& images, ProfileOperations& operations,
-                                                       std::function<void(std::string_view topic)> openHelp)
+                                                       std::function<void(std::string_view topic)> openHelp,
+                                                       std::string_view wanted)
     : Form{program.toolkit, "EnterSenderInformationForm", Style::Dialog, ui::Tag{417}}, program{program},
       profiles{profiles}, images{images}, operations{operations}, openHelp{std::move(openHelp)},
       phones{program.platform.locale.DecimalSeparator()}, boxes{&SenderFirstNameText,
@@ -52,12 +53,12 @@ EnterSenderInformationForm::EnterSenderInformationForm(app::Program& program, Pr
     LayOut();
     WireFields();
     WireButtons();
-    FillProfiles(profiles.GetCurrentProfile());
+    FillProfiles(wanted.empty() ? profiles.GetCurrentProfile() : std::string{wanted});
     LoadFields();
     chkAutoApply.SetChecked(profiles.AppliesDefault());
     chkAutoComplete.SetChecked(program.settings.Text(ProfileManager::Section, "ShowAutoComplete") == "1");
-    if (selected.empty())
-        SenderFirstNameText.SetFocus(); // there is nothing to choose from
+    // In the combo box, which comes first in the order, every letter typed would choose another profile.
+    SenderFirstNameText.SetFocus();
 }
 
 void EnterSenderInformationForm::LayOut()
@@ -108,7 +109,18 @@ void EnterSenderInformationForm::WireButtons()
     chkAutoComplete.Click = [this] { SaveAutoComplete(); };
     OKButton.Click = [this] { OKButton_Click(); };
     CancelButton.Click = [this] { Close(); };
+    CancelButton.LostFocus = [this] {
+        if (ui::TextBox* box = std::exchange(unchecked, nullptr); box != nullptr && !box->HasFocus())
+            LeavePhone(*box);
+    };
     cmdHelp.Click = [this] { openHelp("Profile HTML"); };
+    KeyDown = [this](const ui::Key& key) {
+        const bool isHelp = key == ui::Plain(ui::KeyCode::F1);
+        if (isHelp)
+            cmdHelp.UserClicks();
+        return isHelp;
+    };
+    Closing = [this] { return MayClose(); };
 }
 
 std::span<ui::TextBox* const> EnterSenderInformationForm::Phones() const
@@ -128,7 +140,12 @@ void EnterSenderInformationForm::WirePhone(ui::TextBox& box)
         if (!byCode)
             phones.TextChanged(box.Text());
     };
-    box.LostFocus = [this, &box] { LeavePhone(box); };
+    box.LostFocus = [this, &box] {
+        if (CancelButton.HasFocus())
+            unchecked = &box;
+        else
+            LeavePhone(box);
+    };
 }
 
 bool EnterSenderInformationForm::LeavePhone(ui::TextBox& box)
@@ -172,8 +189,9 @@ void EnterSenderInformationForm::LoadFields()
 {
     profiles.LoadProfile(selected);
     unread = profiles.Current.unread;
+    stored = profiles.Current.texts;
     for (std::size_t i = 0; i < FieldCount; ++i)
-        Put(*boxes[i], profiles.Current.texts[i]);
+        Put(*boxes[i], stored[i]);
 }
 
 bool EnterSenderInformationForm::SaveProfileToRegistry(const std::string& name)
@@ -181,12 +199,36 @@ bool EnterSenderInformationForm::SaveProfileToRegistry(const std::string& name)
     for (std::size_t i = 0; i < FieldCount; ++i)
         profiles.Current.texts[i] = platform::text::Trimmed(boxes[i]->Text());
     profiles.Current.unread = unread;
-    return profiles.SaveProfileText(name);
+    const bool saved = profiles.SaveProfileText(name);
+    if (saved && !name.empty())
+        stored = profiles.Current.texts;
+    return saved;
 }
 
 bool EnterSenderInformationForm::HasText() const
 {
     return std::ranges::any_of(boxes, [](const ui::TextBox* box) { return !box->Text().empty(); });
+}
+
+bool EnterSenderInformationForm::HasEdits() const
+{
+    return !std::ranges::equal(boxes, stored, [](const ui::TextBox* box, const std::string& text) {
+        return platform::text::Trimmed(box->Text()) == platform::text::Trimmed(text);
+    });
+}
+
+bool EnterSenderInformationForm::MayClose()
+{
+    if (done || !HasEdits())
+        return true;
+    switch (program.messages.AskOrCancel(program.Text(str::SaveChanges))) {
+    case ui::Answer::Yes:
+        return Store();
+    case ui::Answer::No:
+        return true;
+    default:
+        return false;
+    }
 }
 
 bool EnterSenderInformationForm::Saved(const platform::Result<>& result)
@@ -210,9 +252,9 @@ bool EnterSenderInformationForm::AddProfile()
 {
     // What was typed while there was no profile becomes the new one's.
     const bool keepsFields = selected.empty() && HasText();
-    if (!SaveProfileToRegistry(selected))
-        return false;
     frmNewProfile form{program, profiles, operations};
+    // The copy has the edits of a moment ago, and a dialog that is cancelled has stored nothing.
+    form.Creating = [this] { return SaveProfileToRegistry(selected); };
     form.ShowModal();
     if (form.Created().empty())
         return false;
@@ -231,44 +273,63 @@ void EnterSenderInformationForm::btnManageProfiles_Click()
         return;
     const bool keepsFields = selected.empty() && HasText();
     const std::string before = selected;
-    ManageProfiles();
+    const std::string toEdit = ManageProfiles();
+    ShowManaged(toEdit.empty() ? before : toEdit, keepsFields);
+    if (!toEdit.empty())
+        SenderFirstNameText.SetFocus();
+}
+
+void EnterSenderInformationForm::ShowManaged(const std::string& wanted, bool keepsFields)
+{
     chkAutoApply.SetChecked(profiles.AppliesDefault());
-    FillProfiles(profiles.ProfileExists(before) ? before : profiles.GetCurrentProfile());
+    FillProfiles(profiles.ProfileExists(wanted) ? wanted : profiles.GetCurrentProfile());
     if (!keepsFields || !profiles.IsProfileEmpty(selected))
         LoadFields();
 }
 
-void EnterSenderInformationForm::ManageProfiles()
+std::string EnterSenderInformationForm::ManageProfiles()
 {
-    frmManageProfiles form{program, profiles, operations};
+    frmManageProfiles form{program, profiles, operations, selected};
     form.DefaultChanged = [this] { list.ShowDefaultMark(); };
     form.ShowModal();
+    return form.ToEdit();
 }
 
 void EnterSenderInformationForm::OKButton_Click()
 {
+    if (!Store())
+        return;
+    done = true;
+    Close();
+}
+
+bool EnterSenderInformationForm::Store()
+{
     // Enter presses the button without leaving the field.
     for (ui::TextBox* phone : Phones())
-        if (phone->HasFocus() && !LeavePhone(*phone))
-            return;
+        if ((phone->HasFocus() || phone == unchecked) && !LeavePhone(*phone))
+            return false;
     if (selected.empty() && HasText() && !AddProfile())
-        return;
+        return false;
     // Without a profile in sight, be it that the profiles could not be read, the choice made before stays.
     if (!selected.empty() && (!Saved(profiles.SetCurrentProfile(selected)) || !SaveProfileToRegistry(selected)))
-        return;
+        return false;
     const std::string defaultName = profiles.GetDefaultProfile();
     const bool isEmpty = profiles.IsProfileEmpty(defaultName);
     if (!Saved(profiles.SetAppliesDefault(chkAutoApply.Checked())))
-        return;
+        return false;
     if (!isEmpty && !Saved(program.settings.Save(ProfileManager::Section, "FirstRun", "0")))
-        return;
+        return false;
     if (isEmpty &&
         program.messages.Ask(program.Text(str::EmptyDefaultStart) + "'" + defaultName + "'" +
                              program.Text(str::EmptyDefaultEnd) + "\r\n" + program.Text(str::EmptyDefaultReason) +
                              "\r\n" + program.Text(str::EmptyDefaultQuestion)))
-        ManageProfiles();
-    if (SaveAutoComplete())
-        Close();
+        if (const std::string toEdit = ManageProfiles(); !toEdit.empty()) {
+            ShowManaged(toEdit, false);
+            SenderFirstNameText.SetFocus();
+            return false;
+        }
+    return SaveAutoComplete();
 }
 
 bool EnterSenderInformationForm::SaveAutoComplete()

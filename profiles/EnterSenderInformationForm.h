@@ -25,9 +25,11 @@ namespace profiles {
 /// saves the one before.
 class EnterSenderInformationForm final : public ui::Form {
 public:
-    /// `openHelp` opens the document of a help topic.
+    /// `openHelp` opens the document of a help topic. `wanted` is the profile that is shown at first; "" for the one in
+    /// use.
     EnterSenderInformationForm(app::Program& program, ProfileManager& profiles, ProfileImages& images,
-                               ProfileOperations& operations, std::function<void(std::string_view topic)> openHelp);
+                               ProfileOperations& operations, std::function<void(std::string_view topic)> openHelp,
+                               std::string_view wanted = {});
 
     ui::Label lblProfile{*this, ui::Tag{418}};
     ui::ComboBox ProfileCombo{*this};
@@ -91,9 +93,12 @@ private:
     PhoneFormatter phones;
     /// In the order of Field.
     std::array<ui::TextBox*, FieldCount> boxes;
-    std::array<bool, FieldCount> unread{}; ///< of the fields' profile: stored values that could not be read
-    std::string selected;                  ///< the profile whose fields are shown; "" when there are no profiles
-    bool byCode{};                         ///< a text is changed by the program: the rules for input do not apply
+    std::array<bool, FieldCount> unread{};      ///< of the fields' profile: stored values that could not be read
+    std::array<std::string, FieldCount> stored; ///< what the fields hold when nothing has been typed since
+    ui::TextBox* unchecked{};                   ///< a phone field that was left for Cancel, which need not be right
+    std::string selected;                       ///< the profile whose fields are shown; "" when there are no profiles
+    bool done{};                                ///< OK has stored everything
+    bool byCode{};                              ///< a text is changed by the program: the rules for input do not apply
 
     std::span<ui::TextBox* const> Phones() const;
     void LayOut();
@@ -109,6 +114,10 @@ private:
     /// Stores the fields; false, told, when that failed. Without a profile there is nowhere to store them.
     bool SaveProfileToRegistry(const std::string& name);
     bool HasText() const;
+    /// Whether something was typed that is not stored.
+    bool HasEdits() const;
+    /// Asks what is to become of what was typed. False when the dialog is to stay.
+    bool MayClose();
     /// Tells when a setting could not be saved.
     bool Saved(const platform::Result<>& result);
 
@@ -118,8 +127,13 @@ private:
     /// Lets the user add a profile and shows it; false when none was made.
     bool AddProfile();
     void btnManageProfiles_Click();
-    void ManageProfiles();
+    /// The profile that the user wants to edit now; "" for none.
+    std::string ManageProfiles();
+    /// Brings the dialog in step with what was managed, with the profile `wanted` or what comes nearest.
+    void ShowManaged(const std::string& wanted, bool keepsFields);
     void OKButton_Click();
+    /// Everything that OK stores. False when something could not be, or the user wants to go on.
+    bool Store();
     bool SaveAutoComplete();
 };
 

@@ -19,14 +19,17 @@ ProfileDialogs::ProfileDialogs(app::Program& program, std::function<void(std::st
 {
 }
 
-void ProfileDialogs::EditProfile()
+void ProfileDialogs::EditProfile(std::string_view wanted)
 {
-    EnterSenderInformationForm{program, manager, images, operations, openHelp}.ShowModal();
+    EnterSenderInformationForm{program, manager, images, operations, openHelp, wanted}.ShowModal();
 }
 
 void ProfileDialogs::ManageProfiles()
 {
-    frmManageProfiles{program, manager, operations}.ShowModal();
+    frmManageProfiles form{program, manager, operations};
+    form.ShowModal();
+    if (!form.ToEdit().empty())
+        EditProfile(form.ToEdit());
 }
 
 void ProfileDialogs::ImportOrExport()

@@ -17,7 +17,9 @@ public:
     /// `openHelp` opens the document of a help topic.
     ProfileDialogs(app::Program& program, std::function<void(std::string_view topic)> openHelp);
 
-    void EditProfile();
+    /// Starts with the profile `wanted`; "" for the one in use.
+    void EditProfile(std::string_view wanted);
+    void EditProfile() { EditProfile({}); }
     void ManageProfiles();
     void ImportOrExport();
     /// Invites to enter a profile, unless the user has done so or does not want to be asked again.

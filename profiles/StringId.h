@@ -26,6 +26,6 @@ inline constexpr std::uint16_t None = 0, // an unknown number: nothing to say
                                ExportFolderMissing = 409, Exported = 410, NoProfileData = 411,
                                SelectCorrectFolder = 412, InvalidRegistryFile = 413, NoProfilesInFile = 414,
                                NoProfilesInFolder = 415, Imported = 416, LeftOut = 560, ProfileImagesTitle = 456,
-                               SelectImageTitle = 572, ImageFilter = 573;
+                               SelectImageTitle = 572, ImageFilter = 573, SaveChanges = 581;
 
 } // namespace profiles::str

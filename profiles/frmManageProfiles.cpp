@@ -13,7 +13,8 @@ constexpr ui::Size ListSize{4800, 3600}; ///< twips
 
 } // namespace
 
-frmManageProfiles::frmManageProfiles(app::Program& program, ProfileManager& profiles, ProfileOperations& operations)
+frmManageProfiles::frmManageProfiles(app::Program& program, ProfileManager& profiles, ProfileOperations& operations,
+                                     std::string_view wanted)
     : Form{program.toolkit, "frmManageProfiles", Style::Dialog, ui::Tag{469}}, program{program}, profiles{profiles},
       operations{operations}
 {
@@ -22,11 +23,12 @@ frmManageProfiles::frmManageProfiles(app::Program& program, ProfileManager& prof
     std::string title = Caption();
     std::erase(title, '&');
     SetCaption(title);
-    Layout(Column(Row(Fill(Least(lstProfiles, ListSize)), Column(btnAdd, btnRename, btnDelete, btnSetDefault)),
+    Layout(Column(Row(Fill(Least(lstProfiles, ListSize)), Column(btnAdd, btnEdit, btnRename, btnDelete, btnSetDefault)),
                   Row(Fill(chkAutoApply), btnClose)));
     lstProfiles.Click = [this] { EnableButtons(); };
-    lstProfiles.DblClick = [this] { btnRename_Click(); };
+    lstProfiles.DblClick = [this] { btnEdit_Click(); };
     btnAdd.Click = [this] { btnAdd_Click(); };
+    btnEdit.Click = [this] { btnEdit_Click(); };
     btnRename.Click = [this] { btnRename_Click(); };
     btnDelete.Click = [this] { btnDelete_Click(); };
     btnSetDefault.Click = [this] { btnSetDefault_Click(); };
@@ -37,7 +39,7 @@ frmManageProfiles::frmManageProfiles(app::Program& program, ProfileManager& prof
         return true;
     };
     chkAutoApply.SetChecked(profiles.AppliesDefault());
-    Refill(profiles.GetCurrentProfile());
+    Refill(wanted.empty() ? profiles.GetCurrentProfile() : std::string{wanted});
 }
 
 void frmManageProfiles::Refill(const std::string& wanted)
@@ -51,6 +53,7 @@ void frmManageProfiles::Refill(const std::string& wanted)
 void frmManageProfiles::EnableButtons()
 {
     const bool isSelected = lstProfiles.Selected() >= 0;
+    btnEdit.SetEnabled(isSelected);
     btnRename.SetEnabled(isSelected);
     btnDelete.SetEnabled(isSelected);
     btnSetDefault.SetEnabled(isSelected && !profiles.IsDefault(list.Selected()));
@@ -77,6 +80,14 @@ void frmManageProfiles::btnAdd_Click()
     frmNewProfile form{program, profiles, operations};
     form.ShowModal();
     Refill(form.Created().empty() ? list.Selected() : form.Created());
+    lstProfiles.SetFocus();
+}
+
+void frmManageProfiles::btnEdit_Click()
+{
+    toEdit = list.Selected();
+    if (!toEdit.empty())
+        Close();
 }
 
 void frmManageProfiles::btnRename_Click()
@@ -84,6 +95,7 @@ void frmManageProfiles::btnRename_Click()
     frmRenameProfile form{program, profiles, operations, list.Selected()};
     form.ShowModal();
     Refill(form.NewName().empty() ? list.Selected() : form.NewName());
+    lstProfiles.SetFocus();
 }
 
 void frmManageProfiles::btnDelete_Click()
@@ -92,7 +104,8 @@ void frmManageProfiles::btnDelete_Click()
         program.messages.Inform(str::LastProfileStays);
         return;
     }
-    if (!program.messages.Ask(str::DeleteProfileQuestion))
+    // The list may be out of sight behind the question.
+    if (!program.messages.Ask(program.Text(str::DeleteProfileQuestion) + "\r\n\r\n" + list.Selected()))
         return;
     const int row = lstProfiles.Selected();
     const std::string next = list.At(row + 1);

@@ -32,7 +32,7 @@ void frmNewProfile::OKButton_Click()
     if (!AcceptsName(program, profiles, Description))
         return;
     const std::string name = platform::text::Trimmed(Description.Text());
-    if (!operations.Create(name, sources.Selected())) {
+    if ((Creating && !Creating()) || !operations.Create(name, sources.Selected())) {
         Description.SetFocus();
         return;
     }

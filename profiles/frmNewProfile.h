@@ -10,6 +10,7 @@
 #include "ui/ListBox.h"
 #include "ui/TextBox.h"
 
+#include <functional>
 #include <string>
 
 namespace profiles {
@@ -18,6 +19,9 @@ namespace profiles {
 class frmNewProfile final : public ui::Form {
 public:
     frmNewProfile(app::Program& program, ProfileManager& profiles, ProfileOperations& operations);
+
+    /// Before the profile is made: false makes none.
+    std::function<bool()> Creating;
 
     ui::Label lblName{*this, ui::Tag{476}};
     ui::TextBox Description{*this};

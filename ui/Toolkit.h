@@ -14,8 +14,8 @@ class Form;
 class FormPeer;
 
 enum class Icon { None, Information, Question, Critical };
-enum class MessageButtons { Ok, YesNo };
-enum class Answer { Ok, Yes, No };
+enum class MessageButtons { Ok, YesNo, YesNoCancel };
+enum class Answer { Ok, Yes, No, Cancel };
 
 struct MessageBox {
     std::string text;

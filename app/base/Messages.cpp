@@ -8,6 +8,12 @@ bool Messages::Ask(std::string text, ui::Answer proposed)
                                 proposed}) == ui::Answer::Yes;
 }
 
+ui::Answer Messages::AskOrCancel(std::string text)
+{
+    return toolkit.ShowMessage(
+        {std::move(text), state.ProductCaption, ui::Icon::Question, ui::MessageButtons::YesNoCancel});
+}
+
 void Messages::Show(std::string text, ui::Icon icon)
 {
     toolkit.ShowMessage({std::move(text), state.ProductCaption, icon, ui::MessageButtons::Ok});

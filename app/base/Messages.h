@@ -27,6 +27,8 @@ public:
     /// taken back.
     bool Ask(std::string text, ui::Answer proposed = ui::Answer::Yes);
     bool Ask(std::uint16_t id) { return Ask(strings.LoadString(id)); }
+    /// The same with Cancel beside them, for what can also be left undone.
+    ui::Answer AskOrCancel(std::string text);
 
 private:
     ui::Toolkit& toolkit;

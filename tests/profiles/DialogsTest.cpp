@@ -3,6 +3,7 @@
 #include "tests/profiles/ProfilesFixture.h"
 
 #include "profiles/EnterSenderInformationForm.h"
+#include "profiles/ProfileDialogs.h"
 #include "profiles/frmManageProfiles.h"
 #include "profiles/frmNewProfile.h"
 #include "profiles/frmProfileInformation.h"
@@ -26,6 +27,7 @@ protected:
         PutSetting("Profiles", "DefaultProfile", "bob");
         PutSetting("Profiles", "CurrentProfileToUse", "Ann");
     }
+    std::string DeleteQuestion(const std::string& name) const { return Text(215) + "\r\n\r\n" + name; }
 };
 
 TEST_F(ProfileDialogsTest, EveryDialogIsLaidOutForMouseAndKeyboard)
@@ -62,6 +64,7 @@ TEST_F(ProfileDialogsTest, ManagingFollowsTheSelection)
     });
     form.btnAdd.UserClicks();
     EXPECT_EQ(form.lstProfiles.Text(), "Cid");
+    EXPECT_TRUE(form.lstProfiles.HasFocus());
     toolkit.OnModal<frmNewProfile>("frmNewProfile", [](auto& add) { add.CancelButton.UserClicks(); });
     form.btnAdd.UserClicks();
     EXPECT_EQ(form.lstProfiles.Text(), "Cid") << "the list is read anew";
@@ -73,8 +76,9 @@ TEST_F(ProfileDialogsTest, ManagingFollowsTheSelection)
         rename.txtName.UserTypes("Zoë");
         rename.OKButton.UserClicks();
     });
-    form.lstProfiles.UserActivates(1);
+    form.btnRename.UserClicks();
     EXPECT_EQ(form.lstProfiles.Text(), "Zoë (default)");
+    EXPECT_TRUE(form.lstProfiles.HasFocus()) << "the next key is for the list";
     EXPECT_EQ(Setting("Profiles", "DefaultProfile"), "Zoë");
 
     form.lstProfiles.UserSelects(0);
@@ -106,13 +110,13 @@ TEST_F(ProfileDialogsTest, DeletingAsksAndKeepsTheLastProfile)
     form.lstProfiles.UserSelects(1);
     for (const Answer answer : {Answer::No, Answer::Yes}) {
         EXPECT_EQ(form.lstProfiles.Text(), "Bob (default)");
-        toolkit.ExpectMessage(Text(215), Icon::Question, answer);
+        toolkit.ExpectMessage(DeleteQuestion("Bob"), Icon::Question, answer);
         form.btnDelete.UserClicks();
     }
     EXPECT_EQ(form.lstProfiles.Items(), (Texts{"Ann (default)", "Größe"}));
     EXPECT_EQ(form.lstProfiles.Text(), "Größe") << "the next one";
     EXPECT_EQ(system.files.AllPaths(Images), Texts{});
-    toolkit.ExpectMessage(Text(215), Icon::Question, Answer::Yes);
+    toolkit.ExpectMessage(DeleteQuestion("Größe"), Icon::Question, Answer::Yes);
     form.lstProfiles.SetFocus();
     form.UserPresses(ui::Plain(ui::KeyCode::Delete));
     EXPECT_EQ(form.lstProfiles.Text(), "Ann (default)") << "the one before, for want of a next one";
@@ -129,10 +133,35 @@ TEST_F(ProfileDialogsTest, AProfileThatIsCalledLikeAMarkedOneIsNotTakenForIt)
     form.Realize();
     ASSERT_EQ(form.lstProfiles.Items(), (Texts{"Ann", "Bob (default)", "Bob (default)", "Größe"}));
     form.lstProfiles.UserSelects(2);
-    toolkit.ExpectMessage(Text(215), Icon::Question, Answer::Yes);
+    toolkit.ExpectMessage(DeleteQuestion("Bob (default)"), Icon::Question, Answer::Yes);
     form.btnDelete.UserClicks();
     EXPECT_EQ(form.lstProfiles.Items(), (Texts{"Ann", "Bob (default)", "Größe"}));
     EXPECT_EQ(At("Bob", "FirstName") + Contents(Picture("Bob", "Logo.jpg")), "Boblogo");
+}
+
+TEST_F(ProfileDialogsTest, ManagingStartsWithTheWantedProfileAndHandsItOnToBeEdited)
+{
+    for (const bool byKey : {true, false}) {
+        frmManageProfiles form{program, manager, operations, "Größe"};
+        form.Realize();
+        EXPECT_EQ(form.lstProfiles.Text(), "Größe") << "not the one in use";
+        if (byKey) {
+            form.lstProfiles.SetFocus();
+            EXPECT_EQ(form.DefaultButton(), &form.btnEdit);
+            form.btnEdit.UserClicks();
+        } else {
+            form.lstProfiles.UserActivates(1);
+        }
+        EXPECT_FALSE(form.IsOpen());
+        EXPECT_EQ(form.ToEdit(), byKey ? "Größe" : "Bob");
+    }
+    profiles::ProfileDialogs dialogs{program, {}};
+    toolkit.OnModal<frmManageProfiles>("frmManageProfiles", [](auto& form) { form.lstProfiles.UserActivates(2); });
+    toolkit.OnModal<profiles::EnterSenderInformationForm>("EnterSenderInformationForm", [](auto& form) {
+        EXPECT_EQ(form.SenderFirstNameText.Text(), "Größe");
+        form.CancelButton.UserClicks();
+    });
+    dialogs.ManageProfiles();
 }
 
 TEST_F(ProfileDialogsTest, ManagingStoresTheCheckBoxHoweverItIsClosed)

@@ -92,6 +92,8 @@ TEST_F(EditorTest, OkStoresEverythingAndCancelNothing)
         EXPECT_FALSE(form.chkAutoApply.Checked());
         form.chkAutoApply.UserClicks();
         form.SenderCityText.UserTypes("Oslo");
+        if (!ok)
+            toolkit.ExpectMessage(Text(581), Icon::Question, Answer::No);
         (ok ? form.OKButton : form.CancelButton).UserClicks();
         EXPECT_FALSE(form.IsOpen());
         EXPECT_EQ(At("Ann", "City"), ok ? "Oslo" : "(none)");
@@ -102,12 +104,58 @@ TEST_F(EditorTest, OkStoresEverythingAndCancelNothing)
     EXPECT_TRUE(form.chkAutoApply.Checked());
     form.chkAutoComplete.UserClicks();
     EXPECT_EQ(Setting("Profiles", "ShowAutoComplete"), "1") << "at once";
-    form.cmdHelp.UserClicks();
+    EXPECT_TRUE(form.UserPresses(ui::Plain(ui::KeyCode::F1)));
     EXPECT_EQ(helpAsked, "Profile HTML");
     form.ProfileCombo.UserSelects(1);
     form.OKButton.UserClicks();
     EXPECT_EQ(Setting("Profiles", "CurrentProfileToUse"), "Bob") << "without the mark of the default";
     EXPECT_TRUE(Open().chkAutoComplete.Checked());
+}
+
+TEST_F(EditorTest, LeavingWithoutOkAsksOnceAboutWhatWasTypedAndOnlyThen)
+{
+    Open().UserCloses();
+    EXPECT_FALSE(editor->IsOpen()) << "nothing was typed";
+    for (const Answer answer : {Answer::Cancel, Answer::No, Answer::Yes}) {
+        auto& form = Open();
+        form.SenderCityText.UserTypes("Oslo");
+        toolkit.ExpectMessage(Text(581), Icon::Question, answer);
+        if (answer == Answer::No)
+            form.UserCloses();
+        else
+            form.CancelButton.UserClicks();
+        EXPECT_EQ(form.IsOpen(), answer == Answer::Cancel);
+        EXPECT_EQ(At("Ann", "City"), answer == Answer::Yes ? "Oslo" : "(none)");
+    }
+    auto& form = Open();
+    form.SenderCityText.UserTypes("X");
+    form.ProfileCombo.UserSelects(1); // stored by that
+    form.SenderPagerText.UserTypes("555*1234");
+    toolkit.ExpectMessage(Text(581), Icon::Question, Answer::Yes);
+    toolkit.ExpectMessage(Text(106), Icon::Information);
+    form.UserCloses();
+    EXPECT_TRUE(form.IsOpen() && form.SenderPagerText.HasFocus()) << "what is stored has to be right";
+    form.UserCloses();
+    EXPECT_FALSE(form.IsOpen()) << "the refused number was cleared";
+}
+
+TEST_F(EditorTest, ABadNumberDoesNotKeepFromCancelButFromEveryOtherField)
+{
+    auto& form = Open();
+    for (ui::Control* next : {static_cast<ui::Control*>(&form.SenderCityText), static_cast<ui::Control*>(&form.cmdHelp),
+                              static_cast<ui::Control*>(&form.OKButton)}) {
+        form.SenderPagerText.UserTypes("555*1234");
+        form.CancelButton.UserFocuses();
+        EXPECT_TRUE(form.CancelButton.HasFocus());
+        toolkit.ExpectMessage(Text(106), Icon::Information);
+        next->UserFocuses();
+        EXPECT_TRUE(form.SenderPagerText.HasFocus() && form.SenderPagerText.Text().empty());
+    }
+    form.SenderPagerText.UserTypes("555*1234");
+    form.CancelButton.UserFocuses();
+    toolkit.ExpectMessage(Text(581), Icon::Question, Answer::No);
+    form.CancelButton.UserClicks();
+    EXPECT_FALSE(form.IsOpen());
 }
 
 TEST_F(EditorTest, OkAsksAboutADefaultProfileWithoutData)
@@ -149,6 +197,7 @@ TEST_F(EditorTest, ManagingKeepsTheEditsAndMovesTheMarkInTheOpenCombo)
         manage.btnClose.UserClicks();
     });
     form.btnManageProfiles.UserClicks();
+    EXPECT_EQ(At("Ann", "City"), "Oslo");
     EXPECT_EQ(form.ProfileCombo.Items(), (Texts{"Ann (default)", "Bo"}));
     EXPECT_EQ(form.ProfileCombo.Text() + " " + form.SenderCityText.Text(), "Ann (default) Oslo");
     EXPECT_TRUE(form.chkAutoApply.Checked());
@@ -156,7 +205,7 @@ TEST_F(EditorTest, ManagingKeepsTheEditsAndMovesTheMarkInTheOpenCombo)
     // The profile that is shown goes away.
     toolkit.OnModal<frmManageProfiles>("frmManageProfiles", [&](auto& manage) {
         manage.lstProfiles.UserSelects(0);
-        toolkit.ExpectMessage(Text(215), Icon::Question, Answer::Yes);
+        toolkit.ExpectMessage(Text(215) + "\r\n\r\nAnn", Icon::Question, Answer::Yes);
         manage.btnDelete.UserClicks();
         manage.btnClose.UserClicks();
     });
@@ -164,6 +213,26 @@ TEST_F(EditorTest, ManagingKeepsTheEditsAndMovesTheMarkInTheOpenCombo)
     EXPECT_EQ(form.ProfileCombo.Text() + " " + form.SenderFirstNameText.Text(), "Bo (default) Bob");
     form.ProfileCombo.UserSelects(-1);
     EXPECT_FALSE(manager.ProfileExists("Ann")) << "nothing may bring the deleted profile back";
+}
+
+TEST_F(EditorTest, ManagingShowsTheProfileThatIsEditedAndEditsTheChosenOne)
+{
+    auto& form = Open();
+    form.ProfileCombo.UserSelects(1);
+    toolkit.OnModal<frmManageProfiles>("frmManageProfiles", [](auto& manage) {
+        EXPECT_EQ(manage.lstProfiles.Text(), "Bob (default)");
+        manage.lstProfiles.UserActivates(0);
+    });
+    form.btnManageProfiles.UserClicks();
+    EXPECT_EQ(form.ProfileCombo.Text() + " " + form.SenderFirstNameText.Text(), "Ann Ann");
+    EXPECT_TRUE(form.SenderFirstNameText.HasFocus());
+
+    Put("Bob", "FirstName", "");
+    toolkit.ExpectMessage(EmptyDefaultQuestion("Bob"), Icon::Question, Answer::Yes);
+    toolkit.OnModal<frmManageProfiles>("frmManageProfiles", [](auto& manage) { manage.lstProfiles.UserActivates(1); });
+    form.OKButton.UserClicks();
+    EXPECT_TRUE(form.IsOpen()) << "the empty profile can be filled now";
+    EXPECT_EQ(form.ProfileCombo.Text(), "Bob (default)");
 }
 
 TEST_F(EditorTest, AddingSavesTheEditsAndShowsTheNewProfile)
@@ -180,6 +249,7 @@ TEST_F(EditorTest, AddingSavesTheEditsAndShowsTheNewProfile)
         form.btnAddProfile.UserClicks();
         EXPECT_EQ(form.ProfileCombo.Text(), *name ? name : "Ann");
         EXPECT_EQ(form.SenderCityText.Text(), "Oslo");
+        EXPECT_EQ(At("Ann", "City"), *name ? "Oslo" : "(none)") << "a cancelled dialog stores nothing";
         EXPECT_TRUE(form.chkAutoApply.Checked());
     }
     EXPECT_EQ(Setting("Profiles", "CurrentProfileToUse"), "Cid");

@@ -36,7 +36,9 @@ BOOL CALLBACK CollectArea(HMONITOR monitor, HDC, LPRECT, LPARAM areas) noexcept
 
 UINT StyleOf(const MessageBox& message)
 {
-    UINT style = message.buttons == MessageButtons::YesNo ? MB_YESNO : MB_OK;
+    UINT style = MB_OK;
+    if (message.buttons != MessageButtons::Ok)
+        style = message.buttons == MessageButtons::YesNo ? MB_YESNO : MB_YESNOCANCEL;
     if (message.buttons == MessageButtons::YesNo && message.proposed == Answer::No)
         style |= MB_DEFBUTTON2;
     switch (message.icon) {
@@ -144,8 +146,10 @@ Answer Win32Toolkit::ShowMessage(const MessageBox& message)
         return Answer::Yes;
     case IDNO:
         return Answer::No;
+    case IDCANCEL:
+        return message.buttons == MessageButtons::YesNoCancel ? Answer::Cancel : Answer::Ok;
     default:
-        return message.buttons == MessageButtons::YesNo ? Answer::No : Answer::Ok;
+        return message.buttons == MessageButtons::Ok ? Answer::Ok : Answer::No;
     }
 }
 

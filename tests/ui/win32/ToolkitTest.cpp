@@ -34,7 +34,8 @@ TEST_F(ToolkitTest, AMessageBoxShowsItsIconGivesTheAnswerAndHoldsTheForm)
     using enum ui::MessageButtons;
     for (const Case& c : {Case{ui::Icon::Information, IDI_INFORMATION, Ok, IDOK, ui::Answer::Ok},
                           Case{ui::Icon::Question, IDI_QUESTION, YesNo, IDYES, ui::Answer::Yes},
-                          Case{ui::Icon::Critical, IDI_ERROR, YesNo, IDNO, ui::Answer::No}}) {
+                          Case{ui::Icon::Critical, IDI_ERROR, YesNo, IDNO, ui::Answer::No},
+                          Case{ui::Icon::Question, IDI_QUESTION, YesNoCancel, IDCANCEL, ui::Answer::Cancel}}) {
         bool held = false;
         acts.Add([&] {
             const HWND box = SystemDialog();
