@@ -54,11 +54,30 @@ std::string ProfileImages::FolderOf(std::string_view profile) const
     return name && path::IsAbsolute(folder) ? path::Join(folder, *name) : std::string{};
 }
 
+std::string ProfileImages::EndingOf(std::string_view source) const
+{
+    std::string ending{path::LastFour(path::Name(source))};
+    if (ending.starts_with('.') && ending.find_last_of('.') == 0)
+        return ending;
+    // Of "photo.jpeg" the last four would make a file without an ending, which no program opens.
+    std::array<char, 4> start{};
+    if (const auto file = files.Open(source))
+        (void)(*file)->Read(0, start);
+    const std::string_view magic{start.data(), start.size()};
+    if (magic.starts_with("\xFF\xD8\xFF"))
+        return ".jpg";
+    return magic == "GIF8" ? ".gif" : "";
+}
+
 std::string ProfileImages::TargetOf(std::string_view profile, ImageKind kind, std::string_view source) const
 {
     const std::string folder = FolderOf(profile);
-    return folder.empty() ? folder
-                          : path::Join(folder, std::string{KindWord(kind)}.append(path::LastFour(path::Name(source))));
+    if (folder.empty())
+        return folder;
+    std::string ending = EndingOf(source);
+    if (ending.empty()) // a copy of earlier times that cannot be read, or of another kind
+        ending = path::LastFour(path::Name(source));
+    return path::Join(folder, std::string{KindWord(kind)} + ending);
 }
 
 std::string ProfileImages::GetExistingFile(std::string_view profile, ImageKind kind) const
@@ -103,7 +122,7 @@ bool ProfileImages::MakeFolders(std::string_view profile)
     if (made)
         (void)batch.Finish();
     else
-        messages.Stop(FileMessage(made.error()));
+        TellFile(made.error(), FolderToTell(profile));
     return made.has_value();
 }
 
@@ -123,16 +142,16 @@ Result<> ProfileImages::MakeFolders(FileBatch& batch, std::string_view profile) 
 bool ProfileImages::Apply(std::string_view profile, const Changes& changes)
 {
     FileBatch batch{files, clock};
-    const auto refused = [&](platform::Error failure) {
+    const auto refused = [&](platform::Error failure, const std::string& file) {
         batch.Undo();
-        messages.Stop(FileMessage(failure));
+        TellFile(failure, file);
         return false;
     };
     const auto before = profiles.Current.images;
     const bool setsAny = std::ranges::any_of(changes, [](const auto& change) { return change && !change->empty(); });
     if (setsAny)
         if (const auto made = MakeFolders(batch, profile); !made)
-            return refused(made.error());
+            return refused(made.error(), FolderToTell(profile));
     for (const ImageKind kind : AllImages) {
         const auto& change = changes[static_cast<std::size_t>(kind)];
         if (!change)
@@ -142,7 +161,7 @@ bool ProfileImages::Apply(std::string_view profile, const Changes& changes)
             target = TargetOf(profile, kind, *change);
             if (const auto staged = batch.Copy(*change, target); !staged) {
                 profiles.Current.images = before;
-                return refused(staged.error());
+                return refused(staged.error(), *change);
             }
         }
         const std::string existing = GetExistingFile(profile, kind);
@@ -153,15 +172,26 @@ bool ProfileImages::Apply(std::string_view profile, const Changes& changes)
     }
     if (const auto placed = batch.Commit(); !placed) {
         profiles.Current.images = before;
-        return refused(placed.error());
+        return refused(placed.error(), FolderToTell(profile));
     }
     if (!SavePathToReg(profile, before)) {
         batch.Undo();
         return false;
     }
     if (const auto finished = batch.Finish(); !finished)
-        messages.Stop(FileMessage(finished.error()));
+        TellFile(finished.error(), FolderToTell(profile));
     return true;
+}
+
+std::string ProfileImages::FolderToTell(std::string_view profile) const
+{
+    std::string folder = FolderOf(profile);
+    return folder.empty() ? ImagesFolder() : folder;
+}
+
+void ProfileImages::TellFile(platform::Error failure, const std::string& file)
+{
+    messages.Stop(strings.LoadString(FileMessage(failure)) + (file.empty() ? "" : "\r\n" + file));
 }
 
 bool ProfileImages::SavePathToReg(std::string_view profile, const Paths& before)
@@ -209,7 +239,7 @@ bool ProfileImages::DeleteFolder(std::string_view profile)
     }
     gone = gone && files.RemoveFolder(folder).has_value();
     if (!gone)
-        messages.Stop(str::PathFileAccessError);
+        TellFile(error::AccessDenied, folder);
     return gone;
 }
 

@@ -36,6 +36,9 @@ public:
     std::string ImagesFolder() const;
     /// "" when the profile can have no folder.
     std::string FolderOf(std::string_view profile) const;
+    /// The ending that a copy of the picture gets: the source's own last four characters where they are an ending of
+    /// three letters, else what its content is; "" for content that is neither JPEG nor GIF.
+    std::string EndingOf(std::string_view source) const;
     /// Where a picture from `source` is kept.
     std::string TargetOf(std::string_view profile, ImageKind kind, std::string_view source) const;
     /// The first file of the profile's folder whose name contains the kind's word; "" when there is none.
@@ -69,6 +72,10 @@ private:
 
     /// Whether this is the folder that was asked for: there, no link, and not one that the system gives a second name.
     bool IsOwnFolder(const std::string& folder) const;
+    /// What to name in a message about the profile's folder.
+    std::string FolderToTell(std::string_view profile) const;
+    /// Tells why a file or folder could not be worked with, and which.
+    void TellFile(platform::Error failure, const std::string& file);
     using Paths = std::array<std::string, ImageCount>;
     /// Stores the pictures' paths of profiles.Current; after a failure, told, those of before stand there again.
     bool SavePathToReg(std::string_view profile, const Paths& before);

@@ -2,6 +2,7 @@
 
 #include "app/base/Captions.h"
 #include "platform/Path.h"
+#include "profiles/FirstFolder.h"
 #include "profiles/StringId.h"
 
 #include <algorithm>
@@ -65,29 +66,38 @@ frmImages::frmImages(app::Program& program, ProfileManager& profiles, ProfileIma
 
     (void)images.MakeFolders(profile);
     profiles.LoadProfile(profile);
-    for (Picture* picture : Pictures())
-        LoadPicture(*picture);
+    LoadPictures();
 }
 
-void frmImages::LoadPicture(Picture& picture)
+void frmImages::LoadPictures()
+{
+    std::string told;
+    for (Picture* picture : Pictures())
+        if (const std::string text = LoadPicture(*picture); !text.empty())
+            told += (told.empty() ? "" : "\r\n\r\n") + text;
+    if (!told.empty())
+        program.messages.Inform(told);
+}
+
+std::string frmImages::LoadPicture(Picture& picture)
 {
     const std::string& stored = profiles.Current[picture.kind];
     picture.btnClear.SetEnabled(!stored.empty());
     if (stored.empty())
-        return;
+        return {};
     const auto there = images.IsThere(stored);
-    if (!there)
-        program.messages.Stop(FileMessage(there.error()));
-    else if (!*there)
-        program.messages.Inform(MissingMessage(picture.kind));
-    else
+    if (there && *there) {
         picture.image.SetFile(stored);
+        return {};
+    }
+    return program.Text(there ? MissingMessage(picture.kind) : FileMessage(there.error())) + "\r\n" + stored;
 }
 
 std::optional<std::string> frmImages::ShowOpenDialog()
 {
-    auto chosen = program.toolkit.OpenFile({program.Text(str::SelectImageTitle), program.Text(str::ImageFilter),
-                                            program.settings.Text(PicturesSection, PicturesKey)});
+    auto chosen =
+        program.toolkit.OpenFile({program.Text(str::SelectImageTitle), program.Text(str::ImageFilter),
+                                  FirstFolder(program.platform, program.settings.Text(PicturesSection, PicturesKey))});
     // Where the next dialog starts is not worth a message when it cannot be stored.
     if (chosen)
         (void)program.settings.Save(PicturesSection, PicturesKey, platform::path::Parent(*chosen));
@@ -96,29 +106,30 @@ std::optional<std::string> frmImages::ShowOpenDialog()
 
 void frmImages::btnSet_Click(Picture& picture)
 {
-    const auto chosen = ShowOpenDialog();
-    if (!chosen)
-        return;
-    if (const auto there = images.IsThere(*chosen); !there || !*there) {
-        program.messages.Inform(there ? str::PictureNotFound : FileMessage(there.error()));
-        picture.btnSet.SetFocus();
+    if (const auto chosen = ShowOpenDialog())
+        Take(picture, *chosen);
+}
+
+void frmImages::Take(Picture& picture, const std::string& file)
+{
+    if (const auto there = images.IsThere(file); !there || !*there) {
+        Refuse(picture, file, there ? str::PictureNotFound : FileMessage(there.error()));
         return;
     }
     // A picture of many megapixels takes seconds.
     picture.check = program.platform.jobs.Start(
-        [&pictures = program.pictures, file = *chosen](const platform::Cancelled&) -> platform::Result<bool> {
+        [&pictures = program.pictures, file](const platform::Cancelled&) -> platform::Result<bool> {
             return pictures.CanShow(file);
         },
-        [this, &picture, file = *chosen](platform::Result<bool> can) { Checked(picture, file, can.value_or(false)); });
+        [this, &picture, file](platform::Result<bool> can) { Checked(picture, file, can.value_or(false)); });
 }
 
 void frmImages::Checked(Picture& picture, const std::string& chosen, bool canBeShown)
 {
     picture.check.Drop();
-    if (!canBeShown) {
+    if (!canBeShown || images.EndingOf(chosen).empty()) {
         okWaits = false;
-        program.messages.Inform(program.Text(str::FileUnreadable) + "\r\n" + chosen);
-        picture.btnSet.SetFocus();
+        Refuse(picture, chosen, canBeShown ? str::PictureKind : str::NoPicture);
         return;
     }
     picture.change = chosen;
@@ -126,6 +137,12 @@ void frmImages::Checked(Picture& picture, const std::string& chosen, bool canBeS
     picture.btnClear.SetEnabled(true);
     if (okWaits)
         OKButton_Click();
+}
+
+void frmImages::Refuse(Picture& picture, const std::string& file, std::uint16_t reason)
+{
+    program.messages.Inform(program.Text(reason) + "\r\n" + file);
+    picture.btnSet.SetFocus();
 }
 
 void frmImages::btnClear_Click(Picture& picture)

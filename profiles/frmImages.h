@@ -53,10 +53,15 @@ private:
     bool okWaits{}; ///< OK was pressed while a file was looked at
 
     std::array<Picture*, ImageCount> Pictures() { return {&Logo, &Portrait, &Signature}; }
-    void LoadPicture(Picture& picture);
+    void LoadPictures();
+    /// Shows the stored picture; a text for the user when that cannot be done.
+    std::string LoadPicture(Picture& picture);
     void btnSet_Click(Picture& picture);
+    /// Takes a picture that the user has chosen, once it has been looked at.
+    void Take(Picture& picture, const std::string& file);
     /// The chosen file has been looked at.
     void Checked(Picture& picture, const std::string& chosen, bool canBeShown);
+    void Refuse(Picture& picture, const std::string& file, std::uint16_t reason);
     void btnClear_Click(Picture& picture);
     void OKButton_Click();
     /// A picture's full path; nothing when the user cancelled.

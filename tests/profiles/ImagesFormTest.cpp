@@ -38,13 +38,13 @@ protected:
 TEST_F(ImagesFormTest, ShowsWhatIsStoredAndTellsOfWhatIsGone)
 {
     Put("Ann", "LocalPortrait", "C:\\gone.jpg");
-    toolkit.ExpectMessage(Text(240), Icon::Information);
+    Put("Ann", "LocalSignature", "C:\\too.gif");
+    toolkit.ExpectMessage(Text(240) + "\r\nC:\\gone.jpg\r\n\r\n" + Text(241) + "\r\nC:\\too.gif", Icon::Information);
     WithForm([&](frmImages& form) {
         EXPECT_EQ(form.Logo.image.File(), Picture("Ann", "Logo.jpg"));
         EXPECT_TRUE(form.Logo.btnClear.Enabled());
         EXPECT_EQ(form.Portrait.image.File(), "");
         EXPECT_TRUE(form.Portrait.btnClear.Enabled()) << "its path can be cleared";
-        EXPECT_FALSE(form.Signature.btnClear.Enabled());
         form.btnHelp.UserClicks();
         EXPECT_EQ(helps, 1);
         Cancel(form);
@@ -114,6 +114,7 @@ TEST_F(ImagesFormTest, OkCarriesOutWhatWasChosenLast)
 TEST_F(ImagesFormTest, WhatCannotBeShownIsRefusedAndCancelChangesNothing)
 {
     system.files.AddFile("C:\\Pics\\broken.jpg", "broken");
+    system.files.AddFile("C:\\Pics\\scan.tiff", "II*");
     pictures.BrokenPictures = {"C:\\Pics\\broken.jpg"};
     WithForm([&](frmImages& form) {
         const auto disk = system.files.Snapshot();
@@ -121,12 +122,12 @@ TEST_F(ImagesFormTest, WhatCannotBeShownIsRefusedAndCancelChangesNothing)
         toolkit.FileChoices.push_back(std::nullopt);
         form.Logo.btnSet.UserClicks();
         EXPECT_EQ(system.registry.Snapshot(), values) << "nothing was chosen";
-        const std::pair<const char*, std::string> rows[] = {
-            {"C:\\Pics\\gone.jpg", Text(237)},
-            {"C:\\Pics", Text(237)},
-            {"C:\\Pics\\broken.jpg", Text(281) + "\r\nC:\\Pics\\broken.jpg"}};
+        const std::pair<const char*, std::string> rows[] = {{"C:\\Pics\\gone.jpg", Text(237)},
+                                                            {"C:\\Pics", Text(237)},
+                                                            {"C:\\Pics\\broken.jpg", Text(588)},
+                                                            {"C:\\Pics\\scan.tiff", Text(584)}};
         for (const auto& [file, message] : rows) {
-            toolkit.ExpectMessage(message, Icon::Information);
+            toolkit.ExpectMessage(message + "\r\n" + file, Icon::Information);
             Choose(form.Portrait, file);
             EXPECT_FALSE(form.Portrait.change) << file;
             EXPECT_FALSE(form.Portrait.btnClear.Enabled()) << file;
@@ -139,6 +140,55 @@ TEST_F(ImagesFormTest, WhatCannotBeShownIsRefusedAndCancelChangesNothing)
         EXPECT_EQ(system.files.Snapshot(), disk);
         EXPECT_EQ(At("Ann", "LocalLogo"), Picture("Ann", "Logo.jpg"));
     });
+}
+
+TEST_F(ImagesFormTest, WithoutAnEndingOfThreeLettersTheContentDecides)
+{
+    const std::string jpeg = "\xFF\xD8\xFF\xE0...", gif = "GIF89a...";
+    const struct {
+        const char* name;
+        std::string content;
+        const char* stored;
+    } rows[] = {{"a.jpeg", jpeg, "Logo.jpg"}, {"a", gif, "Logo.gif"},      {"a.gi", gif, "Logo.gif"},
+                {"a..b", jpeg, "Logo.jpg"},   {"a.b.c", jpeg, "Logo.jpg"}, {"a.jpe", gif, "Logo.jpe"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const std::string file = std::string{"C:\\Pics\\"} + row.name;
+        system.files.AddFile(file, row.content);
+        WithForm([&](frmImages& form) {
+            Choose(form.Logo, file.c_str());
+            form.OKButton.UserClicks();
+        });
+        EXPECT_EQ(At("Ann", "LocalLogo"), Picture("Ann", row.stored));
+        EXPECT_EQ(Contents(Picture("Ann", row.stored)), row.content);
+    }
+    // What was stored before without an ending gets one with the next new name.
+    PutPicture("Ann", ImageKind::Logo, "jpeg", jpeg);
+    ASSERT_TRUE(operations.Rename("Ann", "Zoe"));
+    EXPECT_EQ(At("Zoe", "LocalLogo"), Picture("Zoe", "Logo.jpg"));
+}
+
+TEST_F(ImagesFormTest, AFolderOutOfReachIsNamed)
+{
+    const std::pair<const char*, const char*> rows[] = {{"X:\\Pictures", "X:\\Pictures\\Ann"}, {"nowhere", "nowhere"}};
+    for (const auto& [setting, told] : rows) {
+        PutSetting("Options", "Profile Images Path", setting);
+        toolkit.ExpectMessage(Text(222) + "\r\n" + told, Icon::Critical);
+        WithForm(&Cancel);
+    }
+}
+
+TEST_F(ImagesFormTest, TheFirstPictureIsLookedForAmongTheUsersOwnFiles)
+{
+    for (const char* last : {"", "C:\\windows\\System32", "C:\\Program Files\\Template Browser\\"}) {
+        PutSetting("Options", "Pictures Path", last);
+        WithForm([&](frmImages& form) {
+            toolkit.FileChoices.push_back(std::nullopt);
+            form.Logo.btnSet.UserClicks();
+            Cancel(form);
+        });
+        EXPECT_EQ(toolkit.FilesAsked.back().folder, "C:\\Users\\User\\Documents") << last;
+    }
 }
 
 } // namespace

@@ -137,7 +137,7 @@ TEST_F(ProfileTest, DeleteRemovesTheFolderAndNeverFollowsALink)
         system.files.Remove("C:\\Images\\Eve");
         system.files.AddLink("C:\\Images\\Eve", "C:\\Outside");
     });
-    toolkit.ExpectMessage(Text(223), Icon::Critical);
+    toolkit.ExpectMessage(Text(223) + "\r\nC:\\Images\\Eve", Icon::Critical);
     EXPECT_FALSE(images.DeleteFolder("Eve"));
     system.files.Remove("C:\\Images\\Eve");
     EXPECT_EQ(system.files.AllPaths(Images), Texts{});
@@ -210,19 +210,19 @@ TEST_F(PictureTest, AFailureChangesNothing)
     system.files.AddFile("C:\\new.jpg", "new");
     const auto disk = system.files.Snapshot();
     const auto registry = system.registry.Snapshot();
-    const auto refused = [&](const char* source, std::uint16_t message) {
-        toolkit.ExpectMessage(Text(message), Icon::Critical);
+    const auto refused = [&](const char* source, std::uint16_t message, const char* told) {
+        toolkit.ExpectMessage(Text(message) + "\r\n" + told, Icon::Critical);
         EXPECT_FALSE(Apply({source, std::nullopt, std::nullopt}));
         EXPECT_EQ(system.files.Snapshot(), disk);
         EXPECT_EQ(system.registry.Snapshot(), registry);
     };
-    refused("C:\\gone.jpg", 222);
+    refused("C:\\gone.jpg", 222, "C:\\gone.jpg");
     system.files.SetShortWrites();
-    refused("C:\\new.jpg", 223);
+    refused("C:\\new.jpg", 223, "C:\\new.jpg");
     system.files.SetShortWrites(false);
     system.files.SetHeldOpen(Picture("Ann", "Logo.jpg"));
     const auto start = system.clock.Now();
-    refused("C:\\new.jpg", 223);
+    refused("C:\\new.jpg", 223, "C:\\Images\\Ann");
     constexpr platform::FileTime second = 10'000'000;
     EXPECT_GE(system.clock.Now() - start, second / 2) << "a scanner would have let go by then";
     EXPECT_LE(system.clock.Now() - start, second);
