@@ -314,13 +314,18 @@ bool EnterSenderInformationForm::Store()
     // Without a profile in sight, be it that the profiles could not be read, the choice made before stays.
     if (!selected.empty() && (!Saved(profiles.SetCurrentProfile(selected)) || !SaveProfileToRegistry(selected)))
         return false;
+    // A profile that is there becomes the default one when there is none: nobody is asked about a profile without a
+    // name.
+    if (const auto hasNone = profiles.IsStoredDefault("");
+        hasNone && *hasNone && !selected.empty() && !Saved(profiles.SetDefaultProfile(selected)))
+        return false;
     const std::string defaultName = profiles.GetDefaultProfile();
     const bool isEmpty = profiles.IsProfileEmpty(defaultName);
     if (!Saved(profiles.SetAppliesDefault(chkAutoApply.Checked())))
         return false;
     if (!isEmpty && !Saved(program.settings.Save(ProfileManager::Section, "FirstRun", "0")))
         return false;
-    if (isEmpty &&
+    if (isEmpty && !defaultName.empty() &&
         program.messages.Ask(program.Text(str::EmptyDefaultStart) + "'" + defaultName + "'" +
                              program.Text(str::EmptyDefaultEnd) + "\r\n" + program.Text(str::EmptyDefaultReason) +
                              "\r\n" + program.Text(str::EmptyDefaultQuestion)))

@@ -1,5 +1,6 @@
 #include "profiles/NameEntry.h"
 
+#include "platform/FileName.h"
 #include "profiles/StringId.h"
 
 namespace profiles {
@@ -9,8 +10,11 @@ bool AcceptsName(app::Program& program, ProfileManager& profiles, ui::TextBox& b
     const auto refusal = profiles.ValidateProfileName(box.Text());
     if (!refusal)
         return true;
-    if (*refusal != str::None)
-        program.messages.Inform(*refusal);
+    std::string message = *refusal != str::None ? program.Text(*refusal) : std::string{};
+    if (*refusal == str::InvalidProfileName && platform::file_name::HasForbiddenCharacter(box.Text()))
+        message += "\r\n\r\n" + program.Text(str::ProfileNameCharacters) + "\r\n\\ / : * ? \" < > |";
+    if (!message.empty())
+        program.messages.Inform(message);
     if (*refusal == str::ProfileNameTaken)
         box.SetText("");
     box.SetFocus();

@@ -191,7 +191,7 @@ std::string ProfileImages::FolderToTell(std::string_view profile) const
 
 void ProfileImages::TellFile(platform::Error failure, const std::string& file)
 {
-    messages.Stop(strings.LoadString(FileMessage(failure)) + (file.empty() ? "" : "\r\n" + file));
+    messages.Stop(FileMessage(failure), file);
 }
 
 bool ProfileImages::SavePathToReg(std::string_view profile, const Paths& before)

@@ -218,6 +218,20 @@ std::optional<std::uint16_t> ProfileManager::ValidateProfileName(std::string_vie
     return std::nullopt;
 }
 
+void ProfileManager::Settle()
+{
+    if (!ListProfiles() || names.empty())
+        return;
+    const auto stored = settings.Read(Section, "DefaultProfile");
+    bool saved = stored.has_value();
+    const auto isStored = [&](const std::string& name) { return Comparable(name) == Comparable(*stored); };
+    if (saved && std::ranges::none_of(names, isStored))
+        saved = SetDefaultProfile(names.front()).has_value();
+    if (saved && !IsProfileEmpty(GetDefaultProfile()))
+        saved = settings.Save(Section, "FirstRun", "0").has_value();
+    Tell(saved, str::SetValueFailed);
+}
+
 std::optional<std::string> ProfileManager::Read(std::string_view key, std::string_view value) const
 {
     const auto stored = registry.Query(Hive::CurrentUser, key, value);

@@ -78,6 +78,9 @@ public:
     bool IsDefault(std::string_view name) const;
     /// The same, and an error when it cannot be read: for what must not take that for a no.
     platform::Result<bool> IsStoredDefault(std::string_view name) const;
+    /// After profiles have come from elsewhere: reads the names anew, makes the first one the default unless one of
+    /// them is, and ends the prompt for a first profile when the default one holds data. Tells a failure.
+    void Settle();
     /// The check box "apply the default profile without prompting".
     bool AppliesDefault() const { return !settings.Flag(Section, "PromptForProfile", true); }
     platform::Result<> SetAppliesDefault(bool applies)

@@ -71,11 +71,14 @@ bool ProfileTransfer::PictureFolder::Has(std::string_view file) const
     return std::ranges::any_of(files, [&](const auto& name) { return text::EqualIgnoringCase(name, file); });
 }
 
-ExportOutcome ProfileTransfer::Export(std::string_view location, std::string_view folderName)
+ExportOutcome ProfileTransfer::Export(std::string_view location, std::string_view folderName, const Confirm& confirm)
 {
     const auto folder = ExportFolder(location, folderName);
     if (!folder)
         return folder.error();
+    if (confirm && system.files.Stat(path::Join(*folder, FileName)) &&
+        !confirm(strings.LoadString(str::ReplaceExport) + "\r\n\r\n" + *folder))
+        return ExportOutcome::BadName;
     const auto refused = [&](std::uint16_t message) {
         messages.Stop(message);
         return ExportOutcome::Failed;
@@ -135,13 +138,27 @@ std::expected<std::string, ExportOutcome> ProfileTransfer::ExportFolder(std::str
                         strings.LoadString(str::RetypeExportPath));
         return std::unexpected{ExportOutcome::BadLocation};
     }
-    // A name that the system changes or keeps for itself would put the export somewhere else than it says.
     const std::string name = text::Trimmed(folderName);
-    if (platform::file_name::HasForbiddenCharacter(name) || (!name.empty() && ImageFolderName(name) != name)) {
-        messages.Stop(strings.LoadString(str::FolderNameCharacters) + "\r\n\\ / : * ? \" < > |");
+    if (name.empty()) { // the location may be the library, or anything else that is no export's
+        messages.Inform(str::EnterFolderName);
         return std::unexpected{ExportOutcome::BadName};
     }
-    return name.empty() ? location : path::Join(location, name);
+    if (const std::string refusal = RefusalOf(name); !refusal.empty()) {
+        messages.Stop(refusal);
+        return std::unexpected{ExportOutcome::BadName};
+    }
+    return path::Join(location, name);
+}
+
+std::string ProfileTransfer::RefusalOf(std::string_view folderName) const
+{
+    namespace file_name = platform::file_name;
+    if (file_name::HasForbiddenCharacter(folderName) || file_name::HasControlCharacter(folderName))
+        return strings.LoadString(str::FolderNameCharacters) + "\r\n\\ / : * ? \" < > |";
+    // The system would put the export somewhere else than the name says.
+    if (file_name::IsDevice(folderName))
+        return text::Replaced(strings.LoadString(str::FolderNameDevice), "%1", folderName);
+    return file_name::IsShortened(folderName) ? strings.LoadString(str::FolderNameEnd) : std::string{};
 }
 
 Result<ExportedKeys> ProfileTransfer::ReadProfiles(LeftOut& leftOut) const
@@ -286,8 +303,9 @@ Result<> ProfileTransfer::CopyPictures(FileBatch& batch, PictureFolders& folders
     return {};
 }
 
-bool ProfileTransfer::Import(std::string_view folder)
+bool ProfileTransfer::Import(std::string_view chosen, const Confirm& confirm)
 {
+    const std::string folder = ExportIn(chosen);
     const auto refused = [&](std::uint16_t message) {
         messages.Stop(message);
         return false;
@@ -299,6 +317,8 @@ bool ProfileTransfer::Import(std::string_view folder)
     KeepPossibleNames(file);
     if (file.keys.empty())
         return refused(str::NoProfilesInFile);
+    if (confirm && !MayOverwrite(file.keys, confirm))
+        return false;
     // Two readers may take an odd line for two different things: the editor gets no file but what would be written
     // here.
     const bool isPlain = IsPlainRegistryText(*bytes, file.keys, system.locale);
@@ -326,6 +346,36 @@ bool ProfileTransfer::Import(std::string_view folder)
     (void)batch.Finish();
     messages.Inform(WithLeftOut(strings.LoadString(str::Imported), file.leftOut));
     return true;
+}
+
+std::string ProfileTransfer::ExportIn(std::string_view folder) const
+{
+    const auto holdsExport = [this](const std::string& place) {
+        const auto entry = system.files.Stat(path::Join(place, FileName));
+        return entry && !entry->IsFolder();
+    };
+    const std::string given{folder};
+    if (holdsExport(given))
+        return given;
+    std::string found;
+    for (const FileEntry& entry : system.files.List(folder).value_or(std::vector<FileEntry>{})) {
+        const std::string sub = path::Join(folder, entry.name);
+        if (!entry.IsFolder() || entry.IsLink() || !holdsExport(sub))
+            continue;
+        if (!found.empty()) // which of them is for the user to say
+            return given;
+        found = sub;
+    }
+    return found.empty() ? given : found;
+}
+
+bool ProfileTransfer::MayOverwrite(const ExportedKeys& keys, const Confirm& confirm) const
+{
+    LeftOut overwritten;
+    for (const ExportedKey& key : keys)
+        if (!key.name.empty() && system.registry.ValueNames(Hive::CurrentUser, ProfileKey(key.name)))
+            overwritten.Add(key.name);
+    return overwritten.IsEmpty() || confirm(strings.LoadString(str::OverwriteProfiles) + "\r\n" + overwritten.Text());
 }
 
 std::optional<std::string> ProfileTransfer::ReadImport(std::string_view folder)

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <expected>
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
@@ -19,7 +20,7 @@ namespace profiles {
 enum class ExportOutcome {
     Done,
     BadLocation, ///< the folder to export into
-    BadName,     ///< the name for the new folder
+    BadName,     ///< the name for the new folder, or one that holds an export which the user wants to keep
     Failed
 };
 
@@ -39,11 +40,15 @@ public:
     {
     }
 
+    /// Puts a question to the user; false when nothing is to be done.
+    using Confirm = std::function<bool(const std::string& question)>;
+
     /// Exports into a folder of this name below an existing folder. An earlier export there is replaced by a complete
-    /// one or stays.
-    ExportOutcome Export(std::string_view location, std::string_view folderName);
-    /// Merges an export: same-named profiles are overwritten value by value, others stay. All or nothing.
-    bool Import(std::string_view folder);
+    /// one or stays; `confirm`, when given, is asked before that.
+    ExportOutcome Export(std::string_view location, std::string_view folderName, const Confirm& confirm = {});
+    /// Merges an export from its folder, or from the folder above when that holds a single one: same-named profiles are
+    /// overwritten value by value, others stay; `confirm`, when given, is asked before that. All or nothing.
+    bool Import(std::string_view folder, const Confirm& confirm = {});
 
     static constexpr std::string_view FileName = "TSProfile.tspf";
 
@@ -72,6 +77,11 @@ private:
     platform::Result<PictureFolders> ListPictures(const std::string& folder, const Names& wanted) const;
     platform::Result<> CopyPictures(FileBatch& batch, PictureFolders& folders, const std::string& from,
                                     const std::string& to, LeftOut& leftOut);
+    /// Why no folder of the user's can have this name, as a text; "" when one can.
+    std::string RefusalOf(std::string_view folderName) const;
+    /// The folder itself, or the only one in it that holds an export when it holds none.
+    std::string ExportIn(std::string_view folder) const;
+    bool MayOverwrite(const ExportedKeys& keys, const Confirm& confirm) const;
     std::optional<std::string> ReadImport(std::string_view folder);
     static bool CheckForValidRegFile(std::string_view bytes);
     void KeepPossibleNames(RegistryText& file) const;

@@ -9,8 +9,11 @@ namespace profiles::str {
 
 // What other parts of the program say as well.
 using app::str::DeleteValueFailed;
+using app::str::EnterFolderName;
 using app::str::EnumerationFailed;
 using app::str::FolderNameCharacters;
+using app::str::FolderNameDevice;
+using app::str::FolderNameEnd;
 using app::str::InvalidNumber;
 using app::str::PathFileAccessError;
 using app::str::SetValueFailed;
@@ -26,8 +29,8 @@ inline constexpr std::uint16_t None = 0, // an unknown number: nothing to say
                                ExportFolderMissing = 409, Exported = 410, NoProfileData = 411,
                                SelectCorrectFolder = 412, InvalidRegistryFile = 413, NoProfilesInFile = 414,
                                NoProfilesInFolder = 415, Imported = 416, LeftOut = 560, ProfileImagesTitle = 456,
-                               SelectImageTitle = 572, ImageFilter = 573, SaveChanges = 581, EnterFolderName = 347,
-                               FolderNameDevice = 582, FolderNamePeriod = 583, PictureKind = 584, ReplaceExport = 585,
-                               OverwriteProfiles = 586, ProfileNameCharacters = 587, NoPicture = 588;
+                               SelectImageTitle = 572, ImageFilter = 573, SaveChanges = 581, PictureKind = 584,
+                               ReplaceExport = 585, OverwriteProfiles = 586, ProfileNameCharacters = 587,
+                               NoPicture = 588;
 
 } // namespace profiles::str

@@ -2,6 +2,7 @@
 
 #include "app/base/Captions.h"
 #include "platform/Scoped.h"
+#include "profiles/FirstFolder.h"
 #include "profiles/StringId.h"
 
 #include <utility>
@@ -30,8 +31,7 @@ frmOptionsImportExport::frmOptionsImportExport(app::Program& program, ProfileMan
                                            Row(lblProfileName, Fill(txtProfileName), btnExport))),
                   Framed(fraImport, Column(lblImport, ui::Buttons(btnImport))), ui::Buttons(OKButton, btnHelp)),
            Width);
-    const std::string last = program.settings.Text("Options", "ExportProfilePath");
-    txtExportPath.SetText(last.empty() ? program.settings.Text("Options", "Installed Path") : last);
+    txtExportPath.SetText(FirstFolder(program.platform, program.settings.Text("Options", "ExportProfilePath")));
     txtProfileName.SetText(std::string{DefaultFolderName});
     // Who has just typed where to and presses Enter wants to export, not to leave.
     txtExportPath.EnterButton = &btnExport;
@@ -41,6 +41,11 @@ frmOptionsImportExport::frmOptionsImportExport(app::Program& program, ProfileMan
     btnImport.Click = [this] { btnImport_Click(); };
     OKButton.Click = [this] { Close(); };
     btnHelp.Click = std::move(openHelp);
+}
+
+ProfileTransfer::Confirm frmOptionsImportExport::Confirm()
+{
+    return [this](const std::string& question) { return program.messages.Ask(question); };
 }
 
 void frmOptionsImportExport::btnBrowse_Click()
@@ -56,7 +61,7 @@ void frmOptionsImportExport::btnExport_Click()
     const platform::Scoped now{running, true};
     const ExportOutcome outcome = [this] {
         const ui::Hourglass hourglass{program.toolkit};
-        return transfer.Export(txtExportPath.Text(), txtProfileName.Text());
+        return transfer.Export(txtExportPath.Text(), txtProfileName.Text(), Confirm());
     }();
     if (outcome == ExportOutcome::BadLocation)
         Ask(txtExportPath);
@@ -73,8 +78,8 @@ void frmOptionsImportExport::btnImport_Click()
             program.toolkit.BrowseForFolder(program.Text(str::ImportFolderPrompt), txtExportPath.Text());
         folder) {
         const ui::Hourglass hourglass{program.toolkit};
-        if (transfer.Import(*folder))
-            (void)profiles.ListProfiles();
+        if (transfer.Import(*folder, Confirm()))
+            profiles.Settle();
     }
 }
 

@@ -39,6 +39,7 @@ private:
     ProfileTransfer& transfer;
     bool running{}; ///< an export or import, which a message of its own may hold up
 
+    ProfileTransfer::Confirm Confirm();
     void btnBrowse_Click();
     void btnExport_Click();
     void btnImport_Click();

@@ -8,6 +8,11 @@ bool Messages::Ask(std::string text, ui::Answer proposed)
                                 proposed}) == ui::Answer::Yes;
 }
 
+void Messages::Stop(std::uint16_t id, const std::string& about)
+{
+    Stop(strings.LoadString(id) + (about.empty() ? "" : "\r\n" + about));
+}
+
 ui::Answer Messages::AskOrCancel(std::string text)
 {
     return toolkit.ShowMessage(

@@ -21,6 +21,8 @@ public:
     void Inform(std::uint16_t id) { Inform(strings.LoadString(id)); }
     void Stop(std::string text) { Show(std::move(text), ui::Icon::Critical); }
     void Stop(std::uint16_t id) { Stop(strings.LoadString(id)); }
+    /// With the file or folder that it is about below the text.
+    void Stop(std::uint16_t id, const std::string& about);
     void Plain(std::string text) { Show(std::move(text), ui::Icon::None); }
     void Plain(std::uint16_t id) { Plain(strings.LoadString(id)); }
     /// A question with the buttons Yes and No; true for Yes. Enter gives what is proposed: No where a Yes cannot be

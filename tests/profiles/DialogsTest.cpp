@@ -189,15 +189,18 @@ TEST_F(ProfileDialogsTest, ARefusedNameLeavesTheDialogOpenWithTheFocusInTheNameB
     EXPECT_EQ(add.lstCopyFrom.Selected(), 0);
     const struct {
         const char* typed;
-        std::uint16_t message;
+        std::string message;
         const char* left;
-    } rows[] = {{"a/b", 134, "a/b"}, {"-Ann", 135, "-Ann"}, {" gRÖßE ", 136, ""}};
+    } rows[] = {{" ", Text(134), " "},
+                {"a/b", Text(134) + "\r\n\r\n" + Text(587) + "\r\n\\ / : * ? \" < > |", "a/b"},
+                {"-Ann", Text(135), "-Ann"},
+                {" gRÖßE ", Text(136), ""}};
     const auto before = system.registry.Snapshot();
     const auto isRefused = [&](ui::Form& form, ui::TextBox& box, ui::Button& ok, const auto& row) {
         SCOPED_TRACE(row.typed);
         box.SetText(row.typed);
         ok.SetFocus();
-        toolkit.ExpectMessage(Text(row.message), Icon::Information);
+        toolkit.ExpectMessage(row.message, Icon::Information);
         ok.UserClicks();
         EXPECT_TRUE(form.IsOpen() && box.HasFocus());
         EXPECT_EQ(box.Text(), row.left);

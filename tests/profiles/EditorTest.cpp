@@ -178,6 +178,17 @@ TEST_F(EditorTest, OkAsksAboutADefaultProfileWithoutData)
     EXPECT_EQ(Setting("Profiles", "FirstRun"), "0");
 }
 
+TEST_F(EditorTest, NobodyIsAskedAboutAProfileWithoutAName)
+{
+    PutSetting("Profiles", "DefaultProfile", "");
+    Open().OKButton.UserClicks();
+    EXPECT_EQ(Setting("Profiles", "DefaultProfile"), "Ann") << "the one that is shown";
+    PutSetting("Profiles", "DefaultProfile", "");
+    system.registry.RemoveKey(Hive::CurrentUser, profiles::ProfilesKey);
+    Open().OKButton.UserClicks();
+    EXPECT_FALSE(editor->IsOpen());
+}
+
 TEST_F(EditorTest, ManagingKeepsTheEditsAndMovesTheMarkInTheOpenCombo)
 {
     auto& form = Open();

@@ -11,16 +11,20 @@ protected:
     void SetUp() override
     {
         system.files.AddFolder("C:\\Out");
-        PutSetting("Options", "Installed Path", "C:\\Desk");
         Put("Ann", "FirstName", "Ann");
     }
     frmOptionsImportExport form{program, manager, transfer, [this] { ++helps; }};
     int helps{};
 };
 
-TEST_F(ImportExportFormTest, StartsWithTheLastLocationElseTheInstallation)
+TEST_F(ImportExportFormTest, StartsWithTheLastLocationElseTheUsersDocuments)
 {
-    const std::pair<const char*, const char*> rows[] = {{"", "C:\\Desk"}, {"D:\\Last", "D:\\Last"}};
+    const char* documents = "C:\\Users\\User\\Documents";
+    const std::pair<const char*, const char*> rows[] = {{"", documents},
+                                                        {"D:\\Last", "D:\\Last"},
+                                                        {"C:\\program files\\Template Browser", documents},
+                                                        {"C:\\Windows\\", documents},
+                                                        {"C:\\Windows of Ann", "C:\\Windows of Ann"}};
     for (const auto& [stored, shown] : rows) {
         PutSetting("Options", "ExportProfilePath", stored);
         frmOptionsImportExport opened{program, manager, transfer, {}};
@@ -48,6 +52,7 @@ TEST_F(ImportExportFormTest, RefusesAtTheFieldThatIsWrongThenExportsAndStays)
     } rows[] = {
         {"", "Set", Text(406), Icon::Information, form.txtExportPath},
         {"C:\\Gone", "Set", Text(409), Icon::Information, form.txtExportPath},
+        {"C:\\Out", " ", Text(347), Icon::Information, form.txtProfileName},
         {"C:\\Out", "a/b", Text(397) + "\r\n\\ / : * ? \" < > |", Icon::Critical, form.txtProfileName},
     };
     for (const auto& row : rows) {
@@ -103,6 +108,55 @@ TEST_F(ImportExportFormTest, AnImportRefillsTheProfilesAndRefusalsStayOpen)
     form.btnImport.UserClicks();
     EXPECT_EQ(manager.Names(), (Texts{"Ann", "New"}));
     EXPECT_TRUE(form.IsOpen());
+}
+
+TEST_F(ImportExportFormTest, WhatIsThereIsReplacedOnlyWhenTheUserSaysSo)
+{
+    form.Show();
+    const std::string old = "REGEDIT4\r\n[" + profiles::FullProfilesKey() + "\\Ann]\r\n\"FirstName\"=\"Old\"\r\n";
+    system.files.AddFile("C:\\Out\\Set\\TSProfile.tspf", old);
+    form.txtExportPath.SetText("C:\\Out");
+    form.txtProfileName.SetText("Set");
+    toolkit.ExpectMessage(Text(585) + "\r\n\r\nC:\\Out\\Set", Icon::Question, Answer::No);
+    form.btnExport.UserClicks();
+    EXPECT_TRUE(form.txtProfileName.HasFocus()) << "another name is the way out";
+    EXPECT_EQ(Contents("C:\\Out\\Set\\TSProfile.tspf"), old);
+
+    // The folder above the export is near enough.
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        toolkit.FolderChoices = {"C:\\Out"};
+        toolkit.ExpectMessage(Text(586) + "\r\n\r\nAnn", Icon::Question, answer);
+        if (answer == Answer::Yes)
+            toolkit.ExpectMessage(Text(416), Icon::Information);
+        form.btnImport.UserClicks();
+        EXPECT_EQ(At("Ann", "FirstName"), answer == Answer::Yes ? "Old" : "Ann");
+    }
+    system.files.AddFile("C:\\Out\\Other\\TSProfile.tspf", old);
+    toolkit.FolderChoices = {"C:\\Out"};
+    toolkit.ExpectMessage(Text(415) + " " + Text(412), Icon::Information);
+    form.btnImport.UserClicks();
+    toolkit.ExpectMessage(Text(585) + "\r\n\r\nC:\\Out\\Set", Icon::Question, Answer::Yes);
+    toolkit.ExpectMessage(Text(410) + "C:\\Out\\Set.", Icon::Information);
+    form.btnExport.UserClicks();
+}
+
+TEST_F(ImportExportFormTest, AfterAnImportOnANewMachineOneProfileIsTheDefault)
+{
+    const struct {
+        const char *before, *after;
+    } rows[] = {{"", "Ann"}, {"Gone", "Ann"}, {"NEW", "NEW"}};
+    for (const auto& [before, after] : rows) {
+        PutSetting("Profiles", "DefaultProfile", before);
+        PutSetting("Profiles", "FirstRun", "");
+        system.files.AddFile("C:\\In\\TSProfile.tspf",
+                             "REGEDIT4\r\n[" + profiles::FullProfilesKey() + "\\New]\r\n\"City\"=\"Bern\"\r\n");
+        toolkit.FolderChoices = {"C:\\In"};
+        toolkit.ExpectMessage(Text(416), Icon::Information);
+        form.btnImport.UserClicks();
+        EXPECT_EQ(Setting("Profiles", "DefaultProfile"), after);
+        EXPECT_EQ(Setting("Profiles", "FirstRun"), "0") << "there is somebody to write as";
+        system.registry.RemoveKey(Hive::CurrentUser, profiles::ProfileKey("New"));
+    }
 }
 
 } // namespace

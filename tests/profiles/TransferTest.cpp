@@ -1,5 +1,6 @@
 #include "tests/profiles/ProfilesFixture.h"
 
+#include "platform/Path.h"
 #include "platform/Text.h"
 
 namespace tests {
@@ -151,9 +152,11 @@ TEST_F(TransferTest, ExportRefusesPlacesAndNamesThatDoNotWork)
         {"  ", "Set", Text(406)}, {"C:\\Gone", "Set", Text(409)}, {"C:\\file", "Set", unreadable},
         {"relative", "Set", unreadable}, {"C:\\a|b", "Set", unreadable},
         {"C:\\Out", "a/b", badName, Icon::Critical, BadName},
-        {"C:\\Out", "..", badName, Icon::Critical, BadName},
+        {"C:\\Out", "..", Text(602), Icon::Critical, BadName},
+        {"C:\\Out", "trail.", Text(602), Icon::Critical, BadName},
+        {"C:\\Out", " ", Text(347), Icon::Information, BadName},
         {"C:\\Out", "a\"b", badName, Icon::Critical, BadName},
-        {"C:\\Out", "nul", badName, Icon::Critical, BadName},
+        {"C:\\Out", "nul", platform::text::Replaced(Text(603), "%1", "nul"), Icon::Critical, BadName},
         // clang-format on
     };
     const auto disk = system.files.Snapshot();
@@ -374,10 +377,12 @@ TEST_F(TransferTest, AnExportMayLieAmongThePictures)
 {
     PutPicture("Ann", ImageKind::Logo, ".jpg", "logo");
     PutPicture("Gone", ImageKind::Logo, ".jpg", "kept");
-    for (const char* name : {"", "", "Ann", "Ann"}) { // the second one finds the file of the first
-        const std::string folder = *name == '\0' ? "C:\\Images" : "C:\\Images\\Ann";
-        toolkit.ExpectMessage(Text(410) + folder + ".", Icon::Information);
-        ASSERT_EQ(transfer.Export("C:\\Images", name), ExportOutcome::Done);
+    for (const auto& [location, name] : {std::pair{"C:\\", "Images"},
+                                         {"C:\\", "Images"}, // the second one finds the file of the first
+                                         {"C:\\Images", "Ann"},
+                                         {"C:\\Images", "Ann"}}) {
+        toolkit.ExpectMessage(Text(410) + platform::path::Join(location, name) + ".", Icon::Information);
+        ASSERT_EQ(transfer.Export(location, name), ExportOutcome::Done);
         system.registry.RemoveKey(Hive::CurrentUser, profiles::ProfileKey("Gone"));
     }
     EXPECT_EQ(system.files.AllPaths(Images),
