@@ -32,5 +32,6 @@ END
             printf '</main>\n</body>\n</html>\n'
         } >"$out/$language/$name.html"
     done
-    find "$here/pictures" -path "*/$language/*.png" -exec cp {} "$out/$language" \;
+    cp "$here/pictures/en"/*.png "$out/$language" # for what has none in its own language
+    [ ! -d "$here/pictures/$language" ] || cp "$here/pictures/$language"/*.png "$out/$language"
 done

@@ -18,7 +18,6 @@ Var PictureFolder ; of the profiles; empty: the browser's own choice, among the 
 Var ExportFolder  ; the user's documents: an export must not be offered into the program's folder
 Var UpdateService ; its address; empty: none is asked
 Var TextLanguage  ; en, de or ja
-Var HelpLanguage  ; en or de: the help documents speak no more languages
 Var SystemVersion
 Var ExplorerVersion
 
@@ -34,14 +33,14 @@ Var ExplorerVersion
   !insertmacro ${Do} "Edition" "Edition" "${PRODUCT}"
   !insertmacro ${Do} "Edition" "Build" "${BUILD}"
   !insertmacro ${Do} "Edition" "ProductID" "TSDESK"
-  !insertmacro ${Do} "Help" "General HTML" "Help\$HelpLanguage\index.html"
-  !insertmacro ${Do} "Help" "Using Find HTML" "Help\$HelpLanguage\find.html"
-  !insertmacro ${Do} "Help" "About HTML" "Help\$HelpLanguage\about.html"
-  !insertmacro ${Do} "Help" "Recent Documents HTML" "Help\$HelpLanguage\recent-documents.html"
-  !insertmacro ${Do} "Help" "ImportExportHTML" "Help\$HelpLanguage\import-export.html"
-  !insertmacro ${Do} "Help" "Template Pack HTML" "Help\$HelpLanguage\solution-packs.html"
-  !insertmacro ${Do} "Help" "Profile HTML" "Help\$HelpLanguage\profiles.html"
-  !insertmacro ${Do} "Help" "ProfileImageHelp" "Help\$HelpLanguage\profile-pictures.html"
+  !insertmacro ${Do} "Help" "General HTML" "Help\$TextLanguage\index.html"
+  !insertmacro ${Do} "Help" "Using Find HTML" "Help\$TextLanguage\find.html"
+  !insertmacro ${Do} "Help" "About HTML" "Help\$TextLanguage\about.html"
+  !insertmacro ${Do} "Help" "Recent Documents HTML" "Help\$TextLanguage\recent-documents.html"
+  !insertmacro ${Do} "Help" "ImportExportHTML" "Help\$TextLanguage\import-export.html"
+  !insertmacro ${Do} "Help" "Template Pack HTML" "Help\$TextLanguage\solution-packs.html"
+  !insertmacro ${Do} "Help" "Profile HTML" "Help\$TextLanguage\profiles.html"
+  !insertmacro ${Do} "Help" "ProfileImageHelp" "Help\$TextLanguage\profile-pictures.html"
   !insertmacro ${Do} "Browser" "Access HDD_Templates" "True"
   !insertmacro ${Do} "Browser" "HDD Templates Path" "$Library"
   !insertmacro ${Do} "Browser" "MainWidth" "15000"
@@ -70,10 +69,6 @@ Var ExplorerVersion
 
 ; Writes the table for the user who runs this.
 Function WriteSettings
-  StrCpy $HelpLanguage "en"
-  ${If} $TextLanguage == "de"
-    StrCpy $HelpLanguage "de"
-  ${EndIf}
   ReadRegStr $ExportFolder HKCU "Software\Microsoft\Windows\CurrentVersion\Explorer\Shell Folders" "Personal"
   ${WinVerGetMajor} $0
   ${WinVerGetMinor} $1

@@ -137,6 +137,13 @@ class SetupTest(unittest.TestCase):
         self.assertEqual(files(BUILD / "setup/stage/Templates"), files(templates))
         self.assertIn("Größe".encode("utf-16-le"), (self.folder / "TS_RES.dll").read_bytes())
 
+        for (key, name), document in keys.items():
+            if name and key == SETTINGS + r"\Help":
+                self.assertTrue((self.folder / document.replace("\\", "/")).is_file(), name)
+        for page in (self.folder / "Help").rglob("*.html"):
+            for link in re.findall(r'(?:href|src)="([^"]+)"', page.read_text(encoding="utf-8")):
+                self.assertTrue((page.parent / link).is_file(), f"{page.name}: {link}")
+
         # The user works, and another version comes.
         changed, deleted = templates / "Русские шаблоны/Смета.ccw", templates / "Marketing/Press release.swt"
         changed.write_bytes(changed.read_bytes() + b"more")
