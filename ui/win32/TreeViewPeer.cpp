@@ -115,7 +115,7 @@ void TreeViewPeer::Rebuild(std::vector<Row> wanted)
 {
     const auto top = reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE));
     const Row* topRow = RowOf(top);
-    const std::string topKey = topRow != nullptr ? topRow->key : std::string{};
+    const auto topKey = topRow != nullptr ? std::optional{topRow->key} : std::nullopt; // "" is a key, too
 
     Send(WM_SETREDRAW, FALSE);
     Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
@@ -137,7 +137,7 @@ void TreeViewPeer::Rebuild(std::vector<Row> wanted)
         row.item = reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, &insert));
         byKey.emplace(row.key, i);
     }
-    if (const HTREEITEM item = ItemOf(topKey))
+    if (const HTREEITEM item = topKey ? ItemOf(*topKey) : nullptr)
         Send(TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(item));
     Send(WM_SETREDRAW, TRUE);
     InvalidateRect(Handle(), nullptr, TRUE);

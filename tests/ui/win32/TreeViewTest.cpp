@@ -100,6 +100,20 @@ TEST_F(TreeViewWindowTest, LongNamesAndManyNodesStayInReach)
     ReleaseCapture();
 }
 
+TEST_F(TreeViewWindowTest, ATreeThatIsFilledShowsItsBeginning)
+{
+    ui::TreeView& model = form.tvTree;
+    model.Clear();
+    {
+        const ui::TreeUpdate update{model};
+        for (int i = 0; i < 80; ++i)
+            model.Add(nullptr, std::to_string(i), "x", 3, 4);
+        model.Add(nullptr, "", "", 3, 4); // the space before the last node has no name
+    }
+    model.Select(model.Find("1"));
+    EXPECT_EQ(GetScrollPos(tree, SB_VERT), 0);
+}
+
 TEST_F(TreeViewWindowTest, TakingTheKeyboardSelectsNothing)
 {
     form.tvTree.Select(nullptr);
