@@ -1,5 +1,6 @@
 #include "ui/win32/PeerFactory.h"
 
+#include "platform/Text.h"
 #include "ui/Button.h"
 #include "ui/CheckBox.h"
 #include "ui/ComboBox.h"
@@ -9,6 +10,7 @@
 #include "ui/ProgressBar.h"
 #include "ui/StatusBar.h"
 #include "ui/UpDown.h"
+#include "ui/win32/Canvas.h"
 #include "ui/win32/FormWindow.h"
 #include "ui/win32/ImagePeer.h"
 #include "ui/win32/ListViewPeer.h"
@@ -33,13 +35,13 @@ class LabelPeer final : public PeerBase {
 public:
     LabelPeer(Label& peerLabel, FormWindow& form, int id) : PeerBase{peerLabel, form}, label{peerLabel}
     {
-        Create(WC_STATICW, SS_LEFT | (label.PlainText ? SS_NOPREFIX | SS_EDITCONTROL : 0u), 0, id);
+        // Names are drawn here: the system's own label leaves out whatever does not fit, which may be a whole line.
+        Create(label.PlainText ? CanvasClass() : WC_STATICW, label.PlainText ? 0u : static_cast<DWORD>(SS_LEFT), 0, id);
     }
 
     Size Preferred(int width) const override
     {
-        const SIZE text =
-            Measure(label.Caption(), Font(), Pixels(width), label.PlainText ? DT_NOPREFIX | DT_EDITCONTROL : 0u);
+        const SIZE text = Measure(label.Caption(), Font(), Pixels(width), label.PlainText ? PlainFlags : 0u);
         const int least = label.LeastLines * static_cast<int>(Measure("X", Font()).cy);
         return {Twips(text.cx + 1), Twips(std::max(static_cast<int>(text.cy), least))};
     }
@@ -50,8 +52,53 @@ public:
         Send(WM_SETFONT, reinterpret_cast<WPARAM>(Font()), TRUE);
     }
 
+protected:
+    void Sync(Aspect aspect) override
+    {
+        PeerBase::Sync(aspect);
+        if (label.PlainText)
+            InvalidateRect(Handle(), nullptr, TRUE);
+    }
+
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM, LPARAM) override
+    {
+        if (!label.PlainText || message != WM_PAINT)
+            return std::nullopt;
+        PaintNames();
+        return 0;
+    }
+
 private:
+    static constexpr UINT PlainFlags = DT_NOPREFIX | DT_EDITCONTROL;
+
     Label& label;
+
+    /// Wrapped; where there is no room for that, in a line each, with dots in place of what is too long.
+    void PaintNames() const
+    {
+        PAINTSTRUCT paint{};
+        HDC context = BeginPaint(Handle(), &paint);
+        const HGDIOBJ before = SelectObject(context, Font());
+        SetBkMode(context, TRANSPARENT);
+        SetTextColor(context, GetSysColor(COLOR_BTNTEXT));
+        RECT room{};
+        GetClientRect(Handle(), &room);
+        const auto draw = [&](const std::string& text, UINT flags) {
+            const std::wstring native = ToNative(text);
+            DrawTextW(context, native.c_str(), static_cast<int>(native.size()), &room, flags);
+        };
+        if (Measure(label.Caption(), Font(), std::max(1, static_cast<int>(room.right)), PlainFlags).cy <= room.bottom) {
+            draw(label.Caption(), PlainFlags | DT_WORDBREAK);
+        } else {
+            const LONG height = Measure("X", Font()).cy;
+            for (const std::string& line : platform::text::Split(label.Caption(), '\n')) {
+                draw(line.substr(0, line.find('\r')), DT_NOPREFIX | DT_SINGLELINE | DT_END_ELLIPSIS);
+                room.top += height;
+            }
+        }
+        SelectObject(context, before);
+        EndPaint(Handle(), &paint);
+    }
 
     HFONT Font() const { return label.Heading ? Window().WindowFonts().heading.get() : NormalFont(); }
 };

@@ -41,6 +41,20 @@ TEST_F(SmallControlsTest, APlainLabelShowsNamesAsTheyAreAndWrapsThemAnywhere)
     EXPECT_EQ(dialog.lblText.PreferredSize().height, 2 * line);
     EXPECT_GT(dialog.lblText.PreferredSize(3000).height, 3 * line);
     EXPECT_LE(dialog.lblText.PreferredSize(3000).width, 3100);
+
+    // Where the wrapped text has no room, each line keeps its own.
+    Open(dialog);
+    dialog.lblText.SetBounds({0, 0, 1500, 2 * line});
+    const auto shown = [&](const std::string& name) {
+        dialog.lblText.SetCaption(name + "\r\nlast");
+        return Capture(HandleOf(dialog.lblText));
+    };
+    const auto crowded = shown(std::string(60, 'W'));
+    const auto brief = shown("");
+    const auto half = static_cast<std::ptrdiff_t>(crowded.size() / 2);
+    EXPECT_TRUE(std::equal(crowded.begin() + half, crowded.end(), brief.begin() + half));
+    EXPECT_NE(crowded, brief);
+    EXPECT_FALSE(std::equal(crowded.begin() + half, crowded.end(), brief.begin())) << "something is written there";
 }
 
 TEST_F(SmallControlsTest, LongTextsAreCutAndNotWrongAtTheCut)
