@@ -185,7 +185,7 @@ TEST_F(FormWindowTest, AnotherDpiScalesEveryControl)
 {
     const int dpi = ui::win32::DpiOf(window) * 3 / 2;
     const LONG before = ClientOf(HandleOf(form.tbMain)).bottom;
-    MoveToDpi(window, dpi, {800, 560});
+    MoveToDpi(window, dpi, {500, 360}); // fits the screen of the tests
     const RECT windowClient = ClientOf(window);
     const RECT after = ClientOf(HandleOf(form.tbMain));
     EXPECT_GT(after.bottom, before * 13 / 10);
@@ -194,7 +194,7 @@ TEST_F(FormWindowTest, AnotherDpiScalesEveryControl)
     ImageList_GetIconSize(reinterpret_cast<HIMAGELIST>(Send(form.tvTree, TVM_GETIMAGELIST)), &width, &height);
     EXPECT_EQ(width, 16 * dpi / 96);
     EXPECT_EQ(form.ClientSize().width, ToTwips(static_cast<int>(after.right), dpi));
-    EXPECT_EQ(form.Placement().width, 800 * 15) << "in the window's own dpi";
+    EXPECT_EQ(form.Placement().width, 500 * 15) << "in the window's own dpi";
     const ui::Rect place = form.Placement();
     form.SetPlacement({place.left + 15, place.top, place.width, place.height});
     EXPECT_EQ(ClientOf(window).right, windowClient.right) << "the same size";
