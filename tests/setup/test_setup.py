@@ -64,13 +64,17 @@ def registry(machine=False):
     hklm = "HKEY_LOCAL_MACHINE\\Software\\"
     places = [hklm + r"Microsoft\Windows\CurrentVersion\Uninstall", hklm + r"Microsoft\Active Setup",
               hklm + "Zelmor Software", hklm + r"Classes\TSBrowser.clsBrowser"] if machine else []
+    exported = [DRIVE / f"exported{number}.reg" for number in range(1 + len(places))]
+    lines = [f'@reg export "{place}" {windows(file)} /y >nul 2>nul'
+             for place, file in zip(["HKEY_CURRENT_USER\\Software", *places], exported)]
+    (DRIVE / "exported.bat").write_text("\r\n".join(lines) + "\r\n")
+    wine("cmd", "/c", "C:\\exported.bat")
     found = {}
-    for place in ["HKEY_CURRENT_USER\\Software", *places]:
-        file = DRIVE / "exported.reg"
-        file.unlink(missing_ok=True)
-        wine("regedit", "/e", "C:\\exported.reg", place)
+    for file in filter(Path.exists, exported):
+        text = file.read_text(encoding="utf-16")
+        file.unlink()
         key = ""
-        for line in file.read_text(encoding="utf-16").splitlines() if file.exists() else ():
+        for line in text.splitlines():
             if line.startswith("["):
                 key = line[1:-1]
                 if OURS.search(key):
@@ -78,14 +82,14 @@ def registry(machine=False):
             elif match := re.match(r'(@|"(?:[^"\\]|\\.)*")=(.*)', line):
                 name = match[1].strip('"').replace("\\\\", "\\")
                 if OURS.search(key) or OURS.search(line):
-                    text = match[2][1:-1] if match[2].startswith('"') else match[2]
-                    found[key, name] = text.replace('\\"', '"').replace("\\\\", "\\")
+                    data = match[2][1:-1] if match[2].startswith('"') else match[2]
+                    found[key, name] = data.replace('\\"', '"').replace("\\\\", "\\")
     return found
 
 
 def files(below=DRIVE):
     """Every file with its bytes' number, where setup or the browser could have put one."""
-    ignored = ("windows/", "exported.reg", ".log")
+    ignored = ("windows/", "exported", ".log")
     return {path.relative_to(below).as_posix(): path.stat().st_size for path in below.rglob("*")
             if path.is_file() and not any(word in path.relative_to(below).as_posix() for word in ignored)
             and "/Temp/" not in path.as_posix()}
