@@ -73,7 +73,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
          --count) {
         const int width = input.ConsumeIntegralInRange(9700, 60'000); // a window is never narrower
         machine.toolkit.Areas.push_back(
-            {left, input.ConsumeIntegralInRange(-9000, 9000), width, input.ConsumeIntegralInRange(6000, 30'000)});
+            {{left, input.ConsumeIntegralInRange(-9000, 9000), width, input.ConsumeIntegralInRange(6000, 30'000)}});
         left += width;
     }
     Spoil(machine, input);

@@ -10,7 +10,7 @@ using ui::Rect;
 TEST(PlacementTest, KeepsWhatCanBeReachedAndBringsBackTheRest)
 {
     // Two monitors side by side: 1280 x 1000 and 1024 x 768 pixels at 96 dpi.
-    const std::vector<ui::WorkArea> areas{{0, 0, 19200, 15000}, {19200, 0, 15360, 11520}};
+    const std::vector<ui::WorkArea> areas{{{0, 0, 19200, 15000}}, {{19200, 0, 15360, 11520}}};
     const struct {
         const char* name;
         Rect stored, expected;
@@ -26,7 +26,7 @@ TEST(PlacementTest, KeepsWhatCanBeReachedAndBringsBackTheRest)
     for (const auto& row : rows)
         EXPECT_EQ(app::PlacementWithin(row.stored, areas), row.expected) << row.name;
     // The second one has twice the dots in the same space.
-    const std::vector<ui::WorkArea> mixed{{0, 0, 19200, 15000}, {{19200, 0, 19200, 15000}, 2}};
+    const std::vector<ui::WorkArea> mixed{{{0, 0, 19200, 15000}}, {{19200, 0, 19200, 15000}, 2}};
     EXPECT_EQ(app::PlacementWithin({20000, 500, 9000, 7000}, mixed), (Rect{20000, 500, 9000, 7000}));
     EXPECT_EQ(app::PlacementWithin({40000, 500, 9000, 7000}, mixed), (Rect{20400, 500, 9000, 7000}));
     EXPECT_EQ(app::PlacementWithin({40000, 500, 9000, 9000}, mixed), (Rect{20400, 0, 9000, 7500}));

@@ -46,7 +46,7 @@ public:
     /// Runs what was posted.
     void RunPosted();
 
-    std::vector<WorkArea> Areas{{0, 0, 19200, 15000}};
+    std::vector<WorkArea> Areas{WorkArea{{0, 0, 19200, 15000}}};
     Size Screen{1280, 1024};
     std::deque<std::optional<std::string>> FolderChoices;
     std::deque<std::optional<std::string>> FileChoices;
