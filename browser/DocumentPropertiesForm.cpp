@@ -12,7 +12,8 @@
 namespace browser {
 namespace {
 
-constexpr ui::Size BoxSize{5700, 0}; ///< twips; as high as its text
+// Twips; each is as high as its text.
+constexpr ui::Size LabelSize{1350, 0}, BoxSize{6300, 0}, HalfSize{2100, 0};
 
 constexpr std::pair<std::uint32_t, std::uint16_t> attributeTexts[] = {
     {platform::attribute::ReadOnly, 687},
@@ -34,16 +35,21 @@ DocumentPropertiesForm::DocumentPropertiesForm(app::Program& program, library::D
     txtName.SetText(std::string{platform::path::Name(path)});
     txtFolder.SetText(platform::path::Parent(path));
 
-    const auto box = [](ui::TextBox& text) { return Fill(Least(text, BoxSize)); };
-    Layout(Column(Framed(fraSummary, Grid(Row(lblTitle, box(txtTitle)), Row(lblAttribution, box(txtAttribution)),
-                                          Row(lblAuthor, box(txtAuthor)), Row(lblManager, box(txtManager)),
-                                          Row(lblCompany, box(txtCompany)), Row(lblCategory, box(txtCategory)),
-                                          Row(lblKeywords, box(txtKeywords)), Row(lblComments, box(txtComments)),
-                                          Row(lblCreationDate, box(txtCreationDate)),
-                                          Row(lblLastSaved, box(txtLastSaved)), Row(lblPages, box(txtPages)))),
-                  Framed(fraFile, Grid(Row(lblName, box(txtName)), Row(lblFolder, box(txtFolder)),
-                                       Row(lblSize, box(txtSize)), Row(lblCreated, box(txtCreated)),
-                                       Row(lblModified, box(txtModified)), Row(lblAttributes, box(txtAttributes)))),
+    // Two grids a frame: of one box a row, and of two. Their first columns are about as wide as each other.
+    const auto label = [](ui::Label& text) { return Least(text, LabelSize); };
+    const auto one = [&](ui::Label& text, ui::TextBox& box) { return Row(label(text), Fill(Least(box, BoxSize))); };
+    const auto two = [&](ui::Label& text, ui::TextBox& box, ui::Label& text2, ui::TextBox& box2) {
+        return Row(label(text), Fill(Least(box, HalfSize)), ui::Cell{text2}, Fill(Least(box2, HalfSize)));
+    };
+    Layout(Column(Framed(fraSummary, Column(Grid(one(lblTitle, txtTitle), one(lblAttribution, txtAttribution),
+                                                 one(lblAuthor, txtAuthor), one(lblKeywords, txtKeywords),
+                                                 one(lblComments, txtComments)),
+                                            Grid(two(lblManager, txtManager, lblCompany, txtCompany),
+                                                 two(lblCategory, txtCategory, lblPages, txtPages),
+                                                 two(lblCreationDate, txtCreationDate, lblLastSaved, txtLastSaved)))),
+                  Framed(fraFile, Column(Grid(one(lblName, txtName), one(lblFolder, txtFolder)),
+                                         Grid(two(lblSize, txtSize, lblAttributes, txtAttributes),
+                                              two(lblCreated, txtCreated, lblModified, txtModified)))),
                   Row(lblCreateNew, cmdDocument, cmdTemplate, Fill(Buttons(cmdCopy, cmdClose)))));
 
     const auto closeFor = [this](Wish wished) {

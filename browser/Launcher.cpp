@@ -14,9 +14,6 @@ namespace {
 using library::TemplateTypeOf;
 using platform::command_line::Quoted;
 
-constexpr std::string_view SpreadsheetAppPath =
-    "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\CLC.EXE";
-
 // The shell's result codes that mean something here.
 constexpr int FileNotFound = 2;
 constexpr int PathNotFound = 3;

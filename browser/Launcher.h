@@ -20,6 +20,10 @@ namespace browser {
 /// gate.
 class Launcher {
 public:
+    /// The key whose default value is the full path of the spreadsheet's program.
+    static constexpr std::string_view SpreadsheetAppPath =
+        "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\CLC.EXE";
+
     Launcher(platform::Shell& shell, platform::FileSystem& files, app::RegistryAccess& registry,
              app::Messages& messages, ui::Toolkit& toolkit, const app::StringTable& strings,
              const app::StartUpState& state)
