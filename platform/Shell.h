@@ -27,6 +27,13 @@ enum class KnownFolder {
     Temporary      ///< for the user's short-lived files
 };
 
+/// By what a process is found again, by every process of the user: its number, which is given anew once it has ended,
+/// and the time at which it began.
+struct ProcessMark {
+    std::uint32_t id{};
+    std::int64_t started{}; ///< 100-nanosecond steps since 1601-01-01 UTC
+};
+
 /// Starting things: documents by their type's program, programs by command line.
 class Shell {
 public:
@@ -63,6 +70,18 @@ public:
     /// and nothing was done; after every other error the folder is where it was. The caller sees to it that there are
     /// no links in it.
     virtual Result<> Recycle(std::string_view folder) = 0;
+
+    struct WatchedProgram {
+        Ticket watch;
+        ProcessMark process;
+    };
+    /// Opens a program (a full path; never searched for) without arguments, as a double click would: where it needs an
+    /// administrator's rights, or comes from the web, the system asks the user (error::Declined). `ended` is called as
+    /// by RunAndWatch.
+    virtual Result<WatchedProgram> OpenAndWatch(std::string_view program,
+                                                std::function<void(std::uint32_t exitCode)> ended) = 0;
+    /// Watches a process that somebody else may have started; error::FileNotFound when it does not run any more.
+    virtual Result<Ticket> Watch(const ProcessMark& process, std::function<void(std::uint32_t exitCode)> ended) = 0;
 
     /// A folder's path without a trailing separator.
     virtual Result<std::string> FolderPath(KnownFolder folder) = 0;

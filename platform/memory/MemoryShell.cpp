@@ -93,24 +93,65 @@ Result<Ticket> MemoryShell::RunAndWatch(std::string_view application, std::strin
 {
     if (const auto fault = faults.Enter("Shell.RunAndWatch", commandLine))
         return std::unexpected{*fault};
+    auto begun = Begin(application, commandLine, style, std::move(ended));
+    if (!begun)
+        return std::unexpected{begun.error()};
+    return std::move(begun->watch);
+}
+
+Result<Shell::WatchedProgram> MemoryShell::OpenAndWatch(std::string_view program,
+                                                        std::function<void(std::uint32_t exitCode)> ended)
+{
+    if (const auto fault = faults.Enter("Shell.OpenAndWatch", program))
+        return std::unexpected{*fault};
+    return Begin(program, {}, WindowStyle::Normal, std::move(ended));
+}
+
+Result<Shell::WatchedProgram> MemoryShell::Begin(std::string_view application, std::string_view commandLine,
+                                                 WindowStyle style, Ended ended)
+{
     if (const auto started = Start(application, commandLine, style); !started)
         return std::unexpected{started.error()};
-    auto watch = std::make_shared<Watch>(std::move(ended));
+    const ProcessMark mark{++lastProcess, lastProcess};
+    running.push_back({mark, {}});
+    return WatchedProgram{running.back().Add(std::move(ended)), mark};
+}
+
+Result<Ticket> MemoryShell::Watch(const ProcessMark& process, std::function<void(std::uint32_t exitCode)> ended)
+{
+    if (const auto fault = faults.Enter("Shell.Watch", std::to_string(process.id)))
+        return std::unexpected{*fault};
+    const auto found = std::ranges::find_if(
+        running, [&](const Running& one) { return one.mark.id == process.id && one.mark.started == process.started; });
+    if (found == running.end())
+        return std::unexpected{error::FileNotFound};
+    return found->Add(std::move(ended));
+}
+
+bool MemoryShell::Running::IsWatched() const
+{
+    return std::ranges::any_of(watches, [](const auto& watch) { return !watch.expired(); });
+}
+
+Ticket MemoryShell::Running::Add(Ended ended)
+{
+    auto watch = std::make_shared<Ended>(std::move(ended));
     watches.push_back(watch);
     return Ticket{std::move(watch)};
 }
 
 std::size_t MemoryShell::Watched() const
 {
-    return static_cast<std::size_t>(std::ranges::count_if(watches, [](const auto& watch) { return !watch.expired(); }));
+    return static_cast<std::size_t>(std::ranges::count_if(running, &Running::IsWatched));
 }
 
 void MemoryShell::EndWatched(std::uint32_t code)
 {
-    std::erase_if(watches, [](const auto& watch) { return watch.expired(); });
-    const auto watch = watches.at(0).lock();
-    watches.erase(watches.begin());
-    (*watch)(code);
+    const Running ended = std::move(running.at(0));
+    running.pop_front();
+    for (const auto& weak : ended.watches)
+        if (const auto watch = weak.lock())
+            (*watch)(code);
 }
 
 Result<> MemoryShell::Start(std::string_view application, std::string_view commandLine, WindowStyle style,

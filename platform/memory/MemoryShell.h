@@ -4,6 +4,7 @@
 #include "platform/memory/FaultPlan.h"
 #include "platform/memory/MemoryFileSystem.h"
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -37,6 +38,9 @@ public:
     Result<Ticket> RunAndWatch(std::string_view application, std::string_view commandLine, WindowStyle style,
                                std::function<void(std::uint32_t exitCode)> ended) override;
     Result<> Recycle(std::string_view folder) override;
+    Result<WatchedProgram> OpenAndWatch(std::string_view program,
+                                        std::function<void(std::uint32_t exitCode)> ended) override;
+    Result<Ticket> Watch(const ProcessMark& process, std::function<void(std::uint32_t exitCode)> ended) override;
     Result<std::string> FolderPath(KnownFolder folder) override;
 
     /// Every target and program asked for, refused ones too, in order.
@@ -64,13 +68,22 @@ public:
     void SetExitCode(std::uint32_t code) { exitCode = code; }
     /// Programs that run and are watched.
     std::size_t Watched() const;
-    /// The one of them that was started first ends.
+    /// The first of those that were started to be watched, by a process that may be gone by now, ends.
     void EndWatched(std::uint32_t code);
     void SetFolderPath(KnownFolder folder, Result<std::string> path);
 
 private:
-    using Watch = std::function<void(std::uint32_t)>;
+    using Ended = std::function<void(std::uint32_t)>;
+    struct Running {
+        ProcessMark mark;
+        std::vector<std::weak_ptr<Ended>> watches;
 
+        bool IsWatched() const;
+        Ticket Add(Ended ended);
+    };
+
+    Result<WatchedProgram> Begin(std::string_view application, std::string_view commandLine, WindowStyle style,
+                                 Ended ended);
     Result<> Start(std::string_view application, std::string_view commandLine, WindowStyle style,
                    bool elevated = false);
 
@@ -90,7 +103,8 @@ private:
     std::optional<int> answerToAll;
     std::function<Result<>(const Started&)> standIn;
     std::uint32_t exitCode{};
-    std::vector<std::weak_ptr<Watch>> watches;
+    std::deque<Running> running;
+    std::uint32_t lastProcess{1000};
     std::map<KnownFolder, Result<std::string>> folders{
         {KnownFolder::Personal, "C:\\Users\\User\\Documents"},
         {KnownFolder::ProgramFolder, "C:\\Program Files\\Template Browser"},

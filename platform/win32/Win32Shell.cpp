@@ -90,6 +90,14 @@ void AnswerAndPaint()
         DispatchMessageW(&message);
 }
 
+/// 0 when the system does not tell.
+std::int64_t StartTime(const ObjectHandle& process)
+{
+    FILETIME created{}, ended, kernel, user;
+    GetProcessTimes(process.Get(), &created, &ended, &kernel, &user);
+    return static_cast<std::int64_t>(std::uint64_t{created.dwHighDateTime} << 32 | created.dwLowDateTime);
+}
+
 /// The shell finds no file whose path has more than 260 characters, and refuses the prefix that lifts the bound; by its
 /// short names it finds it.
 std::wstring WithinShellBound(std::string_view target)
@@ -231,6 +239,39 @@ Result<> Win32Shell::Recycle(std::string_view folder)
     if (failure != 0 || request.fAnyOperationsAborted)
         return std::unexpected{error::AccessDenied};
     return {};
+}
+
+Result<Shell::WatchedProgram> Win32Shell::OpenAndWatch(std::string_view program,
+                                                       std::function<void(std::uint32_t exitCode)> ended)
+{
+    if (const auto path = ToNativePath(program); !path)
+        return std::unexpected{path.error()};
+    const std::wstring file = WithinShellBound(program);
+    SHELLEXECUTEINFOW request{};
+    request.cbSize = sizeof request;
+    request.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC | SEE_MASK_NOCLOSEPROCESS;
+    request.lpVerb = L"open";
+    request.lpFile = file.c_str();
+    request.nShow = SW_SHOWNORMAL;
+    if (!ShellExecuteExW(&request))
+        return LastError();
+    ObjectHandle process{request.hProcess};
+    if (!process) // handed to a process that runs already: programs never are
+        return std::unexpected{error::GeneralFailure};
+    const ProcessMark mark{GetProcessId(process.Get()), StartTime(process)};
+    auto watch = WatchProcess(std::move(process), post, std::move(ended));
+    if (!watch)
+        return std::unexpected{watch.error()};
+    return WatchedProgram{std::move(*watch), mark};
+}
+
+Result<Ticket> Win32Shell::Watch(const ProcessMark& process, std::function<void(std::uint32_t exitCode)> ended)
+{
+    ObjectHandle found{OpenProcess(SYNCHRONIZE | PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process.id)};
+    // A process that has ended is still found for as long as anybody holds it.
+    if (!found || StartTime(found) != process.started || WaitForSingleObject(found.Get(), 0) == WAIT_OBJECT_0)
+        return std::unexpected{error::FileNotFound};
+    return WatchProcess(std::move(found), post, std::move(ended));
 }
 
 Result<std::string> Win32Shell::FolderPath(KnownFolder folder)

@@ -22,6 +22,9 @@ public:
     Result<Ticket> RunAndWatch(std::string_view application, std::string_view commandLine, WindowStyle style,
                                std::function<void(std::uint32_t exitCode)> ended) override;
     Result<> Recycle(std::string_view folder) override;
+    Result<WatchedProgram> OpenAndWatch(std::string_view program,
+                                        std::function<void(std::uint32_t exitCode)> ended) override;
+    Result<Ticket> Watch(const ProcessMark& process, std::function<void(std::uint32_t exitCode)> ended) override;
     Result<std::string> FolderPath(KnownFolder folder) override;
 
 private:

@@ -104,4 +104,21 @@ TEST_F(AsyncContract, AWatchedProgramTellsItsExitCode)
     EXPECT_EQ(missing.error(), error::FileNotFound);
 }
 
+TEST_F(AsyncContract, AnOpenedProgramIsWatchedAndCannotBeFoundOnceItHasEnded)
+{
+    bool hasEnded = false;
+    const auto opened = system.shell.OpenAndWatch(ShortProgram, [&](std::uint32_t) {
+        EXPECT_EQ(std::this_thread::get_id(), window);
+        hasEnded = true;
+    });
+    ASSERT_TRUE(opened);
+    EXPECT_NE(opened->process.id, 0u);
+    EXPECT_NE(opened->process.started, 0);
+    EXPECT_TRUE(under->WaitUntil([&] { return hasEnded; }));
+    EXPECT_EQ(CodeOf(system.shell.Watch(opened->process, {})), error::FileNotFound.code);
+    for (const auto& [program, code] :
+         {std::pair{path::Join(under->Folder(), "missing.exe"), error::FileNotFound}, {"cmd.exe", error::InvalidName}})
+        EXPECT_EQ(CodeOf(system.shell.OpenAndWatch(program, {})), code.code) << program;
+}
+
 } // namespace

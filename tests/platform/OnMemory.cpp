@@ -13,6 +13,7 @@ public:
         system.resources.Add(ResourceLibraryPath(), {{101, "One"}, {102, "Größe €"}, {103, std::string(600, 'x')}});
         system.automation.Register(std::string{GoodClass});
         system.files.AddFile(CommandInterpreter);
+        system.files.AddFile(ShortProgram);
         system.shell.SetVariable("SystemRoot", "C:\\Windows");
     }
 

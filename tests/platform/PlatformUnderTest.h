@@ -11,6 +11,8 @@
 /// Where both systems have it; "/c exit 7" ends it with this code.
 inline constexpr std::string_view CommandInterpreter = "C:\\Windows\\System32\\cmd.exe";
 inline constexpr unsigned ExitCode = 7;
+/// One that ends by itself at once.
+inline constexpr std::string_view ShortProgram = "C:\\Windows\\System32\\hostname.exe";
 /// An automation class that can be created.
 inline constexpr std::string_view GoodClass = "Scripting.FileSystemObject";
 
