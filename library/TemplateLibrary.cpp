@@ -7,6 +7,7 @@
 #include "platform/Text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace library {
 
@@ -36,15 +37,21 @@ bool TemplateLibrary::LoadTreeView()
     if (LockAccess)
         LockAccess(true);
 
+    do
+        LoadOnce();
+    while (FullLoad && !progress.Cancelled);
+    return !NoFoldersFound;
+}
+
+void TemplateLibrary::LoadOnce()
+{
     FolderListings listings{files};
-    NoFoldersFound = FullLoad && !ReadFolders(listings);
-    FullLoad = false;
+    NoFoldersFound = std::exchange(FullLoad, false) && !ReadFolders(listings);
     if (NoFoldersFound)
-        return false;
+        return;
     if (!progress.Cancelled)
         BuildTreeFromFolderTable(listings);
     RestoreCombo();
-    return true;
 }
 
 bool TemplateLibrary::ReadFolders(FolderListings& listings)

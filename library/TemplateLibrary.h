@@ -21,7 +21,8 @@ public:
                     app::Settings& settings, app::Messages& messages, app::LoadProgress& progress,
                     const app::StringTable& strings, const app::StartUpState& state);
 
-    /// Set before a load that must read the disk; a load clears it.
+    /// Set before a load that must read the disk, which clears it; set in the middle of a load, because the disk has
+    /// changed, it makes the load begin once more.
     bool FullLoad{true};
     /// The last load found no category folder.
     bool NoFoldersFound{};
@@ -71,6 +72,7 @@ private:
     FolderCombo combo;
     bool loading{};
 
+    void LoadOnce();
     bool ReadFolders(FolderListings& listings);
     void BuildTreeFromFolderTable(FolderListings& listings);
     void SelectLastBrowsed();
