@@ -4,6 +4,7 @@
 #   ./run.sh --screenshot FILE  opens it unseen, saves a picture (PNG), closes it again
 #   ./run.sh --dpi 144 ...      at another screen resolution (96 is 100 %)
 #   ./run.sh --language de ...  in German; ja: in Japanese (needs a font that has its letters, such as fonts-ipafont)
+#   ./run.sh --with-pack ...    with the sample solution pack installed
 set -euo pipefail
 cd "$(dirname "$0")"
 . tools/environment.sh
@@ -11,12 +12,14 @@ cd "$(dirname "$0")"
 screenshot=""
 dpi=96
 language=en
+with_pack=""
 while (($#)); do
   case $1 in
   --screenshot) screenshot=${2:?"--screenshot needs a file"}; shift 2 ;;
   --dpi) dpi=${2:?"--dpi needs a number"}; shift 2 ;;
   --language) language=${2:?"--language needs en, de or ja"}; shift 2 ;;
-  *) say "usage: ./run.sh [--screenshot FILE] [--dpi NUMBER] [--language en|de|ja]"; exit 2 ;;
+  --with-pack) with_pack=yes; shift ;;
+  *) say "usage: ./run.sh [--screenshot FILE] [--dpi NUMBER] [--language en|de|ja] [--with-pack]"; exit 2 ;;
   esac
 done
 [[ $dpi =~ ^[0-9]+$ ]] || { say "--dpi needs a number"; exit 2; }
@@ -52,6 +55,10 @@ if [[ $(cat "$WINEPREFIX/installed" 2>/dev/null) != "$installed" ]]; then
   wine regedit /s "$(windows_path "$PWD/build/viewers.reg")"
   wineserver -w
   echo "$installed" >"$WINEPREFIX/installed"
+fi
+if [[ -n $with_pack ]]; then
+  samples/pack/build.sh build/GardenPack.exe
+  wine build/GardenPack.exe /S
 fi
 wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$dpi" /f >/dev/null
 wineserver -w # the next start reads it

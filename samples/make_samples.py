@@ -2,6 +2,7 @@
 """Writes the sample template library.
 
     make_samples.py OUTDIR           the library, unless OUTDIR already holds just that
+    make_samples.py --pack OUTDIR    the templates of the sample solution pack, in the same way
     make_samples.py --support DIR    the pictures of the support folder (committed; run after changing them)
 
 Needs ImageMagick and the font DejaVu Sans; nothing is fetched. The same sources give the same files
@@ -35,11 +36,11 @@ BANNER_PAGE = """<html>
 """
 
 
-def source_mark():
-    """Changes when anything does that the library is made from."""
+def source_mark(sources):
+    """Changes when anything does that the templates of this folder of sources are made from."""
     digest = hashlib.sha256()
     programs = [path for path in HERE.glob("*.py") if not path.name.startswith("test_")]
-    for path in sorted([*programs, *HERE.glob("library/*.txt")]):
+    for path in sorted([*programs, *HERE.glob(f"{sources}/*.txt")]):
         digest.update(path.name.encode() + b"\0" + path.read_bytes())
     return digest.hexdigest()
 
@@ -50,9 +51,9 @@ def listing(root):
                   for path in root.rglob("*") if path.is_file())
 
 
-def read_sources():
+def read_sources(sources):
     templates, icons = [], []
-    for path in sorted(HERE.glob("library/*.txt")):
+    for path in sorted(HERE.glob(f"{sources}/*.txt")):
         moreTemplates, moreIcons = read_source(path)
         templates += moreTemplates
         icons += moreIcons
@@ -66,8 +67,8 @@ def read_sources():
     return templates, icons
 
 
-def write_library(root, fonts):
-    templates, icons = read_sources()
+def write_templates(root, fonts, sources):
+    templates, icons = read_sources(sources)
     jobs = []
     times = {}
     for template in templates:
@@ -83,10 +84,11 @@ def write_library(root, fonts):
             times[picture] = template.time
     for icon in icons:
         jobs.append(pictures.icon_to_file(pictures.folder_icon(icon), fonts, root / icon.folder / f"folder_{icon.glyph}.ico"))
-    for canvas, name in ((pictures.no_preview(), "NF.jpg"), (pictures.thumbnail_frame(), "background.bmp"),
-                         (pictures.banner(), "Banner1Picture.jpg")):
-        jobs.append(pictures.to_file(canvas, fonts, root / name))
-    (root / "Banner1.htm").write_text(BANNER_PAGE, encoding="ascii", newline="\r\n")
+    if sources == "library":
+        for canvas, name in ((pictures.no_preview(), "NF.jpg"), (pictures.thumbnail_frame(), "background.bmp"),
+                             (pictures.banner(), "Banner1Picture.jpg")):
+            jobs.append(pictures.to_file(canvas, fonts, root / name))
+        (root / "Banner1.htm").write_text(BANNER_PAGE, encoding="ascii", newline="\r\n")
     pictures.draw_all(jobs)
 
     oldest = min(times.values())
@@ -95,10 +97,10 @@ def write_library(root, fonts):
     return len(templates)
 
 
-def make_library(root):
+def make_library(root, sources):
     # Beside the library, not in it: the library holds what a user's library would.
     stamp = root.with_name(root.name + ".stamp")
-    mark = source_mark()
+    mark = source_mark(sources)
     present = listing(root)
     oldMark, *written = stamp.read_text("utf-8").splitlines() if stamp.is_file() else [""]
     if oldMark == mark and set(written) <= set(present):
@@ -112,7 +114,7 @@ def make_library(root):
         (root / line.split(" ", 1)[1]).unlink()
     kept = set(listing(root))
     root.mkdir(exist_ok=True)
-    count = write_library(root, DejaVu())
+    count = write_templates(root, DejaVu(), sources)
     stamp.write_text("\n".join([mark, *(line for line in listing(root) if line not in kept)]) + "\n", "utf-8")
     return f"{count} templates in {root}"
 
@@ -135,11 +137,13 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("outdir", type=Path, nargs="?")
     parser.add_argument("--support", type=Path, metavar="DIR")
+    parser.add_argument("--pack", action="store_true")
     arguments = parser.parse_args()
     if (arguments.outdir is None) == (arguments.support is None):
         parser.error("give either OUTDIR or --support DIR")
     try:
-        print(make_support(arguments.support) if arguments.support else make_library(arguments.outdir.absolute()))
+        print(make_support(arguments.support) if arguments.support
+              else make_library(arguments.outdir.absolute(), "pack" if arguments.pack else "library"))
     except (SourceError, FontError) as problem:
         sys.exit(f"make_samples.py: {problem}")
     except FileNotFoundError as problem:
