@@ -20,8 +20,9 @@ ui/win32            platform platform/win32 pictures pictures/win32 ui system
 app/base            platform pictures ui
 library             platform ui app/base documents
 browser             platform pictures ui app/base library documents
+packs               platform ui app/base library
 profiles            platform pictures ui app/base
-app/shell           platform pictures ui app/base library browser profiles documents
+app/shell           platform pictures ui app/base library browser packs profiles documents
 automation          platform platform/win32 ui ui/win32 app/shell system
 
 bench               product system
@@ -36,6 +37,7 @@ tests/browser        product gtest tests/support
 tests/documents      product gtest zlib
 tests/endtoend       product gtest tests/support/win32 system
 tests/library        product gtest tests/support
+tests/packs          product gtest tests/support
 tests/pictures       product gtest
 tests/pictures/win32 product gtest tests/pictures tests/support/win32 system
 tests/platform       product gtest tests/support/win32

@@ -62,9 +62,16 @@ frmMain::frmMain(Program& program)
                                                                                                      program.messages},
       recentDocuments{program.platform.registry, program.platform.files, program.platform.clock,
                       program.settings,          program.messages,       program.strings},
-      help{program.settings, program.messages, launcher},
-      profileDialogs{program, [this](std::string_view topic) { help.Open(topic); }}, panes{Panes(),
-                                                                                           [this] { SizeControls(); }}
+      help{program.settings, program.messages, launcher}, profileDialogs{program,
+                                                                         [this](std::string_view topic) {
+                                                                             help.Open(topic);
+                                                                         }},
+      solutionPacks{program,
+                    {.releaseLibrary = [this] { folders.ReleaseViews(); },
+                     .libraryChanged = [this] { LibraryChanged(); },
+                     .openHelp = [this](std::string_view topic) { help.Open(topic); },
+                     .openAddress = [this](const std::string& address) { help.OpenLink(address); }}},
+      panes{Panes(), [this] { SizeControls(); }}
 {
     SetCaption(program.state.ProductCaption);
     lblPreview.PlainText = true; // names of files and folders
@@ -121,6 +128,7 @@ bool frmMain::LoadTemplateBrowser()
 void frmMain::PostLoad()
 {
     (tvTreeView.Selected() != nullptr ? static_cast<ui::Control&>(tvTreeView) : lvListView).SetFocus();
+    (void)solutionPacks.IsInstalling(); // one that has outlived an earlier browser
 }
 
 void frmMain::PromptForFirstProfile()
@@ -167,6 +175,15 @@ void frmMain::RefreshLibrary()
         FillList();
 }
 
+void frmMain::LibraryChanged()
+{
+    if (!IsOpen())
+        return;
+    favorites.GetFavoritesFromRegistry(); // those whose template has gone
+    templateLibrary.FullLoad = true;      // a load that is under way begins once more
+    RefreshLibrary();
+}
+
 void frmMain::ClearViewState()
 {
     list.Clear();
@@ -184,6 +201,7 @@ void frmMain::WireEvents()
     tvTreeView.Click = [this] { tvTreeView_Click(); };
     tvTreeView.Expand = [this](ui::TreeView::Node& node) { tvTreeView_Expand(node); };
     tvTreeView.Collapse = [this](ui::TreeView::Node& node) { tvTreeView_Expand(node); };
+    tvTreeView.DblClick = [this](const ui::TreeView::Node&) { OpenSelectedNode(); };
     tvTreeView.KeyDown = [this](const ui::Key& key) { return OnTreeKey(key); };
     tvTreeView.ContextMenu = [this](ui::Point at) { ShowPopup(mnuTreePopup, at); };
     lvListView.Click = [this] { list.SelectionChanged(); };
@@ -226,6 +244,16 @@ void frmMain::SelectNode(ui::TreeView::Node* node)
     tvTreeView.Select(node);
     tvTreeView.EnsureVisible(*node);
     tvTreeView_Click();
+}
+
+bool frmMain::OpenSelectedNode()
+{
+    // Not when it is selected: the arrow keys pass over it, and no browser may open for that.
+    const auto* folder = templateLibrary.Tree().Selected();
+    if (folder == nullptr || folder->kind != library::Catalog::Kind::GetMore)
+        return false;
+    solutionPacks.GetMore();
+    return true;
 }
 
 void frmMain::SelectParent()
@@ -356,6 +384,8 @@ bool frmMain::OnTreeKey(const ui::Key& key)
 {
     if (key == ui::Plain(ui::KeyCode::Delete))
         return commands.Run("mnupopDeletefolder");
+    if (key == ui::Plain(ui::KeyCode::Enter))
+        return OpenSelectedNode();
     if (key != ui::Plain(ui::KeyCode::Backspace))
         return false;
     SelectParent();

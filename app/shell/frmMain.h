@@ -18,6 +18,7 @@
 #include "library/Favorites.h"
 #include "library/FolderOperations.h"
 #include "library/TemplateLibrary.h"
+#include "packs/SolutionPacks.h"
 #include "profiles/ProfileDialogs.h"
 #include "ui/Form.h"
 #include "ui/Image.h"
@@ -50,6 +51,8 @@ public:
     void LockTreeViewAccess(bool lock);
     bool LoadTreeView();
     void RefreshLibrary();
+    /// Folders of the library have come or gone without the window's doing.
+    void LibraryChanged();
     void ClearViewState();
     void GetQuenbyFileOption();
     void LoadThePreviewPane();
@@ -125,6 +128,7 @@ private:
     browser::RecentDocuments recentDocuments;
     HelpDocuments help;
     profiles::ProfileDialogs profileDialogs;
+    packs::SolutionPacks solutionPacks;
     CommandTable commands;
 
     WindowValues values; ///< as they were read; splitters and panes as they are
@@ -169,6 +173,8 @@ private:
     bool OnListKey(const ui::Key& key);
     void FillList();
     void SelectNode(ui::TreeView::Node* node);
+    /// The node that stands for a web page; false for the others, which show their folder when they are selected.
+    bool OpenSelectedNode();
     void SelectParent();
     void MoveFocus();
     void mnuListViewMode_Click(ui::ListView::View view);

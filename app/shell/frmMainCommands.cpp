@@ -34,9 +34,9 @@ struct LaterCommand {
     ui::Key key;
 };
 const LaterCommand laterCommands[] = {
-    {"mnuFilePreview", 103, 563, "preview", {}},       {"mnuEditFind", 109, 165, "find", ui::Ctrl('F')},
-    {"mnuInstallNewTemplates", 393, 467, "packs", {}}, {"mnuSolutionPackManager", 396, 449, "packs", {}},
-    {"mnuGetNewDesigns", 394, 388, "more", {}},        {"mnuHelpAbout", 130, 443, "about", {}},
+    {"mnuFilePreview", 103, 563, "preview", {}},
+    {"mnuEditFind", 109, 165, "find", ui::Ctrl('F')},
+    {"mnuHelpAbout", 130, 443, "about", {}},
 };
 
 } // namespace
@@ -134,6 +134,18 @@ void frmMain::AddCommands()
                   .run = withProfiles(&profiles::ProfileDialogs::ManageProfiles)});
     commands.Add({.name = "mnuProfileImportExport", .caption = 376, .toolTip = 482, .key = ui::Ctrl('I'),
                   .run = withProfiles(&profiles::ProfileDialogs::ImportOrExport)});
+    commands.Add({.name = "mnuInstallNewTemplates", .caption = 393, .toolTip = 467, .image = "packs",
+                  .run = [this] {
+                      const Busy guard{*this};
+                      solutionPacks.Install();
+                  }});
+    commands.Add({.name = "mnuSolutionPackManager", .caption = 396, .toolTip = 449, .image = "packs",
+                  .run = [this] {
+                      const Busy guard{*this};
+                      solutionPacks.ShowManager();
+                  }});
+    commands.Add({.name = "mnuGetNewDesigns", .caption = 394, .toolTip = 388, .image = "more",
+                  .run = [this] { solutionPacks.GetMore(); }});
     // clang-format on
     for (const LaterCommand& later : laterCommands)
         commands.Add({.name = later.name,
@@ -233,6 +245,7 @@ void frmMain::BuildMenus()
                                      "-",
                                      "mnuRefreshTV",
                                      "-",
+                                     "mnuSolutionPackManager",
                                      "mnuGetNewDesigns",
                                      "mnuReportABug"});
 }

@@ -1,0 +1,130 @@
+#include "packs/TemplatePackManager.h"
+
+#include "packs/PackRemoval.h"
+#include "packs/StringId.h"
+#include "platform/Path.h"
+#include "platform/Text.h"
+
+#include <algorithm>
+
+namespace packs {
+namespace {
+
+using platform::Result;
+
+constexpr std::size_t MostNamed = 12; ///< a longer list makes a box that no screen holds
+
+} // namespace
+
+Result<std::vector<std::string>> TemplatePackManager::Names() const
+{
+    const auto key = app::RegistryAccess::SplitPath(strings.LoadString(str::ContentKey));
+    if (!key)
+        return std::vector<std::string>{};
+    auto names = registry.SubKeys(key->first, key->second);
+    if (!names && names.error() == platform::error::FileNotFound)
+        return std::vector<std::string>{};
+    return names;
+}
+
+Result<SolutionPack> TemplatePackManager::Read(const std::string& name) const
+{
+    const std::string section = platform::path::Join("Content", name);
+    SolutionPack pack{.name = name};
+    std::string setUp, folders;
+    for (const auto& [key, value] : {std::pair{"Version", &pack.version},
+                                     {"Description", &pack.description},
+                                     {"PackInstalledBySetUp", &setUp},
+                                     {"TemplateFolders", &folders}}) {
+        auto stored = settings.Read(section, key);
+        if (!stored)
+            return std::unexpected{stored.error()};
+        *value = std::move(*stored);
+    }
+    pack.isOfSetup = platform::text::Trimmed(setUp) == "1";
+    pack.folders = ParsePackFolders(folders);
+    return pack;
+}
+
+std::vector<SolutionPack> TemplatePackManager::GetTemplatePacks()
+{
+    const auto names = Names();
+    if (!names)
+        messages.Plain(str::EnumerationFailed);
+    std::vector<SolutionPack> packs;
+    for (const std::string& name : names.value_or(std::vector<std::string>{})) {
+        packs.push_back(Read(name).value_or(SolutionPack{.name = name}));
+        toolkit.DoEvents();
+    }
+    return packs;
+}
+
+void TemplatePackManager::Delete(const std::vector<std::string>& names, const std::function<void()>& releaseLibrary,
+                                 const std::function<void()>& libraryChanged)
+{
+    // The registry is asked anew: a list that is shown may be old. Nothing is touched before all of it is known, since
+    // a folder goes only when no other pack names it.
+    const auto installed = Names();
+    if (!installed) {
+        messages.Stop(str::DeleteValueFailed);
+        return;
+    }
+    std::vector<SolutionPack> removed, others;
+    std::vector<std::string> doomed;
+    for (const std::string& name : *installed) {
+        auto pack = Read(name);
+        if (!pack) {
+            messages.Stop(str::DeleteValueFailed);
+            return;
+        }
+        const bool isDeleted = std::ranges::find(names, name) != names.end();
+        if (isDeleted)
+            doomed.push_back(name);
+        (isDeleted && !pack->isOfSetup ? removed : others).push_back(std::move(*pack));
+    }
+
+    PackRemoval removal{files, state.TemplatesPath, removed, others};
+    if (std::ranges::any_of(removed, [](const SolutionPack& pack) { return !pack.folders.empty(); })) {
+        releaseLibrary();
+        removal.Run();
+        libraryChanged();
+    }
+
+    bool isDone = true;
+    for (const SolutionPack& pack : removed)
+        if (!removal.IsDone(pack)) {
+            isDone = false;
+            std::erase(doomed, pack.name);
+        }
+    const auto keysDeleted = DeleteKeys(doomed);
+    if (!isDone)
+        messages.Stop(strings.LoadString(str::DeleteFailed) + "\r" + strings.LoadString(str::CloseTemplates));
+    else if (!keysDeleted)
+        messages.Stop(str::DeleteValueFailed);
+    else if (!removal.Kept().empty())
+        TellKept(removal.Kept());
+}
+
+Result<> TemplatePackManager::DeleteKeys(const std::vector<std::string>& names)
+{
+    Result<> outcome;
+    const auto key = app::RegistryAccess::SplitPath(strings.LoadString(str::ContentKey));
+    for (const std::string& name : names) {
+        const auto deleted = registry.DeleteKey(key->first, platform::path::Join(key->second, name));
+        if (!deleted && deleted.error() != platform::error::FileNotFound) // gone by itself
+            outcome = deleted;
+    }
+    return outcome;
+}
+
+void TemplatePackManager::TellKept(const std::vector<std::string>& kept)
+{
+    std::string text = strings.LoadString(str::LeftInPlace) + "\r\n";
+    for (std::size_t i = 0; i < std::min(kept.size(), MostNamed); ++i)
+        text += "\r\n" + kept[i];
+    if (kept.size() > MostNamed)
+        text += "\r\n" + strings.LoadString(str::AndMore);
+    messages.Inform(text);
+}
+
+} // namespace packs

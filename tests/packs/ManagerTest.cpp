@@ -1,0 +1,405 @@
+// The manager of solution packs, and installing one, in a whole browser.
+#include "tests/packs/PackTest.h"
+
+namespace tests {
+namespace {
+
+class PacksTest : public ::testing::Test, public PackMachine {
+protected:
+    app::Browser browser{system.AsPlatform(), toolkit, pictures};
+
+    void Start() { browser.Start("EXE", "", "", "", ""); }
+    app::frmMain& Main() { return *browser.Main(); }
+    std::string Text(int id) { return std::string{app::StringTable::Own(static_cast<std::uint16_t>(id))}; }
+
+    /// Opens the manager, lets `act` use it, and closes it.
+    void InManager(const std::function<void(frmContentPackManager&)>& act)
+    {
+        toolkit.OnModal<frmContentPackManager>("frmContentPackManager", [&](auto& form) {
+            act(form);
+            form.btnClose.UserClicks();
+        });
+        EXPECT_TRUE(Main().Commands().Run("mnuSolutionPackManager"));
+    }
+    void DeleteAll()
+    {
+        toolkit.ExpectMessage(Text(527), Icon::Question, Answer::Yes);
+        InManager([](auto& form) { form.btnDeleteAll.UserClicks(); });
+    }
+    /// Chooses the file in the menu's command, and lets the browser look at it.
+    void Install(std::optional<std::string> file)
+    {
+        toolkit.FileChoices.push_back(std::move(file));
+        EXPECT_TRUE(Main().Commands().Run("mnuInstallNewTemplates"));
+        while (system.jobs.Count() > 0)
+            system.jobs.Finish();
+    }
+    void StartInstaller()
+    {
+        system.files.AddFile("C:\\Garden.exe", PackBuilder::Pack("Tessaly 1.0"));
+        Install("C:\\Garden.exe");
+    }
+    std::string LockText() { return Text(192) + "\r\n" + Text(193); }
+};
+
+// The list.
+
+TEST_F(PacksTest, ListsWhatTheRegistryHolds)
+{
+    Start();
+    InManager([](auto& form) { // no pack has ever been installed
+        EXPECT_EQ(form.lvPacks.Rows(), 0);
+        EXPECT_FALSE(form.btnDelete.Enabled() || form.btnDeleteAll.Enabled());
+    });
+    PutSetting("Content", "Template Pack Path", "C:\\old.exe");
+    InManager([](auto& form) { EXPECT_EQ(form.lvPacks.Rows(), 0); });
+    PutPack({"Garden", "", "0", "Price lists"});
+    PutSetting("Content\\Bare", "Other", "x");
+    system.files.AddFile("C:\\Program Files\\Template Browser\\Support\\Support.ini",
+                         "[Tessaly Desk]\r\nIcon_16x16=a.ico\r\n");
+    system.files.AddFile("C:\\Program Files\\Template Browser\\Support\\a.ico");
+    InManager([&](auto& form) {
+        EXPECT_EQ(RowsOf(form), (Texts{"Bare||", "Garden|Tessaly 1.0|Price lists"}));
+        EXPECT_TRUE(form.btnDelete.Enabled() && form.btnDeleteAll.Enabled());
+        EXPECT_TRUE(form.IconFile().ends_with("a.ico"));
+        toolkit.ExpectMessage(Text(174), Icon::None);
+        system.faults.FailAt(1, platform::error::AccessDenied);
+        form.GetTemplatPacks();
+        EXPECT_EQ(form.lvPacks.Rows(), 0);
+        form.GetTemplatPacks();
+        form.lvPacks.UserSelects(1);
+        PutPack({"Another"});
+        toolkit.OnYield = [&](int) { // a newer list is asked for while this one is being read
+            toolkit.OnYield = {};
+            PutPack({"Late"});
+            form.GetTemplatPacks();
+        };
+        form.GetTemplatPacks();
+        EXPECT_EQ(form.lvPacks.Rows(), 4);
+        EXPECT_EQ(form.lvPacks.Selected(), 2) << "the same pack";
+    });
+}
+
+// Delete.
+
+TEST_F(PacksTest, DeletesOnePackAndKeepsTheFolderThatIsShown)
+{
+    AddTemplates(
+        {"Garden\\List.swt", "Garden\\Flyers\\Spring.swt", "Garden\\folder_x.ico", "Garden\\Previews\\List.jpg"});
+    PutPack({"Bundled", "Letters", "1"});
+    PutPack({"Garden", "Garden\r\nGarden\\Flyers"});
+    PutSetting("Browser\\Favorites", "Garden\\List.swt", "");
+    Start();
+    Main().tvTreeView.UserSelects("Letters");
+    InManager([&](auto& form) {
+        form.lvPacks.UserSelects(1);
+        toolkit.ExpectMessage(Text(528) + "Garden" + Text(529), Icon::Question, Answer::No);
+        form.btnDelete.UserClicks();
+        EXPECT_EQ(form.lvPacks.Rows(), 2);
+        toolkit.ExpectMessage(Text(528) + "Garden" + Text(529), Icon::Question, Answer::Yes);
+        EXPECT_TRUE(form.lvPacks.KeyDown(ui::Plain(ui::KeyCode::Delete)));
+        EXPECT_EQ(RowsOf(form), Texts{"Bundled|Tessaly 1.0|Templates"});
+        EXPECT_EQ(form.lvPacks.Selected(), 0);
+        EXPECT_EQ(Main().tvTreeView.Find("Garden"), nullptr);
+        toolkit.ExpectMessage(Text(528) + "Bundled" + Text(529), Icon::Question, Answer::Yes);
+        form.btnDelete.UserClicks();
+    });
+    EXPECT_EQ(Installed(), Texts{});
+    EXPECT_FALSE(system.files.Exists(InLibrary("Garden")));
+    EXPECT_TRUE(system.files.Exists(InLibrary("Letters\\Memo.swt"))) << "of the product's own setup";
+    EXPECT_EQ(Main().tvTreeView.Selected()->key, "Letters");
+    EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Memo"});
+    EXPECT_EQ(StoredFavorites(), Texts{});
+}
+
+TEST_F(PacksTest, RemovesWhatIsThePacksAloneAndNamesTheRest)
+{
+    const Texts all{"P\\A.swt",           "P\\B.swt",       "P\\notes.txt",  "P\\Previews\\A.jpg",
+                    "P\\Previews\\B.jpg", "P\\Mine\\M.swt", "P\\Sub\\S.swt", "Q\\Q.swt"};
+    const struct {
+        const char *what, *record, *other;
+        Texts gone, kept;
+    } rows[] = {
+        {"nothing recorded", "", "", {}, {}},
+        {"a folder", "P", "", {"P\\A.swt", "P\\B.swt", "P\\Previews"}, {"P\\notes.txt", "P\\Mine", "P\\Sub"}},
+        {"with its files",
+         "P|a.swt|notes.txt",
+         "",
+         {"P\\A.swt", "P\\notes.txt", "P\\Previews\\A.jpg"},
+         {"P\\B.swt", "P\\Mine", "P\\Sub", "P\\Previews\\B.jpg"}},
+        {"no file of it is a name",
+         "P|..\\Q\\Q.swt|",
+         "",
+         {},
+         {"P\\A.swt", "P\\B.swt", "P\\notes.txt", "P\\Mine", "P\\Sub", "P\\Previews\\A.jpg", "P\\Previews\\B.jpg"}},
+        {"a folder within", "P\\Sub\\\nQ|Q.swt", "", {"P\\Sub", "Q"}, {}},
+        {"shared as a whole", "P\r\nQ", "P\nP\\Sub\nP\\Mine", {"Q"}, {"P\\notes.txt"}},
+        {"shared in part",
+         "P|A.swt|B.swt",
+         "P|B.swt|notes.txt\nP\\Sub\nP\\Mine",
+         {"P\\A.swt", "P\\Previews\\A.jpg"},
+         {}},
+        {"that is not there", "Gone\\Far\nQ", "", {"Q"}, {}},
+        {"outside and nowhere",
+         "C:\\Templates\\Q\n\\Q\n..\\Templates\\Q\nQ\\..\n.\n\\\n/Q\nQ/Q\nC:Q\nQ.\nQ \\\nNUL\nP\\Previews\n"
+         "\\\\?\\C:\\Templates\\Q\nQ::$DATA\nQ*\n\tQ\n\\\\server\\share\\Q",
+         "",
+         {},
+         {}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        for (const char* folder : {"P", "Q"})
+            if (system.files.Exists(InLibrary(folder)))
+                system.files.Remove(InLibrary(folder));
+        AddTemplates(all);
+        PutPack({"Pack", row.record});
+        PutPack({"Other", row.other});
+        auto expected = InTheLibrary();
+        std::erase_if(expected, [&](const std::string& path) {
+            return std::ranges::any_of(
+                row.gone, [&](const std::string& gone) { return path == gone || path.starts_with(gone + "\\"); });
+        });
+        packs::TemplatePackManager manager{system.registry,
+                                           system.files,
+                                           browser.GetProgram().settings,
+                                           browser.GetProgram().messages,
+                                           browser.GetProgram().strings,
+                                           browser.GetProgram().state,
+                                           toolkit};
+        browser.GetProgram().state.TemplatesPath = std::string{Templates} + "\\";
+        browser.GetProgram().state.SettingsAppName = "Tessaly GWX 1.0";
+        if (!row.kept.empty()) {
+            std::string told = Text(643) + "\r\n";
+            for (const std::string& path : row.kept)
+                told += "\r\n" + path;
+            toolkit.ExpectMessage(told, Icon::Information);
+        }
+        manager.Delete(
+            {"Pack"}, [] {}, [] {});
+        EXPECT_EQ(InTheLibrary(), expected);
+        EXPECT_EQ(Installed(), Texts{"Other"});
+    }
+}
+
+TEST_F(PacksTest, GoesThroughNoLink)
+{
+    system.files.AddFile("C:\\Outside\\Theirs.swt");
+    system.files.AddFile("C:\\Outside\\Previews\\Theirs.jpg");
+    AddTemplates({"P\\A.swt"});
+    system.files.AddLink(InLibrary("P\\Previews"), "C:\\Outside\\Previews");
+    system.files.AddLink(InLibrary("Linked"), "C:\\Outside");
+    PutPack({"Pack", "P\nLinked\nLinked\\Previews\nLinked\\Deep"});
+    Start();
+    const auto outside = system.files.Snapshot("C:\\Outside");
+    toolkit.ExpectMessage(Text(528) + "Pack" + Text(529), Icon::Question, Answer::Yes);
+    toolkit.ExpectMessage(Text(643) + "\r\n\r\nP\\Previews\r\nLinked\\Deep\r\nLinked", Icon::Information);
+    InManager([](auto& form) { form.btnDelete.UserClicks(); });
+    EXPECT_EQ(system.files.Snapshot("C:\\Outside"), outside);
+    EXPECT_EQ(InTheLibrary("P"), (Texts{"P\\Previews"}));
+    EXPECT_EQ(Installed(), Texts{});
+}
+
+TEST_F(PacksTest, DeleteAllRemovesSharedFoldersWithTheLastPack)
+{
+    AddTemplates({"Shared\\A.swt", "Own\\B.swt"});
+    PutPack({"One", "Shared\nOwn"});
+    PutPack({"Two", "Shared"});
+    PutPack({"Bundled", "Letters", "1"});
+    Start();
+    toolkit.ExpectMessage(Text(528) + "One" + Text(529), Icon::Question, Answer::Yes);
+    InManager([](auto& form) {
+        form.lvPacks.UserSelects(1);
+        form.btnDelete.UserClicks();
+    });
+    EXPECT_EQ(Installed(), (Texts{"Bundled", "Two"}));
+    EXPECT_FALSE(system.files.Exists(InLibrary("Own")));
+    EXPECT_TRUE(system.files.Exists(InLibrary("Shared\\A.swt")));
+    PutPack({"One", "Shared"});
+    DeleteAll();
+    EXPECT_EQ(Installed(), Texts{});
+    EXPECT_FALSE(system.files.Exists(InLibrary("Shared")));
+    EXPECT_TRUE(system.files.Exists(InLibrary("Letters\\Memo.swt")));
+}
+
+TEST_F(PacksTest, APackWhoseFilesAreInUseStaysToBeDeletedAgain)
+{
+    AddTemplates({"Garden\\List.swt", "Garden\\Open.swt", "Other\\A.swt"});
+    PutPack({"Garden", "Garden"});
+    PutPack({"Other", "Other"});
+    system.files.SetHeldOpen(InLibrary("Garden\\Open.swt"));
+    Start();
+    toolkit.ExpectMessage(Text(527), Icon::Question, Answer::Yes);
+    toolkit.ExpectMessage(Text(515) + "\r" + Text(516), Icon::Critical);
+    InManager([](auto& form) {
+        form.btnDeleteAll.UserClicks();
+        EXPECT_EQ(RowsOf(form), Texts{"Garden|Tessaly 1.0|Templates"});
+    });
+    EXPECT_NE(Main().tvTreeView.Find("Garden"), nullptr);
+    EXPECT_EQ(Main().tvTreeView.Find("Other"), nullptr);
+    system.files.SetHeldOpen(InLibrary("Garden\\Open.swt"), false);
+    DeleteAll();
+    EXPECT_EQ(Main().tvTreeView.Find("Garden"), nullptr);
+}
+
+TEST_F(PacksTest, APackThatIsGoneAlreadyVanishesFromTheListSilently)
+{
+    AddTemplates({"Garden\\List.swt"});
+    PutPack({"Garden", "Garden"});
+    Start();
+    toolkit.ExpectMessage(Text(528) + "Garden" + Text(529), Icon::Question, Answer::Yes);
+    InManager([&](auto& form) {
+        EXPECT_TRUE(system.registry.DeleteKey(Hive::CurrentUser, std::string{SettingsKey} + "\\Content\\Garden"));
+        form.btnDelete.UserClicks();
+        EXPECT_EQ(form.lvPacks.Rows(), 0);
+    });
+    EXPECT_TRUE(system.files.Exists(InLibrary("Garden\\List.swt"))) << "nobody knows any more whose it is";
+}
+
+// Install.
+
+TEST_F(PacksTest, StartsOnlyWhatCarriesTheProductsWord)
+{
+    Start();
+    Install(std::nullopt);
+    EXPECT_EQ(toolkit.FilesAsked.back().title, Text(510));
+    EXPECT_EQ(toolkit.FilesAsked.back().filter, Text(511));
+    const struct {
+        const char *file, *contents;
+        Texts told;
+        bool starts{};
+    } rows[] = {
+        {"C:\\text.exe", "Dear Sirs", {Text(162), Text(258)}},
+        {"C:\\other.exe", "1.0", {Text(258)}},
+        {"C:\\pack.dll", "Tessaly", {Text(258)}},
+        {"C:\\gone.exe", nullptr, {Text(162), Text(258)}},
+        {"C:\\lower.exe", "by tessaly inc.", {}, true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.file);
+        toolkit.Messages.clear();
+        toolkit.ThrowAwayMessages = true;
+        if (row.contents != nullptr)
+            system.files.AddFile(row.file, std::string_view{row.contents} == "Dear Sirs"
+                                               ? row.contents
+                                               : PackBuilder::Pack(row.contents));
+        Install(row.file);
+        Texts told;
+        for (const ui::MessageBox& message : toolkit.Messages)
+            told.push_back(message.text);
+        EXPECT_EQ(told, row.told);
+        EXPECT_EQ(system.shell.Runs().size(), row.starts ? 1u : 0u);
+    }
+    EXPECT_EQ(system.shell.Runs().at(0).application, "C:\\lower.exe");
+    EXPECT_EQ(Setting("Content", "Template Pack Path"), "C:\\lower.exe");
+}
+
+TEST_F(PacksTest, AnInstallerThatDoesNotStartHoldsNoLock)
+{
+    Start();
+    const std::pair<platform::Error, int> rows[] = {{platform::error::FileNotFound, 257},
+                                                    {platform::error::PathNotFound, 257},
+                                                    {platform::error::AccessDenied, 257},
+                                                    {platform::error::Declined, 0}};
+    for (const auto& [failure, text] : rows) {
+        system.shell.OnRun([failure = failure](const auto&) { return std::unexpected{failure}; });
+        if (text != 0)
+            toolkit.ExpectMessage(Text(text), Icon::Information);
+        StartInstaller();
+    }
+    system.shell.OnRun({});
+    StartInstaller();
+    EXPECT_EQ(system.shell.Watched(), 1u);
+}
+
+TEST_F(PacksTest, LocksUntilTheInstallerHasEndedAndLoadsTheLibraryAgain)
+{
+    Start();
+    StartInstaller();
+    InManager([&](auto& form) {
+        EXPECT_TRUE(form.lblInstalling.Visible());
+        toolkit.ExpectMessage(LockText(), Icon::Information);
+        form.btnInstall.UserClicks();
+        AddTemplates({"Garden\\List.swt"});
+        PutPack({"Garden", "Garden"});
+        system.shell.EndWatched(1); // however it ends
+        EXPECT_FALSE(form.lblInstalling.Visible());
+        EXPECT_EQ(form.lvPacks.Rows(), 1);
+        EXPECT_NE(Main().tvTreeView.Find("Garden"), nullptr);
+    });
+    StartInstaller();
+    // It ends while the library is being read: what it brought last is not missed.
+    toolkit.OnYield = [&](int) {
+        if (Main().Library().Loading()) {
+            toolkit.OnYield = {};
+            AddTemplates({"AAA\\Late.swt"});
+            system.shell.EndWatched(0);
+        }
+    };
+    Main().UserPresses(ui::Plain(ui::KeyCode::F5));
+    EXPECT_NE(Main().tvTreeView.Find("AAA"), nullptr);
+    EXPECT_FALSE(HasSetting("Content", "Pack Installer"));
+}
+
+TEST_F(PacksTest, AnotherBrowserSeesTheLockAndItsEnd)
+{
+    Start();
+    StartInstaller();
+    Main().Close();
+    toolkit.RunPosted();
+    EXPECT_EQ(system.shell.Watched(), 0u);
+
+    app::Browser second{system.AsPlatform(), toolkit, pictures};
+    second.Start("EXE", "", "", "", "");
+    toolkit.ExpectMessage(LockText(), Icon::Information);
+    EXPECT_TRUE(second.Main()->Commands().Run("mnuInstallNewTemplates"));
+    AddTemplates({"Garden\\List.swt"});
+    system.shell.EndWatched(0);
+    EXPECT_NE(second.Main()->tvTreeView.Find("Garden"), nullptr);
+    for (const char* stale : {"1 1", "", "x", "99999999999 1", "1001", "1001 ", "1001 1001 1"}) {
+        PutSetting("Content", "Pack Installer", stale);
+        toolkit.FileChoices.push_back(std::nullopt);
+        EXPECT_TRUE(second.Main()->Commands().Run("mnuInstallNewTemplates")) << stale;
+    }
+}
+
+// On the web.
+
+TEST_F(PacksTest, MorePacksAreOnOnePageFromEverywhere)
+{
+    Start();
+    const struct {
+        const char *content, *host, *opened;
+    } rows[] = {{"", "", ""},
+                {"", "http://tessaly.example", "http://tessaly.example/SolutionPacks.asp"},
+                {"", "http://tessaly.example/desk/", "http://tessaly.example/desk/SolutionPacks.asp"},
+                {"https://packs.example/", "http://tessaly.example", "https://packs.example/"},
+                {"C:\\Windows\\notepad.exe", "", ""}};
+    for (const auto& row : rows) {
+        PutSetting("Content", "ContentURL", row.content);
+        PutSetting("Options", "WebHostPath", row.host);
+        system.shell.Forget();
+        if (*row.opened == '\0')
+            toolkit.ExpectMessage(Text(367), Icon::Information);
+        Main().tbToolBar.UserClicks("mnuGetNewDesigns");
+        EXPECT_EQ(system.shell.Opened(), *row.opened == '\0' ? Texts{} : Texts{row.opened});
+    }
+    PutSetting("Content", "ContentURL", "http://packs.example/");
+    system.shell.Forget();
+    Main().tvTreeView.UserSelects("Get More Templates");
+    EXPECT_TRUE(system.shell.Opened().empty()) << "the arrow keys pass over it";
+    Main().tvTreeView.DblClick(*Main().tvTreeView.Selected());
+    EXPECT_TRUE(Main().tvTreeView.KeyDown(ui::Plain(ui::KeyCode::Enter)));
+    InManager([](auto& form) { form.btnGetMore.UserClicks(); });
+    EXPECT_EQ(system.shell.Opened(), Texts(3, "http://packs.example/"));
+    system.shell.SetOpenResult(3);
+    toolkit.ExpectMessage(Text(367), Icon::Information);
+    InManager([](auto& form) { form.btnGetMore.UserClicks(); });
+    toolkit.ExpectMessage(Text(280), Icon::Information);
+    InManager([](auto& form) { form.btnHelp.UserClicks(); });
+    Main().tvTreeView.UserSelects("Letters");
+    EXPECT_FALSE(Main().tvTreeView.KeyDown(ui::Plain(ui::KeyCode::Enter)));
+}
+
+} // namespace
+} // namespace tests
