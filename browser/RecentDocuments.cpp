@@ -110,9 +110,8 @@ void RecentDocuments::LookAtFiles()
             there.insert(root);
         } else if (entry.error() == platform::error::AccessDenied || entry.error() == platform::error::InvalidName) {
             continue; // an answer
-        } else if (!platform::IsNotThere(entry.error())) {
-            away.insert(server);
-        } else if (there.contains(root) || files.Stat(root)) { // a missing drive is told of in the same words
+        } else if (platform::IsNotThere(entry.error()) &&
+                   (there.contains(root) || files.Stat(root))) { // a missing drive is told of in the same words
             document.isGone = true;
             there.insert(root);
         } else {
