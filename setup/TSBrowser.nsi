@@ -1,5 +1,5 @@
 ; TSBrowser-Setup.exe. docs/ADMINS.md has its switches and exit codes.
-; Built by the target `setup` (setup/CMakeLists.txt), which gives ROOT, STAGE, OUT, VERSION, BUILD and TARGET.
+; Built by the target `setup` (setup/CMakeLists.txt), which gives ROOT, STAGE, SIDE, OUT, VERSION, BUILD and TARGET.
 !ifdef TARGET
   Target ${TARGET}
 !endif
@@ -49,6 +49,7 @@ Var EveryUser
 
 !define MUI_ICON "${ROOT}/art/icons/app.ico"
 !define MUI_UNICON "${ROOT}/art/icons/app.ico"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${SIDE}"
 !define MUI_ABORTWARNING
 !define MUI_LANGDLL_ALLLANGUAGES
 !define MUI_LANGDLL_WINDOWTITLE "${PRODUCT}"
