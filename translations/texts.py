@@ -79,7 +79,7 @@ def faults(own, translated):
             yield key, f"is longer than {LONGEST} characters"
         if len(mnemonics(text)) != len(mnemonics(own[key])):
             yield key, f'has another number of "&" than "{own[key]}"'
-        for piece in ("%", "%1", "%2", "%3", "\\r", "\\n", "\\t", "|", "..."):
+        for piece in ("%", "%1", "%2", "%3", "\\r", "\\n", "\\t", "|", "...", 5 * " "):
             if text.count(piece) != own[key].count(piece):
                 yield key, f'lost or gained "{piece}": {own[key]}'
         for edge in (0, -1):
