@@ -3,7 +3,7 @@
 #   ./run.sh                    in a window; without a display, leaves a picture in build/screenshot.png instead
 #   ./run.sh --screenshot FILE  opens it unseen, saves a picture (PNG), closes it again
 #   ./run.sh --dpi 144 ...      at another screen resolution (96 is 100 %)
-#   ./run.sh --language de ...  in German; ja: in Japanese (needs a font that has its letters, such as fonts-ipafont)
+#   ./run.sh --language de ...  in German; ja: in Japanese (boxes, unless Wine's fonts have its letters)
 #   ./run.sh --with-pack ...    with the sample solution pack installed
 set -euo pipefail
 cd "$(dirname "$0")"
