@@ -26,8 +26,9 @@ inline constexpr std::uint16_t FileNotFound = 126, PreviousInstance = 140, TabAl
                                FolderNameTaken = 400, DragFromPreview = 403, HistoryPeriod = 481, DeleteFailed = 515,
                                CloseTemplates = 516, RenameFailed = 519, RenameWithFindPane = 521, CloseFindPane = 522,
                                DeleteWithFindPane = 523, DropOnlyFavorites = 531, NoProperties = 281,
-                               ConfirmTemplateExists = 282, Bytes = 691, UnableToLaunch = 545,
-                               ClearRecentQuestion = 565, LaunchedNameEnd = 566, NotAbleToLaunchEnd = 571;
+                               ConfirmTemplateExists = 282, Bytes = 691, NoVersionInfo = 162, Spreadsheet = 698,
+                               PdfConverter = 699, UnableToLaunch = 545, ClearRecentQuestion = 565,
+                               LaunchedNameEnd = 566, NotAbleToLaunchEnd = 571;
 
 inline constexpr std::uint16_t EmptyLibraryQuestion = 600, HiddenNameQuestion = 601, FolderNameEnd = 602,
                                FolderNameDevice = 603, TemplatesToDelete = 604, TemplateToDelete = 605;

@@ -76,6 +76,8 @@ public:
     void mnuRemoveFromFavorites_Click();
     /// Shows what the selected template says of itself.
     void mnuFileProperties_Click();
+    /// Shows which product this is, and of what version.
+    void mnuHelpAbout_Click();
     /// Shows the recent documents.
     void mnuRecentDocuments_Click();
     /// Asks how long recent documents are remembered.

@@ -36,7 +36,6 @@ struct LaterCommand {
 const LaterCommand laterCommands[] = {
     {"mnuFilePreview", 103, 563, "preview", {}},
     {"mnuEditFind", 109, 165, "find", ui::Ctrl('F')},
-    {"mnuHelpAbout", 130, 443, "about", {}},
 };
 
 } // namespace
@@ -120,6 +119,8 @@ void frmMain::AddCommands()
     commands.Add({.name = "mnuHelpContents", .caption = 128, .toolTip = 342, .image = "help",
                   .key = ui::Plain(ui::KeyCode::F1), .run = [this] { help.Open("General HTML"); }});
     commands.Add({.name = "mnuHelpSearch", .caption = 129, .run = [this] { help.Open("Using Find HTML"); }});
+    commands.Add({.name = "mnuHelpAbout", .caption = 130, .toolTip = 443, .image = "about",
+                  .run = [this] { mnuHelpAbout_Click(); }});
     commands.Add({.name = "mnuReportABug", .caption = 524, .toolTip = 524, .image = "bug",
                   .visible = [this] { return program.settings.Text("Options", "ReportABug") == "1"; }});
     const auto withProfiles = [this](void (profiles::ProfileDialogs::*open)()) {

@@ -2,12 +2,14 @@
 #include "app/shell/frmMain.h"
 
 #include "app/base/StringId.h"
+#include "app/shell/frmAbout.h"
 #include "app/shell/frmTemplatesPath.h"
 #include "browser/DocumentPropertiesForm.h"
 #include "browser/frmOptionsHistory.h"
 #include "browser/frmRecentDocuments.h"
 #include "library/CategoryPath.h"
 #include "library/TemplateFiles.h"
+#include "packs/FileVersionInfo.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
 
@@ -112,6 +114,15 @@ void frmMain::mnuFileProperties_Click()
         opener.CreateDocument(path);
     else if (form.Wished() == Wish::OpenTemplate)
         opener.Open(path);
+}
+
+void frmMain::mnuHelpAbout_Click()
+{
+    const Busy guard{*this};
+    frmAbout form{program, help, [](platform::FileSystem& files, const std::string& path) {
+                      return packs::FileVersionInfo::Read(files, path).value_or(std::string{});
+                  }};
+    form.ShowModal();
 }
 
 void frmMain::mnuRecentDocuments_Click()
