@@ -89,7 +89,7 @@ void ImagePeer::Ask(pictures::PixelSize room)
     decoding.Drop();
     if (!awaited)
         return;
-    const COLORREF paper = GetSysColor(COLOR_3DFACE);
+    const COLORREF paper = Paper();
     auto decode = [file = image.File(), fallback = image.FallbackFile(), room, enlargement = PictureEnlargement(Dpi()),
                    paper] {
         pictures::PixelBuffer pixels = pictures::win32::Win32Pictures{}.DecodeEither(file, fallback, room, enlargement);
@@ -110,6 +110,15 @@ void ImagePeer::Ask(pictures::PixelSize room)
         });
 }
 
+COLORREF ImagePeer::Paper() const
+{
+    HIGHCONTRASTW contrast{};
+    contrast.cbSize = sizeof(contrast);
+    const bool isHigh = SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof(contrast), &contrast, 0) &&
+                        (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+    return isHigh || image.Box.width > 0 ? RGB(255, 255, 255) : GetSysColor(COLOR_3DFACE);
+}
+
 void ImagePeer::Show(const pictures::PixelBuffer& pixels)
 {
     awaited = false;
@@ -128,8 +137,10 @@ void ImagePeer::Paint()
         Ask(room);
     PAINTSTRUCT paint{};
     HDC context = BeginPaint(Handle(), &paint);
-    if (edge > 0)
+    if (edge > 0) {
+        FillRect(context, &client, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
         FrameRect(context, &client, GetSysColorBrush(COLOR_3DSHADOW));
+    }
     if (bitmap) {
         pictures::win32::DrawCentred(context, bitmap.get(), shown, client);
     } else if (!awaited && !image.FallbackText().empty()) {

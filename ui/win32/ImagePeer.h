@@ -33,6 +33,8 @@ private:
     /// Has the picture decoded for this room.
     void Ask(pictures::PixelSize room);
     void Show(const pictures::PixelBuffer& pixels);
+    /// What shows through transparent parts: pictures are drawn for paper, and dark ink would be lost on black.
+    COLORREF Paper() const;
     void Paint();
 };
 

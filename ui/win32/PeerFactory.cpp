@@ -369,7 +369,7 @@ protected:
             Send(WM_SETREDRAW, FALSE);
             Send(messages.clear);
             for (const std::string& item : items.Items())
-                Send(messages.add, 0, ToNative(item).c_str());
+                Send(messages.add, 0, Fitted(item).c_str());
             Send(WM_SETREDRAW, TRUE);
             InvalidateRect(Handle(), nullptr, TRUE);
         }
@@ -379,9 +379,64 @@ protected:
 
     int NativeSelection() const { return static_cast<int>(Send(messages.selected)); }
 
+    /// Pixels that a line's text has; 0 while that is not known.
+    virtual int Room() const
+    {
+        constexpr int sides = 10;
+        RECT client{};
+        GetClientRect(Handle(), &client);
+        return std::max(0, static_cast<int>(client.right) - sides);
+    }
+    /// The line under a point of the control; -1 when there is none.
+    virtual int LineAt(POINT point) const = 0;
+
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM, LPARAM lParam) override
+    {
+        if (message == WM_MOUSEMOVE)
+            ShowToolTip(LineAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}));
+        return std::nullopt;
+    }
+
 private:
     ItemControl& items;
     Messages messages;
+    std::string shownToolTip;
+
+    /// A long text shortened in the middle: names often differ, and are marked, at their ends.
+    std::wstring Fitted(const std::string& item) const
+    {
+        std::wstring text = ToNative(item);
+        const int room = Room();
+        if (room == 0 || Measure(item, NormalFont()).cx <= room)
+            return text;
+        const auto shortened = [&](std::size_t kept) {
+            std::size_t head = kept - kept / 2;
+            std::size_t tail = text.size() - kept / 2;
+            const auto isCut = [&](std::size_t at) { return at < text.size() && IS_LOW_SURROGATE(text[at]); };
+            head -= isCut(head) ? 1 : 0;
+            tail += isCut(tail) ? 1 : 0;
+            return text.substr(0, head) + L"\u2026" + text.substr(tail);
+        };
+        std::size_t fits = 0;
+        for (std::size_t above = text.size(); fits + 1 < above;) {
+            const std::size_t kept = (fits + above) / 2;
+            (Measure(FromNative(shortened(kept)), NormalFont()).cx <= room ? fits : above) = kept;
+        }
+        return shortened(fits);
+    }
+
+    void ShowToolTip(int line)
+    {
+        const auto& all = items.Items();
+        const bool isLine = line >= 0 && line < static_cast<int>(all.size());
+        const std::string& item = isLine ? all[static_cast<std::size_t>(line)] : std::string{};
+        const bool isShortened = isLine && Fitted(item) != ToNative(item);
+        const std::string& toolTip = isShortened ? item : items.ToolTipText;
+        if (toolTip == shownToolTip)
+            return;
+        shownToolTip = toolTip;
+        Window().SetToolTip(Handle(), toolTip);
+    }
 };
 
 class ListBoxPeer final : public ItemControlPeer {
@@ -400,8 +455,15 @@ public:
             return;
         // Selecting in a list that had no size yet scrolled the lines above out of sight.
         const ByCode guard{*this};
+        Sync(Aspect::Items);
         Send(LB_SETTOPINDEX, 0);
         Sync(Aspect::Selection);
+    }
+
+    int LineAt(POINT point) const override
+    {
+        const LRESULT line = Send(LB_ITEMFROMPOINT, 0, MAKELPARAM(point.x, point.y));
+        return HIWORD(line) == 0 ? LOWORD(line) : -1;
     }
 
     Size Preferred(int) const override
@@ -442,6 +504,18 @@ public:
     }
 
     Size Preferred(int) const override { return {Width, FieldHeight()}; }
+
+    void Update(Aspect aspect) override
+    {
+        PeerBase::Update(aspect);
+        if (aspect != Aspect::Bounds)
+            return;
+        const ByCode guard{*this};
+        Sync(Aspect::Items);
+    }
+
+    int Room() const override { return std::max(0, ItemControlPeer::Room() - SystemMetric(SM_CXVSCROLL, Dpi())); }
+    int LineAt(POINT) const override { return combo.Selected(); }
 
     void DpiChanged() override
     {
