@@ -1,6 +1,7 @@
 #include "profiles/EnterSenderInformationForm.h"
 
 #include "app/base/Captions.h"
+#include "app/base/Mnemonics.h"
 #include "platform/Text.h"
 #include "profiles/FieldChecks.h"
 #include "profiles/StringId.h"
@@ -16,7 +17,7 @@ namespace {
 
 // All lengths in twips.
 constexpr ui::Size TextWidth{2700, 0};
-constexpr ui::Size PhoneWidth{1800, 0};
+constexpr ui::Size PhoneWidth{2400, 0}; ///< "+49 (0) 1234 56789-012"
 constexpr int ColumnGap = 240;
 constexpr ui::Size SectionGap{0, 45};
 
@@ -49,7 +50,15 @@ EnterSenderInformationForm::EnterSenderInformationForm(app::Program& program, Pr
                                                                 &SenderDisclaimerLine1Text,
                                                                 &SenderDisclaimerLine2Text}
 {
+    // What the labels leave unsaid: theirs are short, and the disclaimers have none.
+    const std::pair<ui::TextBox*, const char*> toolTips[] = {
+        {&SenderPhoneOfficeText, "590"},     {&SenderPhoneHomeText, "591"},      {&SenderPhoneCellText, "592"},
+        {&SenderPhoneFaxText, "593"},        {&SenderPhoneTollFreeText, "594"},  {&SenderPagerText, "595"},
+        {&SenderDisclaimerLine1Text, "583"}, {&SenderDisclaimerLine2Text, "589"}};
+    for (const auto& [box, number] : toolTips)
+        box->ToolTipText = number;
     LoadCaptions(*this, program.strings);
+    app::AssignMnemonics(*this);
     LayOut();
     WireFields();
     WireButtons();
@@ -255,6 +264,8 @@ bool EnterSenderInformationForm::AddProfile()
     frmNewProfile form{program, profiles, operations};
     // The copy has the edits of a moment ago, and a dialog that is cancelled has stored nothing.
     form.Creating = [this] { return SaveProfileToRegistry(selected); };
+    if (keepsFields)
+        form.OfferTyped(platform::text::Trimmed(SenderFirstNameText.Text() + " " + SenderLastNameText.Text()));
     form.ShowModal();
     if (form.Created().empty())
         return false;

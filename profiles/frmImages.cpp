@@ -1,6 +1,7 @@
 #include "profiles/frmImages.h"
 
 #include "app/base/Captions.h"
+#include "app/base/Mnemonics.h"
 #include "platform/Path.h"
 #include "profiles/FirstFolder.h"
 #include "profiles/StringId.h"
@@ -55,6 +56,7 @@ frmImages::frmImages(app::Program& program, ProfileManager& profiles, ProfileIma
       images{images}, profile{WithoutDefaultSuffix(profileName)}
 {
     app::LoadCaptions(*this, program.strings);
+    app::AssignMnemonics(*this);
     Layout(Column(Place(Logo), Place(Portrait), Place(Signature), ui::Buttons(OKButton, CancelButton, btnHelp)), Width);
     for (Picture* picture : Pictures()) {
         picture->btnSet.Click = [this, picture] { btnSet_Click(*picture); };
@@ -95,9 +97,9 @@ std::string frmImages::LoadPicture(Picture& picture)
 
 std::optional<std::string> frmImages::ShowOpenDialog()
 {
-    auto chosen =
-        program.toolkit.OpenFile({program.Text(str::SelectImageTitle), program.Text(str::ImageFilter),
-                                  FirstFolder(program.platform, program.settings.Text(PicturesSection, PicturesKey))});
+    auto chosen = program.toolkit.OpenFile(
+        {program.Text(str::SelectImageTitle), program.Text(str::AllImagesFilter) + program.Text(str::ImageFilter),
+         FirstFolder(program.platform, program.settings.Text(PicturesSection, PicturesKey))});
     // Where the next dialog starts is not worth a message when it cannot be stored.
     if (chosen)
         (void)program.settings.Save(PicturesSection, PicturesKey, platform::path::Parent(*chosen));

@@ -1,6 +1,7 @@
 #include "profiles/frmManageProfiles.h"
 
 #include "app/base/Captions.h"
+#include "app/base/Mnemonics.h"
 #include "platform/Text.h"
 #include "profiles/StringId.h"
 #include "profiles/frmNewProfile.h"
@@ -19,6 +20,7 @@ frmManageProfiles::frmManageProfiles(app::Program& program, ProfileManager& prof
       operations{operations}
 {
     LoadCaptions(*this, program.strings);
+    app::AssignMnemonics(*this);
     // The text is a menu's, too; a title bar would show the mark of its mnemonic.
     std::string title = Caption();
     std::erase(title, '&');

@@ -1,6 +1,7 @@
 #include "profiles/frmNewProfile.h"
 
 #include "app/base/Captions.h"
+#include "app/base/Mnemonics.h"
 #include "platform/Text.h"
 #include "profiles/NameEntry.h"
 #include "profiles/StringId.h"
@@ -17,7 +18,10 @@ frmNewProfile::frmNewProfile(app::Program& program, ProfileManager& profiles, Pr
       operations{operations}
 {
     LoadCaptions(*this, program.strings);
-    Layout(Column(lblName, Description, lblCopyFrom, Least(lstCopyFrom, ListSize), Buttons(OKButton, CancelButton)));
+    app::AssignMnemonics(*this);
+    Layout(Column(lblName, Description, lblKept, lblCopyFrom, Least(lstCopyFrom, ListSize),
+                  Buttons(OKButton, CancelButton)));
+    lblKept.SetVisible(false);
     Description.SetMaxLength(LongestName);
     lstCopyFrom.DblClick = [this] { OKButton_Click(); };
     OKButton.Click = [this] { OKButton_Click(); };
@@ -25,6 +29,13 @@ frmNewProfile::frmNewProfile(app::Program& program, ProfileManager& profiles, Pr
 
     sources.FillProfileList(program.Text(str::BlankProfile));
     lstCopyFrom.Select(0);
+}
+
+void frmNewProfile::OfferTyped(const std::string& name)
+{
+    lblKept.SetVisible(true);
+    Description.SetText(name);
+    Description.SelectAll();
 }
 
 void frmNewProfile::OKButton_Click()

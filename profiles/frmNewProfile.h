@@ -20,11 +20,15 @@ class frmNewProfile final : public ui::Form {
 public:
     frmNewProfile(app::Program& program, ProfileManager& profiles, ProfileOperations& operations);
 
+    /// Says that the fields typed before are kept, and offers a name made of them.
+    void OfferTyped(const std::string& name);
+
     /// Before the profile is made: false makes none.
     std::function<bool()> Creating;
 
     ui::Label lblName{*this, ui::Tag{476}};
     ui::TextBox Description{*this};
+    ui::Label lblKept{*this, ui::Tag{582}};
     ui::Label lblCopyFrom{*this, ui::Tag{477}};
     ui::ListBox lstCopyFrom{*this};
     ui::Button OKButton{*this, ui::Tag{265}, ui::Role::Default};

@@ -1,6 +1,7 @@
 #include "profiles/frmOptionsImportExport.h"
 
 #include "app/base/Captions.h"
+#include "app/base/Mnemonics.h"
 #include "platform/Scoped.h"
 #include "profiles/FirstFolder.h"
 #include "profiles/StringId.h"
@@ -27,6 +28,7 @@ frmOptionsImportExport::frmOptionsImportExport(app::Program& program, ProfileMan
       profiles{profiles}, transfer{transfer}
 {
     app::LoadCaptions(*this, program.strings);
+    app::AssignMnemonics(*this);
     Layout(Column(Framed(fraExport, Column(lblExport, Row(Fill(txtExportPath), btnBrowse), lblFolder,
                                            Row(lblProfileName, Fill(txtProfileName), btnExport))),
                   Framed(fraImport, Column(lblImport, ui::Buttons(btnImport))), ui::Buttons(OKButton, btnHelp)),

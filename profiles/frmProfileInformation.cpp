@@ -1,6 +1,7 @@
 #include "profiles/frmProfileInformation.h"
 
 #include "app/base/Captions.h"
+#include "app/base/Mnemonics.h"
 #include "profiles/ProfileManager.h"
 #include "profiles/StringId.h"
 
@@ -16,6 +17,7 @@ frmProfileInformation::frmProfileInformation(app::Program& program)
     : Form{program.toolkit, "frmProfileInformation", Style::Dialog, ui::Tag{494}}, program{program}
 {
     LoadCaptions(*this, program.strings);
+    app::AssignMnemonics(*this);
     Layout(
         Column(lblPurpose, lblChoice, Least(ui::Cell{}, SectionGap), chkDontRemind, Buttons(btnEditProfile, btnClose)),
         Width);

@@ -1,6 +1,7 @@
 #include "profiles/frmRenameProfile.h"
 
 #include "app/base/Captions.h"
+#include "app/base/Mnemonics.h"
 #include "platform/Text.h"
 #include "profiles/NameEntry.h"
 
@@ -19,6 +20,7 @@ frmRenameProfile::frmRenameProfile(app::Program& program, ProfileManager& profil
       operations{operations}, oldName{std::move(oldName)}
 {
     LoadCaptions(*this, program.strings);
+    app::AssignMnemonics(*this);
     Layout(Column(lblName, Least(txtName, {BoxWidth, 0}), Buttons(OKButton, CancelButton)));
     // A new name is often the old one with a slip mended.
     txtName.SetMaxLength(LongestName);

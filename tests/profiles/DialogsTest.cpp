@@ -4,6 +4,7 @@
 
 #include "profiles/EnterSenderInformationForm.h"
 #include "profiles/ProfileDialogs.h"
+#include "profiles/frmImages.h"
 #include "profiles/frmManageProfiles.h"
 #include "profiles/frmNewProfile.h"
 #include "profiles/frmProfileInformation.h"
@@ -37,11 +38,10 @@ TEST_F(ProfileDialogsTest, EveryDialogIsLaidOutForMouseAndKeyboard)
     frmRenameProfile rename{program, manager, operations, "Ann"};
     profiles::frmProfileInformation prompt{program};
     profiles::EnterSenderInformationForm editor{program, manager, images, operations, {}};
-    const std::pair<ui::Form*, const char*> forms[] = {{&manage, "Manage Profiles"},
-                                                       {&add, "Add Profile"},
-                                                       {&rename, "Rename Profile"},
-                                                       {&prompt, "Enter Initial Profile"},
-                                                       {&editor, "Edit Profile"}};
+    profiles::frmImages pictures{program, manager, images, "Ann", {}};
+    const std::pair<ui::Form*, const char*> forms[] = {{&manage, "Manage Profiles"}, {&add, "Add Profile"},
+                                                       {&rename, "Rename Profile"},  {&prompt, "Enter Initial Profile"},
+                                                       {&editor, "Edit Profile"},    {&pictures, "Profile Images"}};
     for (const auto& [form, title] : forms) {
         SCOPED_TRACE(title);
         EXPECT_EQ(form->Caption(), title);

@@ -282,7 +282,12 @@ TEST_F(EditorTest, WithoutAnyProfileWhatIsTypedGoesIntoANewEmptyOneHoweverItIsMa
         auto& form = Open();
         EXPECT_TRUE(!form.cmdImages.Enabled() && form.SenderFirstNameText.HasFocus());
         form.SenderFirstNameText.UserTypes("Zoë");
-        add("");
+        form.SenderLastNameText.UserTypes("Abe");
+        toolkit.OnModal<frmNewProfile>("frmNewProfile", [](auto& adding) {
+            EXPECT_TRUE(adding.lblKept.Visible());
+            EXPECT_EQ(adding.Description.SelText(), "Zoë Abe");
+            adding.CancelButton.UserClicks();
+        });
         form.OKButton.UserClicks();
         EXPECT_TRUE(form.IsOpen());
         EXPECT_EQ(form.SenderFirstNameText.Text(), "Zoë");
