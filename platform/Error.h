@@ -35,9 +35,11 @@ inline constexpr Error AlreadyExists{183};
 inline constexpr Error MoreData{234};
 inline constexpr Error ElevationRequired{740};
 inline constexpr Error Declined{1223}; ///< by the user, whom the system asked
+inline constexpr Error Cancelled{1223}; ///< nobody waits for it any more
 inline constexpr Error Timeout{1460};
 inline constexpr Error InvalidFolder{267}; ///< the name is not a folder's
 inline constexpr Error FileTooLarge{223};
+inline constexpr Error CannotConnect{12029};                 ///< no server, or no way to it
 inline constexpr Error CannotCreateObject{429};              ///< automation: no such class
 inline constexpr Error AutomationModuleNotFound{0x8007007E}; ///< automation: the class's module is missing
 } // namespace error

@@ -3,6 +3,7 @@
 #include "platform/FileName.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
+#include "platform/WebAddress.h"
 
 #include <algorithm>
 #include <array>
@@ -26,15 +27,6 @@ constexpr std::array<std::string_view, 70> startsSomething{
     ".vb",  ".vbe",        ".vbs",          ".vhd",         ".vhdx",      ".website",
     ".ws",  ".wsc",        ".wsf",          ".wsh",
 };
-
-/// "http://" or "https://", a server's name, and nothing that could leave a browser's command line.
-bool IsWebAddress(std::string_view target)
-{
-    const std::size_t server = target.find("//") + 2;
-    return text::Length(target) <= OpenGate::LongestAddress && server < target.size() &&
-           !std::string_view{"/?#:@"}.contains(target[server]) && !file_name::HasControlCharacter(target) &&
-           target.find_first_of(" \"<>\\\x7F") == std::string_view::npos;
-}
 
 /// Whether each name of the path stands for itself: no device, no ".." that leads elsewhere, no hidden stream, nothing
 /// that the system would cut off.
@@ -72,7 +64,7 @@ OpenGate::Verdict OpenGate::Judge(std::string_view target, std::span<const std::
 {
     const std::string scheme = text::Folded(target.substr(0, target.find("//")));
     if (scheme == "http:" || scheme == "https:")
-        return IsWebAddress(target) ? Verdict::Opens : Verdict::Refused;
+        return web_address::IsWebAddress(target) ? Verdict::Opens : Verdict::Refused;
     if (!path::IsAbsolute(target))
         return Verdict::Refused;
     const std::string file = path::Normalized(target);

@@ -19,9 +19,6 @@ public:
         Refused   ///< nothing that may ever be opened
     };
 
-    /// Longest web address, in characters: what the system's browsers take.
-    static constexpr std::size_t LongestAddress = 2048;
-
     /// `ownEndings` (with their dots, in small letters): the program's own types, which open although the system calls
     /// one of them dangerous.
     OpenGate(Shell& shell, FileSystem& files, std::span<const std::string_view> ownEndings)

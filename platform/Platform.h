@@ -6,11 +6,13 @@
 #include "platform/IniFile.h"
 #include "platform/Jobs.h"
 #include "platform/Locale.h"
+#include "platform/Mail.h"
 #include "platform/Process.h"
 #include "platform/Registry.h"
 #include "platform/ResourceLibrary.h"
 #include "platform/Shell.h"
 #include "platform/Timers.h"
+#include "platform/Web.h"
 
 namespace platform {
 
@@ -27,6 +29,8 @@ struct Platform {
     Process& process;
     Jobs& jobs;
     Timers& timers;
+    Web& web;
+    Mail& mail;
 };
 
 } // namespace platform

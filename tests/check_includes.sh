@@ -22,7 +22,8 @@ library             platform ui app/base documents
 browser             platform pictures ui app/base library documents
 packs               platform ui app/base library
 profiles            platform pictures ui app/base
-app/shell           platform pictures ui app/base library browser packs profiles documents
+online              platform ui app/base
+app/shell           platform pictures ui app/base library browser packs profiles documents online
 automation          platform platform/win32 ui ui/win32 app/shell system
 
 bench               product system
@@ -37,10 +38,11 @@ tests/browser        product gtest tests/support
 tests/documents      product gtest zlib
 tests/endtoend       product gtest tests/support/win32 system
 tests/library        product gtest tests/support
+tests/online         product gtest tests/support
 tests/packs          product gtest tests/support
 tests/pictures       product gtest
 tests/pictures/win32 product gtest tests/pictures tests/support/win32 system
-tests/platform       product gtest tests/support/win32
+tests/platform       product gtest tests/support/win32 system
 tests/profiles       product gtest tests/support
 tests/profiles/win32 product gtest tests/support tests/support/win32 system
 tests/ui             product gtest tests/support

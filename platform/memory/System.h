@@ -8,11 +8,13 @@
 #include "platform/memory/MemoryIniFile.h"
 #include "platform/memory/MemoryJobs.h"
 #include "platform/memory/MemoryLocale.h"
+#include "platform/memory/MemoryMail.h"
 #include "platform/memory/MemoryProcess.h"
 #include "platform/memory/MemoryRegistry.h"
 #include "platform/memory/MemoryResourceLibrary.h"
 #include "platform/memory/MemoryShell.h"
 #include "platform/memory/MemoryTimers.h"
+#include "platform/memory/MemoryWeb.h"
 
 namespace platform::memory {
 
@@ -35,10 +37,12 @@ public:
     MemoryProcess process{faults};
     MemoryJobs jobs{faults};
     MemoryTimers timers{faults};
+    MemoryWeb web{faults};
+    MemoryMail mail{faults};
 
     Platform AsPlatform()
     {
-        return {registry, files, shell, clock, locale, ini, resources, automation, process, jobs, timers};
+        return {registry, files, shell, clock, locale, ini, resources, automation, process, jobs, timers, web, mail};
     }
 
     /// What a process leaves behind when it ends, by itself or by a planned death: disk and registry stay, its mark is

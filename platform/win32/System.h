@@ -7,11 +7,13 @@
 #include "platform/win32/Win32FileSystem.h"
 #include "platform/win32/Win32IniFile.h"
 #include "platform/win32/Win32Locale.h"
+#include "platform/win32/Win32Mail.h"
 #include "platform/win32/Win32Process.h"
 #include "platform/win32/Win32Registry.h"
 #include "platform/win32/Win32ResourceLibrary.h"
 #include "platform/win32/Win32Shell.h"
 #include "platform/win32/Win32Timers.h"
+#include "platform/win32/Win32Web.h"
 
 #include <memory>
 #include <utility>
@@ -22,7 +24,7 @@ namespace platform::win32 {
 class System {
 public:
     /// `post` brings what happens elsewhere to that thread; it must work for as long as this lives.
-    explicit System(Post post) : shell{post}, jobs{post, EnterApartment}, timers{std::move(post)}
+    explicit System(Post post) : shell{post}, jobs{post, EnterApartment}, timers{post}, mail{std::move(post)}
     {
         // A drive without a disk is an error to report, not a box of the system's.
         SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
@@ -32,7 +34,7 @@ public:
 
     Platform AsPlatform()
     {
-        return {registry, files, shell, clock, locale, ini, resources, automation, process, jobs, timers};
+        return {registry, files, shell, clock, locale, ini, resources, automation, process, jobs, timers, web, mail};
     }
 
 private:
@@ -55,6 +57,8 @@ private:
     Win32Process process;
     ThreadJobs jobs;
     Win32Timers timers;
+    Win32Web web;
+    Win32Mail mail;
 };
 
 } // namespace platform::win32
