@@ -57,6 +57,10 @@ public:
     const std::string& IconFile() const { return iconFile; }
     void SetIconFile(std::string path);
 
+    /// For a window that the user did not ask for: it is shown without taking the focus from what he does, and belongs
+    /// to the main window. Set before it is shown.
+    bool ComesByItself{};
+
     const std::vector<Control*>& Controls() const { return controls; }
     Menu MenuBar;
     /// Pop-up menus, so that the caption loader finds them.

@@ -31,6 +31,7 @@ public:
     Settings settings;
     RegistryAccess registry;
     LoadProgress progress;
+    bool UpdateCheckDone{}; ///< the update service had its turn in this process
 
     std::string Text(std::uint16_t id) const { return strings.LoadString(id); }
 };

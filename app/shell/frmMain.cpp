@@ -71,7 +71,7 @@ frmMain::frmMain(Program& program)
                      .libraryChanged = [this] { LibraryChanged(); },
                      .openHelp = [this](std::string_view topic) { help.Open(topic); },
                      .openAddress = [this](const std::string& address) { help.OpenLink(address); }}},
-      panes{Panes(), [this] { SizeControls(); }}
+      updates{program}, panes{Panes(), [this] { SizeControls(); }}
 {
     SetCaption(program.state.ProductCaption);
     lblPreview.PlainText = true; // names of files and folders
@@ -129,6 +129,7 @@ void frmMain::PostLoad()
 {
     (tvTreeView.Selected() != nullptr ? static_cast<ui::Control&>(tvTreeView) : lvListView).SetFocus();
     (void)solutionPacks.IsInstalling(); // one that has outlived an earlier browser
+    updates.StartUpdateCheck();
 }
 
 void frmMain::PromptForFirstProfile()
@@ -464,6 +465,7 @@ bool frmMain::OnClosing()
         program.progress.Cancelled = true;
         return false;
     }
+    updates.End();
     // A window that never got as far as being filled has nothing worth keeping.
     if (program.state.MainLoaded)
         SaveState();

@@ -18,6 +18,7 @@
 #include "library/Favorites.h"
 #include "library/FolderOperations.h"
 #include "library/TemplateLibrary.h"
+#include "online/UpdateNotification.h"
 #include "packs/SolutionPacks.h"
 #include "profiles/ProfileDialogs.h"
 #include "ui/Form.h"
@@ -131,6 +132,7 @@ private:
     HelpDocuments help;
     profiles::ProfileDialogs profileDialogs;
     packs::SolutionPacks solutionPacks;
+    online::UpdateNotification updates;
     CommandTable commands;
 
     WindowValues values; ///< as they were read; splitters and panes as they are

@@ -26,15 +26,16 @@ struct WindowStyle {
     DWORD extended;
 };
 
-WindowStyle StyleOf(Form::Style style, bool isOwned)
+WindowStyle StyleOf(const Form& form, bool isOwned)
 {
-    switch (style) {
+    switch (form.GetStyle()) {
     case Form::Style::Sizable:
         return {WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT};
     case Form::Style::Dialog:
         // Without an owner it would have no taskbar button to find it by.
         return {WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN,
-                WS_EX_CONTROLPARENT | WS_EX_DLGMODALFRAME | (isOwned ? 0u : static_cast<DWORD>(WS_EX_APPWINDOW))};
+                WS_EX_CONTROLPARENT | (form.IconFile().empty() ? static_cast<DWORD>(WS_EX_DLGMODALFRAME) : 0u) |
+                    (isOwned ? 0u : static_cast<DWORD>(WS_EX_APPWINDOW))}; // that frame shows no icon
     case Form::Style::Splash:
         break;
     }
@@ -78,7 +79,7 @@ bool IsEdit(HWND window)
 FormWindow::FormWindow(Win32Toolkit& windowToolkit, ui::Form& windowForm, HWND owner)
     : toolkit{windowToolkit}, form{windowForm}, dpi{SystemDpi()}, fonts{dpi}
 {
-    const WindowStyle style = StyleOf(form.GetStyle(), owner != nullptr);
+    const WindowStyle style = StyleOf(form, owner != nullptr);
     window = CreateWindowExW(style.extended, WindowClass(), ToNative(form.Caption()).c_str(), style.style,
                              CW_USEDEFAULT, CW_USEDEFAULT, ToPixels(FirstSize.width, dpi),
                              ToPixels(FirstSize.height, dpi), owner, nullptr, GetModuleHandleW(nullptr), nullptr);
@@ -210,7 +211,7 @@ void FormWindow::ApplyPlacement()
 
 void FormWindow::ApplyIcon()
 {
-    if (form.GetStyle() == Form::Style::Dialog)
+    if (form.GetStyle() == Form::Style::Dialog && form.IconFile().empty())
         return;
     const auto load = [&](int metric) {
         const int size = SystemMetric(metric, dpi);
@@ -240,14 +241,14 @@ void FormWindow::Show()
 {
     if (!menus.IsCurrent(form.MenuBar))
         ApplyMenu();
-    int how = SW_SHOWNORMAL;
+    int how = form.ComesByItself ? SW_SHOWNOACTIVATE : SW_SHOWNORMAL;
     if (form.State() == Form::WindowState::Maximized)
         how = SW_SHOWMAXIMIZED;
     else if (form.State() == Form::WindowState::Minimized)
         how = SW_SHOWMINIMIZED;
     {
         const platform::Scoped guard{byCode, true};
-        if (!resized && how == SW_SHOWNORMAL)
+        if (!resized && (how == SW_SHOWNORMAL || how == SW_SHOWNOACTIVATE))
             form.UserResizes(ClientSize());
         if (form.IsOpen())
             ShowWindow(Handle(), how);

@@ -79,8 +79,18 @@ Win32Toolkit::~Win32Toolkit()
 
 std::unique_ptr<FormPeer> Win32Toolkit::CreatePeer(Form& form)
 {
-    const HWND owner = form.GetStyle() == Form::Style::Dialog ? ActiveOwner() : nullptr;
+    const HWND owner = form.ComesByItself                       ? MainWindow()
+                       : form.GetStyle() == Form::Style::Dialog ? ActiveOwner()
+                                                                : nullptr;
     return std::make_unique<FormWindow>(*this, form, owner);
+}
+
+HWND Win32Toolkit::MainWindow() const
+{
+    const auto found = std::ranges::find_if(windows, [](const FormWindow* window) {
+        return window->GetForm().GetStyle() == Form::Style::Sizable && IsWindowVisible(window->Handle());
+    });
+    return found == windows.end() ? nullptr : (*found)->Handle();
 }
 
 HWND Win32Toolkit::ActiveOwner() const

@@ -108,6 +108,8 @@ private:
     void Sweep();
     /// The window of ours that the user works in; null when none is visible.
     HWND ActiveOwner() const;
+    /// The visible main window; null while there is none.
+    HWND MainWindow() const;
 };
 
 } // namespace ui::win32

@@ -1,0 +1,272 @@
+#include "online/StartCounter.h"
+#include "online/frmNotifyMessage.h"
+#include "tests/support/TestMachine.h"
+
+namespace tests {
+namespace {
+
+using platform::Result;
+using platform::WebReply;
+
+/// The browser, and the update service as the net in memory.
+class UpdateTest : public BrowserTest {
+protected:
+    std::string fields = Field("IsUpdateRequired", "1") + Field("MessageText", "A newer build is there.") +
+                         Field("ProductPath", "http://tessaly.example/get?a=1&amp;b=2");
+
+    UpdateTest()
+    {
+        PutSetting("Options", "WebHostPath", "http://updates.example/");
+        system.web.OnGet([this](const std::string&) { return Result<WebReply>{WebReply{200, "", fields}}; });
+    }
+    static std::string Field(const std::string& name, const std::string& value)
+    {
+        return "<input type=hidden name=\"" + name + "\" value=\"" + value + "\">\r\n";
+    }
+    /// A start in a process of its own, with what came of its request.
+    void StartAnew(const std::string& count = "0")
+    {
+        End();
+        PutSetting("Options", "NotifyCount", count);
+        Program().UpdateCheckDone = false;
+        Start();
+        system.jobs.FinishAll();
+    }
+    online::frmNotifyMessage* Message()
+    {
+        return dynamic_cast<online::frmNotifyMessage*>(toolkit.Find("frmNotifyMessage"));
+    }
+};
+
+TEST_F(UpdateTest, AsksOnOneStartInTenOrInFiftyForWhoWantsNoMessages)
+{
+    for (const bool disabled : {false, true}) {
+        const int cycle = disabled ? 50 : 10;
+        const int last = disabled ? 49 : 9;
+        int computed = 0;
+        PutSetting("Options", "NotifyDisabled", disabled ? "True" : "False");
+        PutSetting("Options", "NotifyCount", "0");
+        for (int start = 0; start < 120; ++start) {
+            SCOPED_TRACE(testing::Message() << start << (disabled ? " disabled" : ""));
+            const auto asked = system.web.Asked().size();
+            const online::StartCount expected{.count = computed == last ? 0 : computed + 1,
+                                              .asks = start % cycle == 0,
+                                              .notifyAllowed =
+                                                  !disabled || computed == 0 || computed == last || computed % 5 != 0};
+            const online::StartCount now = online::CountStart(computed, disabled);
+            EXPECT_EQ(now.asks, expected.asks);
+            EXPECT_EQ(now.count, expected.count);
+            EXPECT_EQ(now.notifyAllowed, expected.notifyAllowed);
+            Program().UpdateCheckDone = false;
+            Restart();
+            system.jobs.FinishAll();
+            EXPECT_EQ(Setting("Options", "NotifyCount"), std::to_string(expected.count));
+            EXPECT_EQ(system.web.Asked().size() - asked, expected.asks ? 1u : 0u);
+            EXPECT_EQ(Message() != nullptr, expected.asks);
+            computed = now.count;
+        }
+    }
+    for (const auto& [damaged, next] : {std::pair{"-5", "1"}, {"x", "1"}, {"99999999999", "0"}, {"12", "0"}}) {
+        PutSetting("Options", "NotifyDisabled", "False");
+        StartAnew(damaged);
+        EXPECT_EQ(Setting("Options", "NotifyCount"), next) << damaged;
+    }
+}
+
+TEST_F(UpdateTest, TellsTheServiceWhatIsInstalledOnceInAProcess)
+{
+    PutSetting("Edition", "Build", "1234 b&c");
+    PutSetting("Edition", "ProductID", "A=1#\u00FC");
+    PutSetting("Options", "OS Version", "Windows 11");
+    PutSetting("Options", "IEVersion", "");
+    Start();
+    system.jobs.FinishAll();
+    End();
+    PutSetting("Options", "NotifyCount", "0");
+    Start();
+    system.jobs.FinishAll();
+    EXPECT_EQ(system.web.Asked(),
+              Texts{"http://updates.example/UpdateNotify.asp?MajorVersion=2&MinorVersion=2&BuildNumber=1234%20b%26c"
+                    "&ProductID=A%3D1%23%C3%BC&OSVersion=Windows%2011&OfficeVersion=XP&BrowserVersion="});
+    EXPECT_EQ(Setting("Options", "NotifyCount"), "0") << "a second browser of the process counts no start";
+}
+
+TEST_F(UpdateTest, ShowsTheMessageBesideWhatTheUserDoes)
+{
+    StartAnew();
+    ASSERT_NE(Message(), nullptr);
+    EXPECT_TRUE(Message()->ComesByItself);
+    EXPECT_EQ(Message()->lblMessage.Caption(), "A newer build is there.");
+    EXPECT_FALSE(Message()->chkDontShow.Checked());
+    EXPECT_EQ(Message()->chkDontShow.Caption(), Text(478));
+    Message()->chkDontShow.UserClicks();
+    Message()->OKButton.UserClicks();
+    EXPECT_EQ(system.shell.Opened(), Texts{"http://tessaly.example/get?a=1&b=2"});
+    EXPECT_EQ(Setting("Options", "NotifyDisabled") + Setting("Options", "NotifyCount"), "True1");
+    EXPECT_EQ(Message(), nullptr);
+    StartAnew();
+    EXPECT_TRUE(Message()->chkDontShow.Checked());
+    Message()->chkDontShow.UserClicks();
+    Main().Close();
+    EXPECT_EQ(Setting("Options", "NotifyDisabled"), "False") << "closing the main window is no way to lose it";
+    EXPECT_EQ(Message(), nullptr);
+}
+
+TEST_F(UpdateTest, ShowsOnlyAnOfferWithAText)
+{
+    const std::string offer = Field("IsUpdateRequired", "1");
+    const std::string text = Field("MessageText", "News");
+    const struct {
+        std::string page;
+        const char* shown;
+    } rows[] = {
+        {offer + text, "News"},
+        {Field("isupdaterequired", " 1 ") + Field("MESSAGETEXT", "\r\n News &lt;b&gt;\r\n"), "News <b>"},
+        {offer, nullptr},
+        {offer + Field("MessageText", " \r\n "), nullptr},
+        {Field("IsUpdateRequired", "0") + text, nullptr},
+        {Field("IsUpdateRequired", "65537") + text, nullptr},
+        {text, nullptr},
+        {"", nullptr},
+    };
+    for (const auto& row : rows) {
+        fields = row.page;
+        StartAnew();
+        EXPECT_EQ(Message() == nullptr ? "(none)" : Message()->lblMessage.Caption(),
+                  row.shown == nullptr ? "(none)" : row.shown)
+            << row.page;
+    }
+    fields = offer + Field("MessageText", std::string(5000, 'x'));
+    StartAnew();
+    EXPECT_EQ(Message()->lblMessage.Caption().size(), 1000u);
+    fields = offer + Field("MessageText", "a" + std::string(100, '\n') + "b");
+    StartAnew();
+    EXPECT_LT(Message()->ClientSize().height, 6000) << "a text of line ends makes no tower";
+}
+
+TEST_F(UpdateTest, OpensAWebAddressOrADocumentThatIsThereAndNothingElse)
+{
+    for (const char* file : {"C:\\Docs\\News.htm", "C:\\Docs\\Setup.exe", "\\\\srv\\share\\News.htm"})
+        system.files.AddFile(file);
+    const std::pair<std::string, bool> rows[] = {
+        {"https://tessaly.example/", true},
+        {"http://a/" + std::string(2048 - 9, 'x'), true},
+        {"http://a/" + std::string(2048 - 8, 'x'), false},
+        {"C:\\Docs\\News.htm", true},
+        {"C:\\Docs\\Gone.htm", false},
+        {"C:\\Docs\\Setup.exe", false},
+        {"\\\\srv\\share\\News.htm", false},
+        {"file:///C:/Docs/News.htm", false},
+        {"javascript:alert(1)", false},
+        {"", false},
+    };
+    for (const auto& [target, opens] : rows) {
+        SCOPED_TRACE(target);
+        fields = Field("IsUpdateRequired", "1") + Field("MessageText", "x") + Field("ProductPath", target);
+        StartAnew();
+        system.shell.Forget();
+        if (!opens)
+            toolkit.ExpectMessage(Text(126), Icon::Information);
+        Message()->OKButton.UserClicks();
+        EXPECT_EQ(system.shell.Opened(), opens ? Texts{target} : Texts{});
+        EXPECT_EQ(Message(), nullptr);
+    }
+    for (const auto& [code, told] : {std::pair{2, true}, {3, true}, {31, false}}) {
+        fields = Field("IsUpdateRequired", "1") + Field("MessageText", "x") + Field("ProductPath", "http://a.example/");
+        StartAnew();
+        system.shell.SetOpenResult(code);
+        if (told)
+            toolkit.ExpectMessage(Text(126), Icon::Information);
+        Message()->OKButton.UserClicks();
+    }
+}
+
+TEST_F(UpdateTest, ABetterBannerAddressIsKept)
+{
+    PutSetting("Options", "BannerURLPath", "http://old.example/");
+    for (const auto& [param, kept] :
+         {std::pair<std::string, std::string>{"http://new.example/b", "http://new.example/b"},
+          {"", "http://new.example/b"},
+          {"file://srv/share/b.htm", "http://new.example/b"},
+          {"javascript:x", "http://new.example/b"}}) {
+        fields = Field("ParamID1", param);
+        StartAnew();
+        EXPECT_EQ(Setting("Options", "BannerURLPath"), kept) << param;
+    }
+}
+
+TEST_F(UpdateTest, WhateverGoesWrongStaysSilentAndEnds)
+{
+    const std::string page = fields;
+    const std::pair<const char*, std::function<Result<WebReply>(const std::string&)>> services[] = {
+        {"no way there", [](auto&) { return std::unexpected{platform::error::CannotConnect}; }},
+        {"too late", [](auto&) { return std::unexpected{platform::error::Timeout}; }},
+        {"not found",
+         [&](auto&) {
+             return WebReply{404, "", page};
+         }},
+        {"round and round",
+         [](auto& address) {
+             return WebReply{302, address, ""};
+         }},
+        {"to a file",
+         [](auto&) {
+             return WebReply{302, "file:///C:/Docs/News.htm", ""};
+         }},
+        {"to nowhere",
+         [](auto&) {
+             return WebReply{301, "", ""};
+         }},
+    };
+    for (const auto& [name, service] : services) {
+        SCOPED_TRACE(name);
+        system.web.OnGet(service);
+        const auto asked = system.web.Asked().size();
+        StartAnew();
+        EXPECT_EQ(Message(), nullptr);
+        EXPECT_LE(system.web.Asked().size() - asked, 11u) << "requests";
+        system.timers.Elapse();
+        EXPECT_TRUE(system.timers.Running().empty());
+    }
+    for (const char* host : {"", "updates.example/", "file:///C:/", "\\\\srv\\share\\"}) {
+        PutSetting("Options", "WebHostPath", host);
+        const auto asked = system.web.Asked().size();
+        StartAnew();
+        EXPECT_EQ(system.web.Asked().size(), asked) << host;
+    }
+}
+
+TEST_F(UpdateTest, FollowsARedirectAndGivesUpOneThatStaysBusy)
+{
+    system.web.OnGet([this](const std::string& address) {
+        const bool moved = address.starts_with("http://updates.");
+        return Result<WebReply>{moved ? WebReply{302, "//other.example/here", ""} : WebReply{200, "", fields}};
+    });
+    StartAnew();
+    EXPECT_EQ(system.web.Asked().back(), "http://other.example/here");
+    EXPECT_NE(Message(), nullptr);
+
+    End();
+    PutSetting("Options", "NotifyCount", "0");
+    Program().UpdateCheckDone = false;
+    system.clock.Set(platform::memory::MemoryClock::At({2004, 3, 17, 23, 59, 50}));
+    Start();
+    EXPECT_EQ(system.jobs.Count(), 1u);
+    system.timers.Elapse();
+    EXPECT_EQ(system.jobs.Count(), 1u);
+    system.clock.Sleep(25'000);
+    system.timers.Elapse();
+    EXPECT_EQ(system.jobs.Count(), 0u) << "nobody waits for it any more";
+    EXPECT_TRUE(system.timers.Running().empty());
+
+    End();
+    Program().UpdateCheckDone = false;
+    PutSetting("Options", "NotifyCount", "0");
+    Start();
+    EXPECT_EQ(system.jobs.Count(), 1u);
+    Main().Close();
+    EXPECT_EQ(system.jobs.Count(), 0u) << "nor once the window is closed";
+}
+
+} // namespace
+} // namespace tests
