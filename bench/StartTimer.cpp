@@ -3,7 +3,8 @@
 // Prints the least times, in milliseconds since the call that creates the process, of
 //   a program that does nothing, until it has ended;
 //   PROGRAM with an option that it refuses, until it has ended: its libraries are loaded, nothing else is done;
-//   PROGRAM, until it shows its first window, its main window, and until that one answers.
+//   PROGRAM, until it shows its first window, its main window, and until that one answers;
+//   the longest that it let a message wait in the seconds after that, and how long it took to end when it was closed.
 #include "platform/Utf.h"
 #include "platform/win32/WindowsHeader.h"
 
@@ -92,10 +93,26 @@ std::wstring OwnPath()
     return path;
 }
 
+/// How long a message waited for the window at most, in the two seconds from now.
+double LongestWait(HWND window)
+{
+    const auto end = Clock::now() + std::chrono::seconds{2};
+    double longest = 0;
+    while (Clock::now() < end) {
+        const auto asked = Clock::now();
+        DWORD_PTR ignored;
+        SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, Patience, &ignored);
+        longest = std::max(longest, std::chrono::duration<double, std::milli>(Clock::now() - asked).count());
+        Sleep(1);
+    }
+    return longest;
+}
+
 void TimeStarts(const std::wstring& program, int rounds)
 {
     constexpr double never = std::numeric_limits<double>::max();
-    double nothing = never, refused = never, first = never, main = never, answers = never;
+    double nothing = never, refused = never, first = never, main = never, answers = never, waits = never,
+           closes = never;
     const auto note = [](double& least, double time) { least = std::min(least, time); };
     for (int round = 0; round < rounds; ++round) {
         note(nothing, Child{OwnPath(), {}}.WaitForEnd());
@@ -109,8 +126,10 @@ void TimeStarts(const std::wstring& program, int rounds)
         if (!SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, Patience, &ignored))
             throw std::runtime_error{"the window does not answer"};
         note(answers, browser.Milliseconds());
+        note(waits, LongestWait(window));
+        const double closing = browser.Milliseconds();
         PostMessageW(window, WM_CLOSE, 0, 0);
-        browser.WaitForEnd();
+        note(closes, browser.WaitForEnd() - closing);
     }
     const auto print = [](const char* what, double time) { std::printf("%-46s %6.0f ms\n", what, time); };
     print("a program that does nothing has ended", nothing);
@@ -118,6 +137,8 @@ void TimeStarts(const std::wstring& program, int rounds)
     print("the browser's first window shows", first);
     print("the main window shows", main);
     print("the main window answers", answers);
+    print("the longest wait for an answer", waits);
+    print("closed, it has ended after", closes);
 }
 
 } // namespace

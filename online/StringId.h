@@ -8,5 +8,8 @@
 namespace online::str {
 
 using app::str::FileNotFound;
+using app::str::PathFileAccessError;
+
+inline constexpr std::uint16_t BugReportSubject = 404, NoMailAccount = 405, ReportNotHandedOver = 660, BannerName = 663;
 
 } // namespace online::str

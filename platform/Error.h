@@ -34,7 +34,7 @@ inline constexpr Error DirectoryNotEmpty{145};
 inline constexpr Error AlreadyExists{183};
 inline constexpr Error MoreData{234};
 inline constexpr Error ElevationRequired{740};
-inline constexpr Error Declined{1223}; ///< by the user, whom the system asked
+inline constexpr Error Declined{1223};  ///< by the user, whom the system asked
 inline constexpr Error Cancelled{1223}; ///< nobody waits for it any more
 inline constexpr Error Timeout{1460};
 inline constexpr Error InvalidFolder{267}; ///< the name is not a folder's

@@ -2,6 +2,8 @@
 
 #include "ui/Control.h"
 
+#include <functional>
+
 namespace ui {
 
 /// A picture from a file, scaled into the bounds with its proportions and centred. A file that is missing or broken
@@ -22,6 +24,13 @@ public:
     const std::string& FallbackFile() const { return fallbackFile; }
     const std::string& FallbackText() const { return fallbackText; }
     void SetFallback(std::string path, std::string text);
+
+    /// With one the picture is a button, for the mouse and the keyboard, whose name is the caption. Set before the
+    /// window is there.
+    std::function<void()> Click;
+    /// A click, Enter or Space; nothing while it is hidden, disabled or shows no file.
+    void UserClicks();
+    bool IsTabStop() const override { return static_cast<bool>(Click); }
 
 private:
     std::string file;

@@ -76,6 +76,12 @@ void Image::SetFile(std::string path)
     Changed(Aspect::Picture);
 }
 
+void Image::UserClicks()
+{
+    if (Enabled() && Visible() && !file.empty() && Click)
+        Click();
+}
+
 void Image::SetFallback(std::string path, std::string text)
 {
     if (path == fallbackFile && text == fallbackText)

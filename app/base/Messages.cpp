@@ -10,7 +10,7 @@ bool Messages::Ask(std::string text, ui::Answer proposed)
 
 void Messages::Stop(std::uint16_t id, const std::string& about)
 {
-    Stop(strings.LoadString(id) + (about.empty() ? "" : "\r\n" + about));
+    Show(strings.LoadString(id) + (about.empty() ? "" : "\r\n" + about), ui::Icon::Critical, id);
 }
 
 ui::Answer Messages::AskOrCancel(std::string text)
@@ -19,8 +19,12 @@ ui::Answer Messages::AskOrCancel(std::string text)
         {std::move(text), state.ProductCaption, ui::Icon::Question, ui::MessageButtons::YesNoCancel});
 }
 
-void Messages::Show(std::string text, ui::Icon icon)
+void Messages::Show(std::string text, ui::Icon icon, std::uint16_t id)
 {
+    constexpr std::size_t remembered = 10;
+    told.push_back(id);
+    if (told.size() > remembered)
+        told.pop_front();
     toolkit.ShowMessage({std::move(text), state.ProductCaption, icon, ui::MessageButtons::Ok});
 }
 

@@ -5,6 +5,7 @@
 #include "ui/Toolkit.h"
 
 #include <cstdint>
+#include <deque>
 #include <string>
 
 namespace app {
@@ -17,14 +18,14 @@ public:
     {
     }
 
-    void Inform(std::string text) { Show(std::move(text), ui::Icon::Information); }
-    void Inform(std::uint16_t id) { Inform(strings.LoadString(id)); }
-    void Stop(std::string text) { Show(std::move(text), ui::Icon::Critical); }
-    void Stop(std::uint16_t id) { Stop(strings.LoadString(id)); }
+    void Inform(std::string text) { Show(std::move(text), ui::Icon::Information, 0); }
+    void Inform(std::uint16_t id) { Show(strings.LoadString(id), ui::Icon::Information, id); }
+    void Stop(std::string text) { Show(std::move(text), ui::Icon::Critical, 0); }
+    void Stop(std::uint16_t id) { Show(strings.LoadString(id), ui::Icon::Critical, id); }
     /// With the file or folder that it is about below the text.
     void Stop(std::uint16_t id, const std::string& about);
-    void Plain(std::string text) { Show(std::move(text), ui::Icon::None); }
-    void Plain(std::uint16_t id) { Plain(strings.LoadString(id)); }
+    void Plain(std::string text) { Show(std::move(text), ui::Icon::None, 0); }
+    void Plain(std::uint16_t id) { Show(strings.LoadString(id), ui::Icon::None, id); }
     /// A question with the buttons Yes and No; true for Yes. Enter gives what is proposed: No where a Yes cannot be
     /// taken back.
     bool Ask(std::string text, ui::Answer proposed = ui::Answer::Yes);
@@ -32,12 +33,18 @@ public:
     /// The same with Cancel beside them, for what can also be left undone.
     ui::Answer AskOrCancel(std::string text);
 
+    /// The numbers of the last messages, the newest last: what a bug report can say of them without the names that they
+    /// may hold. 0 for one that was put together.
+    const std::deque<std::uint16_t>& Told() const { return told; }
+
 private:
     ui::Toolkit& toolkit;
     const StringTable& strings;
     const StartUpState& state;
 
-    void Show(std::string text, ui::Icon icon);
+    std::deque<std::uint16_t> told;
+
+    void Show(std::string text, ui::Icon icon, std::uint16_t id);
 };
 
 } // namespace app

@@ -37,6 +37,7 @@ const Row rows[] = {
     {"ThumbnailViewOn", &WindowValues::thumbnailViewOn, false},
     {"FolderListOn", &WindowValues::folderListOn, true},
     {"PreviewPaneOn", &WindowValues::previewPaneOn, true},
+    {"BannerOn", &WindowValues::bannerOn, true},
 };
 // clang-format on
 

@@ -15,6 +15,7 @@ struct WindowValues {
     bool thumbnailViewOn{};
     bool folderListOn{};
     bool previewPaneOn{};
+    bool bannerOn{};
 
     /// The widths of the list's columns, in their order.
     static constexpr int WindowValues::*Columns[] = {&WindowValues::nameColumn, &WindowValues::folderColumn,

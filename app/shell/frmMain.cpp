@@ -20,8 +20,10 @@ constexpr int VertSplitterRightMargin = 3000; ///< never closer to the window's 
 constexpr int HorzSplitterMargin = 900;       ///< least height of the tree
 constexpr int LeastPreviewHeight = 2700;      ///< the facts, and a picture that shows something
 constexpr int PaneMargin = 60;
-constexpr int FactsLines = 4;          ///< of a template with a short name: the picture keeps its size
-constexpr double FactsShare = 2.0 / 3; ///< of the preview, at most: long names in a narrow pane leave a picture
+constexpr int FactsLines = 4;             ///< of a template with a short name: the picture keeps its size
+constexpr double FactsShare = 2.0 / 3;    ///< of the preview, at most: long names in a narrow pane leave a picture
+constexpr ui::Size BannerSize{7560, 960}; ///< a picture of 500 x 60 pixels, and its edge
+constexpr double BannerShare = 0.25;      ///< of the window, at most
 
 } // namespace
 
@@ -71,10 +73,11 @@ frmMain::frmMain(Program& program)
                      .libraryChanged = [this] { LibraryChanged(); },
                      .openHelp = [this](std::string_view topic) { help.Open(topic); },
                      .openAddress = [this](const std::string& address) { help.OpenLink(address); }}},
-      updates{program}, panes{Panes(), [this] { SizeControls(); }}
+      updates{program}, banner{program, imgBanner}, bugReport{program}, panes{Panes(), [this] { SizeControls(); }}
 {
     SetCaption(program.state.ProductCaption);
     lblPreview.PlainText = true; // names of files and folders
+    imgBanner.Box = BannerSize;
     lblPreview.LeastLines = FactsLines;
     lvListView.SetView(ui::ListView::View::Details);
     AddCommands();
@@ -97,6 +100,8 @@ bool frmMain::Load()
         Unload();
         return false;
     }
+    if (values.bannerOn)
+        banner.LoadBrowserBanner();
     return IsOpen();
 }
 
@@ -129,6 +134,7 @@ void frmMain::PostLoad()
 {
     (tvTreeView.Selected() != nullptr ? static_cast<ui::Control&>(tvTreeView) : lvListView).SetFocus();
     (void)solutionPacks.IsInstalling(); // one that has outlived an earlier browser
+    bugReport.RestoreEditorPreference();
     updates.StartUpdateCheck();
 }
 
@@ -213,6 +219,17 @@ void frmMain::WireEvents()
         ShowPopup(list.Selected() != nullptr ? mnuListPopup : mnuListSpacePopup, at);
     };
     lvListView.HeaderContextMenu = [this](ui::Point at) { ShowPopup(mnuColumnsPopup, at); };
+    imgBanner.Click = [this] { help.OpenLink(banner.Link()); };
+    banner.Changed = [this] {
+        if (!banner.HasPicture() && imgBanner.HasFocus())
+            lvListView.SetFocus();
+        SizeControls();
+    };
+    updates.BannerChanged = [this] {
+        if (values.bannerOn)
+            banner.LoadBrowserBanner();
+    };
+
     fileTypeTabStrip.Click = [this] { fileTypeTabStrip_Click(); };
 
     templateLibrary.ClearViews = [this] { ClearViewState(); };
@@ -313,6 +330,31 @@ void frmMain::lvListView_Click()
 {
     LoadThePreviewPane();
     RefreshCommands();
+}
+
+void frmMain::SwitchBanner(bool on)
+{
+    values.bannerOn = on;
+    if (on)
+        banner.LoadBrowserBanner();
+    else
+        banner.SwitchOff();
+    RefreshCommands();
+}
+
+void frmMain::mnuReportABug_Click()
+{
+    std::size_t inLibrary = 0;
+    templateLibrary.Contents().ForEach([&](const library::Catalog::Folder&) {
+        ++inLibrary;
+        return true;
+    });
+    bugReport.ReportABugViaOutlook({
+        {"Folders", std::to_string(inLibrary)},
+        {"Templates in the list", std::to_string(list.Templates().Rows())},
+        {"Favorites", std::to_string(favorites.FavoritesList().size())},
+        {"Recent files", std::to_string(recentFiles.List().size())},
+    });
 }
 
 void frmMain::LoadThePreviewPane()
@@ -444,6 +486,7 @@ Pane frmMain::Panes()
                       [this] { return WindowWidth(); }),
             Below(Pane{fileTypeTabStrip}.Preferred(), lvListView))
             .After(PaneMargin),
+        Pane{imgBanner}.PreferredUpTo(BannerShare).After(PaneMargin).When([this] { return banner.HasPicture(); }),
         Pane{sbStatusBar}.Preferred());
     // clang-format on
 }
@@ -466,6 +509,7 @@ bool frmMain::OnClosing()
         return false;
     }
     updates.End();
+    banner.Stop();
     // A window that never got as far as being filled has nothing worth keeping.
     if (program.state.MainLoaded)
         SaveState();

@@ -18,6 +18,8 @@
 #include "library/Favorites.h"
 #include "library/FolderOperations.h"
 #include "library/TemplateLibrary.h"
+#include "online/Banner.h"
+#include "online/BugReport.h"
 #include "online/UpdateNotification.h"
 #include "packs/SolutionPacks.h"
 #include "profiles/ProfileDialogs.h"
@@ -57,6 +59,10 @@ public:
     void ClearViewState();
     void GetQuenbyFileOption();
     void LoadThePreviewPane();
+    /// Shows the banner pane, or hides it for good.
+    void SwitchBanner(bool on);
+    /// Composes a mail to the makers, with what the window knows.
+    void mnuReportABug_Click();
     /// Shows the selected category, or My Favorites, as thumbnails.
     void LoadThumbnailImages();
     void LoadThumbnailViewForMyFavorites();
@@ -100,6 +106,7 @@ public:
     ui::Splitter imgVertSplitter{*this, ui::Splitter::Direction::LeftRight};
     ui::TabStrip fileTypeTabStrip{*this};
     ui::ListView lvListView{*this};
+    ui::Image imgBanner{*this};
     ui::StatusBar sbStatusBar{*this};
     ui::Menu mnuTreePopup;
     ui::Menu mnuListPopup;
@@ -133,6 +140,8 @@ private:
     profiles::ProfileDialogs profileDialogs;
     packs::SolutionPacks solutionPacks;
     online::UpdateNotification updates;
+    online::Banner banner;
+    online::BugReport bugReport;
     CommandTable commands;
 
     WindowValues values; ///< as they were read; splitters and panes as they are

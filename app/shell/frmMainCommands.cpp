@@ -106,6 +106,10 @@ void frmMain::AddCommands()
                       RefreshCommands();
                   },
                   .checked = [this] { return values.previewPaneOn; }});
+    commands.Add({.name = "mnuHideBanner", .caption = 661, .run = [this] { SwitchBanner(false); },
+                  .visible = [this] { return values.bannerOn; }});
+    commands.Add({.name = "mnuShowBanner", .caption = 662, .run = [this] { SwitchBanner(true); },
+                  .visible = [this] { return !values.bannerOn; }});
     for (const library::TemplateKind& kind : library::TemplateKinds)
         if (!kind.tab.empty())
             commands.Add({.name = std::string{kind.tabCommand}, .caption = kind.tabCommandCaption,
@@ -122,6 +126,7 @@ void frmMain::AddCommands()
     commands.Add({.name = "mnuHelpAbout", .caption = 130, .toolTip = 443, .image = "about",
                   .run = [this] { mnuHelpAbout_Click(); }});
     commands.Add({.name = "mnuReportABug", .caption = 524, .toolTip = 524, .image = "bug",
+                  .run = [this] { mnuReportABug_Click(); }, .enabled = [this] { return !bugReport.UnderWay(); },
                   .visible = [this] { return program.settings.Text("Options", "ReportABug") == "1"; }});
     const auto withProfiles = [this](void (profiles::ProfileDialogs::*open)()) {
         return [this, open] {
@@ -196,7 +201,7 @@ void frmMain::BuildMenus()
         {"mnuView",
          113,
          {"mnuViewLargeIcons", "mnuViewSmallIcons", "mnuViewList", "mnuViewDetails", "mnuViewThumbnails", "-",
-          "mnuViewFolderList", "mnuViewPreviewPane", "-", "mnuRefreshTV"}},
+          "mnuViewFolderList", "mnuViewPreviewPane", "mnuHideBanner", "mnuShowBanner", "-", "mnuRefreshTV"}},
         {"mnuOptions",
          121,
          {"mnuSettingsWord", "mnuSettingsPPT", "mnuSettingsXL", "mnuSettingsPhoto", "-", "mnuHistory",

@@ -247,6 +247,7 @@ TEST_F(UpdateTest, FollowsARedirectAndGivesUpOneThatStaysBusy)
     EXPECT_NE(Message(), nullptr);
 
     End();
+    PutSetting("Browser", "BannerOn", "False"); // it has jobs of its own
     PutSetting("Options", "NotifyCount", "0");
     Program().UpdateCheckDone = false;
     system.clock.Set(platform::memory::MemoryClock::At({2004, 3, 17, 23, 59, 50}));

@@ -34,14 +34,20 @@ void ImagePeer::Sync(Aspect aspect)
 
 bool ImagePeer::UsesKey(const Key& key)
 {
+    if (image.Click && key == Plain(KeyCode::Enter)) {
+        image.UserClicks();
+        return true;
+    }
     if (!drag.Running() || key != Plain(KeyCode::Escape))
         return false;
     drag.End();
     return true;
 }
 
-std::optional<LRESULT> ImagePeer::OnMessage(UINT message, WPARAM, LPARAM lParam)
+std::optional<LRESULT> ImagePeer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (image.Click)
+        return OnButtonMessage(message, wParam);
     switch (message) {
     case WM_LBUTTONDOWN: {
         POINT press{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
@@ -72,6 +78,11 @@ std::optional<LRESULT> ImagePeer::OnMessage(UINT message, WPARAM, LPARAM lParam)
     default:
         break;
     }
+    return OnAnyMessage(message);
+}
+
+std::optional<LRESULT> ImagePeer::OnAnyMessage(UINT message)
+{
     if (message == WM_PAINT) {
         Paint();
         return 0;
@@ -126,6 +137,31 @@ void ImagePeer::Show(const pictures::PixelBuffer& pixels)
     shown = pixels.Size();
 }
 
+std::optional<LRESULT> ImagePeer::OnButtonMessage(UINT message, WPARAM wParam)
+{
+    switch (message) {
+    case WM_SETCURSOR:
+        SetCursor(LoadCursorW(nullptr, IDC_HAND));
+        return TRUE;
+    case WM_LBUTTONDOWN:
+        ::SetFocus(Handle());
+        return 0;
+    case WM_LBUTTONUP:
+        image.UserClicks();
+        return 0;
+    case WM_KEYDOWN:
+        if (wParam == VK_SPACE)
+            image.UserClicks();
+        return 0;
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+        InvalidateRect(Handle(), nullptr, TRUE);
+        return std::nullopt;
+    default:
+        return OnAnyMessage(message);
+    }
+}
+
 void ImagePeer::Paint()
 {
     RECT client{};
@@ -148,6 +184,8 @@ void ImagePeer::Paint()
         client.top = std::max(0L, (client.bottom - size.cy) / 2);
         DrawNote(context, image.FallbackText(), NormalFont(), client);
     }
+    if (image.Click && GetFocus() == Handle())
+        DrawFocusRect(context, &client);
     EndPaint(Handle(), &paint);
 }
 

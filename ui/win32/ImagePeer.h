@@ -36,6 +36,9 @@ private:
     /// What shows through transparent parts: pictures are drawn for paper, and dark ink would be lost on black.
     COLORREF Paper() const;
     void Paint();
+    std::optional<LRESULT> OnAnyMessage(UINT message);
+    /// Of a picture that can be clicked.
+    std::optional<LRESULT> OnButtonMessage(UINT message, WPARAM wParam);
 };
 
 } // namespace ui::win32
