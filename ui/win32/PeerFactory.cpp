@@ -52,6 +52,24 @@ public:
         Send(WM_SETFONT, reinterpret_cast<WPARAM>(Font()), TRUE);
     }
 
+    /// The system would send a label's letter on as a message that dialogs of its own alone understand.
+    bool UsesMnemonic(wchar_t letter) override
+    {
+        if (label.PlainText || !HasMnemonic(letter))
+            return false;
+        const auto& controls = Window().Model().Controls();
+        const auto next =
+            std::find_if(std::ranges::find(controls, &Model()), controls.end(), [](const Control* control) {
+                return control->IsTabStop() && control->Visible() && control->Enabled() && control->Peer() != nullptr;
+            });
+        if (next == controls.end())
+            return false;
+        (*next)->SetFocus();
+        if (auto* box = dynamic_cast<TextBox*>(*next); box != nullptr && box->HasFocus())
+            box->SelectAll();
+        return true;
+    }
+
 protected:
     void Sync(Aspect aspect) override
     {

@@ -91,6 +91,9 @@ TEST_F(DialogWindowTest, TheButtonThatEnterPressesIsMarkedWhereverTheFocusIs)
     form.Events.clear();
     Press(VK_RETURN);
     EXPECT_THAT(form.Events, ElementsAre("retry"));
+    PressAlt(L'f');
+    EXPECT_TRUE(form.txtFirst.HasFocus()) << "a label's letter leads to its box";
+    EXPECT_EQ(form.txtFirst.SelText(), form.txtFirst.Text());
 }
 
 TEST_F(DialogWindowTest, TypingChangesTheModelAndCodeMovesTheNativeSelection)
