@@ -19,9 +19,9 @@ int ImageOf(const TemplateKind& kind)
     return static_cast<int>(&kind - TemplateKinds.data()) + 1;
 }
 
-ui::TabStrip::Tab MakeTab(const TemplateKind& kind, int caption)
+ui::TabStrip::Tab MakeTab(const TemplateKind& kind)
 {
-    return {std::string{kind.tab}, std::to_string(caption), {}, {}, {}, ImageOf(kind)};
+    return {std::string{kind.tab}, std::to_string(kind.tabCaption), {}, {}, {}, ImageOf(kind)};
 }
 
 } // namespace
@@ -33,7 +33,7 @@ FileTypeTabs::FileTypeTabs(app::Settings& settings, const app::StringTable& stri
     for (const TemplateKind& kind : TemplateKinds) {
         if (kind.tab.empty())
             continue;
-        tabs.push_back(MakeTab(kind, kind.tabCaption));
+        tabs.push_back(MakeTab(kind));
         strip.Images.SetNamed(ImageOf(kind), std::string{kind.image});
     }
     strip.Images.SetNamed(AllImage, "all");
@@ -62,8 +62,8 @@ bool FileTypeTabs::Toggle(std::string_view key)
         // In its own place: behind those before it that are shown.
         const auto place = std::count_if(TemplateKinds.begin(), kind,
                                          [this](const TemplateKind& before) { return strip.Has(before.tab); });
-        auto tab = MakeTab(*kind, kind->tabCaptionAgain);
-        tab.caption = strings.LoadString(static_cast<std::uint16_t>(kind->tabCaptionAgain));
+        auto tab = MakeTab(*kind);
+        tab.caption = strings.LoadString(static_cast<std::uint16_t>(kind->tabCaption));
         strip.Insert(static_cast<std::size_t>(place), std::move(tab));
         strip.Select(key);
     } else {

@@ -49,26 +49,31 @@ Launcher::Outcome Launcher::Launch(const Target& target)
     using Verdict = platform::OpenGate::Verdict;
     const Verdict verdict = Judge(target);
     if (verdict == Verdict::Refused)
-        return {Report(FileNotFound, target.name), false, {}};
+        return {.result = Report(FileNotFound, target.name)};
     // A name with a second dot ("a.b.ccw") goes to the shell: only the plain ending starts the spreadsheet directly.
     // The spreadsheet says itself when a file is gone.
     if (LongExtension(target.name) == library::TemplateExtensions[library::SpreadsheetTemplate])
         return StartSpreadsheet(target.name);
-    const int code = verdict == Verdict::Opens ? OpenInShell(target) : FileNotFound;
-    return {Report(code, target.name), code >= platform::Shell::Worked, {}};
+    bool asNew = target.verb == platform::Verb::New;
+    const int code = verdict == Verdict::Opens ? OpenInShell(target, asNew) : FileNotFound;
+    const bool opened = code >= platform::Shell::Worked;
+    return {Report(code, target.name), opened, opened && !asNew && target.verb == platform::Verb::New, {}};
 }
 
 bool Launcher::OpenDocument(const std::string& path)
 {
     const Target target{.name = path, .isOwn = true};
-    return Judge(target) == platform::OpenGate::Verdict::Opens && OpenInShell(target) >= platform::Shell::Worked;
+    bool asNew = false;
+    return Judge(target) == platform::OpenGate::Verdict::Opens && OpenInShell(target, asNew) >= platform::Shell::Worked;
 }
 
-int Launcher::OpenInShell(const Target& target)
+int Launcher::OpenInShell(const Target& target, bool& asNew)
 {
     const int code = shell.Open(target.name, target.verb);
-    return code == NoAssociation && target.verb != platform::Verb::Open ? shell.Open(target.name, platform::Verb::Open)
-                                                                        : code;
+    if (code != NoAssociation || target.verb == platform::Verb::Open)
+        return code;
+    asNew = false;
+    return shell.Open(target.name, platform::Verb::Open);
 }
 
 Launcher::Outcome Launcher::StartSpreadsheet(const std::string& target)
@@ -76,7 +81,7 @@ Launcher::Outcome Launcher::StartSpreadsheet(const std::string& target)
     const auto value = registry.QueryValueByPath(SpreadsheetAppPath, "");
     const auto* registered = value ? std::get_if<std::string>(&*value) : nullptr;
     if (registered == nullptr)
-        return {Report(NoAssociation, target), false, {}};
+        return {.result = Report(NoAssociation, target)};
     const std::string program = ProgramOf(shell.Expanded(*registered));
     const auto entry = files.Stat(program);
     if (!entry || entry->IsFolder()) {
@@ -85,8 +90,8 @@ Launcher::Outcome Launcher::StartSpreadsheet(const std::string& target)
     }
     const std::string commandLine = Quoted(program) + " /+  " + Quoted(target);
     if (const auto started = shell.Run(program, commandLine, platform::WindowStyle::MinimizedFocus); !started)
-        return {0, false, started.error()};
-    return {0, true, {}};
+        return {.raised = started.error()};
+    return {.opened = true};
 }
 
 std::int16_t Launcher::Report(int code, const std::string& target)

@@ -36,6 +36,8 @@ public:
     struct Outcome {
         std::int16_t result{};
         bool opened{};
+        /// A new document was asked for, and as the type has no such verb the template itself is open now.
+        bool openedItself{};
         /// The spreadsheet's program is there but could not be started; the caller tells the user.
         std::optional<platform::Error> raised;
     };
@@ -65,7 +67,8 @@ private:
 
     platform::OpenGate::Verdict Judge(const Target& target) const;
     Outcome StartSpreadsheet(const std::string& target);
-    int OpenInShell(const Target& target);
+    /// The shell's code; `asNew` is cleared when the type has no verb for a new document.
+    int OpenInShell(const Target& target, bool& asNew);
     std::int16_t Report(int code, const std::string& target);
 };
 

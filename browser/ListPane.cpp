@@ -2,8 +2,11 @@
 
 #include "app/base/StringId.h"
 #include "library/TemplateFiles.h"
+#include "platform/Scoped.h"
+#include "platform/Text.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace browser {
@@ -36,14 +39,26 @@ void ListPane::Show(std::shared_ptr<RowSource> shown)
 void ListPane::Refill()
 {
     Forget();
+    refreshed.reset();
+    Read();
+}
+
+void ListPane::Refresh(std::shared_ptr<RowSource> fresh)
+{
+    source = std::move(fresh);
+    if (!filling)
+        refreshed.emplace();
+    else
+        Forget();
+    Read();
+}
+
+void ListPane::Read()
+{
     ++request;
     if (filling)
         return; // the fill on the stack returns at its next step, and takes this one up
-    struct Guard {
-        bool& flag;
-        explicit Guard(bool& guarded) : flag{guarded} { flag = true; }
-        ~Guard() { flag = false; }
-    } guard{filling};
+    const platform::Scoped now{filling, true};
     while (served != request) {
         served = request;
         Fill();
@@ -55,10 +70,12 @@ void ListPane::Fill()
     const auto current = source; // stays while it is read, whatever is shown next
     platform::Result<> read;
     const std::string tab = tabs.Selected();
+    withoutPicture.reset();
     if (current)
         read = ShowsThumbnails() ? current->ReadThumbnails(tab, *this) : current->ReadRows(tab, *this);
     if (served != request)
         return;
+    ShowRefreshed();
     if (templates.Rows() == 0 && current)
         list.SetEmptyText(read ? EmptyText(tab) : strings.LoadString(app::str::PathFileAccessError));
     // So that the preview shows what the folder is about, and Enter opens something.
@@ -68,6 +85,20 @@ void ListPane::Fill()
     SelectionChanged();
     if (!read && ShowsThumbnails())
         messages.Inform(app::str::ThumbnailsUnavailable);
+}
+
+void ListPane::ShowRefreshed()
+{
+    if (!refreshed)
+        return;
+    const int place = list.Selected();
+    const std::string selected = SelectedPath();
+    templates.Clear();
+    templates.Add(*std::exchange(refreshed, std::nullopt));
+    list.SetEmptyText({});
+    const int row = selected.empty() ? -1 : templates.Find(selected);
+    list.Refreshed(row >= 0 ? row
+                            : std::min(place, templates.Rows() - 1)); // one that is gone gives way to its neighbour
 }
 
 void ListPane::Forget()
@@ -83,6 +114,10 @@ void ListPane::Add(TemplateRows piece)
 {
     if (piece.empty())
         return;
+    if (refreshed) {
+        std::ranges::move(piece, std::back_inserter(*refreshed));
+        return;
+    }
     const std::string selected = SelectedPath();
     templates.Add(std::move(piece));
     const std::string& path = selected.empty() ? wanted : selected;
@@ -98,12 +133,28 @@ bool ListPane::GoOn()
 
 std::string ListPane::EmptyText(const std::string& tab) const
 {
-    if (ShowsThumbnails())
-        return strings.LoadString(app::str::Empty);
+    /// Counts what it is given.
+    struct Counter final : RowSink {
+        void Add(TemplateRows piece) override { rows += piece.size(); }
+        bool GoOn() override { return true; }
+        std::size_t rows{};
+    } all;
+    (void)source->ReadRows(FileTypeTabs::AllTab, all);
+    if (all.rows == 0 && source->EmptyText() != 0)
+        return strings.LoadString(source->EmptyText());
     const auto* kind = std::ranges::find(library::TemplateKinds, tab, &library::TemplateKind::tab);
-    if (kind != library::TemplateKinds.end() && kind->noneInFolder != 0)
-        return strings.LoadString(static_cast<std::uint16_t>(kind->noneInFolder));
-    return "0 " + strings.LoadString(app::str::TemplatesAvailable);
+    std::string text;
+    if (ShowsThumbnails())
+        text = strings.LoadString(app::str::Empty);
+    else if (kind != library::TemplateKinds.end() && kind->noneInFolder != 0)
+        text = strings.LoadString(static_cast<std::uint16_t>(kind->noneInFolder));
+    else
+        text = "0 " + strings.LoadString(app::str::TemplatesAvailable);
+    if (withoutPicture && withoutPicture->count > 0)
+        text += "\r\n" + strings.LoadString(app::str::WithoutPictureAreHidden);
+    else if (all.rows > 0 && tab != FileTypeTabs::AllTab)
+        text += "\r\n" + strings.LoadString(app::str::OtherTypesHere);
+    return text;
 }
 
 void ListPane::SetView(View view)
@@ -146,18 +197,35 @@ std::string ListPane::SelectedPath() const
 
 void ListPane::SelectionChanged()
 {
+    note.clear();
     ShowStatus();
     if (Changed)
         Changed();
 }
 
+void ListPane::Tell(std::string text)
+{
+    note = std::move(text);
+    ShowStatus();
+}
+
+std::string ListPane::CountText() const
+{
+    std::string text = templates.Rows() == 1
+                           ? strings.LoadString(app::str::TemplateAvailable)
+                           : std::to_string(templates.Rows()) + " " + strings.LoadString(app::str::TemplatesAvailable);
+    if (withoutPicture && withoutPicture->count > 0)
+        text += platform::text::Replaced(
+            strings.LoadString(withoutPicture->areShown ? app::str::WithoutPicture : app::str::MoreWithoutPicture),
+            "%1", std::to_string(withoutPicture->count));
+    return text;
+}
+
 void ListPane::ShowStatus()
 {
-    status.SetPanel(0, source
-                           ? std::to_string(templates.Rows()) + " " + strings.LoadString(app::str::TemplatesAvailable)
-                           : std::string{});
-    std::string selected;
-    if (const TemplateRow* row = Selected()) {
+    status.SetPanel(0, source ? CountText() : std::string{});
+    std::string selected = note;
+    if (const TemplateRow* row = Selected(); row != nullptr && note.empty()) {
         selected = row->text;
         if (row->hasDetails)
             selected += "   " + SizeText(row->size) + "   " + templates.ModifiedOf(*row);

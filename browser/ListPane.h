@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace browser {
@@ -34,6 +35,11 @@ public:
     void Show(std::shared_ptr<RowSource> shown);
     /// Reads the source again.
     void Refill();
+    /// The same for what is shown already (`fresh` reads it as it is now): its rows stay in sight until the new ones
+    /// are there, and the selection and the scroll place after that.
+    void Refresh(std::shared_ptr<RowSource> fresh);
+    /// Something that the user ought to know about the last command; shown until the next row is selected.
+    void Tell(std::string note);
     /// Shows nothing, so that no file is in use and no path leads anywhere.
     void Clear() { Show(nullptr); }
 
@@ -50,6 +56,11 @@ public:
     /// Full path; "" when no row is selected.
     std::string SelectedPath() const;
     const TemplateList& Templates() const { return templates; }
+    /// Whether the thumbnails include templates without a picture; nothing when no thumbnails are shown.
+    std::optional<bool> ShowsWithoutPicture() const
+    {
+        return withoutPicture ? std::optional{withoutPicture->areShown} : std::nullopt;
+    }
 
     /// The user chose another row.
     void SelectionChanged();
@@ -64,16 +75,23 @@ private:
     TemplateList templates;
     std::shared_ptr<RowSource> source;
     View plainView{View::LargeIcons};
-    std::string wanted; ///< path of the row to select once it is there
+    std::string wanted;                    ///< path of the row to select once it is there
+    std::string note;                      ///< shown in place of what is said of the selected row
+    std::optional<TemplateRows> refreshed; ///< those read so far by a refresh
+    std::optional<RowSink::WithoutPicture> withoutPicture;
     unsigned request{}; ///< number of the latest
     unsigned served{};  ///< number of the one that is being read, or was last
     bool filling{};
 
     void Add(TemplateRows piece) override;
+    void TellWithoutPicture(WithoutPicture found) override { withoutPicture = found; }
     bool GoOn() override;
     void Forget();
+    void Read();
     void Fill();
+    void ShowRefreshed();
     std::string EmptyText(const std::string& tab) const;
+    std::string CountText() const;
     void SortBy(int column);
     void ShowStatus();
 };

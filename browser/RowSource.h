@@ -3,6 +3,8 @@
 #include "browser/TemplateRow.h"
 #include "platform/Error.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace browser {
@@ -15,6 +17,13 @@ public:
     virtual void Add(TemplateRows piece) = 0;
     /// Lets the user act. False when something else is to be shown by now: the source returns and adds nothing more.
     virtual bool GoOn() = 0;
+
+    /// Templates that have no picture of their own among the thumbnails.
+    struct WithoutPicture {
+        std::size_t count{};
+        bool areShown{};
+    };
+    virtual void TellWithoutPicture(WithoutPicture) {}
 };
 
 /// What the list can show. It hands its rows over as they come, in one piece or several, and asks between them whether
@@ -26,6 +35,8 @@ public:
     virtual platform::Result<> ReadRows(std::string_view tab, RowSink& sink) = 0;
     /// The same as thumbnails.
     virtual platform::Result<> ReadThumbnails(std::string_view tab, RowSink& sink) = 0;
+    /// Number of the text for a list without a row of any type; 0 for the general one.
+    virtual std::uint16_t EmptyText() const { return 0; }
 };
 
 } // namespace browser

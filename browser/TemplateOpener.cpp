@@ -32,7 +32,8 @@ void TemplateOpener::CreateDocument(const std::string& file)
     }
     const bool isCopied = !copy->empty();
     const Launcher::Target target{.name = isCopied ? *copy : file, .verb = platform::Verb::New, .isOwn = isCopied};
-    if (!Launch(target).opened) {
+    const auto outcome = Launch(target);
+    if (!outcome.opened) {
         if (isCopied)
             (void)files.DeleteFile(*copy);
         return;
@@ -41,6 +42,8 @@ void TemplateOpener::CreateDocument(const std::string& file)
         Created(*copy);
     if (Opened)
         Opened(file);
+    if (outcome.openedItself && !isCopied && OpenedItself)
+        OpenedItself(file);
 }
 
 Launcher::Outcome TemplateOpener::Launch(const Launcher::Target& target)

@@ -26,6 +26,10 @@ public:
     /// Called with the path of every new document that was made and opened.
     std::function<void(const std::string& path)> Created;
 
+    /// Called with the path of every template that was opened itself where a new document was asked for: saved, it
+    /// would be another one.
+    std::function<void(const std::string& path)> OpenedItself;
+
     void Open(const std::string& path);
     /// The same for a file that the user takes from those opened before; nobody is told. False when a failure was
     /// shown.

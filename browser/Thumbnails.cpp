@@ -40,25 +40,27 @@ private:
 platform::Result<> Thumbnails::LoadThumbnailImages(const std::string& category, std::string_view tab, RowSink& sink)
 {
     FindBackground();
-    Load load{reader.PlaceOf(category), {}, tab == FileTypeTabs::AllTab, {}};
+    Load load{reader.PlaceOf(category), {}, {}, tab == FileTypeTabs::AllTab, false, {}};
     Collector templates{sink};
     (void)reader.ReadCategory(category, tab, templates); // without its templates, a picture shows as one that lost its
     if (!templates.Wanted)
         return {};
+    load.all = std::move(templates.Rows);
     // Of two templates with one name the picture opens the one that the list has first.
-    for (TemplateRow& row : templates.Rows)
-        load.templates.try_emplace(text::Folded(row.text), std::move(row));
+    for (std::size_t i = 0; i < load.all.size(); ++i)
+        load.templates.try_emplace(text::Folded(load.all[i].text), i);
 
     const std::string previews = path::Join(load.category, library::PreviewsFolder);
     const auto pictures = files.List(library::DiskPath(state.TemplatesPath, previews));
-    if (!pictures)
-        return platform::IsNotThere(pictures.error()) || pictures.error() == platform::error::InvalidFolder
-                   ? platform::Result<>{}
-                   : std::unexpected{pictures.error()};
-    for (const platform::FileEntry& picture : *pictures)
-        if (library::IsPlainFile(picture) && text::EndsWithIgnoringCase(picture.name, PictureEnding))
-            AddThumbnailImage(load, previews, picture.name);
-    sink.Add(std::move(load.rows));
+    if (!pictures && !platform::IsNotThere(pictures.error()) && pictures.error() != platform::error::InvalidFolder)
+        return std::unexpected{pictures.error()};
+    if (pictures)
+        for (const platform::FileEntry& picture : *pictures)
+            if (library::IsPlainFile(picture) && text::EndsWithIgnoringCase(picture.name, PictureEnding)) {
+                load.hasPictures = true;
+                AddThumbnailImage(load, previews, picture.name);
+            }
+    AddTheOthers(load, sink);
     return {};
 }
 
@@ -67,7 +69,8 @@ void Thumbnails::AddThumbnailImage(Load& load, const std::string& previewsFolder
     TemplateRow row;
     const std::string name = text::Trimmed(path::WithoutLastFour(fileName));
     if (const auto found = load.templates.find(text::Folded(name)); found != load.templates.end()) {
-        row = found->second;
+        row = std::exchange(load.all[found->second], {});
+        load.templates.erase(found);
     } else if (load.showsAll && !reader.IsExcluded(name)) {
         // A picture whose template is gone shows, and opening it says that the file was not found.
         row.text = name;
@@ -83,6 +86,25 @@ void Thumbnails::AddThumbnailImage(Load& load, const std::string& previewsFolder
     load.rows.push_back(std::move(row));
 }
 
+void Thumbnails::AddTheOthers(Load& load, RowSink& sink) const
+{
+    std::erase_if(load.all, [](const TemplateRow& row) { return row.file.empty(); });
+    const bool show = ShowWithoutPicture.value_or(!load.hasPictures);
+    sink.TellWithoutPicture({load.all.size(), show});
+    if (show)
+        for (TemplateRow& row : load.all) {
+            row.thumbnail = Composed(PictureOf(row), state.HddTemplatesPath);
+            load.rows.push_back(std::move(row));
+        }
+    sink.Add(std::move(load.rows));
+}
+
+std::string Thumbnails::PictureOf(const TemplateRow& row)
+{
+    return path::Join(path::Join(row.folder, library::PreviewsFolder),
+                      text::Trimmed(row.text) + std::string{PictureEnding});
+}
+
 void Thumbnails::LoadThumbnailViewForMyFavorites(const library::Favorites& favorites, std::string_view tab,
                                                  RowSink& sink)
 {
@@ -90,9 +112,7 @@ void Thumbnails::LoadThumbnailViewForMyFavorites(const library::Favorites& favor
     Collector templates{sink};
     reader.ReadFavorites(favorites, tab, templates);
     for (TemplateRow& row : templates.Rows)
-        row.thumbnail = Composed(path::Join(path::Join(row.folder, library::PreviewsFolder),
-                                            text::Trimmed(row.text) + std::string{PictureEnding}),
-                                 state.TemplatesPath);
+        row.thumbnail = Composed(PictureOf(row), state.TemplatesPath);
     sink.Add(std::move(templates.Rows));
 }
 

@@ -5,6 +5,7 @@
 #include "browser/TemplateReader.h"
 
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,8 +19,13 @@ public:
     {
     }
 
+    /// Whether templates without a picture show too, with the library's own one; nothing when the user has not said:
+    /// where no template of the folder has one.
+    std::optional<bool> ShowWithoutPicture;
+
     /// One thumbnail for each picture in the category's "Previews" folder, in directory order. "All" shows every
-    /// picture, another tab those of the templates that it shows. An error: the folder is there and cannot be read.
+    /// picture, another tab those of the templates that it shows. The templates without a picture follow, or are only
+    /// counted. An error: the folder is there and cannot be read.
     platform::Result<> LoadThumbnailImages(const std::string& category, std::string_view tab, RowSink& sink);
     /// One thumbnail for each favourite; its picture lies in "Previews" beside it.
     void LoadThumbnailViewForMyFavorites(const library::Favorites& favorites, std::string_view tab, RowSink& sink);
@@ -35,14 +41,18 @@ private:
     /// What one load has so far.
     struct Load {
         std::string category;
-        std::map<std::string, TemplateRow> templates; ///< of the folder, by base name, folded
+        TemplateRows all;                             ///< of the folder; those that have a picture are moved from
+        std::map<std::string, std::size_t> templates; ///< places in `all` by base name, folded
         bool showsAll{};
+        bool hasPictures{};
         TemplateRows rows;
     };
 
+    void AddTheOthers(Load& load, RowSink& sink) const;
     void FindBackground();
     /// `previewsFolder` is relative to the templates path.
     void AddThumbnailImage(Load& load, const std::string& previewsFolder, const std::string& fileName) const;
+    static std::string PictureOf(const TemplateRow& row);
     ui::Thumbnail Composed(std::string picture, std::string_view frameLocation) const;
 };
 

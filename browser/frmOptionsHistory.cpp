@@ -19,6 +19,7 @@ frmOptionsHistory::frmOptionsHistory(app::Program& program, RecentDocuments& doc
     ShowPeriodLabel();
     txtNoOfMonthsForHistoryList.SetMaxLength(5);
     txtNoOfMonthsForHistoryList.SetText(std::to_string(documents.TimePeriod()));
+    txtNoOfMonthsForHistoryList.SelectAll(); // what is typed first takes its place
     Layout(Column(lblExplanation, Row(lblBefore, Joined(txtNoOfMonthsForHistoryList, UpDownMonths), lblAfter),
                   Buttons(cmdOK, cmdCancel, cmdHelp)),
            Width);

@@ -186,9 +186,11 @@ const Catalog::Folder* Catalog::FirstCategory() const
     return found == contents.roots.end() ? nullptr : *found;
 }
 
-std::string Catalog::RememberedAs(const Folder& folder)
+std::string Catalog::RememberedAs(const Folder* folder)
 {
-    return folder.kind == Kind::Favorites ? folder.text : folder.path;
+    if (folder == nullptr)
+        return {};
+    return folder->kind == Kind::Favorites ? folder->text : folder->path;
 }
 
 const Catalog::Folder* Catalog::FindRemembered(std::string_view stored) const

@@ -66,8 +66,9 @@ public:
     const Folder* Favorites() const { return contents.favorites; }
     const Folder* GetMore() const { return contents.getMore; }
 
-    /// What is stored of a folder to come back to it: a category's path, the favourites' name; "" for the others.
-    static std::string RememberedAs(const Folder& folder);
+    /// What is stored of a folder to come back to it: a category's path, the favourites' name; "" for the others, and
+    /// for none.
+    static std::string RememberedAs(const Folder* folder);
     const Folder* FindRemembered(std::string_view stored) const;
 
     /// Where a category's files lie, relative to the templates path: its path; when nothing is there, its path with

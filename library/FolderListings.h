@@ -18,6 +18,8 @@ public:
 
     /// A folder that is not there (any more) is an empty listing; every other failure is an error.
     const Listing& Of(const std::string& folder);
+    /// Enumerates anew from here on.
+    void Forget() { listings.clear(); }
 
 private:
     platform::FileSystem& files;

@@ -17,8 +17,8 @@ struct TemplateKind {
     std::string_view tabSetting; ///< whether the tab is shown: key in section "Browser"
     std::string_view tabCommand; ///< the menu entry that hides the tab and shows it again
     // String numbers.
-    std::uint16_t notInstalled{};        ///< told when no program opens it
-    int tabCaption{}, tabCaptionAgain{}; ///< the second after it was hidden and shown
+    std::uint16_t notInstalled{}; ///< told when no program opens it
+    int tabCaption{};
     int tabCommandCaption{}, tabToolTip{};
     int noneInFolder{}; ///< shown instead of an empty list; 0 for the general text
 };
@@ -26,11 +26,11 @@ struct TemplateKind {
 /// In the order in which a list has them. The position chooses icons and launch rules.
 // clang-format off
 inline constexpr std::array<TemplateKind, 5> TemplateKinds{{
-    {".swt", "word", "Word", "ShowWordTemplates", "mnuSettingsWord", 567, 156, 184, 122, 149, 166},
-    {".ccw", "excel", "Excel", "ShowXLTemplates", "mnuSettingsXL", 568, 157, 185, 124, 150, 167},
-    {".prt", "ppt", "PPT", "ShowPPTTemplates", "mnuSettingsPPT", 569, 158, 186, 123, 151, 168},
+    {".swt", "word", "Word", "ShowWordTemplates", "mnuSettingsWord", 567, 184, 122, 149, 166},
+    {".ccw", "excel", "Excel", "ShowXLTemplates", "mnuSettingsXL", 568, 185, 124, 150, 167},
+    {".prt", "ppt", "PPT", "ShowPPTTemplates", "mnuSettingsPPT", 569, 186, 123, 151, 168},
     {".pdf", "pdf", {}, {}, {}, 570},
-    {".mst", "photo", "Photo", "ShowPhotoTemplates", "mnuSettingsPhoto", 569, 161, 161, 125, 152},
+    {".mst", "photo", "Photo", "ShowPhotoTemplates", "mnuSettingsPhoto", 569, 161, 125, 152},
 }};
 // clang-format on
 

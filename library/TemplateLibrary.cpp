@@ -3,6 +3,7 @@
 #include "app/base/StringId.h"
 #include "library/FolderWalk.h"
 #include "library/LibraryFolder.h"
+#include "platform/Path.h"
 #include "platform/Scoped.h"
 #include "platform/Text.h"
 
@@ -46,7 +47,9 @@ bool TemplateLibrary::LoadTreeView()
 void TemplateLibrary::LoadOnce()
 {
     FolderListings listings{files};
-    NoFoldersFound = std::exchange(FullLoad, false) && !ReadFolders(listings);
+    const bool reads = std::exchange(FullLoad, false);
+    while ((NoFoldersFound = reads && !ReadFolders(listings)) && TellNoFolders())
+        listings.Forget();
     if (NoFoldersFound)
         return;
     if (!progress.Cancelled)
@@ -65,14 +68,23 @@ bool TemplateLibrary::ReadFolders(FolderListings& listings)
         folderTree.Show();
         if (ClearViews)
             ClearViews();
-        if (!progress.Cancelled)
-            messages.Stop(app::str::NoTemplateFolders);
         return false;
     }
     table.BuildFolderTable(walk, listings, progress, state.TemplatesPath);
     if (MayBeTidied(shell, state.TemplatesPath))
         table.RemoveEmptyFolders(state.TemplatesPath);
     return true;
+}
+
+bool TemplateLibrary::TellNoFolders()
+{
+    if (progress.Cancelled)
+        return false;
+    if (OffersRetry)
+        return messages.AskToRetry(strings.LoadString(app::str::NoTemplateFolders) + "\r\n\r\n" +
+                                   std::string{platform::path::WithoutTrailingSeparator(state.TemplatesPath)});
+    messages.Stop(app::str::NoTemplateFolders);
+    return false;
 }
 
 void TemplateLibrary::BuildTreeFromFolderTable(FolderListings& listings)
@@ -102,10 +114,7 @@ bool TemplateLibrary::RebuildTree()
 
 void TemplateLibrary::RememberSelection()
 {
-    const Catalog::Folder* folder = folderTree.Selected();
-    if (folder == nullptr)
-        return;
-    if (const std::string remembered = Catalog::RememberedAs(*folder); !remembered.empty())
+    if (const std::string remembered = Catalog::RememberedAs(folderTree.Selected()); !remembered.empty())
         (void)settings.Save("Browser", "LastFolderBrowsed", platform::text::Trimmed(remembered));
 }
 

@@ -29,6 +29,10 @@ public:
     /// Called when a load found no category folder, to empty the views that show one.
     std::function<void()> ClearViews;
 
+    /// A load that finds no category folder asks whether to try again, with the path, instead of only telling it: for
+    /// one that the user asked for.
+    bool OffersRetry{};
+
     /// Called with true before a load and with false when it has ended, however it ends.
     std::function<void(bool lock)> LockAccess;
 
@@ -74,6 +78,8 @@ private:
 
     void LoadOnce();
     bool ReadFolders(FolderListings& listings);
+    /// True when the user wants the load to be tried again.
+    bool TellNoFolders();
     void BuildTreeFromFolderTable(FolderListings& listings);
     void SelectLastBrowsed();
     void RestoreCombo();

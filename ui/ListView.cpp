@@ -1,5 +1,7 @@
 #include "ui/ListView.h"
 
+#include "platform/Scoped.h"
+
 #include <algorithm>
 
 namespace ui {
@@ -22,6 +24,12 @@ void ListView::Reordered(int row)
     Changed(Aspect::Items);
     if (selected >= 0)
         Changed(Aspect::Selection);
+}
+
+void ListView::Refreshed(int row)
+{
+    const platform::Scoped keep{keepsScrollPlace, true};
+    Reordered(row);
 }
 
 void ListView::SetColumns(std::vector<Column> value)

@@ -51,6 +51,10 @@ public:
     void Refill();
     /// The rows' order changed; `row` is now where the selected one went (-1: nowhere).
     void Reordered(int row);
+    /// The model's rows were read again: as Reordered, and the scroll place stays although `row` is out of sight.
+    void Refreshed(int row);
+    /// While Refreshed updates the native list.
+    bool KeepsScrollPlace() const { return keepsScrollPlace; }
     int Rows() const { return model != nullptr ? model->Rows() : 0; }
 
     const std::vector<Column>& Columns() const { return columns; }
@@ -90,6 +94,7 @@ private:
     int sortColumn{-1};
     bool sortAscending{true};
     int selected{-1};
+    bool keepsScrollPlace{};
     std::string emptyText;
 };
 

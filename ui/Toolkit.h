@@ -14,8 +14,8 @@ class Form;
 class FormPeer;
 
 enum class Icon { None, Information, Question, Critical };
-enum class MessageButtons { Ok, YesNo, YesNoCancel };
-enum class Answer { Ok, Yes, No, Cancel };
+enum class MessageButtons { Ok, YesNo, YesNoCancel, RetryCancel };
+enum class Answer { Ok, Yes, No, Retry, Cancel };
 
 struct MessageBox {
     std::string text;
@@ -24,6 +24,13 @@ struct MessageBox {
     MessageButtons buttons{};
     Answer proposed{Answer::Yes}; ///< of Yes and No: the one that Enter gives
 };
+
+/// The answer of a box that is closed without choosing.
+constexpr Answer Otherwise(MessageButtons buttons)
+{
+    constexpr Answer answers[] = {Answer::Ok, Answer::No, Answer::Cancel, Answer::Cancel};
+    return answers[static_cast<std::size_t>(buttons)];
+}
 
 /// A question for an existing file.
 struct OpenFileDialog {

@@ -19,6 +19,12 @@ ui::Answer Messages::AskOrCancel(std::string text)
         {std::move(text), state.ProductCaption, ui::Icon::Question, ui::MessageButtons::YesNoCancel});
 }
 
+bool Messages::AskToRetry(std::string text)
+{
+    return toolkit.ShowMessage({std::move(text), state.ProductCaption, ui::Icon::Critical,
+                                ui::MessageButtons::RetryCancel}) == ui::Answer::Retry;
+}
+
 void Messages::Show(std::string text, ui::Icon icon, std::uint16_t id)
 {
     constexpr std::size_t remembered = 10;

@@ -29,6 +29,8 @@ public:
     /// A question with the buttons Yes and No; true for Yes. Enter gives what is proposed: No where a Yes cannot be
     /// taken back.
     bool Ask(std::string text, ui::Answer proposed = ui::Answer::Yes);
+    /// A failure with the buttons Retry and Cancel; true for Retry.
+    bool AskToRetry(std::string text);
     bool Ask(std::uint16_t id) { return Ask(strings.LoadString(id)); }
     /// The same with Cancel beside them, for what can also be left undone.
     ui::Answer AskOrCancel(std::string text);

@@ -31,6 +31,8 @@ inline constexpr std::uint16_t FileNotFound = 126, PreviousInstance = 140, TabAl
                                LaunchedNameEnd = 566, NotAbleToLaunchEnd = 571;
 
 inline constexpr std::uint16_t EmptyLibraryQuestion = 600, HiddenNameQuestion = 601, FolderNameEnd = 602,
-                               FolderNameDevice = 603, TemplatesToDelete = 604, TemplateToDelete = 605;
+                               FolderNameDevice = 603, TemplatesToDelete = 604, TemplateToDelete = 605,
+                               TemplateItselfOpened = 606, TemplateAvailable = 607, WithoutPicture = 608,
+                               MoreWithoutPicture = 609, WithoutPictureAreHidden = 611, OtherTypesHere = 612;
 
 } // namespace app::str

@@ -104,4 +104,10 @@ bool CommandTable::Run(std::string_view name) const
     return true;
 }
 
+bool CommandTable::Press(const ui::Key& key) const
+{
+    const auto found = std::ranges::find(commands, key, &Command::key);
+    return key && found != commands.end() && Run(found->name);
+}
+
 } // namespace app

@@ -51,6 +51,9 @@ public:
     void Refresh(ui::ToolBar& bar) const;
     /// Runs a command that is there, visible and enabled; false otherwise.
     bool Run(std::string_view name) const;
+    /// Runs the command that has this key: for those that stand in no menu bar, which looks for its keys itself. False
+    /// when there is none, or it cannot run.
+    bool Press(const ui::Key& key) const;
 
     static bool IsEnabled(const Command& command) { return command.run && (!command.enabled || command.enabled()); }
     static bool IsVisible(const Command& command) { return !command.visible || command.visible(); }

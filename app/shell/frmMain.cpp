@@ -6,6 +6,7 @@
 #include "app/shell/WindowPlacement.h"
 #include "app/shell/frmTemplatesPath.h"
 #include "platform/Path.h"
+#include "platform/Scoped.h"
 
 #include <algorithm>
 #include <utility>
@@ -132,7 +133,8 @@ bool frmMain::LoadTemplateBrowser()
 
 void frmMain::PostLoad()
 {
-    (tvTreeView.Selected() != nullptr ? static_cast<ui::Control&>(tvTreeView) : lvListView).SetFocus();
+    (tvTreeView.Selected() != nullptr && values.folderListOn ? static_cast<ui::Control&>(tvTreeView) : lvListView)
+        .SetFocus();
     (void)solutionPacks.IsInstalling(); // one that has outlived an earlier browser
     bugReport.RestoreEditorPreference();
     updates.StartUpdateCheck();
@@ -152,6 +154,8 @@ void frmMain::PreviousRunSettings()
         columns[i].width = values.*WindowValues::Columns[i];
     lvListView.SetColumns(std::move(columns));
     tabs.Restore();
+    if (!program.settings.Text("Browser", WithoutPictureSetting).empty())
+        thumbnails.ShowWithoutPicture = program.settings.Flag("Browser", WithoutPictureSetting, false);
 }
 
 void frmMain::GetQuenbyFileOption()
@@ -177,8 +181,14 @@ void frmMain::RefreshLibrary()
         return;
     const Busy guard{*this};
     // The user asks for what is on the disk now: new folders show, vanished ones go.
+    const std::string before = library::Catalog::RememberedAs(templateLibrary.Tree().Selected());
     templateLibrary.FullLoad = true;
-    if (templateLibrary.RebuildTree())
+    const platform::Scoped retry{templateLibrary.OffersRetry, true};
+    if (!templateLibrary.RebuildTree())
+        return;
+    if (!before.empty() && library::Catalog::RememberedAs(templateLibrary.Tree().Selected()) == before)
+        list.Refresh(SelectedRows());
+    else
         FillList();
 }
 
@@ -420,19 +430,36 @@ bool frmMain::OnKey(const ui::Key& key)
         tabs.SelectNext(key.shift);
         return true;
     }
-    return false;
+    return commands.Press(key);
 }
 
 bool frmMain::OnTreeKey(const ui::Key& key)
 {
     if (key == ui::Plain(ui::KeyCode::Delete))
         return commands.Run("mnupopDeletefolder");
-    if (key == ui::Plain(ui::KeyCode::Enter))
-        return OpenSelectedNode();
+    if (key == ui::Plain(ui::KeyCode::Enter)) {
+        if (!OpenSelectedNode())
+            ToggleBranch();
+        return true;
+    }
+    return OnAnyPaneKey(key);
+}
+
+bool frmMain::OnAnyPaneKey(const ui::Key& key)
+{
     if (key != ui::Plain(ui::KeyCode::Backspace))
         return false;
     SelectParent();
     return true;
+}
+
+void frmMain::ToggleBranch()
+{
+    ui::TreeView::Node* node = tvTreeView.Selected();
+    if (node == nullptr || node->children.empty())
+        return;
+    tvTreeView.SetExpanded(*node, !node->expanded);
+    tvTreeView_Expand(*node);
 }
 
 bool frmMain::OnListKey(const ui::Key& key)
@@ -443,7 +470,7 @@ bool frmMain::OnListKey(const ui::Key& key)
         return true;
     if (key == ui::Plain(ui::KeyCode::Delete))
         return commands.Run("mnuPopRemoveFromFavorites");
-    return OnTreeKey(key);
+    return OnAnyPaneKey(key);
 }
 
 void frmMain::MoveFocus()

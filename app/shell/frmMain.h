@@ -144,6 +144,8 @@ private:
     online::BugReport bugReport;
     CommandTable commands;
 
+    static constexpr std::string_view WithoutPictureSetting = "ShowTemplatesWithoutPicture";
+
     WindowValues values; ///< as they were read; splitters and panes as they are
     PaneLayout panes;
     int busy{};           ///< routines on the stack that yield
@@ -184,6 +186,8 @@ private:
     bool OnKey(const ui::Key& key);
     bool OnTreeKey(const ui::Key& key);
     bool OnListKey(const ui::Key& key);
+    bool OnAnyPaneKey(const ui::Key& key);
+    void ToggleBranch();
     void FillList();
     void SelectNode(ui::TreeView::Node* node);
     /// The node that stands for a web page; false for the others, which show their folder when they are selected.

@@ -48,7 +48,7 @@ void frmMain::AddCommands()
     // clang-format off
     commands.Add({.name = "mnuFileNew", .caption = 102, .toolTip = 141, .image = "new", .key = ui::Ctrl('N'),
                   .run = [this] { opener.CreateDocument(list.SelectedPath()); }, .enabled = hasSelection});
-    commands.Add({.name = "mnuFileNewDocument", .caption = 226,
+    commands.Add({.name = "mnuFileNewDocument", .caption = 226, .key = ui::Ctrl('N'),
                   .run = [this] { opener.CreateDocument(list.SelectedPath()); }, .enabled = hasSelection});
     commands.Add({.name = "mnuFileNewTemplate", .caption = 227, .run = [this] { lvListView_DblClick(); },
                   .enabled = hasSelection});
@@ -89,8 +89,20 @@ void frmMain::AddCommands()
     for (const ViewCommand& view : viewCommands)
         commands.Add({.name = view.name, .caption = view.caption, .toolTip = view.toolTip, .image = view.image,
                       .key = ui::Ctrl(view.digit), .run = [this, mode = view.view] { mnuListViewMode_Click(mode); },
-                      .enabled = [mode = view.view, hasItems] { return mode != View::Thumbnails || hasItems(); },
+                      // The view that shows is never grey, also where it has nothing to show.
+                      .enabled = [this, mode = view.view, hasItems] {
+                          return mode != View::Thumbnails || hasItems() || lvListView.GetView() == mode;
+                      },
                       .checked = [this, mode = view.view] { return lvListView.GetView() == mode; }});
+    commands.Add({.name = "mnuViewWithoutPicture", .caption = 610,
+                  .run = [this] {
+                      const bool show = !list.ShowsWithoutPicture().value_or(false);
+                      thumbnails.ShowWithoutPicture = show;
+                      (void)program.settings.SaveFlag("Browser", WithoutPictureSetting, show);
+                      FillList();
+                  },
+                  .enabled = [this] { return list.ShowsWithoutPicture().has_value(); },
+                  .checked = [this] { return list.ShowsWithoutPicture().value_or(false); }});
     commands.Add({.name = "mnuViewFolderList", .caption = 119, .toolTip = 147, .image = "folder-list",
                   .run = [this] {
                       values.folderListOn = !values.folderListOn;
@@ -200,8 +212,9 @@ void frmMain::BuildMenus()
           "mnupopDeletefolder"}},
         {"mnuView",
          113,
-         {"mnuViewLargeIcons", "mnuViewSmallIcons", "mnuViewList", "mnuViewDetails", "mnuViewThumbnails", "-",
-          "mnuViewFolderList", "mnuViewPreviewPane", "mnuHideBanner", "mnuShowBanner", "-", "mnuRefreshTV"}},
+         {"mnuViewLargeIcons", "mnuViewSmallIcons", "mnuViewList", "mnuViewDetails", "mnuViewThumbnails",
+          "mnuViewWithoutPicture", "-", "mnuViewFolderList", "mnuViewPreviewPane", "mnuHideBanner",
+          "mnuShowBanner", "-", "mnuRefreshTV"}},
         {"mnuOptions",
          121,
          {"mnuSettingsWord", "mnuSettingsPPT", "mnuSettingsXL", "mnuSettingsPhoto", "-", "mnuHistory",

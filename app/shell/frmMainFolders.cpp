@@ -47,6 +47,9 @@ void frmMain::WireFolders()
             recentDocuments.Add(path);
         RefreshCommands();
     };
+    opener.OpenedItself = [this](const std::string& path) {
+        list.Tell(platform::text::Replaced(program.Text(str::TemplateItselfOpened), "%1", platform::path::Name(path)));
+    };
     opener.Created = [this](const std::string& path) { recentDocuments.Add(path); };
 }
 

@@ -279,6 +279,30 @@ TEST_F(MainWindowTest, TheUsualKeysDoTheUsualThings)
     EXPECT_FALSE(Main().IsOpen());
 }
 
+TEST_F(MainWindowTest, KeysReachWhatStandsInNoMenuBarAndWhatIsNotInTheTree)
+{
+    Start();
+    EXPECT_EQ(Main().fileTypeTabStrip.Tabs()[0].caption + Main().fileTypeTabStrip.Tabs()[2].caption,
+              "&Word&PowerPoint");
+    Main().tvTreeView.UserSelects("Letters");
+    auto& tree = Main().tvTreeView;
+    for (const bool open : {true, false}) {
+        EXPECT_TRUE(tree.KeyDown(ui::Plain(KeyCode::Enter)));
+        EXPECT_EQ(tree.Find("Letters")->expanded, open);
+    }
+    Main().lvListView.UserSelects(0);
+    EXPECT_FALSE(Main().lvListView.KeyDown(ui::Plain(KeyCode::Enter))) << "opens the template";
+    EXPECT_TRUE(Main().UserPresses(ui::Ctrl('N')));
+    EXPECT_EQ(system.shell.Opened(), Texts{InLibrary("Letters\\Memo.swt")});
+    EXPECT_EQ(Main().sbStatusBar.Panels()[1], "The template 'Memo.swt' itself was opened. Save it under another name.");
+    Main().tvTreeView.UserSelects("Letters\\Formal");
+    EXPECT_TRUE(Main().sbStatusBar.Panels()[1].starts_with("Complaint"));
+
+    Main().Commands().Run("mnuViewFolderList");
+    Restart();
+    EXPECT_TRUE(Main().lvListView.HasFocus());
+}
+
 TEST_F(MainWindowTest, RefreshShowsWhatIsOnTheDiskNowAndKeepsTheFolder)
 {
     Start();

@@ -164,12 +164,16 @@ TEST_F(LauncherTest, NewMakesTheUserWorkOnACopyOfASpreadsheet)
     EXPECT_TRUE(system.shell.Runs()[0].commandLine.ends_with("\"D:\\Sheets\\Budget.ccw\""));
     EXPECT_EQ(remembered, Texts{InLibrary("Business\\Budget.ccw")});
 
+    Texts openedThemselves;
+    opener.OpenedItself = [&](const std::string& path) { openedThemselves.push_back(path); };
     opener.CreateDocument(InLibrary("Letters\\Memo.swt"));
     EXPECT_EQ(system.shell.Opened(), Texts{InLibrary("Letters\\Memo.swt")});
+    EXPECT_EQ(openedThemselves, Texts{InLibrary("Letters\\Memo.swt")});
 
     system.shell.AddNewVerb(".swt"); // "open" would let the user overwrite the template
     opener.CreateDocument(InLibrary("Letters\\Memo.swt"));
     EXPECT_EQ(system.shell.OpenedForNew(), Texts{InLibrary("Letters\\Memo.swt")});
+    EXPECT_EQ(openedThemselves.size(), 1u) << "a fresh document";
 
     toolkit.ExpectMessage(NotFound, Icon::Information);
     opener.CreateDocument(InLibrary("Business\\Gone.ccw"));

@@ -83,7 +83,9 @@ TEST_F(ListTest, AnEmptyOrUnreadableFolderSaysSoInTheListsOwnArea)
                                                          {"All", ""}};
     for (const auto& [tab, text] : texts) {
         Show("Letters", tab);
-        EXPECT_EQ(Main().lvListView.EmptyText(), text) << tab;
+        EXPECT_EQ(Main().lvListView.EmptyText(),
+                  std::string{text} + (*text == 0 ? "" : "\r\nThis folder has templates of other types."))
+            << tab;
     }
     system.files.Remove(InLibrary("Letters\\Memo.swt"));
     Show("Business", "Word");
@@ -215,6 +217,41 @@ TEST_F(ListTest, TheMenusAreThoseOfTheRowTheSpaceBesideItAndTheHeadings)
     }
 }
 
+TEST_F(ListTest, ARefreshKeepsTheRowsTheSelectionAndTheScrollPlace)
+{
+    AddTemplates({"Letters\\Note.swt", "Letters\\Offer.swt", "Letters\\Zoo.swt"});
+    Show("Letters");
+    auto& list = Main().lvListView;
+    list.UserSelects(2);
+    bool wasEmpty = false;
+    toolkit.OnYield = [&](int) { wasEmpty |= list.Rows() == 0; };
+    AddTemplates({"Letters\\Attic.swt"});
+    Main().RefreshLibrary();
+    EXPECT_EQ(Column(0), (Texts{"Memo", "Note", "Offer", "Zoo", "Attic"}));
+    EXPECT_EQ(Main().List().Selected()->text, "Offer");
+    EXPECT_FALSE(wasEmpty) << "an empty list forgets where it was scrolled to";
+    system.files.Remove(InLibrary("Letters\\Offer.swt"));
+    Main().RefreshLibrary();
+    EXPECT_EQ(Main().List().Selected()->text, "Zoo") << "the neighbour of one that is gone";
+}
+
+TEST_F(ListTest, ARefreshThatFindsNothingNamesThePathAndCanBeTriedAgain)
+{
+    Show("Letters\\Formal");
+    const std::string message = Text(279) + "\r\n\r\nC:\\Templates";
+    system.files.SetUnreadable(Templates);
+    toolkit.ExpectMessage(message, Icon::Critical, Answer::Retry);
+    toolkit.ExpectMessage(message, Icon::Critical, Answer::Cancel);
+    Main().RefreshLibrary();
+    EXPECT_EQ(Main().tvTreeView.Count(), 0u);
+    toolkit.ExpectMessage(message, Icon::Critical, Answer::Retry);
+    toolkit.OnMessage = [&](const ui::MessageBox&) { system.files.SetUnreadable(Templates, {}); };
+    EXPECT_TRUE(Main().UserPresses(ui::Plain(ui::KeyCode::F5)));
+    EXPECT_EQ(Main().tvTreeView.Selected()->key, "Letters\\Formal");
+    EXPECT_EQ(Column(0), Texts{"Complaint"});
+    EXPECT_TRUE(Main().tvTreeView.Enabled());
+}
+
 // Tabs.
 
 TEST_F(ListTest, TabsCanBeHiddenAndComeBackInTheirPlace)
@@ -236,7 +273,7 @@ TEST_F(ListTest, TabsCanBeHiddenAndComeBackInTheirPlace)
     EXPECT_EQ(Main().fileTypeTabStrip.Tabs()[0].caption, "Ex&cel");
     Restart();
     EXPECT_EQ(Tabs(), (Texts{"Excel", "PPT", "Photo", "All"}));
-    EXPECT_EQ(Main().fileTypeTabStrip.Tabs()[0].caption, "Excel");
+    EXPECT_EQ(Main().fileTypeTabStrip.Tabs()[0].caption, "Ex&cel") << "with its key from the start";
     EXPECT_EQ(Main().fileTypeTabStrip.Selected(), "Excel");
     End();
     PutSetting("Browser", "LastTabSelected", "Word");

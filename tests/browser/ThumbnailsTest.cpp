@@ -36,10 +36,47 @@ TEST_F(ThumbnailsTest, EveryPictureOfTheFolderIsOneItemInDirectoryOrder)
     Main().lvListView.UserSelects(0);
     EXPECT_TRUE(Run("mnuAddToFavorites"));
 
+    AddTemplates({"Letters\\Formal\\Deep\\x.swt"});
+    Main().RefreshLibrary();
+    system.files.Remove(InLibrary("Letters\\Formal\\Complaint.swt"));
     ShowThumbnails("Letters\\Formal");
     EXPECT_EQ(Main().lvListView.Rows(), 0);
     EXPECT_EQ(Main().lvListView.EmptyText(), Text(154));
     EXPECT_FALSE(Run("mnuFileOpen"));
+    EXPECT_TRUE(Item("mnuViewThumbnails").Enabled) << "it is the view that shows";
+}
+
+TEST_F(ThumbnailsTest, TemplatesWithoutAPictureAreCountedAndShowWhenTheUserWantsThem)
+{
+    AddTemplates({"Business\\Previews\\Budget.jpg", "Business\\Previews\\Lost.jpg", "Letters\\Note.swt"});
+    const Texts pictures{"Budget", "Lost"}, others{"Invoice", "Pitch", "Terms", "Photo"};
+    Texts all = pictures;
+    all.insert(all.end(), others.begin(), others.end());
+    const auto expect = [&](const char* category, const Texts& shown, const char* status) {
+        ShowThumbnails(category);
+        EXPECT_EQ(ListTexts(Main().lvListView), shown);
+        EXPECT_EQ(Main().sbStatusBar.Panels()[0], status);
+    };
+    expect("Business", pictures, "2 templates available in this folder (4 more without a picture)");
+    EXPECT_FALSE(Item("mnuViewWithoutPicture").Checked);
+    expect("Letters", {"Memo", "Note"}, "2 templates available in this folder (2 without a picture)");
+    EXPECT_TRUE(Item("mnuViewWithoutPicture").Checked) << "where there is no picture at all";
+    EXPECT_EQ(At(0).fallback, InLibrary("NF.jpg"));
+    Main().lvListView.UserActivates(1);
+    EXPECT_EQ(system.shell.Opened(), Texts{InLibrary("Letters\\Note.swt")});
+
+    Run("mnuViewWithoutPicture"); // not there either
+    expect("Letters", {}, "0 templates available in this folder (2 more without a picture)");
+    EXPECT_EQ(Main().lvListView.EmptyText(), Text(154) + "\r\n" + Text(611));
+    Run("mnuViewWithoutPicture"); // everywhere
+    expect("Business", all, "6 templates available in this folder (4 without a picture)");
+    Restart();
+    expect("Business", all, "6 templates available in this folder (4 without a picture)");
+    Main().fileTypeTabStrip.UserSelects("Word");
+    expect("Letters\\Formal", {"Complaint"}, "1 template available in this folder (1 without a picture)");
+    Run("mnuViewDetails");
+    EXPECT_EQ(Main().sbStatusBar.Panels()[0], "1 template available in this folder");
+    EXPECT_FALSE(Item("mnuViewWithoutPicture").Enabled);
 }
 
 TEST_F(ThumbnailsTest, TabsAndExcludedNamesCountHereToo)

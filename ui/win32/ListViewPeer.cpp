@@ -245,6 +245,9 @@ void ListViewPeer::DrawThumbnail(HDC context, int row)
 void ListViewPeer::SyncRows()
 {
     SyncImages(false);
+    const auto top = static_cast<int>(Send(LVM_GETTOPINDEX));
+    POINT origin{};
+    Send(LVM_GETORIGIN, 0, &origin);
     Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list.Rows()), 0);
     ResetThumbnails();
     SyncView();
@@ -254,7 +257,23 @@ void ListViewPeer::SyncRows()
         Send(WM_HSCROLL, SB_LEFT);
     }
     SyncSelection();
+    if (list.KeepsScrollPlace())
+        ScrollBackTo(top, origin);
     InvalidateRect(Handle(), nullptr, TRUE);
+}
+
+void ListViewPeer::ScrollBackTo(int top, POINT origin)
+{
+    const bool hasTopRow = list.GetView() == ListView::View::Details || list.GetView() == ListView::View::List;
+    if (hasTopRow && list.Rows() > 0) {
+        // Shown from below, the row comes to the top.
+        Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(list.Rows() - 1), FALSE);
+        Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(std::min(top, list.Rows() - 1)), FALSE);
+        return;
+    }
+    POINT now{};
+    if (Send(LVM_GETORIGIN, 0, &now) != 0)
+        Send(LVM_SCROLL, static_cast<WPARAM>(origin.x - now.x), static_cast<LPARAM>(origin.y - now.y));
 }
 
 void ListViewPeer::Arrange()
@@ -285,7 +304,7 @@ void ListViewPeer::ShowSelection()
     RECT client{};
     GetClientRect(Handle(), &client);
     scrollLater = client.bottom < Pixels(LeastHeight);
-    if (!scrollLater && list.Selected() >= 0)
+    if (!scrollLater && list.Selected() >= 0 && !list.KeepsScrollPlace())
         Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(list.Selected()), FALSE);
 }
 

@@ -39,6 +39,7 @@ private:
     int NativeSelection() const;
     void SyncRows();
     void Arrange();
+    void ScrollBackTo(int top, POINT origin);
     void SyncSelection();
     void ShowSelection();
     void SyncView();

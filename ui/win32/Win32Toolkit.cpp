@@ -36,9 +36,8 @@ BOOL CALLBACK CollectArea(HMONITOR monitor, HDC, LPRECT, LPARAM areas) noexcept
 
 UINT StyleOf(const MessageBox& message)
 {
-    UINT style = MB_OK;
-    if (message.buttons != MessageButtons::Ok)
-        style = message.buttons == MessageButtons::YesNo ? MB_YESNO : MB_YESNOCANCEL;
+    constexpr UINT buttons[] = {MB_OK, MB_YESNO, MB_YESNOCANCEL, MB_RETRYCANCEL};
+    UINT style = buttons[static_cast<std::size_t>(message.buttons)];
     if (message.buttons == MessageButtons::YesNo && message.proposed == Answer::No)
         style |= MB_DEFBUTTON2;
     switch (message.icon) {
@@ -156,10 +155,10 @@ Answer Win32Toolkit::ShowMessage(const MessageBox& message)
         return Answer::Yes;
     case IDNO:
         return Answer::No;
-    case IDCANCEL:
-        return message.buttons == MessageButtons::YesNoCancel ? Answer::Cancel : Answer::Ok;
+    case IDRETRY:
+        return Answer::Retry;
     default:
-        return message.buttons == MessageButtons::Ok ? Answer::Ok : Answer::No;
+        return Otherwise(message.buttons);
     }
 }
 
