@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/base/StringId.h"
 #include "browser/Thumbnails.h"
 
 #include <string>
@@ -45,6 +46,7 @@ public:
         thumbnails.LoadThumbnailViewForMyFavorites(favorites, tab, sink);
         return {};
     }
+    std::uint16_t EmptyText() const override { return app::str::NoFavorites; }
 
 private:
     const TemplateReader& reader;

@@ -175,6 +175,12 @@ void ListPane::RestoreViews(View plain, bool thumbnails)
     list.SetView(thumbnails ? View::Thumbnails : plain);
 }
 
+void ListPane::RestoreSort(int column, bool ascending)
+{
+    templates.SortBy(column, ascending);
+    list.SetSort(column, ascending);
+}
+
 void ListPane::SortBy(int column)
 {
     const std::string selected = SelectedPath();

@@ -50,6 +50,7 @@ public:
     View PlainView() const { return plainView; }
     /// Both as they were left; for a list that shows nothing yet.
     void RestoreViews(View plain, bool thumbnails);
+    void RestoreSort(int column, bool ascending);
 
     /// Null when no row is selected.
     const TemplateRow* Selected() const;

@@ -1,5 +1,6 @@
 #include "browser/TemplateList.h"
 
+#include "platform/NaturalOrder.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
 
@@ -22,9 +23,15 @@ void TemplateList::Add(TemplateRows piece)
 
 void TemplateList::SortBy(int column)
 {
-    sortAscending = column == sortColumn ? !sortAscending : true;
+    SortBy(column, column != sortColumn || !sortAscending);
+}
+
+void TemplateList::SortBy(int column, bool ascending)
+{
     sortColumn = column;
-    Sort();
+    sortAscending = ascending;
+    if (sortColumn >= 0)
+        Sort();
 }
 
 void TemplateList::Sort()
@@ -33,13 +40,13 @@ void TemplateList::Sort()
         const auto byNumber = [](auto x, auto y) { return x < y ? -1 : (y < x ? 1 : 0); };
         switch (sortColumn) {
         case FolderColumn:
-            return locale.Compare(a.inFolder, b.inFolder);
+            return platform::CompareNaturally(locale, a.inFolder, b.inFolder);
         case SizeColumn:
             return byNumber(a.size, b.size);
         case ModifiedColumn:
             return byNumber(a.modified, b.modified);
         default:
-            return locale.Compare(a.text, b.text);
+            return platform::CompareNaturally(locale, a.text, b.text);
         }
     };
     std::ranges::stable_sort(rows, [&](const TemplateRow& a, const TemplateRow& b) {

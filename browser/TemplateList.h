@@ -20,6 +20,8 @@ public:
     void Add(TemplateRows piece);
     /// Sorts by a column, the other way round when it was sorted by it already.
     void SortBy(int column);
+    /// The same as it was chosen before; -1: in the order in which the rows come.
+    void SortBy(int column, bool ascending);
     int SortColumn() const { return sortColumn; }
     bool SortAscending() const { return sortAscending; }
 

@@ -3,6 +3,7 @@
 #include "app/base/StringId.h"
 #include "library/CategoryPath.h"
 #include "library/TemplateFiles.h"
+#include "platform/NaturalOrder.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
 
@@ -141,8 +142,9 @@ std::string Catalog::IconFileOf(const std::string& folder, FolderListings& listi
 void Catalog::SortChildren(Contents& made) const
 {
     for (Folder& folder : made.folders)
-        std::ranges::stable_sort(
-            folder.children, [this](const Folder* a, const Folder* b) { return locale.Compare(a->text, b->text) < 0; });
+        std::ranges::stable_sort(folder.children, [this](const Folder* a, const Folder* b) {
+            return platform::CompareNaturally(locale, a->text, b->text) < 0;
+        });
 }
 
 Catalog::Folder& Catalog::Contents::Add(Folder folder)

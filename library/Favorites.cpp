@@ -64,7 +64,7 @@ bool Favorites::IsGone(const std::string& path) const
     return IsNotThere(entry.error()) || entry.error() == error::InvalidName;
 }
 
-void Favorites::AddToFavorites(const std::string& path, const std::string& rowText)
+bool Favorites::AddToFavorites(const std::string& path, const std::string& rowText)
 {
     const auto match = FindFavorite(path);
     if (!match) {
@@ -78,7 +78,9 @@ void Favorites::AddToFavorites(const std::string& path, const std::string& rowTe
     } else {
         StoreLibrary(path);
         favoritesList.push_back(path);
+        return true;
     }
+    return false;
 }
 
 platform::Result<std::string> Favorites::FindFavorite(const std::string& path) const

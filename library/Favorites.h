@@ -29,8 +29,8 @@ public:
 
     /// Adds a template (path relative to the templates path) and stores it. One whose path is part of a stored
     /// favourite's counts as there already: the user is told, by the text of the row that he chose. A template that
-    /// is not there, and a failure of the registry, are told and add nothing.
-    void AddToFavorites(const std::string& path, const std::string& rowText);
+    /// is not there, and a failure of the registry, are told and add nothing. True when it was added.
+    bool AddToFavorites(const std::string& path, const std::string& rowText);
     /// Asks for every favourite that contains the row's text, the last one first, and removes those that the user
     /// gives up. True when the list is another one now.
     bool RemoveFromFavorites(const std::string& rowText);

@@ -1,8 +1,15 @@
 #include "library/FolderTree.h"
 
-#include <set>
+#include "platform/Text.h"
 
 namespace library {
+
+namespace {
+
+/// Stands in no folder's name, and in no key.
+constexpr char BranchSeparator = '/';
+
+} // namespace
 
 FolderTree::FolderTree(ui::TreeView& tree, const Catalog& catalog) : tree{tree}, catalog{catalog}
 {
@@ -17,12 +24,7 @@ FolderTree::FolderTree(ui::TreeView& tree, const Catalog& catalog) : tree{tree},
 void FolderTree::Show()
 {
     const ui::TreeUpdate update{tree};
-    std::set<std::string> open;
-    tree.ForEach([&](const ui::TreeView::Node& node) {
-        if (node.expanded)
-            open.insert(node.key);
-        return true;
-    });
+    const std::set<std::string> open = tree.Count() > 0 ? OpenKeys() : toOpen;
     tree.Clear();
     tree.Images.Shrink(treeimage::EBook);
     for (const Catalog::Folder* root : catalog.Roots()) {
@@ -33,6 +35,31 @@ void FolderTree::Show()
     for (const std::string& key : open)
         if (ui::TreeView::Node* node = tree.Find(key); node != nullptr && !node->children.empty())
             tree.SetExpanded(*node, true);
+}
+
+std::set<std::string> FolderTree::OpenKeys() const
+{
+    std::set<std::string> open;
+    tree.ForEach([&](const ui::TreeView::Node& node) {
+        if (node.expanded)
+            open.insert(node.key);
+        return true;
+    });
+    return open;
+}
+
+std::string FolderTree::OpenBranches() const
+{
+    std::string stored;
+    for (const std::string& key : OpenKeys())
+        stored += (stored.empty() ? "" : std::string(1, BranchSeparator)) + key;
+    return stored;
+}
+
+void FolderTree::OpenBranches(std::string_view stored)
+{
+    const auto keys = platform::text::Split(stored, BranchSeparator);
+    toOpen = {keys.begin(), keys.end()};
 }
 
 void FolderTree::AddWithChildren(ui::TreeView::Node* parent, const Catalog::Folder& folder)

@@ -3,7 +3,9 @@
 #include "library/Catalog.h"
 #include "ui/TreeView.h"
 
+#include <set>
 #include <string>
+#include <string_view>
 
 namespace library {
 
@@ -15,6 +17,10 @@ public:
     /// Fills the tree again. Open branches stay open; nothing is selected.
     void Show();
 
+    /// The keys of the open branches as one text, and the same for a tree that is filled from now on.
+    std::string OpenBranches() const;
+    void OpenBranches(std::string_view stored);
+
     /// The node's folder; null for a separator.
     const Catalog::Folder* Of(const ui::TreeView::Node& node) const { return catalog.FindByKey(node.key); }
     /// The selected node's folder; null when there is none.
@@ -25,6 +31,9 @@ public:
 private:
     ui::TreeView& tree;
     const Catalog& catalog;
+    std::set<std::string> toOpen; ///< keys
+
+    std::set<std::string> OpenKeys() const;
 
     void AddWithChildren(ui::TreeView::Node* parent, const Catalog::Folder& folder);
 };

@@ -217,7 +217,10 @@ bool Form::UserPresses(const Key& key)
             hit = &item;
     });
     if (hit != nullptr) {
-        hit->UserClicks();
+        if (hit->Enabled)
+            hit->UserClicks();
+        else if (KeyDown)
+            KeyDown(key); // may say why it cannot be done
         return true;
     }
     return KeyDown && KeyDown(key);

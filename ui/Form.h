@@ -72,6 +72,8 @@ public:
     /// whose monitor may have dpi of its own.
     const Rect& Placement() const { return placement; }
     void SetPlacement(const Rect& rect);
+    /// Where the user's dragging of the frame stops, outer size in twips; code may go below it.
+    Size Smallest;
     WindowState State() const { return state; }
     void SetState(WindowState value);
     Size ClientSize() const { return clientSize; }

@@ -28,6 +28,7 @@ public:
     bool Enabled{true};
     bool Checked{};
     bool Visible{true};
+    bool Default{}; ///< of a pop-up: what a double click does, in bold
     std::function<void()> Click;
 
     Menu& Add(std::unique_ptr<Menu> item);

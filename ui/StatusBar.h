@@ -6,7 +6,8 @@
 
 namespace ui {
 
-/// The bar at the foot of a window. The first panel takes what the others leave.
+/// The bar at the foot of a window. The first panel takes what the others leave, and never less than its text needs:
+/// the last one is shortened in its middle then.
 class StatusBar final : public Control {
 public:
     explicit StatusBar(Form& form) : Control{form, {}} {}

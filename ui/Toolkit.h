@@ -66,6 +66,8 @@ public:
     virtual std::vector<WorkArea> WorkAreas() const = 0;
     /// The primary monitor in pixels.
     virtual Size ScreenSize() const = 0;
+    /// Brings the main window of another process of this program to the front, with the dialog that it waits for.
+    virtual void ShowOtherInstance() = 0;
     /// The hourglass pointer, or the arrow.
     virtual void SetBusy(bool busy) = 0;
 

@@ -33,6 +33,7 @@ inline constexpr std::uint16_t FileNotFound = 126, PreviousInstance = 140, TabAl
 inline constexpr std::uint16_t EmptyLibraryQuestion = 600, HiddenNameQuestion = 601, FolderNameEnd = 602,
                                FolderNameDevice = 603, TemplatesToDelete = 604, TemplateToDelete = 605,
                                TemplateItselfOpened = 606, TemplateAvailable = 607, WithoutPicture = 608,
-                               MoreWithoutPicture = 609, WithoutPictureAreHidden = 611, OtherTypesHere = 612;
+                               MoreWithoutPicture = 609, WithoutPictureAreHidden = 611, OtherTypesHere = 612,
+                               AddedToFavorites = 613, NoFavorites = 614;
 
 } // namespace app::str

@@ -22,6 +22,10 @@ std::string Browser::Start(std::string hostKind, std::string arg2, std::string a
     const auto title = [&] { return caption.empty() ? program.Text(str::ProductCaption) : caption; };
     if (!program.platform.process.ClaimSingleInstance()) {
         program.toolkit.ShowMessage({program.Text(str::PreviousInstance), title(), ui::Icon::Information});
+        if (main == nullptr)
+            program.toolkit.ShowOtherInstance();
+        else if (main->IsVisible())
+            main->BringToFront();
         return {};
     }
     running = true;

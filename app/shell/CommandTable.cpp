@@ -1,5 +1,7 @@
 #include "app/shell/CommandTable.h"
 
+#include "platform/Text.h"
+
 #include <algorithm>
 #include <stdexcept>
 
@@ -75,13 +77,27 @@ void CommandTable::FillToolBar(ui::ToolBar& bar, const std::vector<std::string>&
     bar.ButtonClick = [this](const std::string& key) { Run(key); };
 }
 
+void CommandTable::FinishToolTips(ui::ToolBar& bar) const
+{
+    for (std::size_t i = 0; i < bar.Buttons().size(); ++i) {
+        const ui::ToolBar::Button& button = bar.Buttons()[i];
+        const Command* command = Find(button.key);
+        if (command == nullptr)
+            continue;
+        std::string tip = platform::text::Trimmed(platform::text::Replaced(button.toolTip, "&", ""));
+        if (command->key)
+            tip += " (" + ui::KeyText(command->key) + ")";
+        bar.SetButtonToolTip(i, std::move(tip));
+    }
+}
+
 void CommandTable::Refresh(ui::Menu& menu) const
 {
     menu.ForEach([this](ui::Menu& item) {
         const Command* command = Find(item.Name);
         if (command == nullptr)
             return;
-        item.Enabled = IsEnabled(*command);
+        item.Enabled = IsEnabled(*command) && !(command->dimmed && command->dimmed());
         item.Visible = IsVisible(*command);
         item.Checked = command->checked && command->checked();
         if (command->textNow)

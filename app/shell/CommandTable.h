@@ -19,8 +19,10 @@ struct Command {
     int toolTip{};     ///< string number; 0: none
     std::string image; ///< one of the program's pictures; "" for none
     ui::Key key;
-    std::function<void()> run;            ///< none: nothing in the program does this yet, and it shows disabled
-    std::function<bool()> enabled;        ///< none: always
+    std::function<void()> run;     ///< none: nothing in the program does this yet, and it shows disabled
+    std::function<bool()> enabled; ///< none: always
+    /// Shown disabled although its key still says why it cannot be done; none: never.
+    std::function<bool()> dimmed{};
     std::function<bool()> checked;        ///< none: not a switch
     std::function<bool()> visible;        ///< none: always
     std::function<std::string()> textNow; ///< caption of an entry that changes; none: it stays
@@ -45,6 +47,9 @@ public:
     void Fill(ui::Menu& menu, const std::vector<std::string>& entries,
               const std::vector<MenuLayout>& subMenus = {}) const;
     void FillToolBar(ui::ToolBar& bar, const std::vector<std::string>& entries);
+
+    /// The tool tips of the buttons once the captions are loaded: without what marks a letter, with the command's key.
+    void FinishToolTips(ui::ToolBar& bar) const;
 
     /// Brings the states of everything made from the commands up to date.
     void Refresh(ui::Menu& menu) const;

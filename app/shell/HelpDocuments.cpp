@@ -5,13 +5,22 @@
 #include "platform/Text.h"
 
 namespace app {
+namespace {
+
+/// The first page of the help that setup puts beside the program.
+constexpr std::string_view OwnPage = "Help\\en\\index.html";
+
+} // namespace
 
 void HelpDocuments::Open(std::string_view topic)
 {
     std::string document = platform::text::Trimmed(settings.Text("Help", topic));
     if (document.empty()) {
-        messages.Inform(str::HelpFilesMissing);
-        return;
+        document = platform::path::Join(state.ProgramFolder, OwnPage);
+        if (!files.Stat(document)) {
+            messages.Inform(str::HelpFilesMissing);
+            return;
+        }
     }
     if (!platform::path::IsAbsolute(document) && document.find("://") == std::string::npos)
         document = platform::path::Join(settings.Text("Options", "Installed Path"), document);

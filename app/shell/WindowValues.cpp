@@ -34,6 +34,8 @@ const Row rows[] = {
     {"ListViewFolderColumnSize", &WindowValues::folderColumn, 1950, 0, 30'000}, // these three can be hidden
     {"ListViewFileSizeColumnSize", &WindowValues::sizeColumn, 900, 0, 30'000},
     {"ListViewFileModifiedColumnSize", &WindowValues::modifiedColumn, 2100, 0, 30'000},
+    {"ListViewSortColumn", &WindowValues::sortColumn, -1, -1, 3},
+    {"ListViewSortDescending", &WindowValues::sortsDescending, false},
     {"ThumbnailViewOn", &WindowValues::thumbnailViewOn, false},
     {"FolderListOn", &WindowValues::folderListOn, true},
     {"PreviewPaneOn", &WindowValues::previewPaneOn, true},

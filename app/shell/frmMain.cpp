@@ -16,6 +16,7 @@ namespace {
 
 // All lengths in twips.
 constexpr int MinimumWidth = 9700;
+constexpr int LeastUsableHeight = 6600;       ///< bars, some nodes of the tree, and the preview
 constexpr int VertSplitterMargin = 300;       ///< never further left
 constexpr int VertSplitterRightMargin = 3000; ///< never closer to the window's right edge
 constexpr int HorzSplitterMargin = 900;       ///< least height of the tree
@@ -65,10 +66,8 @@ frmMain::frmMain(Program& program)
                                                                                                      program.messages},
       recentDocuments{program.platform.registry, program.platform.files, program.platform.clock,
                       program.settings,          program.messages,       program.strings},
-      help{program.settings, program.messages, launcher}, profileDialogs{program,
-                                                                         [this](std::string_view topic) {
-                                                                             help.Open(topic);
-                                                                         }},
+      help{program.settings, program.messages, launcher, program.platform.files, program.state},
+      profileDialogs{program, [this](std::string_view topic) { help.Open(topic); }},
       solutionPacks{program,
                     {.releaseLibrary = [this] { folders.ReleaseViews(); },
                      .libraryChanged = [this] { LibraryChanged(); },
@@ -77,6 +76,7 @@ frmMain::frmMain(Program& program)
       updates{program}, banner{program, imgBanner}, bugReport{program}, panes{Panes(), [this] { SizeControls(); }}
 {
     SetCaption(program.state.ProductCaption);
+    Smallest = {MinimumWidth, LeastUsableHeight};
     lblPreview.PlainText = true; // names of files and folders
     imgBanner.Box = BannerSize;
     lblPreview.LeastLines = FactsLines;
@@ -90,6 +90,7 @@ frmMain::frmMain(Program& program)
 bool frmMain::Load()
 {
     LoadCaptions(*this, program.strings);
+    commands.FinishToolTips(tbToolBar);
     SetIconFile(SupportFile(program, "Icon_16x16"));
     program.progress.Increment();
     RestorePlacement();
@@ -153,6 +154,8 @@ void frmMain::PreviousRunSettings()
     for (std::size_t i = 0; i < columns.size(); ++i)
         columns[i].width = values.*WindowValues::Columns[i];
     lvListView.SetColumns(std::move(columns));
+    list.RestoreSort(values.sortColumn, !values.sortsDescending);
+    templateLibrary.Tree().OpenBranches(program.settings.Text("Browser", OpenBranchesSetting));
     tabs.Restore();
     if (!program.settings.Text("Browser", WithoutPictureSetting).empty())
         thumbnails.ShowWithoutPicture = program.settings.Flag("Browser", WithoutPictureSetting, false);
@@ -563,6 +566,9 @@ void frmMain::SaveState()
     values.thumbnailViewOn = list.ShowsThumbnails();
     for (std::size_t i = 0; i < std::size(WindowValues::Columns); ++i)
         values.*WindowValues::Columns[i] = lvListView.Columns()[i].width;
+    values.sortColumn = lvListView.SortColumn();
+    values.sortsDescending = !lvListView.SortAscending();
+    (void)program.settings.Save("Browser", OpenBranchesSetting, templateLibrary.Tree().OpenBranches());
     const bool saved = SaveWindowValues(values, program.settings);
     templateLibrary.RememberSelection();
     tabs.RememberSelection();

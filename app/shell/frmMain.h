@@ -144,6 +144,7 @@ private:
     online::BugReport bugReport;
     CommandTable commands;
 
+    static constexpr std::string_view OpenBranchesSetting = "OpenFolders";
     static constexpr std::string_view WithoutPictureSetting = "ShowTemplatesWithoutPicture";
 
     WindowValues values; ///< as they were read; splitters and panes as they are

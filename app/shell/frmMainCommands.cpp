@@ -65,11 +65,16 @@ void frmMain::AddCommands()
     const auto canChangeFolder = [this] {
         return tvTreeView.Selected() != nullptr && values.folderListOn && !templateLibrary.Loading();
     };
+    const auto isNoCategory = [this] {
+        const auto* folder = templateLibrary.Tree().Selected();
+        return folder == nullptr || !folder->IsCategory();
+    };
     commands.Add({.name = "mnupopRenamefolder", .caption = 526, .toolTip = 526, .image = "rename",
                   .key = ui::Plain(ui::KeyCode::F2), .run = [this] { folders.StartRename(); },
-                  .enabled = canChangeFolder});
+                  .enabled = canChangeFolder, .dimmed = isNoCategory});
     commands.Add({.name = "mnupopDeletefolder", .caption = 525, .toolTip = 525, .image = "delete",
-                  .run = [this] { mnupopDeletefolder_Click(); }, .enabled = canChangeFolder});
+                  .run = [this] { mnupopDeletefolder_Click(); }, .enabled = canChangeFolder,
+                  .dimmed = isNoCategory});
     commands.Add({.name = "mnuAddToFavorites", .caption = 355, .toolTip = 355, .image = "add-favorite",
                   .key = ui::Ctrl('D'), .run = [this] { mnuAddToFavorites_Click(); }, .enabled = hasSelection,
                   .visible = [this] { return !FavoritesSelected(); }});
@@ -78,7 +83,7 @@ void frmMain::AddCommands()
                   .visible = [this] { return FavoritesSelected(); }});
     commands.Add({.name = "mnuRecentDocuments", .caption = 379, .toolTip = 479, .image = "recent",
                   .run = [this] { mnuRecentDocuments_Click(); }});
-    commands.Add({.name = "mnuHistory", .caption = 479, .toolTip = 479, .run = [this] { mnuHistory_Click(); }});
+    commands.Add({.name = "mnuHistory", .caption = 615, .toolTip = 479, .run = [this] { mnuHistory_Click(); }});
     commands.Add({.name = "mnuTemplatesPath", .caption = 325, .run = [this] { mnuTemplatesPath_Click(); },
                   .enabled = [this] { return !templateLibrary.Loading() && !program.state.FindPaneOpen; }});
     commands.Add({.name = "mnuRecentSeparator", .visible = [this] { return !recentFiles.List().empty(); }});
@@ -235,6 +240,7 @@ void frmMain::BuildMenus()
     commands.Fill(mnuTreePopup, {"mnuRefreshTV", "-", "mnupopRenamefolder", "mnupopDeletefolder"});
     commands.Fill(mnuListPopup, {"mnuPopUpOpenTemplate", "mnuFileNew", "mnuFilePreview", "-", "mnuPopAddToFavorites",
                                  "mnuPopRemoveFromFavorites", "-", "mnuFileProperties"});
+    mnuListPopup.Find("mnuPopUpOpenTemplate")->Default = true;
     commands.Fill(mnuListSpacePopup, {"mnuViewLargeIcons", "mnuViewSmallIcons", "mnuViewList", "mnuViewDetails",
                                       "mnuViewThumbnails", "-", "mnuRefreshTV"});
     commands.Fill(mnuColumnsPopup, {"mnuColumnFolder", "mnuColumnSize", "mnuColumnModified"});

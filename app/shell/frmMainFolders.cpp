@@ -93,7 +93,9 @@ void frmMain::mnuAddToFavorites_Click()
         return;
     const std::string path = browser::FullPath(*row);
     const std::size_t root = library::DiskPath(program.state.TemplatesPath, "").size(); // its last "\\" included
-    favorites.AddToFavorites(path.substr(std::min(root, path.size())), row->text);
+    const std::string name = row->text;
+    if (favorites.AddToFavorites(path.substr(std::min(root, path.size())), name))
+        list.Tell(platform::text::Replaced(program.Text(str::AddedToFavorites), "%1", name));
 }
 
 void frmMain::mnuRemoveFromFavorites_Click()

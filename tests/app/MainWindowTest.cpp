@@ -134,9 +134,15 @@ TEST_F(MainWindowTest, ViewColumnsTabAndFolderComeBack)
     Main().Commands().Run("mnuViewDetails");
     Main().lvListView.UserSizesColumn(2, 1234);
     Main().fileTypeTabStrip.UserSelects("Word");
+    Main().lvListView.UserClicksColumn(3);
+    Main().lvListView.UserClicksColumn(3);
+    Main().tvTreeView.UserExpands("Business");
     Main().tvTreeView.UserSelects("Letters\\Formal");
     Main().Commands().Run("mnuViewPreviewPane");
     Restart();
+    EXPECT_TRUE(Main().lvListView.SortColumn() == 3 && !Main().lvListView.SortAscending());
+    EXPECT_TRUE(Main().tvTreeView.Find("Business")->expanded);
+    EXPECT_FALSE(Main().tvTreeView.Find("Business\\Contracts")->expanded);
     EXPECT_EQ(Main().lvListView.GetView(), ui::ListView::View::Details);
     EXPECT_EQ(Main().lvListView.Columns()[2].width, 1234);
     EXPECT_EQ(Main().fileTypeTabStrip.Selected(), "Word");
@@ -193,6 +199,7 @@ TEST_F(MainWindowTest, EveryCommandIsInTheMenusAndThoseToComeAreDisabled)
         EXPECT_TRUE(item.Separator || !item.Visible || !item.Caption.empty()) << item.Name;
     });
     EXPECT_EQ(owners["F5"] + owners["Alt+Enter"], "mnuRefreshTVmnuFileProperties");
+    disabled.erase("mnuViewWithoutPicture"); // it is about the thumbnails, which do not show
     EXPECT_EQ(disabled, toCome);
 }
 
@@ -203,6 +210,7 @@ TEST_F(MainWindowTest, TheToolBarSwitchesTheTabs)
     Main().tbToolBar.UserClicks("mnuSettingsXL");
     EXPECT_FALSE(Main().fileTypeTabStrip.Has("Excel") || Main().tbToolBar.Find("mnuSettingsXL")->pressed);
     EXPECT_EQ(Main().tbToolBar.Find("mnuSettingsXL")->toolTip, Text(150));
+    EXPECT_EQ(Main().tbToolBar.Find("mnuAddToFavorites")->toolTip, "Add to Favorites (Ctrl+D)");
     EXPECT_EQ(Main().tbToolBar.Find("mnuReportABug")->caption, Text(524));
 }
 
@@ -231,21 +239,26 @@ TEST_F(MainWindowTest, ReportABugIsThereOnlyWhenTheSettingSaysSo)
 
 TEST_F(MainWindowTest, HelpDocumentsAndLinksOpenThroughTheLauncher)
 {
-    PutSetting("Help", "General HTML", "Help\\index.htm");
+    PutSetting("Help", "General HTML", "Help\\en\\index.html");
     PutSetting("Help", "Using Find HTML", "C:\\Gone\\find.htm");
     PutSetting("Options", "Installed Path", "C:\\Desk");
     PutSetting("Options", "WebLink", "http://tessaly.example/| |http://tessaly.example/news");
-    system.files.AddFile("C:\\Desk\\Help\\index.htm");
+    system.files.AddFile("C:\\Desk\\Help\\en\\index.html");
     Start();
     Main().UserPresses(ui::Plain(KeyCode::F1));
     toolkit.ExpectMessage(Text(367), Icon::Information);
     Item("mnuHelpSearch").UserClicks();
     Item("mnuWebLink http://tessaly.example/news").UserClicks();
-    EXPECT_EQ(system.shell.Opened(), (Texts{"C:\\Desk\\Help\\index.htm", "http://tessaly.example/news"}));
+    EXPECT_EQ(system.shell.Opened(), (Texts{"C:\\Desk\\Help\\en\\index.html", "http://tessaly.example/news"}));
     PutSetting("Help", "General HTML", "https://tessaly.example/help");
     Main().UserPresses(ui::Plain(KeyCode::F1));
     EXPECT_EQ(system.shell.Opened().back(), "https://tessaly.example/help");
     PutSetting("Help", "General HTML", "  ");
+    const std::string ownPage = "C:\\Program Files\\Template Browser\\Help\\en\\index.html";
+    system.files.AddFile(ownPage);
+    Main().UserPresses(ui::Plain(KeyCode::F1));
+    EXPECT_EQ(system.shell.Opened().back(), ownPage);
+    system.files.Remove(ownPage);
     toolkit.ExpectMessage(Text(280), Icon::Information);
     Main().UserPresses(ui::Plain(KeyCode::F1));
 }

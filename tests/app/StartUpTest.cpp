@@ -39,6 +39,7 @@ TEST_F(StartUpTest, IsRefusedWhileAnotherProcessHasABrowser)
     Start("My Desk");
 
     EXPECT_EQ(toolkit.Messages.at(0).title, "My Desk");
+    EXPECT_TRUE(toolkit.OtherInstanceShown);
     EXPECT_FALSE(browser.IsRunning());
     EXPECT_EQ(system.registry.Snapshot(), registry);
 }

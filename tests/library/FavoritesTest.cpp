@@ -89,6 +89,7 @@ TEST_F(FavoritesTest, APathThatIsPartOfAFavouriteIsNotAddedAgain)
     EXPECT_FALSE(Item("mnuRemoveFromFavorites").Visible);
     EXPECT_TRUE(Main().UserPresses(ui::Ctrl('D')));
     EXPECT_EQ(StoredFavorites(), Texts{"Letters\\Memo.swt"});
+    EXPECT_EQ(Main().sbStatusBar.Panels()[1], "'Memo' has been added to My Favorites.");
     Main().lvListView.KeyDown(ui::Plain(ui::KeyCode::Delete)); // offers nothing: this list is a category's
     library::Favorites favorites = Fresh();
     favorites.GetFavoritesFromRegistry();
@@ -148,6 +149,7 @@ TEST_F(FavoritesTest, AFavouriteThatSomebodyElseRemovedEmptiesTheListAndLeavesTh
     EXPECT_EQ(Main().Favorites().FavoritesList(), Texts{});
     EXPECT_EQ(Main().lvListView.Rows(), 0);
     EXPECT_EQ(Main().imgPreview.File(), "");
+    EXPECT_EQ(Main().lvListView.EmptyText(), Text(614)) << "how to fill it";
     EXPECT_EQ(StoredFavorites(), Texts{"Business\\Budget.ccw"});
 }
 

@@ -174,6 +174,8 @@ TEST_F(FolderTest, TopLevelFoldersAndAnOpenFindPaneRefuseBoth)
     for (const char* node : {"Letters", "My Favorites"}) {
         Select(node);
         EXPECT_FALSE(Tree().UserStartsLabelEdit(node));
+        EXPECT_EQ(Item("mnupopRenamefolder").Enabled, node == std::string{"Letters"})
+            << "the entry of a category tells why";
         toolkit.ExpectMessage("You cannot rename top-level folders.", Icon::Information);
         Main().UserPresses(ui::Plain(ui::KeyCode::F2));
         toolkit.ExpectMessage("You cannot delete top-level folders.", Icon::Information);

@@ -160,8 +160,9 @@ TEST_F(LoadTest, ACategoryShowsItsOwnIconAndASubFolderNever)
 
 TEST_F(LoadTest, TheCatalogueSaysWhatTheTreeShows)
 {
-    AddTemplates({"Zoo\\b\\x.swt", "Zoo\\C\\x.swt", "Zoo\\a\\y\\Q\\x.swt", "Zoo\\a\\y\\p\\x.swt", "Zoo\\a\\y\\o\\x.pdf",
-                  "Zoo\\x.swt", "Zoo\\Hidden.swt", "My Create New\\Sub\\x.swt", "My Sub\\there.swt"});
+    AddTemplates({"Zoo\\b\\x.swt", "Zoo\\C\\x.swt", "Zoo\\a\\y\\Q\\x.swt", "Zoo\\a\\y\\p10\\x.swt",
+                  "Zoo\\a\\y\\p9\\x.swt", "Zoo\\a\\y\\o\\x.pdf", "Zoo\\x.swt", "Zoo\\Hidden.swt",
+                  "My Create New\\Sub\\x.swt", "My Sub\\there.swt"});
     Hide();
     Start();
     const library::Catalog& catalog = Main().Library().Contents();
@@ -171,8 +172,8 @@ TEST_F(LoadTest, TheCatalogueSaysWhatTheTreeShows)
         EXPECT_EQ(Main().Library().Tree().Of(Node(folder.key)), &folder);
         return true;
     });
-    EXPECT_EQ(texts, (Texts{"My Favorites", "Zoo", "a", "y", "o eBook", "p", "Q", "b", "C", "My Create New", "Sub",
-                            "My Sub", "Get More Templates"}));
+    EXPECT_EQ(texts, (Texts{"My Favorites", "Zoo", "a", "y", "o eBook", "p9", "p10", "Q", "b", "C", "My Create New",
+                            "Sub", "My Sub", "Get More Templates"}));
     const auto files = catalog.FilesOf(*catalog.FindByPath("ZOO")).value();
     ASSERT_EQ(files.size(), 1u) << "without the hidden one";
     EXPECT_EQ(files.front().name, "x.swt");

@@ -1,5 +1,6 @@
 #include "PlatformUnderTest.h"
 
+#include "platform/NaturalOrder.h"
 #include "platform/Path.h"
 
 #include <gtest/gtest.h>
@@ -141,6 +142,31 @@ TEST_F(SystemContract, SortsNamesAsTheUsersLanguageDoes)
         EXPECT_EQ(sign(system.locale.Compare(row.a, row.b)), row.expected) << row.a << " " << row.b;
         EXPECT_EQ(sign(system.locale.Compare(row.b, row.a)), -row.expected) << row.a << " " << row.b;
     }
+}
+
+TEST_F(SystemContract, NumbersInNamesCountByTheirValue)
+{
+    const char* inOrder[] = {"",
+                             "1",
+                             "2",
+                             "10",
+                             "a",
+                             "a 2 b",
+                             "a 10 a",
+                             "a 10 b",
+                             "b",
+                             "z2",
+                             "z10",
+                             "z10 2",
+                             "Z010 10",
+                             "z99999999999999999999",
+                             "z100000000000000000000"};
+    for (std::size_t i = 0; i < std::size(inOrder); ++i)
+        for (std::size_t j = 0; j < std::size(inOrder); ++j) {
+            const int order = CompareNaturally(system.locale, inOrder[i], inOrder[j]);
+            EXPECT_EQ((order > 0) - (order < 0), (i > j) - (i < j)) << inOrder[i] << " " << inOrder[j];
+        }
+    EXPECT_LT(CompareNaturally(system.locale, "Äpfel 3", "banana 1"), 0);
 }
 
 TEST_F(SystemContract, WallClockTimesAreRead)

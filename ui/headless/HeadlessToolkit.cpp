@@ -107,8 +107,7 @@ Answer HeadlessToolkit::ShowMessage(const MessageBox& message)
     Messages.push_back(message);
     if (OnMessage)
         OnMessage(message);
-    const Answer otherwise =
-        message.buttons == MessageButtons::YesNoCancel ? Answer::No : Otherwise(message.buttons);
+    const Answer otherwise = message.buttons == MessageButtons::YesNoCancel ? Answer::No : Otherwise(message.buttons);
     if (ThrowAwayMessages)
         return AnswerYes && otherwise == Answer::No ? Answer::Yes : otherwise;
     if (expected.empty() || expected.front().text != message.text || expected.front().icon != message.icon) {

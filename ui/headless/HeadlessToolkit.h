@@ -30,6 +30,7 @@ public:
     std::vector<WorkArea> WorkAreas() const override { return Areas; }
     Size ScreenSize() const override { return Screen; }
     void SetBusy(bool busy) override { Busy = busy; }
+    void ShowOtherInstance() override { OtherInstanceShown = true; }
 
     /// The next message box must have this text and icon; it is answered so.
     void ExpectMessage(std::string text, Icon icon, Answer answer = Answer::Ok);
@@ -55,6 +56,7 @@ public:
     std::vector<MessageBox> Messages;       ///< every box that was shown
     std::vector<std::string> Unexpected;
     bool Busy{};
+    bool OtherInstanceShown{};
     /// For fault scenarios: any message is answered No or OK without being expected, and what is scripted need not
     /// come.
     bool ThrowAwayMessages{};

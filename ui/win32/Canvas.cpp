@@ -31,4 +31,17 @@ void DrawNote(HDC context, const std::string& text, HFONT font, RECT room)
     SelectObject(context, before);
 }
 
+bool UnfocusedSelectionIsInvisible()
+{
+    return GetSysColor(COLOR_BTNFACE) == GetSysColor(COLOR_WINDOW);
+}
+
+void DrawSelectionFrame(HDC context, RECT row, int width)
+{
+    for (int i = 0; i < width; ++i) {
+        FrameRect(context, &row, GetSysColorBrush(COLOR_HIGHLIGHT));
+        InflateRect(&row, -1, -1);
+    }
+}
+
 } // namespace ui::win32

@@ -11,4 +11,9 @@ const wchar_t* CanvasClass();
 /// Writes a text that stands where there is nothing else to show: grey, wrapped and centred from the top of the room.
 void DrawNote(HDC context, const std::string& text, HFONT font, RECT room);
 
+/// Whether a row that is selected in a list without the focus looks like the others: its colour is the window's own
+/// (contrast schemes). DrawSelectionFrame shows it then.
+bool UnfocusedSelectionIsInvisible();
+void DrawSelectionFrame(HDC context, RECT row, int width);
+
 } // namespace ui::win32

@@ -12,7 +12,7 @@ TreeViewPeer* DragOntoTree::Target() const
     return tree != nullptr && tree->Visible() ? static_cast<TreeViewPeer*>(tree->Peer()) : nullptr;
 }
 
-void DragOntoTree::Begin(HWND sourceWindow)
+void DragOntoTree::Begin(HWND sourceWindow, ImageListHandle picture, POINT hotSpot)
 {
     if (Target() == nullptr)
         return;
@@ -20,12 +20,19 @@ void DragOntoTree::Begin(HWND sourceWindow)
     SetCapture(window);
     constexpr UINT scrollPause = 100; // milliseconds
     SetTimer(window, Timer, scrollPause, nullptr);
+    GetCursorPos(&pointer);
+    if (!picture || !ImageList_BeginDrag(picture.get(), 0, hotSpot.x, hotSpot.y))
+        return;
+    shownPicture = std::move(picture);
+    ImageList_DragEnter(nullptr, pointer.x, pointer.y);
 }
 
 void DragOntoTree::Move(LPARAM place)
 {
     pointer = {GET_X_LPARAM(place), GET_Y_LPARAM(place)};
     ClientToScreen(window, &pointer);
+    if (shownPicture)
+        ImageList_DragMove(pointer.x, pointer.y);
     Mark();
 }
 
@@ -34,8 +41,15 @@ void DragOntoTree::Mark()
     TreeViewPeer* target = Target();
     if (target == nullptr)
         return;
+    // The picture lies on the windows' own drawing: it is taken off while the tree draws.
+    if (shownPicture)
+        ImageList_DragShowNolock(FALSE);
+    const bool canDrop = target->ShowDropTarget(pointer);
+    UpdateWindow(target->Handle());
+    if (shownPicture)
+        ImageList_DragShowNolock(TRUE);
     // Where nothing can be dropped the pointer says so.
-    SetCursor(LoadCursorW(nullptr, target->ShowDropTarget(pointer) ? IDC_HAND : IDC_NO));
+    SetCursor(LoadCursorW(nullptr, canDrop ? IDC_HAND : IDC_NO));
 }
 
 std::string DragOntoTree::End()
@@ -44,6 +58,11 @@ std::string DragOntoTree::End()
     if (released == nullptr)
         return {};
     KillTimer(released, Timer);
+    if (shownPicture) {
+        ImageList_DragLeave(nullptr);
+        ImageList_EndDrag();
+        shownPicture.reset();
+    }
     if (GetCapture() == released)
         ReleaseCapture();
     TreeViewPeer* target = Target();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/TreeView.h"
+#include "ui/win32/NativeHandle.h"
 #include "ui/win32/WindowsHeader.h"
 
 #include <string>
@@ -15,8 +16,9 @@ public:
     explicit DragOntoTree(Control& dragSource) : source{dragSource} {}
 
     bool Running() const { return window != nullptr; }
-    /// Takes the mouse for `sourceWindow`; nothing for a control without a drop target.
-    void Begin(HWND sourceWindow);
+    /// Takes the mouse for `sourceWindow`; nothing for a control without a drop target. `picture` (its first image; may
+    /// be null) moves with the pointer, which holds it at `hotSpot`.
+    void Begin(HWND sourceWindow, ImageListHandle picture = {}, POINT hotSpot = {});
     /// Marks the node under the pointer, whose place a mouse message of the source window tells.
     void Move(LPARAM place);
     /// Marks it again: the source window's timer of this number asks for it, so that a pointer that rests at the tree's
@@ -30,6 +32,7 @@ private:
     Control& source;
     HWND window{};
     POINT pointer{}; ///< on the screen
+    ImageListHandle shownPicture;
 
     TreeViewPeer* Target() const;
 };

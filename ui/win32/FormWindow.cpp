@@ -526,6 +526,18 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
         if (ready && !byCode && IsWindowVisible(Handle()))
             OnPlaced();
         break;
+    case WM_ENTERSIZEMOVE:
+    case WM_EXITSIZEMOVE:
+        frameIsDragged = message == WM_ENTERSIZEMOVE;
+        break;
+    case WM_GETMINMAXINFO:
+        if (frameIsDragged) {
+            POINT& smallest = reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize;
+            smallest.x = std::max<LONG>(smallest.x, ToPixels(form.Smallest.width, SystemDpi()));
+            smallest.y = std::max<LONG>(smallest.y, ToPixels(form.Smallest.height, SystemDpi()));
+            return 0;
+        }
+        break;
     case WM_SIZE:
         if (ready && wParam != SIZE_MINIMIZED) {
             resized = true;

@@ -50,6 +50,8 @@ public:
     /// The focus moves to `focus`: shows which button Enter presses then.
     void MarkDefaultButton(HWND focus);
     void SetToolTip(HWND control, const std::string& text);
+    /// The class of every form's window.
+    static const wchar_t* WindowClass();
 
 private:
     Win32Toolkit& toolkit;
@@ -64,6 +66,7 @@ private:
     bool byCode{};
     bool ready{};
     bool resized{};
+    bool frameIsDragged{};
 
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnCommand(WPARAM wParam, LPARAM lParam);
@@ -80,7 +83,6 @@ private:
     PeerBase* DefaultButton() const;
     PeerBase* CancelButton() const;
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
-    static const wchar_t* WindowClass();
 };
 
 } // namespace ui::win32

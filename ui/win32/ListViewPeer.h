@@ -53,6 +53,7 @@ private:
     int RowAtOrBelow(int y) const;
     RECT IconPlace(int row) const;
     LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& draw);
+    void MarkRow(HDC context, int row);
     void DrawThumbnail(HDC context, int row);
     int FindRow(const NMLVFINDITEMW& search) const;
     void OnRightButton(POINT point);

@@ -117,8 +117,14 @@ void MenuTable::Append(HMENU native, const Menu& entry, bool isBar)
         AppendMenuW(native, flags | MF_POPUP, reinterpret_cast<UINT_PTR>(popup), text.c_str());
         return;
     }
+    // A numbered entry is chosen by its digit.
+    if (text.size() > 1 && text[0] >= L'1' && text[0] <= L'9' && text[1] == L' ' && MnemonicOf(text) == 0)
+        text.insert(0, 1, L'&');
     commands.push_back(&entry);
-    AppendMenuW(native, flags, static_cast<UINT_PTR>(FirstCommand) + commands.size() - 1, text.c_str());
+    const UINT command = static_cast<UINT>(FirstCommand) + static_cast<UINT>(commands.size()) - 1;
+    AppendMenuW(native, flags, command, text.c_str());
+    if (entry.Default)
+        SetMenuDefaultItem(native, command, FALSE);
 }
 
 } // namespace ui::win32

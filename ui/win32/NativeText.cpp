@@ -24,6 +24,27 @@ std::string FromNative(std::wstring_view text)
     return platform::utf::ToUtf8<wchar_t>(text);
 }
 
+std::wstring ShortenedInTheMiddle(std::wstring text, const std::function<bool(const std::wstring&)>& fits)
+{
+    if (fits(text))
+        return text;
+    const auto keeping = [&](std::size_t units) {
+        std::size_t head = (units + 1) / 2;
+        std::size_t tail = text.size() - units / 2;
+        if (head > 0 && IS_HIGH_SURROGATE(text[head - 1]))
+            --head;
+        if (tail < text.size() && IS_LOW_SURROGATE(text[tail]))
+            ++tail;
+        return text.substr(0, head) + L"..." + text.substr(tail);
+    };
+    std::size_t fitting = 0;
+    for (std::size_t tooLong = text.size(); fitting + 1 < tooLong;) {
+        const std::size_t middle = (fitting + tooLong) / 2;
+        (fits(keeping(middle)) ? fitting : tooLong) = middle;
+    }
+    return keeping(fitting);
+}
+
 wchar_t MnemonicOf(std::wstring_view caption)
 {
     for (std::size_t i = 0; i + 1 < caption.size(); ++i) {

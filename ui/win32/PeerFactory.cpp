@@ -230,18 +230,31 @@ private:
         RECT client{};
         GetClientRect(Handle(), &client);
         const std::size_t count = std::max<std::size_t>(panels.size(), 1);
+        std::vector<std::wstring> texts;
+        for (const std::string& panel : panels)
+            texts.push_back(ToNative(panel));
+        const int room = client.right - SystemMetric(SM_CXVSCROLL, Dpi());
+        if (count > 1) {
+            int left = room - Pixels(TextRoom);
+            for (std::size_t i = 0; i + 1 < count; ++i)
+                left -= WidthOf(texts[i]) + Pixels(TextRoom);
+            texts.back() =
+                ShortenedInTheMiddle(texts.back(), [&](const std::wstring& text) { return WidthOf(text) <= left; });
+        }
         std::vector<int> edges(count);
-        int edge = client.right - SystemMetric(SM_CXVSCROLL, Dpi());
+        int edge = room;
         for (std::size_t i = count; i-- > 0;) {
             edges[i] = edge;
-            edge -= i < panels.size() ? Measure(panels[i], NormalFont()).cx + Pixels(TextRoom) : 0;
+            edge -= i < texts.size() ? WidthOf(texts[i]) + Pixels(TextRoom) : 0;
         }
         // The last edge runs under the size grip to the window's own.
         edges.back() = -1;
         Send(SB_SETPARTS, count, edges.data());
-        for (std::size_t i = 0; i < panels.size(); ++i)
-            Send(SB_SETTEXTW, i, ToNative(panels[i]).c_str());
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            Send(SB_SETTEXTW, i, texts[i].c_str());
     }
+
+    int WidthOf(const std::wstring& text) const { return Measure(FromNative(text), NormalFont()).cx; }
 };
 
 /// What push buttons and check boxes share: they are clicked with the mouse, with Space and by their mnemonic.

@@ -28,7 +28,8 @@ UINT StateOf(bool bold, bool expanded)
 TreeViewPeer::TreeViewPeer(TreeView& peerTree, FormWindow& form, int id) : PeerBase{peerTree, form}, tree{peerTree}
 {
     // The system's own theme marks branches without lines; lines stand in where there is no theme.
-    const DWORD lines = IsThemed() ? 0u : static_cast<DWORD>(TVS_HASLINES);
+    // Without them the whole row can be selected and clicked.
+    const DWORD lines = IsThemed() ? static_cast<DWORD>(TVS_FULLROWSELECT) : static_cast<DWORD>(TVS_HASLINES);
     Create(WC_TREEVIEWW, TVS_HASBUTTONS | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_EDITLABELS | lines,
            WS_EX_CLIENTEDGE, id);
     UseExplorerTheme(Handle());
@@ -264,7 +265,8 @@ bool TreeViewPeer::ShowDropTarget(POINT onScreen)
     if (isInside && (hit.pt.y < edge || hit.pt.y >= room.bottom - edge))
         Send(WM_VSCROLL, hit.pt.y < edge ? SB_LINEUP : SB_LINEDOWN);
     Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
-    const Row* row = isInside && (hit.flags & TVHT_ONITEM) != 0 ? RowOf(hit.hItem) : nullptr;
+    constexpr UINT anywhereInRow = TVHT_ONITEM | TVHT_ONITEMBUTTON | TVHT_ONITEMINDENT | TVHT_ONITEMRIGHT;
+    const Row* row = isInside && (hit.flags & anywhereInRow) != 0 ? RowOf(hit.hItem) : nullptr;
     droppedOn = row != nullptr ? row->key : std::string{};
     const ByCode guard{*this};
     Send(TVM_SELECTITEM, TVGN_DROPHILITE, reinterpret_cast<LPARAM>(row != nullptr ? row->item : nullptr));
@@ -399,6 +401,15 @@ std::optional<LRESULT> TreeViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
         else
             ShowMenu({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
         return 0;
+    case WM_MOUSEWHEEL: {
+        // With Shift it turns sideways, for names that are longer than the tree is wide.
+        if ((GET_KEYSTATE_WPARAM(wParam) & MK_SHIFT) == 0)
+            return std::nullopt;
+        constexpr int linesAStep = 3;
+        for (int i = 0; i < linesAStep; ++i)
+            Send(WM_HSCROLL, GET_WHEEL_DELTA_WPARAM(wParam) > 0 ? SB_LINELEFT : SB_LINERIGHT);
+        return 0;
+    }
     case WM_SYSKEYDOWN:
         // Not every native tree hands Shift+F10 on to the system, which turns it into WM_CONTEXTMENU.
         if (wParam == VK_F10)

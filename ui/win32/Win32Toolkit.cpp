@@ -145,6 +145,22 @@ HWND Win32Toolkit::EndModal(const FormWindow& window)
     return modal.focus;
 }
 
+void Win32Toolkit::ShowOtherInstance()
+{
+    for (HWND window = nullptr;
+         (window = FindWindowExW(nullptr, window, FormWindow::WindowClass(), nullptr)) != nullptr;) {
+        DWORD process{};
+        GetWindowThreadProcessId(window, &process);
+        constexpr LONG_PTR mainWindow = WS_VISIBLE | WS_THICKFRAME;
+        if (process == GetCurrentProcessId() || (GetWindowLongPtrW(window, GWL_STYLE) & mainWindow) != mainWindow)
+            continue;
+        if (IsIconic(window))
+            ShowWindowAsync(window, SW_RESTORE); // a process that is busy must not hold this one up
+        SetForegroundWindow(GetLastActivePopup(window));
+        return;
+    }
+}
+
 Answer Win32Toolkit::ShowMessage(const MessageBox& message)
 {
     const HWND owner = ActiveOwner();

@@ -35,6 +35,7 @@ public:
     void Post(std::function<void()> task) override;
     std::vector<WorkArea> WorkAreas() const override;
     Size ScreenSize() const override;
+    void ShowOtherInstance() override;
     void SetBusy(bool busy) override;
 
     /// Handles messages until `Quit`.
