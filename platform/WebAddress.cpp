@@ -21,7 +21,8 @@ constexpr bool IsLetter(char c)
 /// "http:" or "https:" in small letters; "" for any other text.
 std::string SchemeOf(std::string_view text)
 {
-    std::string scheme = text::Folded(text.substr(0, text.find("//")));
+    const std::size_t slashes = text.find("//");
+    std::string scheme = slashes == std::string_view::npos ? std::string{} : text::Folded(text.substr(0, slashes));
     return scheme == "http:" || scheme == "https:" ? scheme : std::string{};
 }
 

@@ -29,7 +29,7 @@ TEST(OpenGateTest, PassesWebAddressesAndDocumentsAndNothingElse)
           "\\\\srv\\lib\\T\\a.swt", "//SRV/Lib/T/a.swt"}},
         {OpenGate::Verdict::NotThere, {"C:\\T\\gone.swt"}},
         {OpenGate::Verdict::Refused,
-         {host + std::string(2049 - host.size(), 'x'), "http://", "http:///etc", "http:a", "http://a\" --run \"b",
+         {host + std::string(2049 - host.size(), 'x'), "http://", "http:///etc", "http:a", "https:", "http://a\" --run \"b",
           "http://a b", "http://a\nb", "http://a\\b", "javascript:alert(1)//", "file:///C:/T/evil.exe",
           "file:///C:/T/a.swt", "ftp://a.example/x", "mailto:a@b", "www.tessaly.example", "",
           "C:\\T\\folder.swt", "C:\\T", "a.swt", "C:a.swt", "\\T\\a.swt", "C:\\T\\evil.exe", "C:\\T\\evil.EXE",

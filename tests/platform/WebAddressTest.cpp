@@ -27,6 +27,7 @@ TEST(WebAddressTest, AReferenceLeadsToAWebAddressOrNowhere)
         {"file:///C:/x.htm", ""},
         {"javascript:x()", ""},
         {"http://", ""},
+        {"https:", ""},
         {"\\\\srv\\share", ""},
         {"a b", ""},
     };
