@@ -397,8 +397,6 @@ TEST_F(PacksTest, MorePacksAreOnOnePageFromEverywhere)
     InManager([](auto& form) { form.btnGetMore.UserClicks(); });
     toolkit.ExpectMessage(Text(280), Icon::Information);
     InManager([](auto& form) { form.btnHelp.UserClicks(); });
-    Main().tvTreeView.UserSelects("Letters");
-    EXPECT_FALSE(Main().tvTreeView.KeyDown(ui::Plain(ui::KeyCode::Enter)));
 }
 
 } // namespace
