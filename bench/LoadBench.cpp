@@ -77,8 +77,8 @@ public:
     {
         program.state.SettingsAppName = "Tessaly bench"; // nobody's settings
         program.state.TemplatesPath = templatesPath + "\\\\";
-        library.emplace(tree, program.platform.files, program.platform.locale, program.settings, program.messages,
-                        program.progress, program.strings, program.state);
+        library.emplace(tree, program.platform.files, program.platform.shell, program.platform.locale, program.settings,
+                        program.messages, program.progress, program.strings, program.state);
         tabs.emplace(program.settings, program.strings, strip);
         reader.emplace(library->Contents(), program.platform.files, program.state, program.settings);
         thumbnails.emplace(program.platform.files, program.state, *reader);

@@ -20,8 +20,9 @@ std::string DirectoryEntry(const std::string& name, int type, std::uint64_t left
     std::string wide;
     for (const char c : name)
         wide += Short(static_cast<unsigned char>(c));
-    std::string entry = wide + std::string(64 - wide.size(), '\0') + Short(wide.size() + 2) + Number(type, 1) +
-                        Number(1, 1) + Long(left) + Long(right) + Long(child);
+    std::string entry = wide + std::string(64 - wide.size(), '\0') + Short(wide.size() + 2) +
+                        Number(static_cast<std::uint64_t>(type), 1) + Number(1, 1) + Long(left) + Long(right) +
+                        Long(child);
     return entry + std::string(36, '\0') + Long(first) + Long(size) + Long(0);
 }
 
@@ -119,7 +120,7 @@ TEST(CompoundTest, DamageAndLoopsEndTheReading)
     for (std::size_t i = 0; i < 128; ++i)
         loops.replace(512 + 4 * i, 4, Long(i));
     for (std::size_t entry = 0; entry < 6; ++entry)
-        for (std::size_t link : {68, 72, 76})
+        for (const std::size_t link : {68U, 72U, 76U})
             loops.replace(1024 + 128 * entry + link, 4, Long(entry));
     EXPECT_EQ(FactsOf(loops), Facts{});
     // The padding of the second set tells nothing.
