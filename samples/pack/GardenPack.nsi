@@ -16,6 +16,7 @@ RequestExecutionLevel user ; everything it writes is the user's own
 Name "${PACK} Solution Pack"
 OutFile "${OUTFILE}"
 ShowInstDetails show
+InstallColors /windows
 Page instfiles
 
 VIProductVersion 1.0.0.0
@@ -120,6 +121,7 @@ Function .onInit
   ${GetOptions} $0 "/UNINSTALL" $1
   ${IfNot} ${Errors}
     Call Remove
+    SetErrorLevel 0 ; leaving this early counts as a failure otherwise
     Quit
   ${EndIf}
 FunctionEnd
