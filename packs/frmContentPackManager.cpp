@@ -12,6 +12,7 @@ namespace {
 
 // All lengths in twips.
 constexpr ui::Size ListSize{8100, 2700};
+constexpr ui::Size OneLine{0, 240}; // an install that begins under the dialog must have its place
 constexpr int DialogWidth = 10800;
 enum ShownColumn { NameColumn, VersionColumn, DescriptionColumn };
 
@@ -28,8 +29,8 @@ frmContentPackManager::frmContentPackManager(app::Program& program, SolutionPack
     SetIconFile(SupportFile(program, "Icon_16x16"));
     lvPacks.SetModel(this);
     Layout(Column(lblIntroduction, lblInstalled,
-                  Row(Fill(Least(lvPacks, ListSize)), Column(btnInstall, btnDelete, btnDeleteAll)), lblInstalling,
-                  lblDownload, Buttons(btnGetMore, btnHelp, btnClose)),
+                  Row(Fill(Least(lvPacks, ListSize)), Column(btnInstall, btnDelete, btnDeleteAll)),
+                  Least(lblInstalling, OneLine), lblDownload, Buttons(btnGetMore, btnHelp, btnClose)),
            DialogWidth);
     lvPacks.Click = [this] { EnableButtons(); };
     lvPacks.KeyDown = [this](const ui::Key& key) {
@@ -66,7 +67,7 @@ void frmContentPackManager::GetTemplatPacks()
 
 void frmContentPackManager::ShowInstalling()
 {
-    lblInstalling.SetVisible(packs.IsInstalling());
+    lblInstalling.SetCaption(packs.IsInstalling() ? program.Text(str::InstallRuns) : "");
 }
 
 std::string frmContentPackManager::Text(int row, int column) const

@@ -28,7 +28,7 @@ public:
     ui::Button btnInstall{*this, ui::Tag{393}};
     ui::Button btnDelete{*this, ui::Tag{454}};
     ui::Button btnDeleteAll{*this, ui::Tag{453}};
-    ui::Label lblInstalling{*this, ui::Tag{192}};
+    ui::Label lblInstalling{*this}; ///< empty while nothing is being installed
     ui::Label lblDownload{*this, ui::Tag{452}};
     ui::Button btnGetMore{*this, ui::Tag{455}};
     ui::Button btnHelp{*this, ui::Tag{468}};
