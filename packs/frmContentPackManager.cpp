@@ -13,7 +13,7 @@ namespace {
 // All lengths in twips.
 constexpr ui::Size ListSize{8100, 2700};
 constexpr ui::Size OneLine{0, 240}; // an install that begins under the dialog must have its place
-constexpr int DialogWidth = 10800;
+constexpr int DialogWidth = 11700;  // the list keeps its width beside the longest captions
 enum ShownColumn { NameColumn, VersionColumn, DescriptionColumn };
 
 } // namespace
