@@ -12,7 +12,8 @@ public:
     int Compare(std::string_view a, std::string_view b) override;
     char DecimalSeparator() override { return decimalSeparator; }
     std::string FromAnsi(std::string_view bytes) override; ///< ISO 8859-1, or a double-byte code page
-    std::optional<std::string> FromCodePage(std::uint32_t codePage, std::string_view bytes) const override; ///< 1252, 65001
+    std::optional<std::string> FromCodePage(std::uint32_t codePage,
+                                            std::string_view bytes) const override; ///< 1252, 65001
     std::optional<std::string> ToAnsi(std::string_view text) override;
 
     void SetDecimalSeparator(char separator) { decimalSeparator = separator; }

@@ -23,8 +23,8 @@ struct PackBuilder {
     static std::string Number(std::uint64_t number, int width)
     {
         std::string bytes;
-        for (int i = 0; i < width; ++i)
-            bytes += static_cast<char>(number >> (8 * i) & 0xFF);
+        for (int i = 0; i < width; ++i, number = number / 256)
+            bytes += static_cast<char>(number % 256);
         return bytes;
     }
     static std::string Wide(std::string_view text)
