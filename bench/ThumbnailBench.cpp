@@ -142,9 +142,10 @@ int Run(const std::string& library)
     program.state.HddTemplatesPath = library;
     BenchForm form{program};
     browser::FileTypeTabs tabs{program.settings, program.strings, form.strip};
-    library::TemplateLibrary templates{form.tree,        program.platform.files, program.platform.locale,
-                                       program.settings, program.messages,       program.progress,
-                                       program.strings,  program.state};
+    library::TemplateLibrary templates{
+        form.tree,        program.platform.files, program.platform.shell, program.platform.locale,
+        program.settings, program.messages,       program.progress,       program.strings,
+        program.state};
     templates.LoadTreeView();
     const browser::TemplateReader reader{templates.Contents(), program.platform.files, program.state, program.settings};
     browser::Thumbnails thumbnails{program.platform.files, program.state, reader};
