@@ -7,14 +7,14 @@
 namespace support {
 namespace {
 
-/// Whether something has come within a glance.
-bool HasNews(SOCKET socket)
+/// Whether something has come, or with "room" whether something can be sent, within a glance.
+bool IsReady(SOCKET socket, bool room = false)
 {
     fd_set set;
     FD_ZERO(&set);
     FD_SET(socket, &set);
     timeval glance{0, 50'000};
-    return select(0, &set, nullptr, nullptr, &glance) > 0;
+    return select(0, room ? nullptr : &set, room ? &set : nullptr, nullptr, &glance) > 0;
 }
 
 } // namespace
@@ -22,8 +22,12 @@ bool HasNews(SOCKET socket)
 bool LoopbackServer::Client::Send(const std::string& bytes)
 {
     for (std::size_t sent = 0; sent < bytes.size();) {
+        if (ending)
+            return false;
+        if (!IsReady(socket, true))
+            continue;
         const int now = send(socket, bytes.data() + sent, static_cast<int>(bytes.size() - sent), 0);
-        if (now <= 0 || ending)
+        if (now <= 0)
             return false;
         sent += static_cast<std::size_t>(now);
     }
@@ -34,7 +38,7 @@ void LoopbackServer::Client::Wait()
 {
     char byte = 0;
     while (!ending)
-        if (HasNews(socket) && recv(socket, &byte, 1, 0) <= 0)
+        if (IsReady(socket) && recv(socket, &byte, 1, 0) <= 0)
             return;
 }
 
@@ -79,17 +83,20 @@ std::vector<std::string> LoopbackServer::Targets() const
 void LoopbackServer::Accept()
 {
     while (!ending)
-        if (HasNews(listener))
+        if (IsReady(listener))
             if (const SOCKET client = accept(listener, nullptr, nullptr); client != INVALID_SOCKET)
                 clients.emplace_back([this, client] { Serve(client); });
 }
 
 void LoopbackServer::Serve(std::uintptr_t socket)
 {
+    // Sending never waits for a reader that has stopped reading without going: the server could not end.
+    u_long atOnce = 1;
+    ioctlsocket(socket, FIONBIO, &atOnce);
     std::string request;
     char buffer[4096];
     while (!ending && !request.contains("\r\n\r\n")) {
-        if (!HasNews(socket))
+        if (!IsReady(socket))
             continue;
         const int got = recv(socket, buffer, sizeof(buffer), 0);
         if (got <= 0)
