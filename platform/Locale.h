@@ -21,6 +21,9 @@ public:
     virtual std::string MediumTime(const LocalTime& time) = 0;
     /// The order in which the user's language sorts names, letter case ignored: negative, 0 or positive.
     virtual int Compare(std::string_view a, std::string_view b) = 0;
+    /// The text as searching compares it, of any thread: without letter case, accents, points of vowels, and the
+    /// difference between wide and narrow characters. Sounds that are letters of their own (those of kana) stay.
+    virtual std::string SearchForm(std::string_view text) const = 0;
     /// One character.
     virtual char DecimalSeparator() = 0;
 

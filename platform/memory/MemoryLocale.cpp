@@ -1,10 +1,14 @@
 #include "platform/memory/MemoryLocale.h"
 
+#include "platform/Accents.h"
 #include "platform/Text.h"
 #include "platform/Utf.h"
 
+#include <algorithm>
 #include <compare>
+#include <iterator>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace platform::memory {
@@ -55,7 +59,58 @@ std::optional<char32_t> PairOf(char32_t lead, char32_t trail)
     return (lead < 0xA0 ? lead - 0x81 : lead - 0xC1) * trails + (trail < 0x7F ? trail - 0x40 : trail - 0x41);
 }
 
+/// A letter without its accent; itself where it has none.
+char32_t WithoutAccent(char32_t letter)
+{
+    // Of U+00E0 to U+017F; "*" for what has no plain form.
+    constexpr std::string_view latin = "aaaaaa*ceeeeiiii*nooooo**uuuuy*y"
+                                       "aaaaaaccccccccdd**eeeeeeeeeegggggggghh**iiiiiiiii***jjkk*llllll****"
+                                       "nnnnnn***oooooo**rrrrrrsssssssstttt**uuuuuuuuuuuuwwyyyzzzzzzs";
+    constexpr std::pair<char32_t, char32_t> others[] = {{0x3AC, 0x3B1}, {0x3AD, 0x3B5}, {0x3AE, 0x3B7}, {0x3AF, 0x3B9},
+                                                        {0x3CA, 0x3B9}, {0x3CB, 0x3C5}, {0x3CC, 0x3BF}, {0x3CD, 0x3C5},
+                                                        {0x3CE, 0x3C9}, {0x451, 0x435}, {0x439, 0x438}, {0x457, 0x456}};
+    if (letter >= 0xE0 && letter - 0xE0 < latin.size() && latin[letter - 0xE0] != '*')
+        return static_cast<unsigned char>(latin[letter - 0xE0]);
+    const auto* found = std::ranges::find(others, letter, &std::pair<char32_t, char32_t>::first);
+    return found != std::end(others) ? found->second : letter;
+}
+
+/// The kana that the narrow ones from U+FF66 on stand for.
+constexpr std::u32string_view wideKana =
+    U"ヲァィゥェォャュョッーアイウエオカキクケコサシスセソタチツテトナニヌネノハヒフヘホマミムメモヤユヨラリルレロワン";
+
 } // namespace
+
+std::string MemoryLocale::SearchForm(std::string_view text) const
+{
+    std::string form;
+    char32_t before = 0;
+    std::size_t beforeAt = 0;
+    const std::string small = text::Folded(text);
+    for (std::size_t position = 0; position < small.size();) {
+        const utf::Decoded decoded = utf::Decode(small, position);
+        position += decoded.bytes;
+        char32_t letter = WithoutAccent(decoded.character);
+        if (IsAccent(letter))
+            continue;
+        if (letter == 0xFF9E || letter == 0xFF9F) { // the marks of narrow kana belong to the sign before them
+            form.resize(beforeAt);
+            letter = before + (letter == 0xFF9E ? 1 : 2);
+        } else if (letter >= 0xFF66 && letter - 0xFF66 < wideKana.size()) {
+            letter = wideKana[letter - 0xFF66];
+        } else if (letter >= 0xFF01 && letter <= 0xFF5E) {
+            letter -= 0xFEE0;
+            if (letter >= 'A' && letter <= 'Z')
+                letter += 'a' - 'A';
+        } else if (letter == 0x3000 || letter == 0xA0) {
+            letter = ' ';
+        }
+        before = letter;
+        beforeAt = form.size();
+        utf::Append(form, letter);
+    }
+    return form;
+}
 
 std::string MemoryLocale::ShortDate(const LocalTime& time)
 {

@@ -1,8 +1,11 @@
 #include "platform/win32/Win32Locale.h"
 
+#include "platform/Accents.h"
 #include "platform/win32/Native.h"
 
+#include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace platform::win32 {
 
@@ -36,7 +39,37 @@ std::wstring Setting(LCTYPE which)
     return length > 1 ? std::wstring(text, static_cast<std::size_t>(length) - 1) : std::wstring{};
 }
 
+/// In another of the system's normal forms; as it was where the text is none (half a surrogate pair).
+std::wstring Normalized(NORM_FORM form, std::wstring text)
+{
+    constexpr std::size_t growth = 18; // times the length: the longest that one character becomes
+    std::wstring other(text.size() * growth, L'\0');
+    const int length =
+        NormalizeString(form, text.data(), static_cast<int>(text.size()), other.data(), static_cast<int>(other.size()));
+    if (length <= 0)
+        return text;
+    other.resize(static_cast<std::size_t>(length));
+    return other;
+}
+
 } // namespace
+
+std::string Win32Locale::SearchForm(std::string_view text) const
+{
+    // Most names have plain letters only, for which the system need not be asked.
+    if (std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
+        std::string small{text};
+        for (char& c : small)
+            c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+        return small;
+    }
+    std::wstring form = Normalized(NormalizationKD, ToUtf16(text));
+    const int length = static_cast<int>(form.size());
+    LCMapStringW(LOCALE_INVARIANT, LCMAP_LOWERCASE, form.data(), length, form.data(), length);
+    std::erase_if(form, [](wchar_t c) { return IsAccent(c); });
+    // Together again: syllables of Hangul, and the kana whose mark makes another letter.
+    return ToUtf8(Normalized(NormalizationC, std::move(form)));
+}
 
 std::string Win32Locale::ShortDate(const LocalTime& time)
 {

@@ -9,6 +9,7 @@ public:
     std::string ShortDate(const LocalTime& time) override;
     std::string MediumTime(const LocalTime& time) override;
     int Compare(std::string_view a, std::string_view b) override;
+    std::string SearchForm(std::string_view text) const override;
     char DecimalSeparator() override;
     std::string FromAnsi(std::string_view bytes) override;
     std::optional<std::string> FromCodePage(std::uint32_t codePage, std::string_view bytes) const override;

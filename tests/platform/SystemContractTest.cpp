@@ -125,6 +125,25 @@ TEST_F(SystemContract, ReadsTextInACodePageByItsNumber)
     EXPECT_EQ(system.locale.FromCodePage(12345, "a"), std::nullopt);
 }
 
+TEST_F(SystemContract, TheSearchFormHasNoCaseAccentsOrWidth)
+{
+    const struct {
+        const char *text, *form;
+    } rows[] = {
+        // clang-format off
+        {"", ""},                     {"Letter 2", "letter 2"},   {"ÄRGER", "arger"},        {"Crème Brûlée", "creme brulee"},
+        {"e\u0301", "e"},             {"Żółć", "zołc"},           {"ΆΝΘΡΩΠΟΣ", "ανθρωποσ"},  {"Ёлка", "елка"},
+        {"Ｌｅｔｔｅｒ　１", "letter 1"}, {"ﾌﾟﾗﾝ ｶﾞ", "プラン ガ"},     {"プラン", "プラン"},      {"請求書", "請求書"},
+        {"한국어", "한국어"},         {"שָׁלוֹם", "שלום"},           {"مُحَمَّد", "محمد"},        {"หนังสือ", "หนังสือ"},
+        {"İstanbul", "istanbul"},
+        // clang-format on
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(system.locale.SearchForm(row.text), row.form) << row.text;
+    const std::string half = "A\xED\xA0\x80"; // a name may hold half a pair
+    EXPECT_EQ(system.locale.SearchForm(half), "a\xED\xA0\x80");
+}
+
 TEST_F(SystemContract, SortsNamesAsTheUsersLanguageDoes)
 {
     const struct {
