@@ -64,7 +64,7 @@ public:
     /// them into Caption and ToolTip.
     std::string TagText;
     std::string ToolTipText;
-    /// For tests and saved pictures; not shown.
+    /// What a screen reader calls it, where no label stands before it; not shown. Set before the window is there.
     std::string Name;
 
     const std::string& Caption() const { return caption; }
@@ -102,6 +102,9 @@ public:
 
     /// The tree onto whose nodes the user can drag from here; null: nothing can be dragged. The tree's Drop tells.
     TreeView* DropTarget{};
+
+    /// The file that a drag from here offers to other programs; none, or "": nothing.
+    std::function<std::string()> DragFile;
 
     Form& Owner() const { return form; }
     ControlPeer* Peer() const { return peer.get(); }

@@ -101,6 +101,9 @@ public:
     /// Keys that no control used up: true when this did.
     std::function<bool(const Key&)> KeyDown;
 
+    /// The wheel was turned by so many notches, away from the user when positive, and no control used it.
+    std::function<void(int notches)> MouseWheel;
+
     void ShowPopup(Menu& menu, Point at);
     void BringToFront();
 

@@ -24,6 +24,29 @@ public:
     const std::string& FallbackFile() const { return fallbackFile; }
     const std::string& FallbackText() const { return fallbackText; }
     void SetFallback(std::string path, std::string text);
+    /// What will probably be shown next: it is decoded while this one is looked at.
+    const std::string& NextFile() const { return nextFile; }
+    void SetNextFile(std::string path);
+
+    /// Whether its zoom is used. Set before the window is there.
+    bool Zoomable{};
+    /// As large as there is room.
+    static constexpr int FitZoom = 0;
+    /// Percent of the picture's own size, or FitZoom. What is larger than the control is seen in part, its middle at
+    /// first.
+    int Zoom() const { return zoom; }
+    void SetZoom(int percent);
+    /// What FitZoom comes to as well, once it was drawn; 100 before.
+    int ShownZoom() const { return zoom == FitZoom ? fitted : zoom; }
+    /// Moves what is seen in part by these twips, as far as the picture goes.
+    void Pan(Point by);
+    /// Where the picture's middle lies off the control's, twips.
+    Point Offset() const { return offset; }
+
+    // For the peer.
+    void Fitted(int percent) { fitted = percent; }
+    /// The offset that there is room for.
+    void Limit(Point most);
 
     /// With one the picture is a button, for the mouse and the keyboard, whose name is the caption. Set before the
     /// window is there.
@@ -36,6 +59,10 @@ private:
     std::string file;
     std::string fallbackFile;
     std::string fallbackText;
+    std::string nextFile;
+    int zoom{FitZoom};
+    int fitted{100};
+    Point offset;
 };
 
 } // namespace ui

@@ -25,7 +25,17 @@ enum class KeyCode {
     F10,
     Delete,
     Insert,
-    Apps ///< the context-menu key
+    Apps, ///< the context-menu key
+    Left,
+    Right,
+    Up,
+    Down,
+    PageUp,
+    PageDown,
+    Home,
+    End,
+    Plus, ///< of the digits' block too, as the next
+    Minus
 };
 
 /// One key press with its modifiers.

@@ -82,6 +82,35 @@ void Image::UserClicks()
         Click();
 }
 
+void Image::SetNextFile(std::string path)
+{
+    nextFile = std::move(path);
+    Changed(Aspect::Value);
+}
+
+void Image::SetZoom(int percent)
+{
+    if (percent == FitZoom)
+        offset = {};
+    if (percent == zoom)
+        return;
+    zoom = percent;
+    Changed(Aspect::View);
+}
+
+void Image::Pan(Point by)
+{
+    if (zoom == FitZoom)
+        return;
+    offset = {offset.x + by.x, offset.y + by.y};
+    Changed(Aspect::View);
+}
+
+void Image::Limit(Point most)
+{
+    offset = {std::clamp(offset.x, -most.x, most.x), std::clamp(offset.y, -most.y, most.y)};
+}
+
 void Image::SetFallback(std::string path, std::string text)
 {
     if (path == fallbackFile && text == fallbackText)

@@ -90,6 +90,13 @@ void TextBox::UserPressesKey()
         KeyDown();
 }
 
+bool TextBox::UserPressesCommandKey(const Key& key)
+{
+    constexpr KeyCode commands[] = {KeyCode::Enter, KeyCode::Escape, KeyCode::Up, KeyCode::Down};
+    const bool isOne = key == Plain(key.code) && std::ranges::find(commands, key.code) != std::end(commands);
+    return isOne && lines == Lines::One && Enabled() && Visible() && CommandKey && CommandKey(key);
+}
+
 void TextBox::UserStartsPaste()
 {
     if (IsUsable() && Pasting)

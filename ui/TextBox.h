@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/Control.h"
+#include "ui/Key.h"
 
 #include <cstddef>
 #include <functional>
@@ -42,6 +43,8 @@ public:
     std::function<void()> Change;
     /// A key goes down in the box, before it does anything there.
     std::function<void()> KeyDown;
+    /// A key that does nothing in one line of text: Enter, Esc, up and down. True when it was used.
+    std::function<bool(const Key&)> CommandKey;
     /// Before a paste changes the text, however the user asked for it.
     std::function<void()> Pasting;
     std::function<void()> MouseUp;
@@ -50,6 +53,9 @@ public:
     void UserTypes(std::string_view characters);
     void UserPastes(std::string_view pasted);
     void UserReleasesMouse();
+
+    /// True when the key was used.
+    bool UserPressesCommandKey(const Key& key);
 
     // For the peer, whose native control edits by itself.
     void UserPressesKey();

@@ -56,6 +56,9 @@ public:
     /// Puts a text on the clipboard in place of what is there; false when another program holds it.
     virtual bool CopyText(const std::string& text) = 0;
 
+    /// The same for a file (full path) and its name, for other programs to copy.
+    virtual bool CopyToClipboard(const std::string& file) = 0;
+
     /// Handles the messages that are waiting and returns.
     virtual void DoEvents() = 0;
     /// Runs `task` from the message loop, outside every handler that is active now; what another thread posts comes

@@ -93,6 +93,17 @@ IconHandle ToIcon(const PixelBuffer& picture)
     return IconHandle{CreateIconIndirect(&info)};
 }
 
+void DrawStretched(HDC context, HBITMAP bitmap, PixelSize size, const RECT& into)
+{
+    const HDC memory = CreateCompatibleDC(context);
+    const HGDIOBJ before = SelectObject(memory, bitmap);
+    SetStretchBltMode(context, HALFTONE);
+    StretchBlt(context, into.left, into.top, into.right - into.left, into.bottom - into.top, memory, 0, 0, size.width,
+               size.height, SRCCOPY);
+    SelectObject(memory, before);
+    DeleteDC(memory);
+}
+
 void DrawCentred(HDC context, HBITMAP bitmap, PixelSize size, const RECT& room)
 {
     const HDC memory = CreateCompatibleDC(context);

@@ -12,6 +12,8 @@ PixelBuffer FromIcon(HICON icon, int side);
 /// Null for an empty buffer.
 IconHandle ToIcon(const PixelBuffer& picture);
 BitmapHandle ToBitmap(const PixelBuffer& picture);
+/// Copies a bitmap into a rectangle that may be larger or smaller.
+void DrawStretched(HDC context, HBITMAP bitmap, PixelSize size, const RECT& into);
 /// Copies a bitmap into the middle of a room.
 void DrawCentred(HDC context, HBITMAP bitmap, PixelSize size, const RECT& room);
 

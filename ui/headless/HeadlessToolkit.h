@@ -25,6 +25,11 @@ public:
         Copied = text;
         return true;
     }
+    bool CopyToClipboard(const std::string& file) override
+    {
+        CopiedFiles.push_back(file);
+        return true;
+    }
     void DoEvents() override;
     void Post(std::function<void()> task) override;
     std::vector<WorkArea> WorkAreas() const override { return Areas; }
@@ -54,6 +59,7 @@ public:
     std::vector<OpenFileDialog> FilesAsked; ///< every file dialog that was shown
     std::string Copied;                     ///< what is on the clipboard
     std::vector<MessageBox> Messages;       ///< every box that was shown
+    std::vector<std::string> CopiedFiles;   ///< every file that was put there
     std::vector<std::string> Unexpected;
     bool Busy{};
     bool OtherInstanceShown{};

@@ -1,6 +1,9 @@
 #include "ui/win32/DragOntoTree.h"
 
+#include "ui/Form.h"
+#include "ui/win32/FileOffer.h"
 #include "ui/win32/TreeViewPeer.h"
+#include "ui/win32/Win32Toolkit.h"
 
 #include <utility>
 
@@ -14,8 +17,10 @@ TreeViewPeer* DragOntoTree::Target() const
 
 void DragOntoTree::Begin(HWND sourceWindow, ImageListHandle picture, POINT hotSpot)
 {
-    if (Target() == nullptr)
+    if (Target() == nullptr) {
+        DragOut();
         return;
+    }
     window = sourceWindow;
     SetCapture(window);
     constexpr UINT scrollPause = 100; // milliseconds
@@ -33,7 +38,23 @@ void DragOntoTree::Move(LPARAM place)
     ClientToScreen(window, &pointer);
     if (shownPicture)
         ImageList_DragMove(pointer.x, pointer.y);
+    const HWND under = WindowFromPoint(pointer);
+    const bool isOutside = under != nullptr && GetWindowThreadProcessId(under, nullptr) != GetCurrentThreadId();
+    if (isOutside && source.DragFile) {
+        End();
+        DragOut();
+        return;
+    }
     Mark();
+}
+
+void DragOntoTree::DragOut()
+{
+    const std::string file = source.DragFile ? source.DragFile() : std::string{};
+    if (file.empty())
+        return;
+    const Win32Toolkit::NativeModal modal{static_cast<Win32Toolkit&>(source.Owner().GetToolkit())};
+    DragFile(file);
 }
 
 void DragOntoTree::Mark()

@@ -10,14 +10,16 @@ namespace ui::win32 {
 
 class TreeViewPeer;
 
-/// A drag of the mouse from one control onto the nodes of its drop target.
+/// A drag of the mouse from one control: onto the nodes of its drop target, or, once the pointer leaves the program's
+/// windows, of its file to another program.
 class DragOntoTree {
 public:
     explicit DragOntoTree(Control& dragSource) : source{dragSource} {}
 
     bool Running() const { return window != nullptr; }
-    /// Takes the mouse for `sourceWindow`; nothing for a control without a drop target. `picture` (its first image; may
-    /// be null) moves with the pointer, which holds it at `hotSpot`.
+    /// Takes the mouse for `sourceWindow`. From a control without a drop target, its file is dragged at once, and the
+    /// drag is over when this returns. `picture` (its first image; may be null) moves with the pointer, which holds it
+    /// at `hotSpot`.
     void Begin(HWND sourceWindow, ImageListHandle picture = {}, POINT hotSpot = {});
     /// Marks the node under the pointer, whose place a mouse message of the source window tells.
     void Move(LPARAM place);
@@ -35,6 +37,7 @@ private:
     ImageListHandle shownPicture;
 
     TreeViewPeer* Target() const;
+    void DragOut();
 };
 
 } // namespace ui::win32

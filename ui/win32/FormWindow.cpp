@@ -388,10 +388,10 @@ bool FormWindow::TranslateKey(const MSG& message)
         return true;
 
     // A text being edited needs its own keys; the function keys stay commands.
-    if (IsEdit(message.hwnd) && (key.code < KeyCode::F1 || key.code > KeyCode::F10))
-        return false;
-
     PeerBase* focused = PeerBase::Of(message.hwnd);
+    if (IsEdit(message.hwnd) && (key.code < KeyCode::F1 || key.code > KeyCode::F10))
+        return focused != nullptr && focused->UsesKey(key);
+
     if (focused != nullptr && focused->UsesKey(key))
         return true;
     if (!form.IsOpen())
@@ -542,6 +542,16 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
         if (ready && wParam != SIZE_MINIMIZED) {
             resized = true;
             form.UserResizes(ClientSize());
+        }
+        return 0;
+    case WM_MOUSEWHEEL:
+        if (!form.MouseWheel)
+            break;
+        // Fine wheels send parts of a notch.
+        wheel += GET_WHEEL_DELTA_WPARAM(wParam);
+        if (const int notches = wheel / WHEEL_DELTA; notches != 0) {
+            wheel -= notches * WHEEL_DELTA;
+            form.MouseWheel(notches);
         }
         return 0;
     case WM_ERASEBKGND:

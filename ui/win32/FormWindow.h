@@ -63,6 +63,7 @@ private:
     IconHandle largeIcon;
     IconHandle smallIcon;
     HWND toolTips{};
+    int wheel{}; ///< turned, and no whole notch yet
     bool byCode{};
     bool ready{};
     bool resized{};

@@ -25,11 +25,14 @@ Size ImagePeer::Preferred(int) const
 
 void ImagePeer::Sync(Aspect aspect)
 {
-    if (aspect != Aspect::Picture)
+    if (aspect == Aspect::Picture) {
+        asked = false;
+        bitmap.reset();
+        own = {};
+    } else if (aspect != Aspect::View) {
         return;
-    asked = false;
-    bitmap.reset();
-    InvalidateRect(Handle(), nullptr, TRUE);
+    }
+    InvalidateRect(Handle(), nullptr, IsFitted());
 }
 
 bool ImagePeer::UsesKey(const Key& key)
@@ -52,11 +55,18 @@ std::optional<LRESULT> ImagePeer::OnMessage(UINT message, WPARAM wParam, LPARAM 
     case WM_LBUTTONDOWN: {
         POINT press{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
         ClientToScreen(Handle(), &press);
-        if (image.DropTarget != nullptr && !image.File().empty() && DragDetect(Handle(), press))
+        if (IsLarger()) {
+            panFrom = POINT{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+            SetCapture(Handle());
+        } else if ((image.DropTarget != nullptr || image.DragFile) && !image.File().empty() &&
+                   DragDetect(Handle(), press)) {
             drag.Begin(Handle());
+        }
         return 0;
     }
     case WM_MOUSEMOVE:
+        if (panFrom)
+            PanTo(lParam);
         if (drag.Running())
             drag.Move(lParam);
         return 0;
@@ -64,6 +74,8 @@ std::optional<LRESULT> ImagePeer::OnMessage(UINT message, WPARAM wParam, LPARAM 
         drag.Mark();
         return 0;
     case WM_LBUTTONUP:
+        if (panFrom)
+            ReleaseCapture();
         if (drag.Running()) {
             drag.Move(lParam);
             if (const std::string key = drag.End(); !key.empty())
@@ -72,6 +84,7 @@ std::optional<LRESULT> ImagePeer::OnMessage(UINT message, WPARAM wParam, LPARAM 
         return 0;
     case WM_CAPTURECHANGED:
         // Another window took the mouse: the drag counts as given up.
+        panFrom.reset();
         if (reinterpret_cast<HWND>(lParam) != Handle())
             drag.End();
         return 0;
@@ -92,6 +105,24 @@ std::optional<LRESULT> ImagePeer::OnAnyMessage(UINT message)
     return std::nullopt;
 }
 
+std::function<ImagePeer::Decoded()> ImagePeer::Decoder(const std::string& file, pictures::PixelSize room) const
+{
+    const COLORREF paper = Paper();
+    return [file, fallback = image.FallbackFile(), room, paper, enlargement = PictureEnlargement(Dpi()),
+            isZoomable = image.Zoomable] {
+        const pictures::win32::Win32Pictures pictures;
+        Decoded decoded;
+        decoded.pixels = pictures.DecodeEither(file, fallback, room, enlargement);
+        decoded.pixels.Flatten({GetRValue(paper), GetGValue(paper), GetBValue(paper)});
+        if (isZoomable) {
+            decoded.own = pictures.SizeOf(file);
+            if (decoded.own.Empty())
+                decoded.own = pictures.SizeOf(fallback);
+        }
+        return decoded;
+    };
+}
+
 void ImagePeer::Ask(pictures::PixelSize room)
 {
     asked = true;
@@ -100,23 +131,19 @@ void ImagePeer::Ask(pictures::PixelSize room)
     decoding.Drop();
     if (!awaited)
         return;
-    const COLORREF paper = Paper();
-    auto decode = [file = image.File(), fallback = image.FallbackFile(), room, enlargement = PictureEnlargement(Dpi()),
-                   paper] {
-        pictures::PixelBuffer pixels = pictures::win32::Win32Pictures{}.DecodeEither(file, fallback, room, enlargement);
-        pixels.Flatten({GetRValue(paper), GetGValue(paper), GetBValue(paper)});
-        return pixels;
-    };
+    if (ahead.decoded && ahead.file == image.File() && ahead.room == room) {
+        Show(*ahead.decoded);
+        return;
+    }
+    auto decode = Decoder(image.File(), room);
     if (image.AtOnce) {
         Show(decode());
         return;
     }
     decoding = Window().Jobs().Start(
-        [decode = std::move(decode)](const platform::Cancelled&) -> platform::Result<pictures::PixelBuffer> {
-            return decode();
-        },
-        [this](const platform::Result<pictures::PixelBuffer>& pixels) {
-            Show(pixels.value_or(pictures::PixelBuffer{}));
+        [decode = std::move(decode)](const platform::Cancelled&) -> platform::Result<Decoded> { return decode(); },
+        [this](const platform::Result<Decoded>& decoded) {
+            Show(decoded.value_or(Decoded{}));
             InvalidateRect(Handle(), nullptr, TRUE);
         });
 }
@@ -130,11 +157,70 @@ COLORREF ImagePeer::Paper() const
     return isHigh || image.Box.width > 0 ? RGB(255, 255, 255) : GetSysColor(COLOR_3DFACE);
 }
 
-void ImagePeer::Show(const pictures::PixelBuffer& pixels)
+void ImagePeer::AskAhead()
+{
+    if (image.NextFile().empty() || (ahead.file == image.NextFile() && ahead.room == askedFor))
+        return;
+    ahead = {image.NextFile(), askedFor, {}, {}};
+    ahead.decoding =
+        Window().Jobs().Start([decode = Decoder(ahead.file, ahead.room)](
+                                  const platform::Cancelled&) -> platform::Result<Decoded> { return decode(); },
+                              [this](platform::Result<Decoded> decoded) {
+                                  if (decoded)
+                                      ahead.decoded = *std::move(decoded);
+                              });
+}
+
+void ImagePeer::Show(const Decoded& decoded)
 {
     awaited = false;
-    bitmap = pictures::win32::ToBitmap(pixels);
-    shown = pixels.Size();
+    bitmap = pictures::win32::ToBitmap(decoded.pixels);
+    shown = decoded.pixels.Size();
+    own = decoded.own;
+    if (image.Zoom() != Image::FitZoom)
+        return;
+    if (!own.Empty())
+        image.Fitted(std::max(MulDiv(shown.width, 100, own.width), 1));
+    AskAhead();
+}
+
+pictures::PixelSize ImagePeer::ZoomedSize() const
+{
+    const auto side = [this](int pixels) { return std::max(MulDiv(pixels, image.Zoom(), 100), 1); };
+    return {side(own.width), side(own.height)};
+}
+
+pictures::PixelSize ImagePeer::SizeToDecode(pictures::PixelSize room) const
+{
+    if (IsFitted())
+        return room;
+    return image.Zoom() < 100 ? ZoomedSize() : own;
+}
+
+bool ImagePeer::IsLarger() const
+{
+    RECT client{};
+    GetClientRect(Handle(), &client);
+    return !IsFitted() && (ZoomedSize().width > client.right || ZoomedSize().height > client.bottom);
+}
+
+void ImagePeer::PanTo(LPARAM place)
+{
+    const POINT to{GET_X_LPARAM(place), GET_Y_LPARAM(place)};
+    image.Pan({Twips(to.x - panFrom->x), Twips(to.y - panFrom->y)});
+    panFrom = to;
+}
+
+void ImagePeer::DrawZoomed(HDC context, const RECT& client)
+{
+    const pictures::PixelSize size = ZoomedSize();
+    const auto most = [](int picture, LONG room) { return std::max((picture - static_cast<int>(room)) / 2, 0); };
+    image.Limit({Twips(most(size.width, client.right)), Twips(most(size.height, client.bottom))});
+    const int left = (client.right - size.width) / 2 + ToPixels(image.Offset().x, Dpi());
+    const int top = (client.bottom - size.height) / 2 + ToPixels(image.Offset().y, Dpi());
+    pictures::win32::DrawStretched(context, bitmap.get(), shown, {left, top, left + size.width, top + size.height});
+    ExcludeClipRect(context, left, top, left + size.width, top + size.height);
+    FillRect(context, &client, GetSysColorBrush(COLOR_3DFACE));
 }
 
 std::optional<LRESULT> ImagePeer::OnButtonMessage(UINT message, WPARAM wParam)
@@ -169,15 +255,17 @@ void ImagePeer::Paint()
     const int edge = image.Box.width > 0 ? 1 : 0;
     const pictures::PixelSize room{client.right - 2 * edge, client.bottom - 2 * edge};
     // Asked for here, so that pictures nobody sees cost nothing and a drag of the frame decodes once a size.
-    if (!asked || room != askedFor)
-        Ask(room);
+    if (const pictures::PixelSize wanted = SizeToDecode(room); !asked || wanted != askedFor)
+        Ask(wanted);
     PAINTSTRUCT paint{};
     HDC context = BeginPaint(Handle(), &paint);
     if (edge > 0) {
         FillRect(context, &client, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
         FrameRect(context, &client, GetSysColorBrush(COLOR_3DSHADOW));
     }
-    if (bitmap) {
+    if (bitmap && !IsFitted()) {
+        DrawZoomed(context, client);
+    } else if (bitmap) {
         pictures::win32::DrawCentred(context, bitmap.get(), shown, client);
     } else if (!awaited && !image.FallbackText().empty()) {
         const SIZE size = Measure(image.FallbackText(), NormalFont(), std::max(1, static_cast<int>(client.right)));

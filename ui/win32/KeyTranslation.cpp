@@ -24,6 +24,28 @@ KeyCode CodeOf(WPARAM virtualKey)
         return KeyCode::Insert;
     case VK_APPS:
         return KeyCode::Apps;
+    case VK_LEFT:
+        return KeyCode::Left;
+    case VK_RIGHT:
+        return KeyCode::Right;
+    case VK_UP:
+        return KeyCode::Up;
+    case VK_DOWN:
+        return KeyCode::Down;
+    case VK_PRIOR:
+        return KeyCode::PageUp;
+    case VK_NEXT:
+        return KeyCode::PageDown;
+    case VK_HOME:
+        return KeyCode::Home;
+    case VK_END:
+        return KeyCode::End;
+    case VK_ADD:
+    case VK_OEM_PLUS:
+        return KeyCode::Plus;
+    case VK_SUBTRACT:
+    case VK_OEM_MINUS:
+        return KeyCode::Minus;
     default:
         return KeyCode::None;
     }

@@ -1,6 +1,7 @@
 #include "ui/win32/PeerBase.h"
 
 #include "ui/Form.h"
+#include "ui/win32/Accessible.h"
 #include "ui/win32/FormWindow.h"
 #include "ui/win32/Guarded.h"
 #include "ui/win32/NativeText.h"
@@ -55,6 +56,7 @@ void PeerBase::Create(const wchar_t* windowClass, DWORD style, DWORD extendedSty
     SetWindowSubclass(window, &PeerBase::Procedure, SubclassId, reinterpret_cast<DWORD_PTR>(this));
     SetPropW(window, PeerProperty, this);
     form.SetToolTip(window, control.ToolTipText);
+    NameForReaders(window, control.Name);
 }
 
 PeerBase* PeerBase::Of(HWND window)

@@ -10,6 +10,7 @@ public:
     TextBoxPeer(TextBox& peerBox, FormWindow& form, int id);
     void Update(Aspect aspect) override;
     Size Preferred(int width) const override;
+    bool UsesKey(const Key& key) override { return box.UserPressesCommandKey(key); }
     void OnCommand(int code, int id) override;
 
 protected:

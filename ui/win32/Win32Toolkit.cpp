@@ -3,6 +3,7 @@
 #include "platform/Scoped.h"
 #include "ui/win32/Dpi.h"
 #include "ui/win32/FileChooser.h"
+#include "ui/win32/FileOffer.h"
 #include "ui/win32/FolderBrowser.h"
 #include "ui/win32/FormWindow.h"
 #include "ui/win32/Guarded.h"
@@ -217,6 +218,11 @@ bool Win32Toolkit::Step()
     }
     Dispatch(message);
     return true;
+}
+
+bool Win32Toolkit::CopyToClipboard(const std::string& file)
+{
+    return CopyFileToClipboard(ActiveOwner(), file);
 }
 
 void Win32Toolkit::DoEvents()

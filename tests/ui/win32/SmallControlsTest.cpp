@@ -28,6 +28,24 @@ TEST_F(SmallControlsTest, TabsFollowKeys)
     EXPECT_THAT(form.Events, ElementsAre("tab Excel", "tab All"));
 }
 
+TEST_F(SmallControlsTest, ALineOfTextPassesOnTheKeysThatDoNothingInIt)
+{
+    DemoDialog dialog{toolkit};
+    Open(dialog);
+    Focus(dialog.txtFirst);
+    std::vector<ui::KeyCode> keys;
+    dialog.txtFirst.CommandKey = [&](const ui::Key& key) {
+        keys.push_back(key.code);
+        return true;
+    };
+    for (const WORD key : {VK_LEFT, VK_DOWN, VK_HOME, VK_UP, VK_RETURN, VK_ESCAPE})
+        Press(key);
+    using enum ui::KeyCode;
+    EXPECT_THAT(keys, ElementsAre(Down, Up, Enter, Escape));
+    EXPECT_TRUE(dialog.IsOpen());
+    dialog.Close();
+}
+
 TEST_F(SmallControlsTest, APlainLabelShowsNamesAsTheyAreAndWrapsThemAnywhere)
 {
     DemoDialog dialog{toolkit};

@@ -1,6 +1,7 @@
 #include "WindowTest.h"
 
 #include "tests/support/win32/Files.h"
+#include "ui/win32/FileOffer.h"
 
 #include <chrono>
 #include <future>
@@ -50,6 +51,48 @@ TEST_F(ToolkitTest, AMessageBoxShowsItsIconGivesTheAnswerAndHoldsTheForm)
         EXPECT_TRUE(held);
         EXPECT_FALSE(toolkit.ModalActive());
     }
+}
+
+TEST_F(ToolkitTest, OtherProgramsAreOfferedTheFileAndItsNameToCopy)
+{
+    const std::string path = "C:\\Some folder\\Größe 日本.swt";
+    ASSERT_TRUE(toolkit.CopyToClipboard("C:\\before.swt"));
+    ASSERT_TRUE(toolkit.CopyToClipboard(path));
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    wchar_t file[MAX_PATH]{};
+    const auto drop = static_cast<HDROP>(GetClipboardData(CF_HDROP));
+    EXPECT_EQ(DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0), 1U);
+    DragQueryFileW(drop, 0, file, MAX_PATH);
+    EXPECT_EQ(ui::win32::FromNative(file), path);
+    const HANDLE text = GetClipboardData(CF_UNICODETEXT);
+    EXPECT_EQ(ui::win32::FromNative(static_cast<const wchar_t*>(GlobalLock(text))), "Größe 日本.swt");
+    GlobalUnlock(text);
+    CloseClipboard();
+
+    // A drag offers the same, and nothing but a copy.
+    const auto data = ui::win32::OfferOf(path);
+    FORMATETC format{CF_HDROP, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
+    STGMEDIUM medium{};
+    ASSERT_EQ(data->GetData(&format, &medium), S_OK);
+    DragQueryFileW(static_cast<HDROP>(medium.hGlobal), 0, file, MAX_PATH);
+    EXPECT_EQ(ui::win32::FromNative(file), path);
+    ReleaseStgMedium(&medium);
+    format.cfFormat = static_cast<CLIPFORMAT>(RegisterClipboardFormatW(CFSTR_PREFERREDDROPEFFECTW));
+    ASSERT_EQ(data->GetData(&format, &medium), S_OK);
+    EXPECT_EQ(*static_cast<const DWORD*>(GlobalLock(medium.hGlobal)), static_cast<DWORD>(DROPEFFECT_COPY));
+    GlobalUnlock(medium.hGlobal);
+    ReleaseStgMedium(&medium);
+    for (const CLIPFORMAT other : {CLIPFORMAT{CF_BITMAP}, CLIPFORMAT{CF_METAFILEPICT}}) {
+        format.cfFormat = other;
+        EXPECT_EQ(data->QueryGetData(&format), DV_E_FORMATETC);
+    }
+    IEnumFORMATETC* formats = nullptr;
+    ASSERT_EQ(data->EnumFormatEtc(DATADIR_GET, &formats), S_OK);
+    int count = 0;
+    while (formats->Next(1, &format, nullptr) == S_OK)
+        ++count;
+    formats->Release();
+    EXPECT_EQ(count, 3);
 }
 
 TEST_F(ToolkitTest, CancellingTheFolderDialogGivesNothingAndKeepsTheCurrentFolder)
