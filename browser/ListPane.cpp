@@ -32,8 +32,30 @@ ListPane::ListPane(ui::ListView& list, FileTypeTabs& tabs, ui::StatusBar& status
 
 void ListPane::Show(std::shared_ptr<RowSource> shown)
 {
-    source = std::move(shown);
+    TakeSource(std::move(shown));
     Refill();
+}
+
+void ListPane::ShowAt(std::shared_ptr<RowSource> shown, std::string path)
+{
+    TakeSource(std::move(shown));
+    Forget();
+    wanted = std::move(path);
+    Refill();
+}
+
+void ListPane::TakeSource(std::shared_ptr<RowSource> shown)
+{
+    const bool wasRanked = source && source->IsRanked();
+    const bool isRanked = shown && shown->IsRanked();
+    if (isRanked && !wasRanked)
+        folderSort = {templates.SortColumn(), templates.SortAscending()};
+    if (isRanked != wasRanked) {
+        const Sort sort = isRanked ? Sort{} : folderSort;
+        templates.SortBy(sort.column, sort.ascending);
+        list.SetSort(sort.column, sort.ascending);
+    }
+    source = std::move(shown);
 }
 
 void ListPane::Refill()
@@ -133,6 +155,8 @@ bool ListPane::GoOn()
 
 std::string ListPane::EmptyText(const std::string& tab) const
 {
+    if (const auto texts = source->TextsFor(0))
+        return texts->empty;
     /// Counts what it is given.
     struct Counter final : RowSink {
         void Add(TemplateRows piece) override { rows += piece.size(); }
@@ -201,6 +225,15 @@ std::string ListPane::SelectedPath() const
     return row != nullptr ? FullPath(*row) : std::string{};
 }
 
+void ListPane::Select(std::string_view path)
+{
+    const int row = templates.Find(path);
+    if (row < 0 || row == list.Selected())
+        return;
+    list.Select(row);
+    SelectionChanged();
+}
+
 void ListPane::SelectionChanged()
 {
     note.clear();
@@ -229,7 +262,8 @@ std::string ListPane::CountText() const
 
 void ListPane::ShowStatus()
 {
-    status.SetPanel(0, source ? CountText() : std::string{});
+    const auto texts = source ? source->TextsFor(templates.Rows()) : std::nullopt;
+    status.SetPanel(0, texts ? texts->status : source ? CountText() : std::string{});
     std::string selected = note;
     if (const TemplateRow* row = Selected(); row != nullptr && note.empty()) {
         selected = row->text;

@@ -13,6 +13,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace browser {
 
@@ -33,6 +34,8 @@ public:
     /// Shows the rows of this source (null: none). Asked for while another one is being read, it makes that one return
     /// first and is shown then: the call comes back at once.
     void Show(std::shared_ptr<RowSource> shown);
+    /// The same; the row of this full path is selected, or else the first one.
+    void ShowAt(std::shared_ptr<RowSource> shown, std::string path);
     /// Reads the source again.
     void Refill();
     /// The same for what is shown already (`fresh` reads it as it is now): its rows stay in sight until the new ones
@@ -56,6 +59,8 @@ public:
     const TemplateRow* Selected() const;
     /// Full path; "" when no row is selected.
     std::string SelectedPath() const;
+    /// Selects the row of this full path, where there is one.
+    void Select(std::string_view path);
     const TemplateList& Templates() const { return templates; }
     /// Whether the thumbnails include templates without a picture; nothing when no thumbnails are shown.
     std::optional<bool> ShowsWithoutPicture() const
@@ -65,6 +70,8 @@ public:
 
     /// The user chose another row.
     void SelectionChanged();
+    /// Says in the status bar what is shown and selected.
+    void ShowStatus();
 
 private:
     ui::ListView& list;
@@ -80,6 +87,10 @@ private:
     std::string note;                      ///< shown in place of what is said of the selected row
     std::optional<TemplateRows> refreshed; ///< those read so far by a refresh
     std::optional<RowSink::WithoutPicture> withoutPicture;
+    struct Sort {
+        int column{-1};
+        bool ascending{true};
+    } folderSort; ///< of the folders, while something ranked is shown
     unsigned request{}; ///< number of the latest
     unsigned served{};  ///< number of the one that is being read, or was last
     bool filling{};
@@ -89,12 +100,12 @@ private:
     bool GoOn() override;
     void Forget();
     void Read();
+    void TakeSource(std::shared_ptr<RowSource> shown);
     void Fill();
     void ShowRefreshed();
     std::string EmptyText(const std::string& tab) const;
     std::string CountText() const;
     void SortBy(int column);
-    void ShowStatus();
 };
 
 } // namespace browser

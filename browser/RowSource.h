@@ -5,6 +5,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace browser {
@@ -37,6 +39,15 @@ public:
     virtual platform::Result<> ReadThumbnails(std::string_view tab, RowSink& sink) = 0;
     /// Number of the text for a list without a row of any type; 0 for the general one.
     virtual std::uint16_t EmptyText() const { return 0; }
+
+    /// Whether the order of the rows says something: no column sorts them until the user chooses one.
+    virtual bool IsRanked() const { return false; }
+    /// What the list says instead of what it says of a folder.
+    struct Texts {
+        std::string empty;  ///< in place of the rows that there are none of
+        std::string status; ///< of this many rows
+    };
+    virtual std::optional<Texts> TextsFor(int) const { return std::nullopt; }
 };
 
 } // namespace browser

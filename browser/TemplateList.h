@@ -31,6 +31,7 @@ public:
     int SmallIcon(int row) const override { return static_cast<int>(At(row).type) + 3; }
     ui::Thumbnail ThumbnailOf(int row) const override { return At(row).thumbnail; }
 
+    const TemplateRows& All() const { return rows; }
     const TemplateRow& At(int row) const { return rows.at(static_cast<std::size_t>(row)); }
     /// The row of a full path, letter case ignored; -1 when it is not listed.
     int Find(std::string_view fullPath) const;

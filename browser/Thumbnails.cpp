@@ -111,9 +111,14 @@ void Thumbnails::LoadThumbnailViewForMyFavorites(const library::Favorites& favor
     FindBackground();
     Collector templates{sink};
     reader.ReadFavorites(favorites, tab, templates);
-    for (TemplateRow& row : templates.Rows)
-        row.thumbnail = Composed(PictureOf(row), state.TemplatesPath);
+    AddPictures(templates.Rows);
     sink.Add(std::move(templates.Rows));
+}
+
+void Thumbnails::AddPictures(TemplateRows& rows) const
+{
+    for (TemplateRow& row : rows)
+        row.thumbnail = Composed(PictureOf(row), state.TemplatesPath);
 }
 
 void Thumbnails::FindBackground()

@@ -30,6 +30,11 @@ public:
     /// One thumbnail for each favourite; its picture lies in "Previews" beside it.
     void LoadThumbnailViewForMyFavorites(const library::Favorites& favorites, std::string_view tab, RowSink& sink);
 
+    // For rows of many folders; their pictures lie in "Previews" beside each.
+    /// Looks for the library's background picture, before the first of them.
+    void FindBackground();
+    void AddPictures(TemplateRows& rows) const;
+
     /// Whether the pictures are drawn onto the library's background picture; settled by each load.
     bool UseThumbnailBackground{};
 
@@ -49,7 +54,6 @@ private:
     };
 
     void AddTheOthers(Load& load, RowSink& sink) const;
-    void FindBackground();
     /// `previewsFolder` is relative to the templates path.
     void AddThumbnailImage(Load& load, const std::string& previewsFolder, const std::string& fileName) const;
     static std::string PictureOf(const TemplateRow& row);

@@ -46,7 +46,6 @@ frmImages::Picture::Picture(ui::Form& form, ImageKind kind, int frameTag, int te
     : kind{kind}, frame{form, ui::Tag{frameTag}}, image{form}, text{form, ui::Tag{textTag}},
       btnSet{form, ui::Tag{setTag}}, btnClear{form, ui::Tag{466}}
 {
-    image.Name = std::string{"img"}.append(KindWord(kind));
     image.Box = PictureBox;
 }
 
@@ -59,6 +58,7 @@ frmImages::frmImages(app::Program& program, ProfileManager& profiles, ProfileIma
     app::AssignMnemonics(*this);
     Layout(Column(Place(Logo), Place(Portrait), Place(Signature), ui::Buttons(OKButton, CancelButton, btnHelp)), Width);
     for (Picture* picture : Pictures()) {
+        picture->image.Name = picture->frame.Caption();
         picture->btnSet.Click = [this, picture] { btnSet_Click(*picture); };
         picture->btnClear.Click = [this, picture] { btnClear_Click(*picture); };
     }

@@ -36,4 +36,9 @@ inline constexpr std::uint16_t EmptyLibraryQuestion = 600, HiddenNameQuestion = 
                                MoreWithoutPicture = 609, WithoutPictureAreHidden = 611, OtherTypesHere = 612,
                                AddedToFavorites = 613, NoFavorites = 614;
 
+inline constexpr std::uint16_t Searching = 178, NothingFound = 179, CriteriaIncomplete = 181, Found = 187,
+                               FoundFrom = 188, FoundFiles = 189, SearchAll = 190, SearchSelected = 191,
+                               NoFindInFavorites = 263, NoFindHere = 371, SearchOtherTypes = 700, PreviewCaption = 243,
+                               PreviewOf = 254, PreviewTemplates = 255, CopyFailed = 706, Preview = 563;
+
 } // namespace app::str
