@@ -21,9 +21,10 @@ app/base            platform pictures ui
 library             platform ui app/base documents
 browser             platform pictures ui app/base library documents
 packs               platform ui app/base library
+search              platform ui app/base library browser documents
 profiles            platform pictures ui app/base
 online              platform ui app/base
-app/shell           platform pictures ui app/base library browser packs profiles documents online
+app/shell           platform pictures ui app/base library browser packs profiles documents online search
 automation          platform platform/win32 ui ui/win32 app/shell system
 
 bench               product system
@@ -45,6 +46,7 @@ tests/pictures/win32 product gtest tests/pictures tests/support/win32 system
 tests/platform       product gtest tests/support/win32 system
 tests/profiles       product gtest tests/support
 tests/profiles/win32 product gtest tests/support tests/support/win32 system
+tests/search         product gtest tests/support
 tests/ui             product gtest tests/support
 tests/ui/win32       product gtest tests/ui tests/pictures/win32 tests/support/win32 system
 '

@@ -60,7 +60,7 @@ bool Pane::IsShown() const
 {
     if (condition && !condition())
         return false;
-    return kind == Kind::Control || std::ranges::any_of(panes, &Pane::IsShown);
+    return kind == Kind::Control || kind == Kind::Cells || std::ranges::any_of(panes, &Pane::IsShown);
 }
 
 void Pane::Hide()
@@ -107,6 +107,10 @@ void PaneLayout::Place(Pane& pane, const ui::Rect& area)
 {
     const ui::Rect inner{area.left + pane.margin, area.top + pane.margin, std::max(area.width - 2 * pane.margin, 0),
                          std::max(area.height - 2 * pane.margin, 0)};
+    if (pane.kind == Pane::Kind::Cells) {
+        ui::Place(pane.cells, inner);
+        return;
+    }
     if (pane.kind != Pane::Kind::Control) {
         PlaceChildren(pane, inner);
         return;
@@ -132,6 +136,8 @@ void PaneLayout::PlaceChildren(Pane& pane, const ui::Rect& area)
     int start = isRow ? area.left : area.top;
     int end = isRow ? area.Right() : area.Bottom();
     const auto lengthOf = [&](const Pane& child) {
+        if (child.kind == Pane::Kind::Cells)
+            return ui::Measure(child.cells, area.width - 2 * child.margin).height + 2 * child.margin;
         const ui::Size needed = child.control->PreferredSize(area.width);
         return std::min(isRow ? needed.width : needed.height, static_cast<int>((end - start) * child.share));
     };

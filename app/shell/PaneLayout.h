@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/Control.h"
+#include "ui/Layout.h"
 #include "ui/Splitter.h"
 
 #include <functional>
@@ -14,6 +15,9 @@ namespace app {
 class Pane {
 public:
     Pane(ui::Control& shown) : control{&shown} {} // implicit on purpose: Beside(tree, list)
+
+    /// Controls as in a dialog, as high as they need; they show and hide themselves. Only in a column.
+    explicit Pane(ui::Cell content) : kind{Kind::Cells}, cells{std::move(content)}, extent{Extent::Preferred} {}
 
     /// As high (in a row: as wide) as the control needs.
     Pane Preferred() &&;
@@ -36,11 +40,12 @@ public:
 
 private:
     friend class PaneLayout;
-    enum class Kind { Control, Row, Column };
+    enum class Kind { Control, Cells, Row, Column };
     enum class Extent { Fill, Preferred, UpToSplitter };
 
     Kind kind{Kind::Control};
     ui::Control* control{};
+    ui::Cell cells;
     std::vector<Pane> panes;
     Extent extent{Extent::Fill};
     double share{1};

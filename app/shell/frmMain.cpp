@@ -56,14 +56,15 @@ frmMain::frmMain(Program& program)
               program.strings,
               program.platform.clock,
               program.platform.locale},
+      documents{program.platform.files, program.platform.locale, program.platform.jobs},
+      find{findControls, program, templateLibrary, reader, thumbnails, tabs, list, lvListView, documents},
       launcher{program.platform.shell, program.platform.files, program.registry, program.messages,
                program.toolkit,        program.strings,        program.state},
       spreadsheets{program.platform.files, program.platform.shell, program.registry}, opener{launcher, spreadsheets,
                                                                                              program.platform.files,
                                                                                              program.messages,
                                                                                              program.strings},
-      documents{program.platform.files, program.platform.locale, program.platform.jobs}, recentFiles{program.settings,
-                                                                                                     program.messages},
+      recentFiles{program.settings, program.messages},
       recentDocuments{program.platform.registry, program.platform.files, program.platform.clock,
                       program.settings,          program.messages,       program.strings},
       help{program.settings, program.messages, launcher, program.platform.files, program.state},
@@ -85,6 +86,7 @@ frmMain::frmMain(Program& program)
     BuildMenus();
     WireEvents();
     WireFolders();
+    WireFind();
 }
 
 bool frmMain::Load()
@@ -97,6 +99,7 @@ bool frmMain::Load()
     program.progress.Increment();
     tbToolBar.SetButtonCaption("mnuGetNewDesigns", program.Text(str::GetMoreTemplates));
     tbToolBar.SetButtonCaption("mnuReportABug", program.Text(str::ReportABug));
+    NameControls();
     Realize();
     if (!frmTemplatesPath::EnsureReadable(program)) {
         Unload();
@@ -246,7 +249,11 @@ void frmMain::WireEvents()
     fileTypeTabStrip.Click = [this] { fileTypeTabStrip_Click(); };
 
     templateLibrary.ClearViews = [this] { ClearViewState(); };
-    templateLibrary.LockAccess = [this](bool lock) { LockTreeViewAccess(lock); };
+    templateLibrary.LockAccess = [this](bool lock) {
+        LockTreeViewAccess(lock);
+        if (!lock)
+            find.LibraryLoaded();
+    };
 }
 
 void frmMain::tvTreeView_Click()
@@ -254,6 +261,7 @@ void frmMain::tvTreeView_Click()
     if (tvTreeView.Selected() == nullptr)
         return;
     templateLibrary.RememberSelection();
+    find.FolderChosen();
     FillList();
 }
 
@@ -310,6 +318,8 @@ void frmMain::ToggleColumn(std::size_t index)
 
 std::shared_ptr<browser::RowSource> frmMain::SelectedRows()
 {
+    if (auto found = find.Rows())
+        return found;
     const auto* folder = templateLibrary.Tree().Selected();
     if (folder != nullptr && folder->IsCategory())
         return std::make_shared<browser::CategoryRows>(reader, thumbnails, folder->path);
@@ -387,6 +397,7 @@ void frmMain::fileTypeTabStrip_Click()
     const Busy guard{*this};
     tabs.RememberSelection();
     list.Refill();
+    find.TabChosen();
 }
 
 void frmMain::mnuViewPreviewPane_Click()
@@ -433,7 +444,7 @@ bool frmMain::OnKey(const ui::Key& key)
         tabs.SelectNext(key.shift);
         return true;
     }
-    return commands.Press(key);
+    return find.OnKey(key) || commands.Press(key);
 }
 
 bool frmMain::OnTreeKey(const ui::Key& key)
@@ -506,6 +517,7 @@ Pane frmMain::Panes()
     // clang-format off
     return Below(
         Pane{tbToolBar}.Preferred(),
+        Pane{findControls.Layout()}.Within(PaneMargin).When([this] { return find.IsOpen(); }),
         Beside(
             Below(
                 Pane{tvTreeView}.When(folderList)
@@ -572,6 +584,8 @@ void frmMain::SaveState()
     const bool saved = SaveWindowValues(values, program.settings);
     templateLibrary.RememberSelection();
     tabs.RememberSelection();
+    if (find.IsOpen())
+        find.Remember();
     if (!saved)
         program.messages.Stop(str::SetValueFailed);
 }

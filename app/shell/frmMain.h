@@ -23,6 +23,7 @@
 #include "online/UpdateNotification.h"
 #include "packs/SolutionPacks.h"
 #include "profiles/ProfileDialogs.h"
+#include "search/FindPane.h"
 #include "ui/Form.h"
 #include "ui/Image.h"
 #include "ui/Label.h"
@@ -99,6 +100,7 @@ public:
     void mnuFile_Click(std::size_t number);
 
     ui::ToolBar tbToolBar{*this};
+    search::FindControls findControls{*this};
     ui::TreeView tvTreeView{*this};
     ui::Splitter imgHorzSplitter{*this, ui::Splitter::Direction::UpDown};
     ui::Image imgPreview{*this};
@@ -116,6 +118,7 @@ public:
     const library::Favorites& Favorites() const { return favorites; }
     const browser::RecentFiles& RecentFiles() const { return recentFiles; }
     library::TemplateLibrary& Library() { return templateLibrary; }
+    search::FindPane& Find() { return find; }
     const browser::ListPane& List() const { return list; }
     const browser::TemplateList& Templates() const { return list.Templates(); }
     const CommandTable& Commands() const { return commands; }
@@ -130,10 +133,11 @@ private:
     browser::Thumbnails thumbnails;
     browser::ListPane list;
     browser::PreviewPane preview;
+    library::DocumentFacts documents;
+    search::FindPane find;
     browser::Launcher launcher;
     browser::SpreadsheetFolder spreadsheets;
     browser::TemplateOpener opener;
-    library::DocumentFacts documents;
     browser::RecentFiles recentFiles;
     browser::RecentDocuments recentDocuments;
     HelpDocuments help;
@@ -175,6 +179,13 @@ private:
     void BuildMenus();
     void WireEvents();
     void WireFolders();
+    void WireFind();
+    /// For screen readers: no label says what these show.
+    void NameControls();
+    /// Shows the list's templates one by one in a window of their own.
+    void mnuFilePreview_Click();
+    /// Offers the file to other programs on the clipboard.
+    void Copy(const std::string& path);
     void ReloadTree(const std::string& category);
     bool FavoritesSelected() const;
     bool OpenDocument(const std::string& path);

@@ -25,19 +25,6 @@ constexpr ViewCommand viewCommands[] = {
     {"mnuViewThumbnails", 118, 146, "view-thumbnails", View::Thumbnails, '5'},
 };
 
-/// Commands whose work the program does not do yet.
-struct LaterCommand {
-    const char* name;
-    int caption;
-    int toolTip;
-    const char* image;
-    ui::Key key;
-};
-const LaterCommand laterCommands[] = {
-    {"mnuFilePreview", 103, 563, "preview", {}},
-    {"mnuEditFind", 109, 165, "find", ui::Ctrl('F')},
-};
-
 } // namespace
 
 void frmMain::AddCommands()
@@ -57,6 +44,10 @@ void frmMain::AddCommands()
     commands.Add({.name = "mnuFileProperties", .caption = 133, .toolTip = 175, .image = "properties",
                   .key = {ui::KeyCode::Enter, false, false, true}, .run = [this] { mnuFileProperties_Click(); },
                   .enabled = hasSelection});
+    commands.Add({.name = "mnuFilePreview", .caption = 103, .toolTip = 563, .image = "preview",
+                  .run = [this] { mnuFilePreview_Click(); }, .enabled = hasSelection});
+    commands.Add({.name = "mnuEditCopy", .caption = 705, .key = ui::Ctrl('C'),
+                  .run = [this] { Copy(list.SelectedPath()); }, .enabled = hasSelection});
     commands.Add({.name = "mnuFileExit", .caption = 104, .image = "exit",
                   .key = {ui::KeyCode::F4, false, false, true}, .run = [this] { Close(); }});
     commands.Add({.name = "mnuRefreshTV", .caption = 105, .toolTip = 105, .image = "refresh",
@@ -81,6 +72,8 @@ void frmMain::AddCommands()
     commands.Add({.name = "mnuRemoveFromFavorites", .caption = 354, .toolTip = 354, .image = "remove-favorite",
                   .run = [this] { mnuRemoveFromFavorites_Click(); }, .enabled = hasSelection,
                   .visible = [this] { return FavoritesSelected(); }});
+    commands.Add({.name = "mnuEditFind", .caption = 109, .toolTip = 165, .image = "find", .key = ui::Ctrl('F'),
+                  .run = [this] { find.Open(); }, .checked = [this] { return find.IsOpen(); }});
     commands.Add({.name = "mnuRecentDocuments", .caption = 379, .toolTip = 479, .image = "recent",
                   .run = [this] { mnuRecentDocuments_Click(); }});
     commands.Add({.name = "mnuHistory", .caption = 615, .toolTip = 479, .run = [this] { mnuHistory_Click(); }});
@@ -170,12 +163,6 @@ void frmMain::AddCommands()
     commands.Add({.name = "mnuGetNewDesigns", .caption = 394, .toolTip = 388, .image = "more",
                   .run = [this] { solutionPacks.GetMore(); }});
     // clang-format on
-    for (const LaterCommand& later : laterCommands)
-        commands.Add({.name = later.name,
-                      .caption = later.caption,
-                      .toolTip = later.toolTip,
-                      .image = later.image,
-                      .key = later.key});
     constexpr const char* columnCommands[] = {"mnuColumnFolder", "mnuColumnSize", "mnuColumnModified"};
     for (std::size_t column = 1; column <= std::size(columnCommands); ++column)
         commands.Add({.name = columnCommands[column - 1],
@@ -213,7 +200,7 @@ void frmMain::BuildMenus()
           "mnuFile10"}},
         {"mnuEdit",
          108,
-         {"mnuEditFind", "-", "mnuAddToFavorites", "mnuRemoveFromFavorites", "-", "mnupopRenamefolder",
+         {"mnuEditCopy", "mnuEditFind", "-", "mnuAddToFavorites", "mnuRemoveFromFavorites", "-", "mnupopRenamefolder",
           "mnupopDeletefolder"}},
         {"mnuView",
          113,
@@ -238,8 +225,8 @@ void frmMain::BuildMenus()
                       subMenus);
 
     commands.Fill(mnuTreePopup, {"mnuRefreshTV", "-", "mnupopRenamefolder", "mnupopDeletefolder"});
-    commands.Fill(mnuListPopup, {"mnuPopUpOpenTemplate", "mnuFileNew", "mnuFilePreview", "-", "mnuPopAddToFavorites",
-                                 "mnuPopRemoveFromFavorites", "-", "mnuFileProperties"});
+    commands.Fill(mnuListPopup, {"mnuPopUpOpenTemplate", "mnuFileNew", "mnuFilePreview", "mnuEditCopy", "-",
+                                 "mnuPopAddToFavorites", "mnuPopRemoveFromFavorites", "-", "mnuFileProperties"});
     mnuListPopup.Find("mnuPopUpOpenTemplate")->Default = true;
     commands.Fill(mnuListSpacePopup, {"mnuViewLargeIcons", "mnuViewSmallIcons", "mnuViewList", "mnuViewDetails",
                                       "mnuViewThumbnails", "-", "mnuRefreshTV"});

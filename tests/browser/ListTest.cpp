@@ -206,7 +206,7 @@ TEST_F(ListTest, TheMenusAreThoseOfTheRowTheSpaceBesideItAndTheHeadings)
         return shown;
     };
     auto& list = Main().lvListView;
-    EXPECT_EQ(names(list.ContextMenu), (Texts{"mnuPopUpOpenTemplate", "mnuFileNew", "mnuFilePreview",
+    EXPECT_EQ(names(list.ContextMenu), (Texts{"mnuPopUpOpenTemplate", "mnuFileNew", "mnuFilePreview", "mnuEditCopy",
                                               "mnuPopAddToFavorites", "mnuFileProperties"}));
     list.UserSelects(-1);
     EXPECT_EQ(names(list.ContextMenu).back(), "mnuRefreshTV");

@@ -1,0 +1,85 @@
+// What the main window does with the Find pane, the preview window, and the clipboard.
+#include "app/shell/frmMain.h"
+
+#include "app/base/StringId.h"
+#include "app/shell/WindowPlacement.h"
+#include "browser/FrmPreview.h"
+
+#include <cstdint>
+#include <utility>
+
+namespace app {
+namespace {
+
+/// Where the preview window stood, twips; keys of section "Browser".
+struct PlaceValue {
+    const char* key;
+    int ui::Rect::*member;
+    int otherwise, low;
+};
+constexpr int Limit = 200'000; ///< a stored number beyond this is damage
+constexpr PlaceValue previewPlace[] = {{"PreviewWindowLeft", &ui::Rect::left, 1500, -Limit},
+                                       {"PreviewWindowTop", &ui::Rect::top, 1500, -Limit},
+                                       {"PreviewWindowWidth", &ui::Rect::width, 11'000, 6000},
+                                       {"PreviewWindowHeight", &ui::Rect::height, 9000, 4500}};
+
+} // namespace
+
+void frmMain::WireFind()
+{
+    find.Resized = [this] {
+        SizeControls();
+        RefreshCommands();
+    };
+    find.ShowList = [this](const std::string& path) {
+        const Busy guard{*this};
+        list.ShowAt(SelectedRows(), path);
+    };
+    find.OpenSelected = [this] { lvListView_DblClick(); };
+    find.SelectAllTypes = [this] {
+        fileTypeTabStrip.Select(browser::FileTypeTabs::AllTab);
+        fileTypeTabStrip_Click();
+    };
+    lvListView.DragFile = imgPreview.DragFile = [this] { return list.SelectedPath(); };
+}
+
+void frmMain::NameControls()
+{
+    const std::pair<ui::Control&, std::uint16_t> names[] = {
+        {tbToolBar, 708}, {tvTreeView, 147}, {fileTypeTabStrip, 709}, {lvListView, 710}, {imgPreview, 148}};
+    for (const auto& [control, name] : names)
+        control.Name = program.Text(name);
+}
+
+void frmMain::mnuFilePreview_Click()
+{
+    const int row = lvListView.Selected();
+    if (row < 0 || row >= list.Templates().Rows())
+        return;
+    const Busy guard{*this};
+    browser::FrmPreview form{program,
+                             list.Templates().All(),
+                             preview,
+                             row,
+                             {.createDocument = [this](const std::string& path) { opener.CreateDocument(path); },
+                              .createTemplate = [this](const std::string& path) { opener.Open(path); },
+                              .copy = [this](const std::string& path) { Copy(path); }}};
+    ui::Rect place;
+    for (const PlaceValue& value : previewPlace)
+        place.*value.member = program.settings.Number("Browser", value.key, value.otherwise, value.low, Limit);
+    form.Realize(); // its own size first, which the remembered one then takes the place of
+    form.SetIconFile(IconFile());
+    form.SetPlacement(PlacementWithin(place, program.toolkit.WorkAreas()));
+    form.ShowModal();
+    for (const PlaceValue& value : previewPlace)
+        (void)program.settings.SaveNumber("Browser", value.key, form.Placement().*value.member);
+    list.Select(form.Path());
+}
+
+void frmMain::Copy(const std::string& path)
+{
+    if (!program.toolkit.CopyToClipboard(path))
+        program.messages.Inform(str::CopyFailed);
+}
+
+} // namespace app
