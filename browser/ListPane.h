@@ -90,7 +90,7 @@ private:
     struct Sort {
         int column{-1};
         bool ascending{true};
-    } folderSort; ///< of the folders, while something ranked is shown
+    } folderSort;       ///< of the folders, while something ranked is shown
     unsigned request{}; ///< number of the latest
     unsigned served{};  ///< number of the one that is being read, or was last
     bool filling{};
