@@ -1,0 +1,96 @@
+#include "tests/endtoend/BrowserTest.h"
+#include "tests/support/win32/LoopbackServer.h"
+
+#include <atomic>
+#include <thread>
+
+namespace endtoend {
+namespace {
+
+/// The update service of the test, which answers as it is told to.
+class UpdateServiceTest : public BrowserTest {
+protected:
+    std::atomic<int> mode{};
+    static constexpr const char* Offer =
+        "<html><head><title>Update</title></head><body><form>"
+        "<INPUT type=hidden name=IsUpdateRequired value=1>"
+        "<input type='hidden' name='MessageText' value='Build 2 &lt;b&gt; &amp; more'>"
+        "<input name=ProductPath value=\"C:\\Windows\\regedit.exe\"></form></body></html>";
+    static HWND Message()
+    {
+        return FindTop(L"TSBrowserForm", [](HWND window) { return ButtonOf(window, L"O&K") != nullptr; });
+    }
+    void OpenAsking(const std::wstring& host)
+    {
+        Installation::Set(L"Options", L"WebHostPath", host);
+        Installation::Set(L"Options", L"NotifyCount", L"0");
+        EXPECT_TRUE(Open());
+    }
+    static std::wstring Wide(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
+};
+
+TEST_F(UpdateServiceTest, ShowsTheOfferBesideTheWindowAndOpensNoProgram)
+{
+    LoopbackServer server{
+        [](const std::string&, LoopbackServer::Client& client) { client.Send(LoopbackServer::Page(Offer)); }};
+    OpenAsking(Wide(server.Address()));
+    const HWND message = Await(Message);
+    ASSERT_TRUE(message);
+    EXPECT_EQ(GetWindow(message, GW_OWNER), MainWindow());
+    EXPECT_TRUE(IsWindowEnabled(MainWindow()));
+    EXPECT_NE(GetForegroundWindow(), message);
+    Press(ButtonOf(message, L"Don't show this again"));
+    Press(ButtonOf(message, L"O&K"));
+    EXPECT_EQ(AnswerBox(), L"Tessaly Desk: File not found.");
+    EXPECT_TRUE(AwaitGone(message));
+    EXPECT_EQ(Installation::Setting(L"Options", L"NotifyDisabled"), L"True");
+    EXPECT_TRUE(server.Targets().front().starts_with("/UpdateNotify.asp?MajorVersion=2&MinorVersion=2&"));
+    Close();
+}
+
+/// Services that harm, and a net that is none: the browser opens and closes as if there were nothing.
+TEST_F(UpdateServiceTest, LivesWithAnyServiceAndSaysNothing)
+{
+    LoopbackServer server{[this](const std::string&, LoopbackServer::Client& client) {
+        const std::string begin = "HTTP/1.0 200 OK\r\n\r\n";
+        switch (mode) {
+        case 0: // 10 MB of text before what counts
+            client.Send(begin + std::string(10'000'000, 'x') + Offer);
+            break;
+        case 1: // byte by byte
+            client.Send(begin);
+            for (const char* next = Offer; *next != '\0' && client.Send({next, 1}); ++next)
+                std::this_thread::sleep_for(std::chrono::milliseconds{50});
+            break;
+        case 2:
+            client.Send(LoopbackServer::Redirect("/UpdateNotify.asp"));
+            break;
+        case 3:
+            client.Send(LoopbackServer::Redirect("file:///C:/windows/win.ini"));
+            break;
+        case 4: // a refusal
+            client.Send("HTTP/1.0 403 Forbidden\r\n\r\n" + std::string{Offer});
+            break;
+        default: // no answer
+            client.Wait();
+        }
+    }};
+    for (mode = 0; mode <= 5; ++mode) {
+        SCOPED_TRACE(mode);
+        const auto before = server.Targets().size();
+        OpenAsking(Wide(server.Address()));
+        EXPECT_TRUE(WaitFor([&] { return server.Targets().size() > before; }));
+        EXPECT_FALSE(Message());
+        const auto closing = std::chrono::steady_clock::now();
+        Close();
+        EXPECT_LT(std::chrono::steady_clock::now() - closing, std::chrono::seconds{10}) << "it waits for nobody";
+    }
+    for (const wchar_t* host : {L"http://nowhere.invalid/", L"http://127.0.0.1:1/"}) {
+        OpenAsking(host);
+        Close();
+    }
+    EXPECT_FALSE(SystemDialog());
+}
+
+} // namespace
+} // namespace endtoend
