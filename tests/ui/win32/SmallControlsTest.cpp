@@ -38,8 +38,8 @@ TEST_F(SmallControlsTest, ALineOfTextPassesOnTheKeysThatDoNothingInIt)
         keys.push_back(key.code);
         return true;
     };
-    for (const WORD key : {VK_LEFT, VK_DOWN, VK_HOME, VK_UP, VK_RETURN, VK_ESCAPE})
-        Press(key);
+    for (const int key : {VK_LEFT, VK_DOWN, VK_HOME, VK_UP, VK_RETURN, VK_ESCAPE})
+        Press(static_cast<WORD>(key));
     using enum ui::KeyCode;
     EXPECT_THAT(keys, ElementsAre(Down, Up, Enter, Escape));
     EXPECT_TRUE(dialog.IsOpen());

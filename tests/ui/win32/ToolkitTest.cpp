@@ -77,7 +77,7 @@ TEST_F(ToolkitTest, OtherProgramsAreOfferedTheFileAndItsNameToCopy)
     DragQueryFileW(static_cast<HDROP>(medium.hGlobal), 0, file, MAX_PATH);
     EXPECT_EQ(ui::win32::FromNative(file), path);
     ReleaseStgMedium(&medium);
-    format.cfFormat = static_cast<CLIPFORMAT>(RegisterClipboardFormatW(CFSTR_PREFERREDDROPEFFECTW));
+    format.cfFormat = static_cast<CLIPFORMAT>(RegisterClipboardFormatW(L"Preferred DropEffect"));
     ASSERT_EQ(data->GetData(&format, &medium), S_OK);
     EXPECT_EQ(*static_cast<const DWORD*>(GlobalLock(medium.hGlobal)), static_cast<DWORD>(DROPEFFECT_COPY));
     GlobalUnlock(medium.hGlobal);
