@@ -209,13 +209,20 @@ void Form::UserCloses()
 
 bool Form::UserPresses(const Key& key)
 {
-    if (MenuOpening)
+    const auto find = [&] {
+        Menu* found = nullptr;
+        MenuBar.ForEach([&](Menu& item) {
+            if (found == nullptr && item.Shortcut == key && item.Click)
+                found = &item;
+        });
+        return found;
+    };
+    Menu* hit = find();
+    // Arrows and digits are pressed by the dozen: the entries are brought up to date for a key of theirs alone.
+    if (hit != nullptr && MenuOpening) {
         MenuOpening();
-    Menu* hit = nullptr;
-    MenuBar.ForEach([&](Menu& item) {
-        if (hit == nullptr && item.Shortcut == key && item.Click)
-            hit = &item;
-    });
+        hit = find();
+    }
     if (hit != nullptr) {
         if (hit->Enabled)
             hit->UserClicks();
