@@ -114,6 +114,40 @@ std::wstring WithinShellBound(std::string_view target)
     return shortened.empty() || shortened.size() >= MAX_PATH ? file : shortened;
 }
 
+/// What the system has recorded for a verb of a type of files: its program, or its command line. "" for nothing.
+std::wstring Recorded(ASSOCSTR what, const std::wstring& ending, const wchar_t* verb)
+{
+    std::wstring text(32'768, L'\0');
+    auto size = static_cast<DWORD>(text.size());
+    if (AssocQueryStringW(ASSOCF_NONE, what, ending.c_str(), verb, text.data(), &size) != S_OK)
+        return {};
+    text.resize(wcslen(text.c_str()));
+    return text;
+}
+
+/// Starts the program of a file's type by its recorded command line, with the file's long path in it: for a file that
+/// lies too deep for the shell also by short names, which a volume may not have at all. The shell's number of the
+/// outcome.
+int OpenByCommandLine(std::string_view file, const wchar_t* verb)
+{
+    const auto native = ToNativePath(file);
+    if (!native || GetFileAttributesW(native->c_str()) == INVALID_FILE_ATTRIBUTES)
+        return SE_ERR_FNF;
+    const std::wstring ending = PathFindExtensionW(native->c_str());
+    const std::string program = ToUtf8(Recorded(ASSOCSTR_EXECUTABLE, ending, verb));
+    std::string line = ToUtf8(Recorded(ASSOCSTR_COMMAND, ending, verb));
+    if (program.empty() || line.empty())
+        return SE_ERR_NOASSOC;
+    std::size_t place = line.find("%1");
+    if (place == std::string::npos)
+        place = line.find("%L");
+    if (place == std::string::npos) // it hears of its file in another way
+        return SE_ERR_FNF;
+    const bool inQuotes = place > 0 && line[place - 1] == '"';
+    line.replace(place, 2, inQuotes ? std::string{file} : command_line::Quoted(file));
+    return StartProgram(program, line, WindowStyle::Normal) ? Shell::Worked : SE_ERR_ACCESSDENIED;
+}
+
 } // namespace
 
 int Win32Shell::Open(std::string_view target, Verb verb)
@@ -121,12 +155,15 @@ int Win32Shell::Open(std::string_view target, Verb verb)
     if (target.contains('\0')) // would be cut there and open something else
         return SE_ERR_FNF;
     const std::wstring file = WithinShellBound(target);
+    const wchar_t* const name = verb == Verb::New ? L"new" : L"open";
+    if (file.size() >= MAX_PATH && path::IsAbsolute(target))
+        return OpenByCommandLine(target, name);
     SHELLEXECUTEINFOW request{};
     request.cbSize = sizeof request;
     // The program says itself what went wrong. The call returns when the launch is through: the window, and the process
     // with it, may be closed the moment after.
     request.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
-    request.lpVerb = verb == Verb::New ? L"new" : L"open";
+    request.lpVerb = name;
     request.lpFile = file.c_str();
     request.nShow = SW_SHOWNORMAL;
     const bool worked = ShellExecuteExW(&request) != FALSE;

@@ -33,7 +33,7 @@ public:
     virtual bool WaitUntil(const std::function<bool()>& condition) = 0;
 
     /// Makes folders in each other until the path is far longer than the classic bound; the path from Folder().
-    std::string MakeDeepFolder();
+    std::string MakeDeepFolder(int levels = 20);
 
     static std::unique_ptr<PlatformUnderTest> Make();
 };
@@ -45,10 +45,10 @@ std::uint32_t CodeOf(const platform::Result<T>& result)
     return result ? 0 : result.error().code;
 }
 
-inline std::string PlatformUnderTest::MakeDeepFolder()
+inline std::string PlatformUnderTest::MakeDeepFolder(int levels)
 {
     std::string deep;
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < levels; ++i) {
         deep = platform::path::Join(deep, "a folder with a long name " + std::to_string(i));
         (void)Get().files.CreateFolder(platform::path::Join(Folder(), deep));
     }

@@ -5,6 +5,7 @@
 #include "platform/win32/Native.h"
 #include "platform/win32/System.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 // What only the real system can show; the shared contract is in the other files.
@@ -28,6 +29,31 @@ TEST_F(Win32Test, OpensAFileWhosePathIsLongerThanTheShellTakes)
     under->WriteFile(At(file), "deep");
     EXPECT_EQ(system.shell.Open(At(file), Verb::Open), 31) << "found, and no program is there for its type";
     EXPECT_EQ(system.shell.Open(At(path::Join(deep, "gone.txt")), Verb::Open), 2);
+}
+
+TEST_F(Win32Test, OpensAFileThatLiesTooDeepAlsoByShortNames)
+{
+    const std::string deep = under->MakeDeepFolder(40);
+    const std::string file = path::Join(deep, "ein Ü.tsdeep"), other = path::Join(deep, "file.tsunknown");
+    const std::string told = At("told.txt");
+    for (const std::string& name : {file, other})
+        under->WriteFile(At(name), "deep");
+    const HKEY types = HKEY_CLASSES_ROOT;
+    const std::wstring command =
+        win32::ToUtf16(std::string{CommandInterpreter} + " /c echo %1>" + command_line::Quoted(told));
+    RegSetValueW(types, L".tsdeep", REG_SZ, L"TSDeepFile", 0);
+    RegSetValueW(types, L"TSDeepFile\\shell\\open\\command", REG_SZ, command.c_str(), 0);
+
+    EXPECT_GT(system.shell.Open(At(file), Verb::Open), 32);
+    for (int i = 0; i < 500 && system.files.Read(told, 4096).value_or("").empty(); ++i)
+        system.clock.Sleep(20);
+    EXPECT_THAT(system.files.Read(told, 4096).value_or(""),
+                testing::StartsWith(command_line::Quoted(At(deep)).substr(0, 300)));
+    EXPECT_EQ(system.shell.Open(At(file), Verb::New), 31) << "the type has no such verb";
+    EXPECT_EQ(system.shell.Open(At(other), Verb::Open), 31);
+    EXPECT_EQ(system.shell.Open(At(path::Join(deep, "gone.tsdeep")), Verb::Open), 2);
+    RegDeleteTreeW(types, L".tsdeep");
+    RegDeleteTreeW(types, L"TSDeepFile");
 }
 
 TEST_F(Win32Test, TheSystemTakesACommandLineApartAsItWasMade)
