@@ -17,7 +17,8 @@ Function FromSystemLibrary(const wchar_t* library, const char* name)
     if (length == 0 || length >= MAX_PATH)
         return nullptr;
     // It stays loaded for good.
-    HMODULE module = LoadLibraryW((std::wstring{folder, length} + L"\\" + library).c_str());
+    const std::wstring file = std::wstring{folder, length} + L"\\" + library;
+    HMODULE module = LoadLibraryExW(file.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     return module != nullptr ? reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)))
                              : nullptr;
 }
