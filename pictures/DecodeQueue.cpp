@@ -6,7 +6,7 @@ namespace pictures {
 
 void DecodeQueue::Reset(int rows, int pictures)
 {
-    done.assign(static_cast<std::size_t>(std::max(rows, 0)), false);
+    states.assign(static_cast<std::size_t>(std::max(rows, 0)), State::Waiting);
     count = 0;
     capacity = pictures;
     firstShown = 0;
@@ -29,16 +29,27 @@ void DecodeQueue::Show(int first, int last)
 
 std::optional<int> DecodeQueue::Next()
 {
+    const auto row = FindNext();
+    if (row) {
+        states[static_cast<std::size_t>(*row)] = State::Begun;
+        ++count;
+    }
+    return row;
+}
+
+std::optional<int> DecodeQueue::FindNext()
+{
+    const auto waits = [this](int row) { return Is(row, State::Waiting); };
     for (int row = firstShown; row <= lastShown; ++row)
-        if (!IsDone(row))
+        if (waits(row))
             return row;
     if (count >= capacity)
         return std::nullopt;
-    while (after < Rows() && IsDone(after))
+    while (after < Rows() && !waits(after))
         ++after;
     if (after < Rows())
         return after;
-    while (before >= 0 && IsDone(before))
+    while (before >= 0 && !waits(before))
         --before;
     if (before >= 0)
         return before;
@@ -47,10 +58,10 @@ std::optional<int> DecodeQueue::Next()
 
 std::optional<int> DecodeQueue::Done(int row)
 {
-    if (row < 0 || row >= Rows() || IsDone(row))
+    if (!Is(row, State::Begun))
         return std::nullopt;
-    done[static_cast<std::size_t>(row)] = true;
-    if (++count <= capacity)
+    states[static_cast<std::size_t>(row)] = State::Done;
+    if (count <= capacity)
         return std::nullopt;
     std::optional<int> farthest;
     int distance = 0;
@@ -62,7 +73,7 @@ std::optional<int> DecodeQueue::Done(int row)
         }
     }
     if (farthest) {
-        done[static_cast<std::size_t>(*farthest)] = false;
+        states[static_cast<std::size_t>(*farthest)] = State::Waiting;
         --count;
         if (*farthest > lastShown)
             after = std::min(after, *farthest);

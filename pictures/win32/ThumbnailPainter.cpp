@@ -4,14 +4,21 @@
 
 namespace pictures::win32 {
 
-const PixelBuffer& ThumbnailPainter::Frame(const std::string& file)
+std::shared_ptr<const PixelBuffer> ThumbnailPainter::Frame(const std::string& file)
 {
-    if (file != frameFile) {
+    const std::lock_guard lock{mutex};
+    if (!frame || file != frameFile) {
         frameFile = file;
-        frame = file.empty() ? PixelBuffer{} : pictures.Decode(file, cell);
-        frame = frame.ScaledTo(FrameSize(frame.Size(), cell));
+        const PixelBuffer decoded = file.empty() ? PixelBuffer{} : pictures.Decode(file, cell);
+        frame = std::make_shared<const PixelBuffer>(decoded.ScaledTo(FrameSize(decoded.Size(), cell)));
     }
     return frame;
+}
+
+std::uint64_t ThumbnailPainter::Stamp(const Thumbnail& thumbnail) const
+{
+    const std::uint64_t own = pictures.Stamp(thumbnail.picture);
+    return own != 0 ? own : pictures.Stamp(thumbnail.fallback);
 }
 
 PixelBuffer ThumbnailPainter::PictureOf(const Thumbnail& thumbnail, PixelSize room) const
@@ -24,7 +31,8 @@ PixelBuffer ThumbnailPainter::PictureOf(const Thumbnail& thumbnail, PixelSize ro
 PixelBuffer ThumbnailPainter::Paint(const Thumbnail& thumbnail)
 {
     pcMemDC memory;
-    const PixelBuffer& background = Frame(thumbnail.frame);
+    const auto held = Frame(thumbnail.frame);
+    const PixelBuffer& background = *held;
     memory.SetBackgroundImage(!background.Empty());
     if (!memory.BackgroundImage()) {
         memory.CreateFromPicture(PictureOf(thumbnail, cell));

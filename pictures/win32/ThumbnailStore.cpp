@@ -2,22 +2,104 @@
 
 #include "pictures/win32/NativePixels.h"
 
-namespace pictures::win32 {
+#include <algorithm>
+#include <thread>
 
-void ThumbnailStore::Reset(int rows, PixelSize cell, int enlargement)
+namespace pictures::win32 {
+namespace {
+
+/// Pictures that are decoded at a time: as many as there are processors, and one thread stays free for a picture that
+/// the user asked for by itself.
+std::size_t MostAtATime()
 {
+    static const std::size_t most = std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, 3);
+    return most;
+}
+
+} // namespace
+
+void ThumbnailStore::Reset(int rows, PixelSize newCell, int newEnlargement)
+{
+    onTheWay.clear();
+    if (!painter || newCell != cell || newEnlargement != enlargement) {
+        former.clear();
+        cell = newCell;
+        enlargement = newEnlargement;
+        painter = std::make_shared<ThumbnailPainter>(pictures, cell, enlargement);
+    } else {
+        KeepForLater();
+    }
     thumbnails.clear();
-    painter.emplace(pictures, cell, enlargement);
     queue.Reset(rows, ThumbnailsKept(cell));
 }
 
-void ThumbnailStore::Compose(int row, const Thumbnail& thumbnail)
+void ThumbnailStore::KeepForLater()
 {
-    const PixelBuffer picture = painter->Paint(thumbnail);
+    ++resets;
+    for (auto& [row, composed] : thumbnails) {
+        Thumbnail source = composed.source;
+        former.insert_or_assign(std::move(source), Former{std::move(composed), resets});
+    }
+    const auto most = static_cast<std::size_t>(FormerThumbnailsKept(cell));
+    while (former.size() > most)
+        former.erase(std::ranges::min_element(former, {}, [](const auto& entry) { return entry.second.age; }));
+}
+
+bool ThumbnailStore::Begin(const std::function<Thumbnail(int row)>& of)
+{
+    if (onTheWay.size() >= MostAtATime())
+        return false;
+    const auto row = queue.Next();
+
+    if (!row)
+        return false;
+    Thumbnail source = of(*row);
+    std::optional<std::uint64_t> known;
+    if (const auto found = former.find(source); found != former.end()) {
+        known = found->second.composed.stamp;
+        Put(*row, std::move(found->second.composed));
+        former.erase(found);
+    }
+    Paint(*row, std::move(source), known);
+    return true;
+}
+
+void ThumbnailStore::Paint(int row, Thumbnail source, std::optional<std::uint64_t> known)
+{
+    onTheWay[row] = jobs.Start(
+        [work = painter, source, known](const platform::Cancelled& cancelled) -> platform::Result<Painted> {
+            Painted painted{.stamp = work->Stamp(source), .picture = {}};
+            if (!cancelled && painted.stamp != known)
+                painted.picture = work->Paint(source);
+            return painted;
+        },
+        [this, row, source](const platform::Result<Painted>& painted) { Arrived(row, source, painted); });
+}
+
+void ThumbnailStore::Arrived(int row, const Thumbnail& source, const platform::Result<Painted>& painted)
+{
+    const auto ticket = onTheWay.extract(row); // until the end of this
+    const bool holds = painted ? !painted->picture : IsDone(row);
+    if (!holds) {
+        Composed composed{source, painted ? painted->stamp : 0, {}, nullptr};
+        if (painted && !painted->picture->Empty()) {
+            composed.size = painted->picture->Size();
+            composed.bitmap = ToBitmap(*painted->picture);
+        }
+        Put(row, std::move(composed));
+    }
+    if (Ready)
+        Ready();
+}
+
+void ThumbnailStore::Put(int row, Composed composed)
+{
     if (const auto evicted = queue.Done(row))
         thumbnails.erase(*evicted);
-    if (!picture.Empty())
-        thumbnails[row] = {ToBitmap(picture), picture.Size()};
+    if (queue.IsDone(row))
+        thumbnails[row] = std::move(composed);
+    if (Changed)
+        Changed(row);
 }
 
 bool ThumbnailStore::Draw(HDC context, int row, const RECT& room) const

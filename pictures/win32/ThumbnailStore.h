@@ -3,37 +3,68 @@
 #include "pictures/DecodeQueue.h"
 #include "pictures/win32/NativeHandle.h"
 #include "pictures/win32/ThumbnailPainter.h"
+#include "platform/Jobs.h"
 
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
 #include <unordered_map>
 
 namespace pictures::win32 {
 
-/// The thumbnails of a list that have been composed so far, in a bounded amount of memory.
+/// The thumbnails of a list, composed beside the window's thread, in a bounded amount of memory. Those of lists that
+/// showed before are kept for a while, and looked at again when they are shown again: the file may have changed.
 class ThumbnailStore {
 public:
-    explicit ThumbnailStore(const Pictures& pictures) : pictures{pictures} {}
+    ThumbnailStore(const Pictures& pictures, platform::Jobs& jobs) : pictures{pictures}, jobs{jobs} {}
 
-    /// Drops everything. `cell` and `enlargement` as for the painter.
+    /// Another list, or the same in another order. `cell` and `enlargement` as for the painter.
     void Reset(int rows, PixelSize cell, int enlargement);
     /// The rows in view, whose turn comes first.
     void Show(int first, int last) { queue.Show(first, last); }
-    /// The row whose thumbnail is to be composed next; nothing when all is done.
-    std::optional<int> Next() { return queue.Next(); }
-    void Compose(int row, const Thumbnail& thumbnail);
-    /// Whether the row's turn has come: it has its thumbnail, or has none because no picture could be decoded.
+    /// Takes the next row in hand; false when nothing is left to do now. What `of` gives is what the row shows.
+    bool Begin(const std::function<Thumbnail(int row)>& of);
+    /// A row has another thumbnail than before, or has none because no picture could be decoded.
+    std::function<void(int row)> Changed;
+    /// A thumbnail has come: another one can be begun.
+    std::function<void()> Ready;
     bool IsDone(int row) const { return queue.IsDone(row); }
     /// False when the row has no thumbnail. `room`: where it is centred.
     bool Draw(HDC context, int row, const RECT& room) const;
 
 private:
     struct Composed {
-        BitmapHandle bitmap;
+        Thumbnail source;
+        std::uint64_t stamp{};
         PixelSize size;
+        BitmapHandle bitmap; ///< none when no picture could be decoded
     };
+    struct Former {
+        Composed composed;
+        unsigned age{};
+    };
+    /// What a job brings: nothing in `picture` when what is shown holds.
+    struct Painted {
+        std::uint64_t stamp{};
+        std::optional<PixelBuffer> picture;
+    };
+
     const Pictures& pictures;
+    platform::Jobs& jobs;
     DecodeQueue queue;
-    std::optional<ThumbnailPainter> painter;
+    PixelSize cell;
+    int enlargement{};
+    std::shared_ptr<ThumbnailPainter> painter;
     std::unordered_map<int, Composed> thumbnails;
+    std::map<Thumbnail, Former> former;
+    unsigned resets{};
+    std::unordered_map<int, platform::Ticket> onTheWay;
+
+    void KeepForLater();
+    void Paint(int row, Thumbnail source, std::optional<std::uint64_t> known);
+    void Arrived(int row, const Thumbnail& source, const platform::Result<Painted>& painted);
+    void Put(int row, Composed composed);
 };
 
 } // namespace pictures::win32

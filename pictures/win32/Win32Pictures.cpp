@@ -143,4 +143,10 @@ PixelBuffer Win32Pictures::Decode(const std::string& path, PixelSize room, int e
     return fitted == pixels.Size() ? pixels : pixels.ScaledTo(fitted);
 }
 
+std::uint64_t Win32Pictures::Stamp(const std::string& path) const
+{
+    const auto file = platform::win32::Win32FileSystem{}.Stat(path);
+    return file ? static_cast<std::uint64_t>(file->modified) * 31 + file->size + 1 : 0;
+}
+
 } // namespace pictures::win32

@@ -10,6 +10,7 @@ class Win32Pictures final : public Pictures {
 public:
     PixelSize SizeOf(const std::string& path) const override;
     PixelBuffer Decode(const std::string& path, PixelSize room, int enlargement = 1) const override;
+    std::uint64_t Stamp(const std::string& path) const override;
 };
 
 } // namespace pictures::win32

@@ -27,7 +27,7 @@ constexpr UINT SubstringFlag = 0x0004;
 
 constexpr UINT_PTR ComposeTimer = 1;
 constexpr UINT ComposePause = 10; ///< milliseconds: everything else that waits has its turn
-/// No further thumbnail is begun after this time, so that with the last one a turn stays far below what a user feels.
+/// No further thumbnail is begun after this time: what shows in them is looked for on the disk.
 constexpr std::chrono::milliseconds ComposeTurn{15};
 
 DWORD NativeView(ListView::View view)
@@ -56,13 +56,18 @@ bool StartsWith(const std::wstring& text, const std::wstring& start)
 } // namespace
 
 ListViewPeer::ListViewPeer(ListView& peerList, FormWindow& form, int id)
-    : PeerBase{peerList, form}, list{peerList}, thumbnails{form.Pictures()}
+    : PeerBase{peerList, form}, list{peerList}, thumbnails{form.Pictures(), form.Jobs()}
 {
     Create(WC_LISTVIEWW, LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | LVS_AUTOARRANGE,
            WS_EX_CLIENTEDGE, id);
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
          LVS_EX_DOUBLEBUFFER | LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP | LVS_EX_INFOTIP);
     UseExplorerTheme(Handle());
+    thumbnails.Changed = [this](int row) {
+        const RECT place = IconPlace(row);
+        InvalidateRect(Handle(), &place, FALSE);
+    };
+    thumbnails.Ready = [this] { BeginThumbnail(); };
 }
 
 Size ListViewPeer::Preferred(int) const
@@ -169,15 +174,18 @@ void ListViewPeer::ComposeThumbnails()
     thumbnails.Show(first, below + perLine - 1);
 
     const auto start = std::chrono::steady_clock::now();
-    do {
-        const std::optional<int> row = thumbnails.Next();
-        if (!row || *row >= list.Rows())
+    while (BeginThumbnail())
+        if (std::chrono::steady_clock::now() - start >= ComposeTurn || HIWORD(GetQueueStatus(QS_INPUT)) != 0) {
+            StartComposing();
             return;
-        thumbnails.Compose(*row, list.Model()->ThumbnailOf(*row));
-        const RECT place = IconPlace(*row);
-        InvalidateRect(Handle(), &place, FALSE);
-    } while (std::chrono::steady_clock::now() - start < ComposeTurn && HIWORD(GetQueueStatus(QS_INPUT)) == 0);
-    StartComposing();
+        }
+}
+
+bool ListViewPeer::BeginThumbnail()
+{
+    return showsThumbnails && thumbnails.Begin([this](int row) {
+        return row < list.Rows() ? list.Model()->ThumbnailOf(row) : Thumbnail{};
+    });
 }
 
 int ListViewPeer::RowAtOrBelow(int y) const

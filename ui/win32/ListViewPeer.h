@@ -17,6 +17,7 @@ public:
     void DpiChanged() override;
     std::optional<LRESULT> OnNotify(NMHDR& header) override;
     bool UsesKey(const Key& key) override;
+    const pictures::win32::ThumbnailStore& Thumbnails() const { return thumbnails; }
 
 protected:
     void Sync(Aspect aspect) override;
@@ -50,6 +51,7 @@ private:
     void ResetThumbnails();
     void StartComposing();
     void ComposeThumbnails();
+    bool BeginThumbnail();
     int RowAtOrBelow(int y) const;
     RECT IconPlace(int row) const;
     LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& draw);
