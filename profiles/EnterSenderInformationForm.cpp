@@ -130,6 +130,7 @@ void EnterSenderInformationForm::WireButtons()
         return isHelp;
     };
     Closing = [this] { return MayClose(); };
+    SessionEnds = [this] { KeepEdits(); };
 }
 
 std::span<ui::TextBox* const> EnterSenderInformationForm::Phones() const
@@ -240,6 +241,26 @@ bool EnterSenderInformationForm::MayClose()
     }
 }
 
+void EnterSenderInformationForm::KeepEdits()
+{
+    if (done || !HasEdits())
+        return;
+    std::string name = selected;
+    if (name.empty()) {
+        name = OfferedName();
+        if (profiles.ValidateProfileName(name))
+            name = "Profile";
+        if (profiles.ProfileExists(name) || !operations.Create(name, ""))
+            return;
+    }
+    SaveProfileToRegistry(name);
+}
+
+std::string EnterSenderInformationForm::OfferedName() const
+{
+    return platform::text::Trimmed(SenderFirstNameText.Text() + " " + SenderLastNameText.Text());
+}
+
 bool EnterSenderInformationForm::Saved(const platform::Result<>& result)
 {
     if (!result)
@@ -265,7 +286,7 @@ bool EnterSenderInformationForm::AddProfile()
     // The copy has the edits of a moment ago, and a dialog that is cancelled has stored nothing.
     form.Creating = [this] { return SaveProfileToRegistry(selected); };
     if (keepsFields)
-        form.OfferTyped(platform::text::Trimmed(SenderFirstNameText.Text() + " " + SenderLastNameText.Text()));
+        form.OfferTyped(OfferedName());
     form.ShowModal();
     if (form.Created().empty())
         return false;

@@ -118,6 +118,10 @@ private:
     bool HasEdits() const;
     /// Asks what is to become of what was typed. False when the dialog is to stay.
     bool MayClose();
+    /// Stores what was typed where nobody can be asked any more, in a new profile when there is none.
+    void KeepEdits();
+    /// What a profile that is made of the typed fields may be called.
+    std::string OfferedName() const;
     /// Tells when a setting could not be saved.
     bool Saved(const platform::Result<>& result);
 

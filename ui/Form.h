@@ -94,6 +94,9 @@ public:
     bool IsOpen() const { return open; }
     bool IsVisible() const { return visible; }
 
+    /// The user logs off or the machine goes down: what is not stored when this returns is lost, and nobody can be
+    /// asked.
+    std::function<void()> SessionEnds;
     /// False keeps the form open.
     std::function<bool()> Closing;
     std::function<void()> Closed;

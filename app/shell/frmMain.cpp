@@ -217,6 +217,12 @@ void frmMain::ClearViewState()
 void frmMain::WireEvents()
 {
     Closing = [this] { return OnClosing(); };
+    // Under a dialog the close has to wait, for which there is no time then. A tree that is half read is not worth
+    // keeping.
+    SessionEnds = [this] {
+        if (busy > 0 && program.state.MainLoaded && !templateLibrary.Loading())
+            SaveState();
+    };
     Resize = [this] { OnResize(); };
     KeyDown = [this](const ui::Key& key) { return OnKey(key); };
     MenuOpening = [this] { RefreshCommands(); };

@@ -112,6 +112,22 @@ TEST_F(EditorTest, OkStoresEverythingAndCancelNothing)
     EXPECT_TRUE(Open().chkAutoComplete.Checked());
 }
 
+TEST_F(EditorTest, WhatWasTypedOutlivesTheEndOfTheSession)
+{
+    Open().SessionEnds();
+    editor->SenderCityText.UserTypes("Oslo");
+    editor->SessionEnds();
+    EXPECT_EQ(At("Ann", "City"), "Oslo");
+    // Without a profile the fields make one.
+    for (const auto& [typed, name] : {std::pair{"Eve", "Eve"}, {"?", "Profile"}}) {
+        for (manager.ListProfiles(); const std::string& profile : std::vector{manager.Names()})
+            manager.DeleteProfile(profile);
+        Open().SenderFirstNameText.UserTypes(typed);
+        editor->SessionEnds();
+        EXPECT_EQ(At(name, "FirstName"), typed);
+    }
+}
+
 TEST_F(EditorTest, LeavingWithoutOkAsksOnceAboutWhatWasTypedAndOnlyThen)
 {
     Open().UserCloses();

@@ -600,6 +600,8 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
     case WM_QUERYENDSESSION:
         return TRUE;
     case WM_ENDSESSION:
+        if (wParam && form.SessionEnds)
+            form.SessionEnds();
         if (wParam && form.GetStyle() == Form::Style::Sizable)
             form.UserCloses();
         return 0;

@@ -154,10 +154,16 @@ TEST_F(FormWindowTest, AnEndOfTheSessionClosesTheFormAtOnceAlsoUnderADialog)
     DemoDialog dialog{toolkit};
     bool saved = false;
     form.Closing = [&] { return saved = true; };
+    bool kept = false;
+    dialog.SessionEnds = [&] { kept = true; };
     acts.Add([&] {
         EXPECT_EQ(SendMessageW(window, WM_QUERYENDSESSION, 0, 0), TRUE);
         SendMessageW(window, WM_ENDSESSION, TRUE, 0);
         EXPECT_TRUE(saved) << "the process ends when the message has been handled";
+        for (const WPARAM ends : {FALSE, TRUE}) {
+            SendMessageW(HandleOf(dialog), WM_ENDSESSION, ends, 0);
+            EXPECT_EQ(kept, ends != FALSE) << "what was typed into the dialog";
+        }
         EXPECT_FALSE(IsWindowVisible(window));
         dialog.Close();
         return true;
