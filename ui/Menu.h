@@ -24,6 +24,7 @@ public:
     std::string TagText; ///< string number of the caption
     std::string Caption;
     Key Shortcut;
+    std::string ShortcutText; ///< in the user's language; "": as KeyText says it
     bool Separator{};
     bool Enabled{true};
     bool Checked{};

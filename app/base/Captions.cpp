@@ -1,9 +1,12 @@
 #include "app/base/Captions.h"
 
+#include "app/base/StringId.h"
 #include "platform/Text.h"
 #include "ui/ListView.h"
 #include "ui/TabStrip.h"
 #include "ui/ToolBar.h"
+
+#include <utility>
 
 namespace app {
 namespace {
@@ -53,6 +56,16 @@ void LoadControl(ui::Control& control, const StringTable& strings)
 
 } // namespace
 
+std::string KeyText(const ui::Key& key, const StringTable& strings)
+{
+    static constexpr std::pair<std::string_view, std::uint16_t> words[] = {
+        {"Ctrl+", str::CtrlKey}, {"Shift+", str::ShiftKey}, {"Enter", str::EnterKey}, {"Del", str::DeleteKey}};
+    std::string text = ui::KeyText(key);
+    for (const auto& [word, id] : words)
+        text = platform::text::Replaced(text, word, strings.LoadString(id));
+    return text;
+}
+
 void LoadCaptions(ui::Form& form, const StringTable& strings)
 {
     WithText(strings, form.TagText, [&](std::string text) { form.SetCaption(std::move(text)); });
@@ -60,6 +73,7 @@ void LoadCaptions(ui::Form& form, const StringTable& strings)
         LoadControl(*control, strings);
     const auto loadMenu = [&](ui::Menu& item) {
         WithText(strings, item.TagText, [&](std::string text) { item.Caption = std::move(text); });
+        item.ShortcutText = KeyText(item.Shortcut, strings);
     };
     form.MenuBar.ForEach(loadMenu);
     for (ui::Menu* popup : form.Popups)

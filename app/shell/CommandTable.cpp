@@ -1,5 +1,6 @@
 #include "app/shell/CommandTable.h"
 
+#include "app/base/Captions.h"
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -77,7 +78,7 @@ void CommandTable::FillToolBar(ui::ToolBar& bar, const std::vector<std::string>&
     bar.ButtonClick = [this](const std::string& key) { Run(key); };
 }
 
-void CommandTable::FinishToolTips(ui::ToolBar& bar) const
+void CommandTable::FinishToolTips(ui::ToolBar& bar, const StringTable& strings) const
 {
     for (std::size_t i = 0; i < bar.Buttons().size(); ++i) {
         const ui::ToolBar::Button& button = bar.Buttons()[i];
@@ -86,7 +87,7 @@ void CommandTable::FinishToolTips(ui::ToolBar& bar) const
             continue;
         std::string tip = platform::text::Trimmed(platform::text::Replaced(button.toolTip, "&", ""));
         if (command->key)
-            tip += " (" + ui::KeyText(command->key) + ")";
+            tip += " (" + KeyText(command->key, strings) + ")";
         bar.SetButtonToolTip(i, std::move(tip));
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/base/StringTable.h"
 #include "ui/Form.h"
 #include "ui/ToolBar.h"
 
@@ -49,7 +50,7 @@ public:
     void FillToolBar(ui::ToolBar& bar, const std::vector<std::string>& entries);
 
     /// The tool tips of the buttons once the captions are loaded: without what marks a letter, with the command's key.
-    void FinishToolTips(ui::ToolBar& bar) const;
+    void FinishToolTips(ui::ToolBar& bar, const StringTable& strings) const;
 
     /// Brings the states of everything made from the commands up to date.
     void Refresh(ui::Menu& menu) const;

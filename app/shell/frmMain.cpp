@@ -92,7 +92,7 @@ frmMain::frmMain(Program& program)
 bool frmMain::Load()
 {
     LoadCaptions(*this, program.strings);
-    commands.FinishToolTips(tbToolBar);
+    commands.FinishToolTips(tbToolBar, program.strings);
     SetIconFile(SupportFile(program, "Icon_16x16"));
     program.progress.Increment();
     RestorePlacement();

@@ -104,7 +104,8 @@ void MenuTable::Append(HMENU native, const Menu& entry, bool isBar)
         return;
     }
     std::wstring text = ToNative(entry.Caption);
-    if (const std::string keyText = KeyText(entry.Shortcut); !keyText.empty())
+    const std::string keyText = entry.ShortcutText.empty() ? KeyText(entry.Shortcut) : entry.ShortcutText;
+    if (!keyText.empty())
         text += L'\t' + ToNative(keyText);
 
     UINT flags = MF_STRING;
