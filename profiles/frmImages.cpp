@@ -47,6 +47,7 @@ frmImages::Picture::Picture(ui::Form& form, ImageKind kind, int frameTag, int te
       btnSet{form, ui::Tag{setTag}}, btnClear{form, ui::Tag{466}}
 {
     image.Box = PictureBox;
+    image.ToolTipText = "720";
 }
 
 frmImages::frmImages(app::Program& program, ProfileManager& profiles, ProfileImages& images,
@@ -61,7 +62,10 @@ frmImages::frmImages(app::Program& program, ProfileManager& profiles, ProfileIma
         picture->image.Name = picture->frame.Caption();
         picture->btnSet.Click = [this, picture] { btnSet_Click(*picture); };
         picture->btnClear.Click = [this, picture] { btnClear_Click(*picture); };
+        picture->image.Dropped = [this, picture](const std::string& file) { Take(*picture, file); };
     }
+    Logo.btnSet.SetFocus();
+    KeyDown = [this](const ui::Key& key) { return key == ui::Ctrl('V') && Paste(); };
     OKButton.Click = [this] { OKButton_Click(); };
     CancelButton.Click = [this] { Close(); };
     btnHelp.Click = std::move(openHelp);
@@ -110,6 +114,22 @@ void frmImages::btnSet_Click(Picture& picture)
 {
     if (const auto chosen = ShowOpenDialog())
         Take(picture, *chosen);
+}
+
+bool frmImages::Paste()
+{
+    const auto has = [](const Picture* picture) {
+        return picture->image.HasFocus() || picture->btnSet.HasFocus() || picture->btnClear.HasFocus();
+    };
+    const auto pictureBoxes = Pictures();
+    const auto picture = std::ranges::find_if(pictureBoxes, has);
+    if (picture == pictureBoxes.end())
+        return false;
+    if (const auto file = program.toolkit.PastedFile())
+        Take(**picture, *file);
+    else
+        program.messages.Inform(program.Text(str::NothingToPaste));
+    return true;
 }
 
 void frmImages::Take(Picture& picture, const std::string& file)

@@ -57,6 +57,8 @@ private:
     /// Shows the stored picture; a text for the user when that cannot be done.
     std::string LoadPicture(Picture& picture);
     void btnSet_Click(Picture& picture);
+    /// Takes the file on the clipboard for the picture that has the focus; false where none has.
+    bool Paste();
     /// Takes a picture that the user has chosen, once it has been looked at.
     void Take(Picture& picture, const std::string& file);
     /// The chosen file has been looked at.

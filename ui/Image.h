@@ -53,7 +53,12 @@ public:
     std::function<void()> Click;
     /// A click, Enter or Space; nothing while it is hidden, disabled or shows no file.
     void UserClicks();
-    bool IsTabStop() const override { return static_cast<bool>(Click); }
+    /// With one, files can be dropped here, and the keyboard reaches the box, so that what is pasted has a place. Set
+    /// before the window is there.
+    std::function<void(const std::string& file)> Dropped;
+    /// The first of the dropped files; nothing while it is hidden or disabled.
+    void UserDrops(const std::string& dropped);
+    bool IsTabStop() const override { return Click || Dropped; }
 
 private:
     std::string file;

@@ -82,6 +82,12 @@ void Image::UserClicks()
         Click();
 }
 
+void Image::UserDrops(const std::string& dropped)
+{
+    if (Enabled() && Visible() && Dropped)
+        Dropped(dropped);
+}
+
 void Image::SetNextFile(std::string path)
 {
     nextFile = std::move(path);

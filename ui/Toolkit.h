@@ -59,6 +59,10 @@ public:
     /// The same for a file (full path) and its name, for other programs to copy.
     virtual bool CopyToClipboard(const std::string& file) = 0;
 
+    /// The full path of the first file that is on the clipboard; nothing when there is none, or another program holds
+    /// it.
+    virtual std::optional<std::string> PastedFile() = 0;
+
     /// Handles the messages that are waiting and returns.
     virtual void DoEvents() = 0;
     /// Runs `task` from the message loop, outside every handler that is active now; what another thread posts comes

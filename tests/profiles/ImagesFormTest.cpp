@@ -31,6 +31,17 @@ protected:
         if (looksAtOnce)
             system.jobs.FinishAll();
     }
+    /// The new picture by another way than the file dialog.
+    void Give(frmImages::Picture& picture, bool pastes)
+    {
+        toolkit.CopiedFiles = {"C:\\Pics\\new.gif"};
+        picture.image.SetFocus();
+        if (pastes)
+            EXPECT_TRUE(picture.image.Owner().UserPresses(ui::Ctrl('V')));
+        else
+            picture.image.UserDrops("C:\\Pics\\new.gif");
+        system.jobs.FinishAll();
+    }
     int helps{};
     bool looksAtOnce{true};
 };
@@ -72,6 +83,8 @@ TEST_F(ImagesFormTest, OkCarriesOutWhatWasChosenLast)
          },
          {},
          ""},
+        {"dropped", [&](auto& form) { Give(form.Logo, false); }, {"Logo.gif=new"}, "Logo.gif"},
+        {"pasted", [&](auto& form) { Give(form.Logo, true); }, {"Logo.gif=new"}, "Logo.gif"},
         {"set, and OK before the picture was looked at",
          [&](auto& form) {
              looksAtOnce = false;
@@ -132,7 +145,15 @@ TEST_F(ImagesFormTest, WhatCannotBeShownIsRefusedAndCancelChangesNothing)
             EXPECT_FALSE(form.Portrait.change) << file;
             EXPECT_FALSE(form.Portrait.btnClear.Enabled()) << file;
             EXPECT_TRUE(form.Portrait.btnSet.HasFocus()) << file;
+            toolkit.ExpectMessage(message + "\r\n" + file, Icon::Information);
+            form.Portrait.image.UserDrops(file);
+            system.jobs.FinishAll();
+            EXPECT_FALSE(form.Portrait.change) << file;
         }
+        toolkit.ExpectMessage(Text(721), Icon::Information);
+        EXPECT_TRUE(form.UserPresses(ui::Ctrl('V')));
+        form.OKButton.SetFocus();
+        EXPECT_FALSE(form.UserPresses(ui::Ctrl('V'))) << "into none of the boxes";
         Choose(form.Logo, "C:\\Pics\\new.gif");
         EXPECT_EQ(toolkit.FilesAsked.back().folder, "C:\\Pics") << "the folder of the last file";
         EXPECT_EQ(form.Logo.image.File(), "C:\\Pics\\new.gif");

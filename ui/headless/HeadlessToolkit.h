@@ -30,6 +30,10 @@ public:
         CopiedFiles.push_back(file);
         return true;
     }
+    std::optional<std::string> PastedFile() override
+    {
+        return CopiedFiles.empty() ? std::nullopt : std::optional{CopiedFiles.back()};
+    }
     void DoEvents() override;
     void Post(std::function<void()> task) override;
     std::vector<WorkArea> WorkAreas() const override { return Areas; }

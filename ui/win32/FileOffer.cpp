@@ -196,6 +196,13 @@ bool OpenPatiently(HWND owner)
     return false;
 }
 
+std::string FirstOf(HDROP files)
+{
+    std::wstring path(DragQueryFileW(files, 0, nullptr, 0), L'\0');
+    DragQueryFileW(files, 0, path.data(), static_cast<UINT>(path.size()) + 1);
+    return FromNative(path);
+}
+
 } // namespace
 
 bool CopyFileToClipboard(HWND owner, const std::string& path)
@@ -231,6 +238,23 @@ void DragFile(const std::string& path)
         DoDragDrop(data.get(), source.get(), DROPEFFECT_COPY, &effect);
     }
     OleUninitialize();
+}
+
+std::string FileOnClipboard(HWND owner)
+{
+    if (!IsClipboardFormatAvailable(CF_HDROP) || !OpenPatiently(owner))
+        return {};
+    HANDLE files = GetClipboardData(CF_HDROP);
+    std::string first = files != nullptr ? FirstOf(static_cast<HDROP>(files)) : std::string{};
+    CloseClipboard();
+    return first;
+}
+
+std::string TakeDroppedFile(HDROP files)
+{
+    std::string first = FirstOf(files);
+    DragFinish(files);
+    return first;
 }
 
 } // namespace ui::win32

@@ -19,4 +19,12 @@ pictures::win32::ComPointer<IDataObject> OfferOf(const std::string& path);
 /// Lets the user drop it: the mouse button is down. Returns when it was dropped or given up.
 void DragFile(const std::string& path);
 
+// And takes one from them.
+
+/// The first file on the clipboard; "" when there is none, or another program holds it.
+std::string FileOnClipboard(HWND owner);
+
+/// The first of the files that were dropped; lets go of them.
+std::string TakeDroppedFile(HDROP files);
+
 } // namespace ui::win32

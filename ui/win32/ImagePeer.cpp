@@ -3,6 +3,7 @@
 #include "pictures/win32/NativePixels.h"
 #include "pictures/win32/Win32Pictures.h"
 #include "ui/win32/Canvas.h"
+#include "ui/win32/FileOffer.h"
 #include "ui/win32/FormWindow.h"
 
 #include <algorithm>
@@ -13,6 +14,7 @@ namespace ui::win32 {
 ImagePeer::ImagePeer(Image& peerImage, FormWindow& form, int id) : PeerBase{peerImage, form}, image{peerImage}
 {
     Create(CanvasClass(), 0, 0, id);
+    DragAcceptFiles(Handle(), image.Dropped != nullptr);
 }
 
 Size ImagePeer::Preferred(int) const
@@ -51,6 +53,8 @@ std::optional<LRESULT> ImagePeer::OnMessage(UINT message, WPARAM wParam, LPARAM 
 {
     if (image.Click)
         return OnButtonMessage(message, wParam);
+    if (image.Dropped)
+        return OnTargetMessage(message, wParam);
     switch (message) {
     case WM_LBUTTONDOWN: {
         POINT press{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
@@ -248,6 +252,28 @@ std::optional<LRESULT> ImagePeer::OnButtonMessage(UINT message, WPARAM wParam)
     }
 }
 
+std::optional<LRESULT> ImagePeer::OnTargetMessage(UINT message, WPARAM wParam)
+{
+    switch (message) {
+    case WM_DROPFILES: {
+        const std::string file = TakeDroppedFile(reinterpret_cast<HDROP>(wParam));
+        // What waits behind a dialog or a message takes nothing.
+        if (!file.empty() && IsWindowEnabled(Window().Handle()))
+            image.UserDrops(file);
+        return 0;
+    }
+    case WM_LBUTTONDOWN:
+        ::SetFocus(Handle());
+        return 0;
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+        InvalidateRect(Handle(), nullptr, TRUE);
+        return std::nullopt;
+    default:
+        return OnAnyMessage(message);
+    }
+}
+
 void ImagePeer::Paint()
 {
     RECT client{};
@@ -272,7 +298,7 @@ void ImagePeer::Paint()
         client.top = std::max(0L, (client.bottom - size.cy) / 2);
         DrawNote(context, image.FallbackText(), NormalFont(), client);
     }
-    if (image.Click && GetFocus() == Handle())
+    if (image.IsTabStop() && GetFocus() == Handle())
         DrawFocusRect(context, &client);
     EndPaint(Handle(), &paint);
 }

@@ -57,6 +57,8 @@ private:
     std::optional<LRESULT> OnAnyMessage(UINT message);
     /// Of a picture that can be clicked.
     std::optional<LRESULT> OnButtonMessage(UINT message, WPARAM wParam);
+    /// Of one that files can be dropped on.
+    std::optional<LRESULT> OnTargetMessage(UINT message, WPARAM wParam);
     void AskAhead();
     void Show(const Decoded& decoded);
     void Paint();

@@ -225,6 +225,12 @@ bool Win32Toolkit::CopyToClipboard(const std::string& file)
     return CopyFileToClipboard(ActiveOwner(), file);
 }
 
+std::optional<std::string> Win32Toolkit::PastedFile()
+{
+    std::string file = FileOnClipboard(ActiveOwner());
+    return file.empty() ? std::nullopt : std::optional{std::move(file)};
+}
+
 void Win32Toolkit::DoEvents()
 {
     const Yield yield{*this};

@@ -32,6 +32,7 @@ public:
     std::optional<std::string> OpenFile(const OpenFileDialog& dialog) override;
     bool CopyText(const std::string& text) override;
     bool CopyToClipboard(const std::string& file) override;
+    std::optional<std::string> PastedFile() override;
     void DoEvents() override;
     void Post(std::function<void()> task) override;
     std::vector<WorkArea> WorkAreas() const override;

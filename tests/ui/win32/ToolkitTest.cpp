@@ -68,6 +68,9 @@ TEST_F(ToolkitTest, OtherProgramsAreOfferedTheFileAndItsNameToCopy)
     EXPECT_EQ(ui::win32::FromNative(static_cast<const wchar_t*>(GlobalLock(text))), "Größe 日本.swt");
     GlobalUnlock(text);
     CloseClipboard();
+    EXPECT_EQ(toolkit.PastedFile(), path);
+    ASSERT_TRUE(toolkit.CopyText("no file"));
+    EXPECT_EQ(toolkit.PastedFile(), std::nullopt);
 
     // A drag offers the same, and nothing but a copy.
     const auto data = ui::win32::OfferOf(path);
@@ -76,7 +79,14 @@ TEST_F(ToolkitTest, OtherProgramsAreOfferedTheFileAndItsNameToCopy)
     ASSERT_EQ(data->GetData(&format, &medium), S_OK);
     DragQueryFileW(static_cast<HDROP>(medium.hGlobal), 0, file, MAX_PATH);
     EXPECT_EQ(ui::win32::FromNative(file), path);
-    ReleaseStgMedium(&medium);
+    ui::Form target{toolkit, "target", ui::Form::Style::Dialog};
+    ui::Image box{target};
+    std::string dropped;
+    box.Dropped = [&](const std::string& what) { dropped = what; };
+    target.Realize();
+    EXPECT_NE(GetWindowLongPtrW(HandleOf(box), GWL_EXSTYLE) & WS_EX_ACCEPTFILES, 0);
+    SendMessageW(HandleOf(box), WM_DROPFILES, reinterpret_cast<WPARAM>(medium.hGlobal), 0); // lets go of it
+    EXPECT_EQ(dropped, path);
     format.cfFormat = static_cast<CLIPFORMAT>(RegisterClipboardFormatW(L"Preferred DropEffect"));
     ASSERT_EQ(data->GetData(&format, &medium), S_OK);
     EXPECT_EQ(*static_cast<const DWORD*>(GlobalLock(medium.hGlobal)), static_cast<DWORD>(DROPEFFECT_COPY));
