@@ -122,7 +122,7 @@ bool ProfileImages::MakeFolders(std::string_view profile)
     if (made)
         (void)batch.Finish();
     else
-        TellFile(made.error(), FolderToTell(profile));
+        TellFiles(made.error(), FolderToTell(profile));
     return made.has_value();
 }
 
@@ -144,7 +144,7 @@ bool ProfileImages::Apply(std::string_view profile, const Changes& changes)
     FileBatch batch{files, clock};
     const auto refused = [&](platform::Error failure, const std::string& file) {
         batch.Undo();
-        TellFile(failure, file);
+        TellFiles(failure, file);
         return false;
     };
     const auto before = profiles.Current.images;
@@ -179,7 +179,7 @@ bool ProfileImages::Apply(std::string_view profile, const Changes& changes)
         return false;
     }
     if (const auto finished = batch.Finish(); !finished)
-        TellFile(finished.error(), FolderToTell(profile));
+        TellFiles(finished.error(), FolderToTell(profile));
     return true;
 }
 
@@ -189,9 +189,9 @@ std::string ProfileImages::FolderToTell(std::string_view profile) const
     return folder.empty() ? ImagesFolder() : folder;
 }
 
-void ProfileImages::TellFile(platform::Error failure, const std::string& file)
+void ProfileImages::TellFiles(platform::Error failure, const std::string& about)
 {
-    messages.Stop(FileMessage(failure), file);
+    messages.Stop(FileMessage(failure), about);
 }
 
 bool ProfileImages::SavePathToReg(std::string_view profile, const Paths& before)
@@ -239,7 +239,7 @@ bool ProfileImages::DeleteFolder(std::string_view profile)
     }
     gone = gone && files.RemoveFolder(folder).has_value();
     if (!gone)
-        TellFile(error::AccessDenied, folder);
+        TellFiles(error::AccessDenied, folder);
     return gone;
 }
 

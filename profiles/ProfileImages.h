@@ -62,6 +62,11 @@ public:
     /// Deletes the profile's files and its folder. Links are removed, not followed; string 223 when something stays.
     bool DeleteFolder(std::string_view profile);
 
+    /// Tells why files or folders could not be worked with, and which.
+    void TellFiles(platform::Error failure, const std::string& about);
+    /// What to name in a message about the profile's folder.
+    std::string FolderToTell(std::string_view profile) const;
+
 private:
     platform::FileSystem& files;
     platform::Clock& clock;
@@ -72,10 +77,6 @@ private:
 
     /// Whether this is the folder that was asked for: there, no link, and not one that the system gives a second name.
     bool IsOwnFolder(const std::string& folder) const;
-    /// What to name in a message about the profile's folder.
-    std::string FolderToTell(std::string_view profile) const;
-    /// Tells why a file or folder could not be worked with, and which.
-    void TellFile(platform::Error failure, const std::string& file);
     using Paths = std::array<std::string, ImageCount>;
     /// Stores the pictures' paths of profiles.Current; after a failure, told, those of before stand there again.
     bool SavePathToReg(std::string_view profile, const Paths& before);

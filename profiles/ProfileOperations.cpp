@@ -4,6 +4,7 @@
 #include "profiles/RegistryTree.h"
 #include "profiles/StringId.h"
 
+#include <optional>
 #include <vector>
 
 namespace profiles {
@@ -12,36 +13,58 @@ namespace path = platform::path;
 using platform::Hive;
 using platform::Result;
 
+namespace {
+
+/// What went wrong with the files of a whole profile: all of them are tried, so that one message names them all.
+struct FilesInTrouble {
+    std::optional<platform::Error> error; ///< the first one
+    std::string paths;                    ///< a line each
+
+    /// True when it failed.
+    template <class T>
+    bool Add(const Result<T>& result, const std::string& file)
+    {
+        if (result)
+            return false;
+        if (!error)
+            error = result.error();
+        paths += (paths.empty() ? "" : "\r\n") + file;
+        return true;
+    }
+};
+
+} // namespace
+
 bool ProfileOperations::Create(const std::string& name, const std::string& source)
 {
     profiles.LoadProfile(source);
     profiles.Current.unread = {};
     profiles.Current.unreadImages = {};
     FileBatch batch{files, clock};
-    Result<> copied;
+    FilesInTrouble trouble;
     for (const ImageKind kind : AllImages) {
         std::string& image = profiles.Current[kind];
         if (image.empty())
             continue;
         const auto isThere = images.IsThereForSure(image);
-        if (!isThere)
-            copied = std::unexpected{isThere.error()};
-        if (copied && !*isThere) { // the source shows none either
+        if (trouble.Add(isThere, image))
+            continue;
+        if (!*isThere) { // the source shows none either
             image.clear();
             continue;
         }
         const std::string target = images.TargetOf(name, kind, image);
-        if (copied)
-            copied = images.MakeFolders(batch, name);
-        if (copied)
-            copied = batch.Copy(image, target);
+        if (trouble.Add(images.MakeFolders(batch, name), images.FolderToTell(name)))
+            break;
+        trouble.Add(batch.Copy(image, target), image);
         image = target;
     }
-    if (copied)
-        copied = batch.Commit();
-    if (!copied) {
+    if (!trouble.error)
+        trouble.Add(batch.Commit(), images.FolderToTell(name));
+    if (trouble.error) {
         batch.Undo();
-        return Refuse(FileMessage(copied.error()));
+        images.TellFiles(*trouble.error, trouble.paths);
+        return false;
     }
     if (!profiles.SaveProfileText(name) || !profiles.SaveProfileImages(name)) {
         batch.Undo();
@@ -61,9 +84,12 @@ bool ProfileOperations::Rename(const std::string& oldName, const std::string& ne
     FileBatch batch{files, clock};
     const std::string current = profiles.GetCurrentProfile();
     const auto wasDefault = profiles.IsStoredDefault(oldName);
-    if (!wasDefault) // renamed, the default profile would no longer be one
-        return Refuse(str::SetValueFailed);
+    if (!wasDefault) { // renamed, the default profile would no longer be one
+        messages.Stop(str::SetValueFailed);
+        return false;
+    }
     bool settingsChanged = false;
+    FilesInTrouble trouble;
     const auto undo = [&](std::uint16_t message) {
         batch.Undo();
         (void)DeleteTree(registry, newKey);
@@ -72,7 +98,11 @@ bool ProfileOperations::Rename(const std::string& oldName, const std::string& ne
             if (*wasDefault)
                 (void)profiles.SetDefaultProfile(oldName);
         }
-        return Refuse(message);
+        if (trouble.error)
+            images.TellFiles(*trouble.error, trouble.paths);
+        else
+            messages.Stop(message);
+        return false;
     };
 
     if (!profiles.CopyProfileValues(oldName, newName))
@@ -85,17 +115,16 @@ bool ProfileOperations::Rename(const std::string& oldName, const std::string& ne
         if (image.empty())
             continue;
         const auto isThere = images.IsThereForSure(image);
-        if (!isThere)
-            return undo(FileMessage(isThere.error()));
+        if (trouble.Add(isThere, image))
+            continue;
         if (!*isThere && !images.IsOurs(image))
             continue; // the value stays as it is
         const std::string target = images.TargetOf(newName, kind, image);
         if (*isThere) {
-            auto copied = images.MakeFolders(batch, newName);
-            if (copied)
-                copied = batch.Copy(image, target);
-            if (!copied)
-                return undo(FileMessage(copied.error()));
+            if (trouble.Add(images.MakeFolders(batch, newName), images.FolderToTell(newName)))
+                break;
+            if (trouble.Add(batch.Copy(image, target), image))
+                continue;
         }
         if (*isThere && path::Same(path::Parent(image), oldFolder)) // a picture kept elsewhere is not ours to delete
             oldFiles.push_back(image);
@@ -104,8 +133,10 @@ bool ProfileOperations::Rename(const std::string& oldName, const std::string& ne
             registry.Query(Hive::CurrentUser, newKey, ValueName(kind)) != Result<platform::RegistryValue>{value})
             return undo(str::SetValueFailed);
     }
-    if (const auto placed = batch.Commit(); !placed)
-        return undo(FileMessage(placed.error()));
+    if (!trouble.error)
+        trouble.Add(batch.Commit(), images.FolderToTell(newName));
+    if (trouble.error)
+        return undo(str::None);
 
     settingsChanged = true;
     if (!profiles.SetCurrentProfile(newName) || (*wasDefault && !profiles.SetDefaultProfile(newName)))
@@ -116,7 +147,7 @@ bool ProfileOperations::Rename(const std::string& oldName, const std::string& ne
     for (const std::string& file : oldFiles)
         batch.DeleteAtEnd(file);
     if (const auto finished = batch.Finish(); !finished)
-        messages.Stop(FileMessage(finished.error()));
+        images.TellFiles(finished.error(), oldFolder);
     if (!oldFolder.empty())
         (void)files.RemoveFolder(oldFolder); // stays when it holds something else
     return true;
@@ -135,12 +166,6 @@ bool ProfileOperations::Delete(const std::string& listed)
         !profiles.SetDefaultProfile(profiles.Names().front()))
         messages.Stop(str::SetValueFailed);
     return true;
-}
-
-bool ProfileOperations::Refuse(std::uint16_t message)
-{
-    messages.Stop(message);
-    return false;
 }
 
 } // namespace profiles

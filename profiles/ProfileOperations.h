@@ -35,8 +35,6 @@ private:
     app::Messages& messages;
     ProfileManager& profiles;
     ProfileImages& images;
-
-    bool Refuse(std::uint16_t message);
 };
 
 } // namespace profiles

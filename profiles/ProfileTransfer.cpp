@@ -90,10 +90,15 @@ ExportOutcome ProfileTransfer::Export(std::string_view location, std::string_vie
     const std::string imagesFolder = images.ImagesFolder();
     if (imagesFolder.empty() && HavePictures(*keys)) // they could not come along
         return refused(FileMessage(error::PathNotFound));
+    const auto outOfReach = [&](platform::Error failure, const std::string& about) {
+        images.TellFiles(failure, about);
+        return ExportOutcome::Failed;
+    };
     auto pictures = ListPictures(imagesFolder, NamedPictureFolders(*keys));
     if (!pictures)
-        return refused(FileMessage(pictures.error()));
+        return outOfReach(pictures.error(), imagesFolder);
 
+    unread.clear();
     FileBatch batch{system.files, system.clock};
     auto done = batch.MakeFolder(*folder);
     if (done)
@@ -109,7 +114,7 @@ ExportOutcome ProfileTransfer::Export(std::string_view location, std::string_vie
         done = batch.Commit();
     if (!done) {
         batch.Undo();
-        return refused(FileMessage(done.error()));
+        return outOfReach(done.error(), unread.empty() ? *folder : unread);
     }
     (void)batch.Finish();
     for (const std::string& sub : emptied)
@@ -288,8 +293,10 @@ Result<> ProfileTransfer::CopyPictures(FileBatch& batch, PictureFolders& folders
         std::vector<std::string> copied;
         for (const std::string& file : folder.files) {
             const auto bytes = batch.Read(path::Join(path::Join(from, folder.name), file));
-            if (!bytes && bytes.error() != error::FileTooLarge && IsPictureFile(file))
+            if (!bytes && bytes.error() != error::FileTooLarge && IsPictureFile(file)) {
+                unread = path::Join(path::Join(from, folder.name), file);
                 return std::unexpected{bytes.error()};
+            }
             if (!bytes) {
                 leftOut.Add(path::Join(folder.name, file));
                 continue;
@@ -325,9 +332,14 @@ bool ProfileTransfer::Import(std::string_view chosen, const Confirm& confirm)
 
     const std::string source{path::WithoutTrailingSeparator(folder)};
     auto pictures = ListPictures(source, NamedPictureFolders(file.keys));
+    const auto outOfReach = [&](platform::Error failure, const std::string& about) {
+        images.TellFiles(failure, about);
+        return false;
+    };
     if (!pictures)
-        return refused(FileMessage(pictures.error()));
+        return outOfReach(pictures.error(), source);
     const std::string imagesFolder = images.ImagesFolder();
+    unread.clear();
     FileBatch batch{system.files, system.clock};
     Result<> copied;
     if (!pictures->empty())
@@ -337,7 +349,7 @@ bool ProfileTransfer::Import(std::string_view chosen, const Confirm& confirm)
     if (copied)
         copied = batch.Commit();
     if (!copied)
-        return refused(FileMessage(copied.error()));
+        return outOfReach(copied.error(), unread.empty() ? imagesFolder : unread);
     PlacePictures(file, *pictures, imagesFolder);
     if (!ImportProfiles(file.keys, isPlain && file.leftOut.IsEmpty() ? *bytes : std::string_view{})) {
         batch.Undo();

@@ -60,6 +60,7 @@ private:
     const app::StringTable& strings;
     ProfileImages& images;
     std::uint32_t editorTime;
+    std::string unread; ///< the picture that the last copying failed for; "" when it was for where they go
 
     struct PictureFolder {
         std::string name;

@@ -72,9 +72,10 @@ TEST_F(ProfileTest, CreateCopiesFieldsAndPicturesOfTheChosenSource)
 TEST_F(ProfileTest, PicturesOnADriveThatIsAwayAreNotTakenForLost)
 {
     Put("Ann", "LocalLogo", "D:\\Pictures\\Logo.jpg");
+    Put("Ann", "LocalSignature", "D:\\Pictures\\S.jpg");
     const auto registry = system.registry.Snapshot();
     for (const bool renames : {true, false}) {
-        toolkit.ExpectMessage(Text(222), Icon::Critical);
+        toolkit.ExpectMessage(Text(222) + "\r\nD:\\Pictures\\Logo.jpg\r\nD:\\Pictures\\S.jpg", Icon::Critical);
         EXPECT_FALSE(renames ? operations.Rename("Ann", "Bob") : operations.Create("Bob", "Ann"));
         EXPECT_EQ(system.registry.Snapshot(), registry);
     }
