@@ -14,6 +14,9 @@ class FolderTree {
 public:
     FolderTree(ui::TreeView& tree, const Catalog& catalog);
 
+    /// Holds the tree's drawing back for a scope.
+    ui::TreeUpdate Update() { return ui::TreeUpdate{tree}; }
+
     /// Fills the tree again. Open branches stay open; nothing is selected.
     void Show();
 

@@ -91,6 +91,7 @@ void TemplateLibrary::BuildTreeFromFolderTable(FolderListings& listings)
 {
     if (!catalog.Build(table, listings, progress, state.TemplatesPath))
         return;
+    const auto update = folderTree.Update(); // where nothing changed, the tree must not scroll
     folderTree.Show();
     SelectLastBrowsed();
 }

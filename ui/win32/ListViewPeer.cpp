@@ -264,8 +264,7 @@ void ListViewPeer::SyncRows()
 {
     SyncImages(false);
     const auto top = static_cast<int>(Send(LVM_GETTOPINDEX));
-    POINT origin{};
-    Send(LVM_GETORIGIN, 0, &origin);
+    const RECT first = IconPlace(0);
     Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list.Rows()), 0);
     ResetThumbnails();
     SyncView();
@@ -276,11 +275,11 @@ void ListViewPeer::SyncRows()
     }
     SyncSelection();
     if (list.KeepsScrollPlace())
-        ScrollBackTo(top, origin);
+        ScrollBackTo(top, first);
     InvalidateRect(Handle(), nullptr, TRUE);
 }
 
-void ListViewPeer::ScrollBackTo(int top, POINT origin)
+void ListViewPeer::ScrollBackTo(int top, const RECT& first)
 {
     const bool hasTopRow = list.GetView() == ListView::View::Details || list.GetView() == ListView::View::List;
     if (hasTopRow && list.Rows() > 0) {
@@ -289,9 +288,10 @@ void ListViewPeer::ScrollBackTo(int top, POINT origin)
         Send(LVM_ENSUREVISIBLE, static_cast<WPARAM>(std::min(top, list.Rows() - 1)), FALSE);
         return;
     }
-    POINT now{};
-    if (Send(LVM_GETORIGIN, 0, &now) != 0)
-        Send(LVM_SCROLL, static_cast<WPARAM>(origin.x - now.x), static_cast<LPARAM>(origin.y - now.y));
+    // By the first row's place: systems do not agree on the sign of the origin.
+    const RECT now = IconPlace(0);
+    if (list.Rows() > 0)
+        Send(LVM_SCROLL, static_cast<WPARAM>(now.left - first.left), static_cast<LPARAM>(now.top - first.top));
 }
 
 void ListViewPeer::Arrange()

@@ -40,7 +40,8 @@ private:
     int NativeSelection() const;
     void SyncRows();
     void Arrange();
-    void ScrollBackTo(int top, POINT origin);
+    /// Shows again what was shown while row `top` was the uppermost and the first one stood there.
+    void ScrollBackTo(int top, const RECT& first);
     void SyncSelection();
     void ShowSelection();
     void SyncView();

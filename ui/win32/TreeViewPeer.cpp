@@ -105,20 +105,31 @@ void TreeViewPeer::SyncItems()
     SyncImages(false);
     std::vector<Row> wanted = Wanted();
     const auto samePlace = [](const Row& a, const Row& b) { return a.key == b.key && a.parent == b.parent; };
-    if (std::ranges::equal(wanted, rows, samePlace))
+    // A tree that was read again, and in which nobody chose anything else, stays where the user scrolled it.
+    const bool scrolls = tree.Selected() != nullptr && tree.Selected()->key != KeyOf(TVGN_CARET);
+    if (std::ranges::equal(wanted, rows, samePlace)) {
         Adjust(std::move(wanted));
-    else
-        Rebuild(std::move(wanted));
-    SyncSelection();
+        SyncSelection(scrolls);
+        return;
+    }
+    const auto top = KeyOf(TVGN_FIRSTVISIBLE);
+    Send(WM_SETREDRAW, FALSE);
+    Rebuild(std::move(wanted));
+    SyncSelection(scrolls);
+    if (const HTREEITEM item = top && !scrolls ? ItemOf(*top) : nullptr)
+        Send(TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(item));
+    Send(WM_SETREDRAW, TRUE);
+    InvalidateRect(Handle(), nullptr, TRUE);
+}
+
+std::optional<std::string> TreeViewPeer::KeyOf(WPARAM which)
+{
+    const Row* row = RowOf(reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, which)));
+    return row != nullptr ? std::optional{row->key} : std::nullopt; // "" is a key, too
 }
 
 void TreeViewPeer::Rebuild(std::vector<Row> wanted)
 {
-    const auto top = reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE));
-    const Row* topRow = RowOf(top);
-    const auto topKey = topRow != nullptr ? std::optional{topRow->key} : std::nullopt; // "" is a key, too
-
-    Send(WM_SETREDRAW, FALSE);
     Send(TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
     rows = std::move(wanted);
     byKey.clear();
@@ -138,10 +149,6 @@ void TreeViewPeer::Rebuild(std::vector<Row> wanted)
         row.item = reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, &insert));
         byKey.emplace(row.key, i);
     }
-    if (const HTREEITEM item = topKey ? ItemOf(*topKey) : nullptr)
-        Send(TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(item));
-    Send(WM_SETREDRAW, TRUE);
-    InvalidateRect(Handle(), nullptr, TRUE);
 }
 
 void TreeViewPeer::Adjust(std::vector<Row> wanted)
@@ -178,7 +185,7 @@ void TreeViewPeer::Adjust(std::vector<Row> wanted)
     rows = std::move(wanted);
 }
 
-void TreeViewPeer::SyncSelection()
+void TreeViewPeer::SyncSelection(bool scrolls)
 {
     if (behind || tree.Updating())
         return;
@@ -188,7 +195,8 @@ void TreeViewPeer::SyncSelection()
         Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item));
     if (item == nullptr)
         return;
-    BringIntoView(item);
+    if (scrolls)
+        BringIntoView(item);
     // Showing a node opens its ancestors in the native tree.
     for (int parent = rows[byKey.at(tree.Selected()->key)].parent; parent >= 0;) {
         Row& row = rows[static_cast<std::size_t>(parent)];
@@ -377,7 +385,7 @@ std::optional<LRESULT> TreeViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
         // The native tree selects its first item by itself when it has none; the user did not.
         const ByCode guard{*this};
         const LRESULT result = Default(message, wParam, lParam);
-        SyncSelection();
+        SyncSelection(false); // a click may be under way on what the user has scrolled to
         return result;
     }
     case WM_LBUTTONDOWN:

@@ -57,12 +57,14 @@ private:
     bool behind{};                   ///< the model changed inside a notification
 
     void SyncItems();
-    void SyncSelection();
+    void SyncSelection(bool scrolls = true);
     void SyncImages(bool always);
     void Rebuild(std::vector<Row> wanted);
     void Adjust(std::vector<Row> wanted);
     std::vector<Row> Wanted() const;
     Row* RowOf(HTREEITEM item);
+    /// The key of the item that TVGN_... names; nothing when there is none.
+    std::optional<std::string> KeyOf(WPARAM which);
     HTREEITEM ItemOf(const std::string& key) const;
     /// Scrolls to the item, never sideways: the pictures and branch marks of all nodes would be out of sight.
     void BringIntoView(HTREEITEM item);
@@ -71,6 +73,8 @@ private:
     LRESULT OnLabelOpens(const NMTVDISPINFOW& info);
     void OnLabelCloses(const NMTVDISPINFOW& info);
     void AfterNotification(const Watch& watch);
+    /// Marks the selected row where its colour without the focus would be the tree's own.
+    LRESULT OnCustomDraw(const NMCUSTOMDRAW& draw);
     void OnSelected(const NMTREEVIEWW& change);
     void OnExpanded(const NMTREEVIEWW& change);
     void OnRightButton(POINT point);

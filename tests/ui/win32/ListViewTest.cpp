@@ -114,6 +114,13 @@ TEST_F(ListViewWindowTest, HasRowsInPlaceAndScrollsToTheSelectionInEveryView)
             const RECT place = PlaceOfRow(form.lvList, row, LVIR_BOUNDS);
             EXPECT_TRUE(place.top >= 0 && place.bottom <= ClientOf(list).bottom) << place.top << " " << place.bottom;
         }
+        // Read again, it stays where the user has scrolled it.
+        Send(form.lvList, LVM_ENSUREVISIBLE, 59);
+        const RECT before = PlaceOfRow(form.lvList, 59, LVIR_BOUNDS);
+        form.lvList.Refreshed(0);
+        Pump();
+        const RECT after = PlaceOfRow(form.lvList, 59, LVIR_BOUNDS);
+        EXPECT_TRUE(EqualRect(&before, &after)) << before.top << " " << after.top;
     }
 }
 

@@ -103,15 +103,27 @@ TEST_F(TreeViewWindowTest, LongNamesAndManyNodesStayInReach)
 TEST_F(TreeViewWindowTest, ATreeThatIsFilledShowsItsBeginning)
 {
     ui::TreeView& model = form.tvTree;
-    model.Clear();
-    {
+    const auto fill = [&](int nodes, const char* selected) {
         const ui::TreeUpdate update{model};
-        for (int i = 0; i < 80; ++i)
+        model.Clear();
+        for (int i = 0; i < nodes; ++i)
             model.Add(nullptr, std::to_string(i), "x", 3, 4);
         model.Add(nullptr, "", "", 3, 4); // the space before the last node has no name
-    }
-    model.Select(model.Find("1"));
+        model.Select(model.Find(selected));
+    };
+    fill(80, "1");
     EXPECT_EQ(GetScrollPos(tree, SB_VERT), 0);
+
+    // Read again, it stays where the user scrolled it, unless another node is to be seen.
+    Send(model, WM_VSCROLL, SB_BOTTOM);
+    const int bottom = GetScrollPos(tree, SB_VERT);
+    ASSERT_GT(bottom, 0);
+    for (const int nodes : {80, 81}) {
+        fill(nodes, "1");
+        EXPECT_EQ(GetScrollPos(tree, SB_VERT), bottom) << nodes;
+    }
+    fill(80, "2");
+    EXPECT_LE(GetScrollPos(tree, SB_VERT), 2);
 }
 
 TEST_F(TreeViewWindowTest, TakingTheKeyboardSelectsNothing)
