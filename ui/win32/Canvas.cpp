@@ -2,6 +2,8 @@
 
 #include "ui/win32/NativeText.h"
 
+#include <cstdlib>
+
 namespace ui::win32 {
 
 const wchar_t* CanvasClass()
@@ -33,7 +35,12 @@ void DrawNote(HDC context, const std::string& text, HFONT font, RECT room)
 
 bool UnfocusedSelectionIsInvisible()
 {
-    return GetSysColor(COLOR_BTNFACE) == GetSysColor(COLOR_WINDOW);
+    constexpr int leastDifference = 12; ///< of 255; the usual grey differs by 15 from white
+    const COLORREF row = GetSysColor(COLOR_BTNFACE);
+    const COLORREF window = GetSysColor(COLOR_WINDOW);
+    const auto isNear = [](BYTE a, BYTE b) { return std::abs(a - b) < leastDifference; };
+    return isNear(GetRValue(row), GetRValue(window)) && isNear(GetGValue(row), GetGValue(window)) &&
+           isNear(GetBValue(row), GetBValue(window));
 }
 
 void DrawSelectionFrame(HDC context, RECT row, int width)

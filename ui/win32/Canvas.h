@@ -12,7 +12,7 @@ const wchar_t* CanvasClass();
 void DrawNote(HDC context, const std::string& text, HFONT font, RECT room);
 
 /// Whether a row that is selected in a list without the focus looks like the others: its colour is the window's own
-/// (contrast schemes). DrawSelectionFrame shows it then.
+/// (contrast schemes), or next to it. DrawSelectionFrame shows it then.
 bool UnfocusedSelectionIsInvisible();
 void DrawSelectionFrame(HDC context, RECT row, int width);
 

@@ -1,5 +1,6 @@
 #include "ui/win32/TreeViewPeer.h"
 
+#include "ui/win32/Canvas.h"
 #include "ui/win32/FormWindow.h"
 #include "ui/win32/NativeText.h"
 #include "ui/win32/Theme.h"
@@ -11,7 +12,8 @@
 namespace ui::win32 {
 namespace {
 
-constexpr int ImageSide = 240; ///< twips: 16 pixels at 96 dpi
+constexpr int ImageSide = 240;     ///< twips: 16 pixels at 96 dpi
+constexpr int SelectionFrame = 15; ///< twips
 /// Sent to itself when a notification has ended during which the model changed or the pop-up menu was asked for.
 constexpr UINT CatchUp = WM_APP + 1;
 /// Sent to itself when the user has typed a label: the handler may show boxes, which the native tree must not be in
@@ -296,6 +298,8 @@ std::optional<LRESULT> TreeViewPeer::OnNotify(NMHDR& header)
         OnLabelCloses(reinterpret_cast<const NMTVDISPINFOW&>(header));
         return FALSE; // the model decides what the node is called
     }
+    if (header.code == NM_CUSTOMDRAW)
+        return OnCustomDraw(reinterpret_cast<const NMTVCUSTOMDRAW&>(header).nmcd);
     if (IsByCode())
         return std::nullopt;
     switch (header.code) {
@@ -317,6 +321,24 @@ std::optional<LRESULT> TreeViewPeer::OnNotify(NMHDR& header)
     default:
         return std::nullopt;
     }
+}
+
+LRESULT TreeViewPeer::OnCustomDraw(const NMCUSTOMDRAW& draw)
+{
+    if (GetFocus() == Handle() || !UnfocusedSelectionIsInvisible())
+        return CDRF_DODEFAULT;
+    if (draw.dwDrawStage == CDDS_PREPAINT)
+        return CDRF_NOTIFYITEMDRAW;
+    if (draw.dwDrawStage == CDDS_ITEMPREPAINT)
+        return (draw.uItemState & CDIS_SELECTED) != 0 ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
+    if (draw.dwDrawStage != CDDS_ITEMPOSTPAINT)
+        return CDRF_DODEFAULT;
+    RECT place{};
+    std::memcpy(&place, &draw.dwItemSpec,
+                sizeof(draw.dwItemSpec)); // the message takes the item in the place of its answer
+    if (Send(TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&place)) != 0)
+        DrawSelectionFrame(draw.hdc, place, Pixels(SelectionFrame));
+    return CDRF_DODEFAULT;
 }
 
 void TreeViewPeer::OnSelected(const NMTREEVIEWW& change)
