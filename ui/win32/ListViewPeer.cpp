@@ -16,6 +16,7 @@ constexpr int SmallSide = 240;
 constexpr Size LargeSpacing{1500, 1275}; ///< twips from one large icon to the next
 constexpr Size ThumbnailSize{1950, 2250};
 constexpr Size ThumbnailSpacing{2400, 3000};
+constexpr int NameRoom = 120;      ///< twips, beside the name below a picture
 constexpr int SelectionWidth = 30; ///< twips of the line around the selected thumbnail
 constexpr int EmptyTextMargin = 300;
 constexpr int LeastHeight = 600; ///< twips; no row can be shown in less
@@ -132,7 +133,12 @@ void ListViewPeer::SyncImages(bool always)
 void ListViewPeer::SyncLargeSide()
 {
     showsThumbnails = list.GetView() == ListView::View::Thumbnails;
-    const Size spacing = showsThumbnails ? ThumbnailSpacing : LargeSpacing;
+    Size spacing = showsThumbnails ? ThumbnailSpacing : LargeSpacing;
+    // With a large font, two lines of common names.
+    const SIZE name = Measure("Presentation", NormalFont());
+    const Size picture = showsThumbnails ? ThumbnailSize : Size{LargeSide, LargeSide};
+    spacing.width = std::max(spacing.width, Twips(name.cx) + NameRoom);
+    spacing.height = std::max(spacing.height, picture.height + 2 * Twips(name.cy) + NameRoom);
     ImageListHandle room;
     if (showsThumbnails)
         room.reset(ImageList_Create(Pixels(ThumbnailSize.width), Pixels(ThumbnailSize.height), ILC_COLOR32, 0, 1));
