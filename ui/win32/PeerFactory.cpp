@@ -238,8 +238,9 @@ private:
             int left = room - Pixels(TextRoom);
             for (std::size_t i = 0; i + 1 < count; ++i)
                 left -= WidthOf(texts[i]) + Pixels(TextRoom);
-            texts.back() =
-                ShortenedInTheMiddle(texts.back(), [&](const std::wstring& text) { return WidthOf(text) <= left; });
+            texts.back() = left > 0 ? Shortened(texts.back(), left) : std::wstring{};
+            if (left <= 0)
+                texts.front() = Shortened(texts.front(), room - 2 * Pixels(TextRoom));
         }
         std::vector<int> edges(count);
         int edge = room;
@@ -252,6 +253,11 @@ private:
         Send(SB_SETPARTS, count, edges.data());
         for (std::size_t i = 0; i < texts.size(); ++i)
             Send(SB_SETTEXTW, i, texts[i].c_str());
+    }
+
+    std::wstring Shortened(const std::wstring& text, int width) const
+    {
+        return ShortenedInTheMiddle(text, [&](const std::wstring& part) { return WidthOf(part) <= width; });
     }
 
     int WidthOf(const std::wstring& text) const { return Measure(FromNative(text), NormalFont()).cx; }
@@ -436,24 +442,10 @@ private:
     /// A long text shortened in the middle: names often differ, and are marked, at their ends.
     std::wstring Fitted(const std::string& item) const
     {
-        std::wstring text = ToNative(item);
         const int room = Room();
-        if (room == 0 || Measure(item, NormalFont()).cx <= room)
-            return text;
-        const auto shortened = [&](std::size_t kept) {
-            std::size_t head = kept - kept / 2;
-            std::size_t tail = text.size() - kept / 2;
-            const auto isCut = [&](std::size_t at) { return at < text.size() && IS_LOW_SURROGATE(text[at]); };
-            head -= isCut(head) ? 1 : 0;
-            tail += isCut(tail) ? 1 : 0;
-            return text.substr(0, head) + L"\u2026" + text.substr(tail);
-        };
-        std::size_t fits = 0;
-        for (std::size_t above = text.size(); fits + 1 < above;) {
-            const std::size_t kept = (fits + above) / 2;
-            (Measure(FromNative(shortened(kept)), NormalFont()).cx <= room ? fits : above) = kept;
-        }
-        return shortened(fits);
+        return ShortenedInTheMiddle(ToNative(item), [&](const std::wstring& text) {
+            return room == 0 || Measure(FromNative(text), NormalFont()).cx <= room;
+        });
     }
 
     void ShowToolTip(int line)

@@ -83,4 +83,26 @@ TEST_F(SmallControlsTest, LongTextsAreCutAndNotWrongAtTheCut)
     EXPECT_EQ(ui::win32::ToNative(text).size(), 0xFFFEu) << "no half of a character is left";
     EXPECT_EQ(ui::win32::MnemonicOf(L"Save && &open"), L'O');
     EXPECT_EQ(ui::win32::MnemonicOf(L"R&&D"), 0);
+
+    // Names differ, and are marked, at their ends.
+    const struct {
+        std::wstring text;
+        std::size_t most;
+        std::wstring shown;
+    } rows[] = {{L"abcdefgh", 8, L"abcdefgh"},
+                {L"abcdefgh", 7, L"ab...gh"},
+                {L"abcdefgh", 6, L"ab...h"},
+                {L"abcdefgh", 1, L"..."},
+                {L"\U0001F600abcdef\U0001F600", 5, L"\U0001F600..."},
+                {L"\U0001F600abcdef\U0001F600", 4, L"..."}};
+    for (const auto& row : rows)
+        EXPECT_EQ(ui::win32::ShortenedInTheMiddle(row.text,
+                                                  [&](const std::wstring& part) { return part.size() <= row.most; }),
+                  row.shown);
+    DemoDialog dialog{toolkit};
+    Open(dialog);
+    dialog.lstNames.SetItems({std::string(200, 'm') + " (default)"});
+    std::wstring shown(300, L'\0');
+    shown.resize(static_cast<std::size_t>(Send(dialog.lstNames, LB_GETTEXT, 0, shown.data())));
+    EXPECT_TRUE(shown.starts_with(L"mm") && shown.ends_with(L" (default)") && shown.contains(L"..."));
 }

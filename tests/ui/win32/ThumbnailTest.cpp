@@ -115,4 +115,15 @@ TEST_F(ThumbnailTest, APictureThatCannotBeShownGivesWayToAnotherAndThenToAText)
     RunUntil([&] { return shades() > blank; }); // the text
     form.imgPreview.SetFallback({}, {});
     EXPECT_EQ(shades(), blank);
+
+    // Pictures in boxes are drawn for paper: dark ink must not stand on a dark window. One dark point, seven clear
+    // ones.
+    const unsigned char picture[] = {0x47, 0x49, 0x46, 0x38, 0x39, 0x61, 8, 0,    1,    0,    0x80, 0,    0, 0,   0, 0,
+                                     0x21, 0x21, 0x21, 0x21, 0xF9, 4,    1, 0,    0,    0,    0,    0x2C, 0, 0,   0, 0,
+                                     8,    0,    1,    0,    0,    2,    5, 0x0C, 0x08, 0x10, 0x20, 0x50, 0, 0x3B};
+    form.imgPreview.Box = {900, 900};
+    form.imgPreview.SetFile(folder.Add("clear.gif", {reinterpret_cast<const char*>(picture), sizeof(picture)}));
+    const auto inBox = shades();
+    runUntil([&] { return shades() > inBox; });
+    EXPECT_EQ(CountOf(image, GetSysColor(COLOR_3DFACE)), 0);
 }
