@@ -16,7 +16,7 @@ namespace {
 
 // All lengths in twips.
 constexpr int MinimumWidth = 9700;
-constexpr int LeastUsableHeight = 6600;       ///< bars, some nodes of the tree, and the preview
+constexpr int LeastUsableHeight = 6600;       ///< bars, some nodes of the tree, and the preview; without the banner
 constexpr int VertSplitterMargin = 300;       ///< never further left
 constexpr int VertSplitterRightMargin = 3000; ///< never closer to the window's right edge
 constexpr int HorzSplitterMargin = 900;       ///< least height of the tree
@@ -546,6 +546,7 @@ int frmMain::WindowWidth() const
 
 void frmMain::SizeControls()
 {
+    Smallest.height = LeastUsableHeight + (banner.HasPicture() ? BannerSize.height + PaneMargin : 0);
     panes.Place(ClientSize());
 }
 
