@@ -19,6 +19,8 @@ constexpr UINT CatchUp = WM_APP + 1;
 /// Sent to itself when the user has typed a label: the handler may show boxes, which the native tree must not be in
 /// the middle of closing its edit box for.
 constexpr UINT LabelTyped = WM_APP + 2;
+/// Sent to itself behind that, and when nothing was typed.
+constexpr UINT LabelClosed = WM_APP + 3;
 
 UINT StateOf(bool bold, bool expanded)
 {
@@ -210,6 +212,11 @@ void TreeViewPeer::SyncSelection(bool scrolls)
 void TreeViewPeer::BringIntoView(HTREEITEM item)
 {
     Send(TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
+    ScrollToTheLeft();
+}
+
+void TreeViewPeer::ScrollToTheLeft()
+{
     for (int before = 0, place = 0; (place = GetScrollPos(Handle(), SB_HORZ)) > 0 && place != before; before = place)
         Send(WM_HSCROLL, SB_PAGELEFT);
 }
@@ -257,10 +264,11 @@ void TreeViewPeer::OnLabelCloses(const NMTVDISPINFOW& info)
 {
     if (info.item.pszText == nullptr || IsByCode()) {
         tree.UserCancelsLabelEdit();
-        return;
+    } else {
+        typedLabel = FromNative(info.item.pszText);
+        PostMessageW(Handle(), LabelTyped, 0, 0);
     }
-    typedLabel = FromNative(info.item.pszText);
-    PostMessageW(Handle(), LabelTyped, 0, 0);
+    PostMessageW(Handle(), LabelClosed, 0, 0); // to show the whole box, the native tree may have scrolled
 }
 
 bool TreeViewPeer::ShowDropTarget(POINT onScreen)
@@ -399,6 +407,10 @@ std::optional<LRESULT> TreeViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
             SyncItems();
         if (menuWanted && !IsNotifying())
             ShowMenu(*std::exchange(menuWanted, std::nullopt));
+        return 0;
+    case LabelClosed:
+        if (!tree.EditedLabel())
+            ScrollToTheLeft();
         return 0;
     case LabelTyped:
         tree.UserEndsLabelEdit(std::exchange(typedLabel, {}));

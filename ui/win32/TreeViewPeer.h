@@ -68,6 +68,7 @@ private:
     HTREEITEM ItemOf(const std::string& key) const;
     /// Scrolls to the item, never sideways: the pictures and branch marks of all nodes would be out of sight.
     void BringIntoView(HTREEITEM item);
+    void ScrollToTheLeft();
     void FoldSelection();
     void OpenLabel();
     LRESULT OnLabelOpens(const NMTVDISPINFOW& info);

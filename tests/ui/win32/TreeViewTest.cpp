@@ -79,6 +79,11 @@ TEST_F(TreeViewWindowTest, LongNamesAndManyNodesStayInReach)
     EXPECT_EQ(GetScrollPos(tree, SB_HORZ), 0) << "the branch marks would be out of sight";
     EXPECT_NE(Send(model, TVM_GETTOOLTIPS), 0) << "names that do not fit are told in full";
 
+    model.BeforeLabelEdit = [](ui::TreeView::Node&, std::string&) { return true; };
+    model.StartLabelEdit();
+    Press(VK_ESCAPE);
+    EXPECT_TRUE(PumpUntil([&] { return !model.EditedLabel() && GetScrollPos(tree, SB_HORZ) == 0; }));
+
     // By keyboard the menu opens beside the selected node, wherever the tree has been scrolled.
     ui::Point asked{};
     model.ContextMenu = [&](ui::Point at) { asked = at; };
