@@ -507,9 +507,9 @@ void frmMain::OnResize()
     // Once the browser is there, nothing waits for progress, and a frame that the user drags must not run messages.
     if (!program.state.BrowserReady)
         program.progress.Increment();
-    if (State() == WindowState::Normal && Placement().width < MinimumWidth) {
+    if (const int least = LeastWidth(); State() == WindowState::Normal && Placement().width < least) {
         ui::Rect wider = Placement();
-        wider.width = MinimumWidth;
+        wider.width = least;
         SetPlacement(wider);
         return; // the new size comes back here
     }
@@ -539,6 +539,14 @@ Pane frmMain::Panes()
     // clang-format on
 }
 
+int frmMain::LeastWidth()
+{
+    if (!find.IsOpen() || State() != WindowState::Normal)
+        return MinimumWidth;
+    const int frame = Placement().width - ClientSize().width;
+    return std::max(MinimumWidth, ui::Measure(findControls.Layout(), 0).width + 2 * PaneMargin + frame);
+}
+
 int frmMain::WindowWidth() const
 {
     return State() == WindowState::Maximized ? ClientSize().width : Placement().width;
@@ -546,6 +554,7 @@ int frmMain::WindowWidth() const
 
 void frmMain::SizeControls()
 {
+    Smallest.width = LeastWidth();
     Smallest.height = LeastUsableHeight + (banner.HasPicture() ? BannerSize.height + PaneMargin : 0);
     panes.Place(ClientSize());
 }

@@ -211,6 +211,8 @@ private:
     void RefreshCommands();
     Pane Panes();
     int WindowWidth() const;
+    /// Outer width in which everything that is shown has room, twips.
+    int LeastWidth();
     void ToggleColumn(std::size_t index);
 };
 

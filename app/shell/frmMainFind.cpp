@@ -28,7 +28,7 @@ constexpr PlaceValue previewPlace[] = {{"PreviewWindowLeft", &ui::Rect::left, 15
 void frmMain::WireFind()
 {
     find.Resized = [this] {
-        SizeControls();
+        OnResize();
         RefreshCommands();
     };
     find.ShowList = [this](const std::string& path) {
