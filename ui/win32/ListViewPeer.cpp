@@ -261,7 +261,8 @@ void ListViewPeer::MarkRow(HDC context, int row)
     if (Send(LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED) == 0)
         return;
     RECT place{};
-    place.left = LVIR_BOUNDS;
+    // Below a large icon only the name is marked: the row's own place may reach far below it.
+    place.left = list.GetView() == ListView::View::LargeIcons ? LVIR_LABEL : LVIR_BOUNDS;
     Send(LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
     DrawSelectionFrame(context, place, Pixels(SelectionWidth / 2));
 }
