@@ -46,6 +46,7 @@ frmRecentDocuments::frmRecentDocuments(app::Program& program, RecentDocuments& d
     BuildViewPopup();
     LoadCaptions(*this, program.strings);
     lvDocuments.Name = Caption();
+    lvDocuments.SetEmptyText(program.Text(app::str::NoRecentDocuments));
     lvDocuments.SetModel(this);
     Layout(Column(Least(lvDocuments, ListSize), Buttons(cmdOpen, cmdRemove, cmdClear, cmdOptions, cmdClose)));
     lvDocuments.Click = [this] { EnableButtons(); };

@@ -41,6 +41,6 @@ inline constexpr std::uint16_t Searching = 178, NothingFound = 179, CriteriaInco
                                NoFindInFavorites = 263, NoFindHere = 371, SearchOtherTypes = 700, PreviewCaption = 243,
                                PreviewOf = 254, PreviewTemplates = 255, CopyFailed = 706, Preview = 563;
 
-inline constexpr std::uint16_t CtrlKey = 722, ShiftKey = 723, EnterKey = 724, DeleteKey = 725;
+inline constexpr std::uint16_t CtrlKey = 722, ShiftKey = 723, EnterKey = 724, DeleteKey = 725, NoRecentDocuments = 726;
 
 } // namespace app::str
