@@ -26,7 +26,11 @@ TEST_F(MainWindowTest, AResourceLibraryReachesEveryTextOfTheMenusTheToolbarAndTh
     const auto isReached = [](std::string_view name, std::string_view text) {
         EXPECT_TRUE(text.empty() || text.starts_with('#')) << name << ": " << text;
     };
-    const auto check = [&](const ui::Menu& item) { isReached(item.Name, item.Caption); };
+    const auto check = [&](const ui::Menu& item) {
+        isReached(item.Name, item.Caption);
+        if (item.Shortcut.ctrl)
+            isReached(item.Name, item.ShortcutText);
+    };
     Main().MenuBar.ForEach(check);
     for (ui::Menu* popup : Main().Popups)
         popup->ForEach(check);
@@ -48,6 +52,10 @@ TEST_F(MainWindowTest, TakesItsPlaceFromTheSettingsAndIsNeverTooNarrow)
     EXPECT_EQ(Main().Placement(), (ui::Rect{1000, 1000, 9700, 7200}));
     EXPECT_EQ(Main().State(), State::Normal);
     EXPECT_EQ(Main().imgVertSplitter.Bounds().left, 1965);
+    auto& last = Main().findControls.chkPowerPoint;
+    last.SetCaption("a language of very long words, for each of which there must be room in a row");
+    Main().Commands().Run("mnuEditFind");
+    EXPECT_LE(last.Bounds().Right(), Main().ClientSize().width);
 
     const std::pair<const char*, const char*> settings[] = {{"MainLeft", "300"},
                                                             {"MainTop", "400"},
@@ -89,10 +97,15 @@ TEST_F(MainWindowTest, ACloseWhileADialogIsOpenWaitsForIt)
 {
     const std::pair<const char*, const char*> dialogs[] = {{"mnuRecentDocuments", "frmRecentDocuments"},
                                                            {"mnuProfileEdit", "EnterSenderInformationForm"}};
+    int left = 200;
     for (const auto& [command, name] : dialogs) {
         Start();
         toolkit.OnModal(name, [&](ui::Form& form) {
             EXPECT_FALSE(Main().Close()) << name;
+            const auto place = std::to_string(++left);
+            Main().UserPlaces({left, 300, 10000, 7000}, State::Normal);
+            Main().SessionEnds();
+            EXPECT_EQ(Setting("Browser", "MainLeft"), place) << "there is no later then";
             form.UserCloses();
         });
         const app::frmMain& main = Main();
