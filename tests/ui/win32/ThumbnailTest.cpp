@@ -124,6 +124,6 @@ TEST_F(ThumbnailTest, APictureThatCannotBeShownGivesWayToAnotherAndThenToAText)
     form.imgPreview.Box = {900, 900};
     form.imgPreview.SetFile(folder.Add("clear.gif", {reinterpret_cast<const char*>(picture), sizeof(picture)}));
     const auto inBox = shades();
-    runUntil([&] { return shades() > inBox; });
+    RunUntil([&] { return shades() > inBox; });
     EXPECT_EQ(CountOf(image, GetSysColor(COLOR_3DFACE)), 0);
 }
