@@ -4,11 +4,61 @@
 #include "platform/Path.h"
 #include "platform/Text.h"
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <mutex>
+#include <optional>
+#include <string>
 #include <unordered_map>
 #include <utility>
 
 namespace library {
+namespace {
+
+/// What one file says, its texts one behind the other: a library has many files, and most leave most texts empty.
+class PackedFacts {
+public:
+    explicit PackedFacts(const documents::Facts& facts) : created{facts.created}, saved{facts.saved}, pages{facts.pages}
+    {
+        std::size_t length = 0;
+        for (const auto text : Texts)
+            length += (facts.*text).size();
+        texts.reserve(length);
+        auto* end = ends.begin();
+        for (const auto text : Texts) {
+            texts += facts.*text;
+            *end++ = static_cast<std::uint16_t>(texts.size());
+        }
+    }
+    documents::Facts Unpacked() const
+    {
+        documents::Facts facts;
+        std::size_t start = 0;
+        const auto* end = ends.begin();
+        for (const auto text : Texts) {
+            facts.*text = texts.substr(start, *end - start);
+            start = *end++;
+        }
+        facts.created = created;
+        facts.saved = saved;
+        facts.pages = pages;
+        return facts;
+    }
+
+private:
+    using Facts = documents::Facts;
+    static constexpr std::array Texts{&Facts::title,    &Facts::subject, &Facts::author,  &Facts::keywords,
+                                      &Facts::comments, &Facts::company, &Facts::manager, &Facts::category};
+    static_assert(Texts.size() * Facts::MostText <= 0xFFFF);
+
+    std::string texts;
+    std::array<std::uint16_t, Texts.size()> ends{}; ///< of each in `texts`
+    std::optional<documents::Date> created, saved;
+    int pages;
+};
+
+} // namespace
 
 /// The answers, shared with the jobs, which may outlive whoever began them.
 class DocumentFacts::Kept final : public Reader {
@@ -24,7 +74,7 @@ public:
             const std::lock_guard lock{mutex};
             const auto found = answers.find(key);
             if (found != answers.end() && found->second.size == entry.size && found->second.modified == entry.modified)
-                return found->second.facts;
+                return found->second.facts.Unpacked();
         }
         const auto bytes = files.Open(path);
         if (!bytes)
@@ -35,7 +85,7 @@ public:
         const std::lock_guard lock{mutex};
         if (answers.size() >= Most)
             answers.clear();
-        answers.insert_or_assign(key, Answer{entry.size, entry.modified, facts});
+        answers.insert_or_assign(key, Answer{entry.size, entry.modified, PackedFacts{facts}});
         return facts;
     }
 
@@ -45,7 +95,7 @@ private:
     struct Answer {
         std::uint64_t size;
         platform::FileTime modified;
-        documents::Facts facts;
+        PackedFacts facts;
     };
 
     platform::FileSystem& files;
