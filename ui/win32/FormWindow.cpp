@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <string_view>
 #include <utility>
 
 namespace ui::win32 {
@@ -65,6 +66,24 @@ RECT WorkAreaOf(HWND window)
 bool IsButton(const Control& control)
 {
     return dynamic_cast<const Button*>(&control) != nullptr;
+}
+
+bool IsFunctionKey(const Key& key)
+{
+    return key.code >= KeyCode::F1 && key.code <= KeyCode::F10;
+}
+
+/// A key that a text box, or the dialog for it, has a use for; the others stay commands where the user types, too.
+bool IsEditingKey(const Key& key)
+{
+    if (IsFunctionKey(key))
+        return false;
+    if (key.alt)
+        return key.code != KeyCode::Enter;
+    if (!key.ctrl)
+        return true;
+    const bool isText = key.code >= KeyCode::Letter0 && key.code < KeyCode::F1;
+    return isText ? std::string_view{"ACVXYZ"}.contains(static_cast<char>(key.code)) : key.code != KeyCode::Tab;
 }
 
 bool IsEdit(HWND window)
@@ -387,9 +406,8 @@ bool FormWindow::TranslateKey(const MSG& message)
     if (PeerBase* captured = PeerBase::Of(GetCapture()); captured != nullptr && captured->UsesKey(key))
         return true;
 
-    // A text being edited needs its own keys; the function keys stay commands.
     PeerBase* focused = PeerBase::Of(message.hwnd);
-    if (IsEdit(message.hwnd) && (key.code < KeyCode::F1 || key.code > KeyCode::F10))
+    if (IsEdit(message.hwnd) && (focused == nullptr ? !IsFunctionKey(key) : IsEditingKey(key)))
         return focused != nullptr && focused->UsesKey(key);
 
     if (focused != nullptr && focused->UsesKey(key))
