@@ -121,7 +121,9 @@ void ListViewPeer::SyncImages(bool always)
         if (!always && model.Pictures() == shown)
             return;
         shown = model.Pictures();
-        ImageListHandle fresh = Window().Images().Build(model.Pictures(), Pixels(side));
+        ImageListHandle fresh; // none rather than an empty one, for which the rows would leave room
+        if (!shown.empty())
+            fresh = Window().Images().Build(shown, Pixels(side));
         if (which != LVSIL_NORMAL || !showsThumbnails)
             Send(LVM_SETIMAGELIST, which, reinterpret_cast<LPARAM>(fresh.get()));
         images = std::move(fresh);
