@@ -1,8 +1,7 @@
 #include "ui/win32/TextBoxPeer.h"
 
+#include "ui/win32/Accessible.h"
 #include "ui/win32/NativeText.h"
-
-#include <oleacc.h>
 
 namespace ui::win32 {
 namespace {
@@ -19,30 +18,12 @@ DWORD StyleOf(const TextBox& box)
     return style | (box.ReadOnly() ? ES_READONLY : 0u);
 }
 
-/// The name by which a screen reader calls a box: otherwise it is the label before it, which may say less, or belong to
-/// another box. Where the system cannot be told, that label has to do.
-void NameForScreenReaders(HWND box, const std::string& name)
-{
-    // The numbers of the system's own header, whose names need a library that is not linked.
-    constexpr GUID service{0xb5f8350b, 0x0548, 0x48b1, {0xa6, 0xee, 0x88, 0xbd, 0x00, 0xb4, 0xa5, 0xe7}};
-    constexpr GUID interfaceId{0x6e26e776, 0x04f0, 0x495d, {0x80, 0xe4, 0x33, 0x30, 0x35, 0x2e, 0x31, 0x69}};
-    constexpr GUID nameProperty{0x608d3df8, 0x8128, 0x4aa7, {0xa4, 0x28, 0xf5, 0x5e, 0x49, 0x26, 0x72, 0x91}};
-    IAccPropServices* services = nullptr;
-    if (FAILED(
-            CoCreateInstance(service, nullptr, CLSCTX_INPROC_SERVER, interfaceId, reinterpret_cast<void**>(&services))))
-        return;
-    (void)services->SetHwndPropStr(box, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, nameProperty,
-                                   ToNative(name).c_str());
-    services->Release();
-}
-
 } // namespace
 
 TextBoxPeer::TextBoxPeer(TextBox& peerBox, FormWindow& form, int id) : PeerBase{peerBox, form}, box{peerBox}
 {
     Create(WC_EDITW, StyleOf(box), WS_EX_CLIENTEDGE, id);
-    if (!box.ToolTipText.empty())
-        NameForScreenReaders(Handle(), box.ToolTipText);
+    NameForReaders(Handle(), box.ToolTipText); // the label before it may say less, or belong to another box
     const ByCode guard{*this};
     Sync(Aspect::View);
     Sync(Aspect::Value);
