@@ -53,6 +53,7 @@ FrmPreview::FrmPreview(app::Program& program, TemplateRows templates, const Prev
     KeyDown = [this](const ui::Key& key) { return OnKey(key); };
     MouseWheel = [this](int steps) { Zoom(steps); };
     ShowRow(row);
+    (row < Last() ? cmdNext : cmdClose).SetFocus();
 }
 
 void FrmPreview::ShowRow(int wanted)
