@@ -42,6 +42,7 @@ TEST_F(MainWindowTest, AResourceLibraryReachesEveryTextOfTheMenusTheToolbarAndTh
         form.Close();
     });
     Main().Commands().Run("mnuRecentDocuments");
+    toolkit.ExpectNames(Main());
 }
 
 // Placement and splitters.

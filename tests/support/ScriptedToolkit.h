@@ -20,6 +20,24 @@ public:
     {
         OnModal(std::move(formName), [act](ui::Form& form) { act(dynamic_cast<Dialog&>(form)); });
     }
+    void RunModal(ui::Form& form) override
+    {
+        ExpectNames(form);
+        HeadlessToolkit::RunModal(form);
+    }
+    /// Whatever Tab goes to has a name for screen readers: its own text, one given to it, or the label before it.
+    static void ExpectNames(const ui::Form& form)
+    {
+        const ui::Control* before = nullptr;
+        for (const ui::Control* control : form.Controls()) {
+            const bool isLabelled = before != nullptr && before->TypeName() == "Label" && !before->Caption().empty();
+            EXPECT_TRUE(!control->IsTabStop() || isLabelled || !control->Caption().empty() || !control->Name.empty() ||
+                        !control->ToolTipText.empty())
+                << form.Name() << ": " << control->TypeName() << " behind "
+                << (before != nullptr ? before->Caption() : "");
+            before = control;
+        }
+    }
     ~ScriptedToolkit() override { EXPECT_EQ(NotAsScripted(), std::vector<std::string>{}); }
 };
 

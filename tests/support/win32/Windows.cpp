@@ -175,11 +175,17 @@ void PressKey(HWND control, WPARAM key)
 bool Choose(HWND window, const std::wstring& letters)
 {
     PostMessageW(window, WM_SYSCOMMAND, SC_KEYMENU, letters.front());
-    for (std::size_t i = 1; i < letters.size(); ++i) {
+    std::size_t depth = 1;
+    for (const wchar_t letter : letters.substr(1)) {
         // Each letter is for the menu that the one before opened.
-        if (!WaitFor([i] { return OpenMenus() == i; }))
+        if (!WaitFor([depth] { return OpenMenus() == depth; }))
             break;
-        PostMessageW(window, WM_CHAR, letters[i], 1);
+        if (letter == LineDown) {
+            PostMessageW(window, WM_KEYDOWN, VK_DOWN, 1);
+            continue;
+        }
+        PostMessageW(window, WM_CHAR, letter, 1);
+        ++depth;
     }
     const auto closed = [] { return OpenMenus() == 0; };
     if (WaitFor(closed, std::chrono::seconds{5}))

@@ -34,8 +34,10 @@ HWND ButtonOf(HWND dialog, const std::wstring& caption);
 void Press(HWND button);
 void PressKey(HWND control, WPARAM key);
 
-/// Walks through the menus by the underlined letters: "fx" is File, Exit. False when a menu does not open; none stays
-/// open then.
+/// The key to the next line of a menu.
+inline constexpr wchar_t LineDown = L'\x2193';
+/// Walks through the menus by the underlined letters: "fx" is File, Exit; where an entry has none, by LineDown and
+/// "\r". False when a menu does not open; none stays open then.
 bool Choose(HWND window, const std::wstring& letters);
 
 /// The captions of the tree's nodes in their order, two blanks before those of each level below the top.
