@@ -25,6 +25,7 @@ frmManageProfiles::frmManageProfiles(app::Program& program, ProfileManager& prof
     std::string title = Caption();
     std::erase(title, '&');
     SetCaption(title);
+    lstProfiles.Name = title;
     Layout(Column(Row(Fill(Least(lstProfiles, ListSize)), Column(btnAdd, btnEdit, btnRename, btnDelete, btnSetDefault)),
                   Row(Fill(chkAutoApply), btnClose)));
     lstProfiles.Click = [this] { EnableButtons(); };

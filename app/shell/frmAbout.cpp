@@ -36,6 +36,7 @@ frmAbout::frmAbout(Program& program, HelpDocuments& help, const VersionReader& v
         control->SetVisible(!links.empty());
     LoadCaptions(*this, program.strings);
     lvComponents.SetModel(this);
+    lvComponents.Name = fraDetails.Caption();
     Layout(Column(lblProduct, lblVersion, lblEdition, Framed(fraDetails, Column(Least(lvComponents, ListSize))),
                   lblLinks, Row(Fill(Least(lstLinks, LinksSize)), cmdVisit), Buttons(cmdOK, cmdCopy, cmdHelp)));
     lstLinks.DblClick = [this] { cmdVisit_Click(); };

@@ -46,7 +46,7 @@ void frmMain::WireFind()
 void frmMain::NameControls()
 {
     const std::pair<ui::Control&, std::uint16_t> names[] = {
-        {tbToolBar, 708}, {tvTreeView, 147}, {fileTypeTabStrip, 709}, {lvListView, 710}, {imgPreview, 148}};
+        {tbToolBar, 708}, {tvTreeView, 147}, {fileTypeTabStrip, 709}, {lvListView, 710}, {imgPreview, 148}, {imgBanner, 711}};
     for (const auto& [control, name] : names)
         control.Name = program.Text(name);
 }
