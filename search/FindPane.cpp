@@ -28,9 +28,9 @@ std::string Plain(std::string label)
 FindControls::FindControls(ui::Form& form)
     : lblLookFor{form, ui::Tag{177}}, txtLookFor{form}, lblFolder{form, ui::Tag{232}}, cboFolder{form},
       chkWord{form, ui::Tag{184}}, chkExcel{form, ui::Tag{185}}, chkPowerPoint{form, ui::Tag{186}},
-      lblProperty{form, ui::Tag{175}}, cboProperty{form}, lblCondition{form, ui::Tag{176}}, cboCondition{form},
-      lblValue{form, ui::Tag{707}}, txtValue{form}, cmdFindNow{form, ui::Tag{217}}, cmdStop{form, ui::Tag{216}},
-      lblResult{form}, cmdOtherTypes{form}, cmdAllCategories{form}, cmdClose{form, ui::Tag{499}}
+      lblProperty{form, ui::Tag{175}}, cboProperty{form}, lblCondition{form, ui::Tag{176}},
+      cboCondition{form}, lblValue{form, ui::Tag{707}}, txtValue{form}, lblResult{form}, cmdOtherTypes{form},
+      cmdAllCategories{form}, cmdFindNow{form, ui::Tag{217}}, cmdStop{form, ui::Tag{216}}, cmdClose{form, ui::Tag{499}}
 {
 }
 
@@ -39,11 +39,11 @@ ui::Cell FindControls::Layout()
     using ui::Fill;
     using ui::Least;
     using ui::Row;
-    return ui::Column(Row(lblLookFor, Fill(Least(txtLookFor, {LeastText, 0})), lblFolder,
-                          Least(cboFolder, {LeastCombo, 0}), chkWord, chkExcel, chkPowerPoint),
-                      Row(lblProperty, cboProperty, lblCondition, cboCondition, lblValue,
-                          Fill(Least(txtValue, {LeastText, 0})), cmdFindNow, cmdStop),
-                      Row(Fill(lblResult), cmdOtherTypes, cmdAllCategories, cmdClose));
+    return ui::Column(
+        Row(lblLookFor, Fill(Least(txtLookFor, {LeastText, 0})), lblFolder, Least(cboFolder, {LeastCombo, 0}), chkWord,
+            chkExcel, chkPowerPoint),
+        Row(lblProperty, cboProperty, lblCondition, cboCondition, lblValue, Fill(Least(txtValue, {LeastText, 0}))),
+        Row(Fill(lblResult), cmdOtherTypes, cmdAllCategories, cmdFindNow, cmdStop, cmdClose));
 }
 
 void FindControls::SetVisible(bool visible)
@@ -51,7 +51,7 @@ void FindControls::SetVisible(bool visible)
     const std::initializer_list<ui::Control*> always{
         &lblLookFor,    &txtLookFor,  &lblFolder,   &cboFolder,    &chkWord,      &chkExcel,
         &chkPowerPoint, &lblProperty, &cboProperty, &lblCondition, &cboCondition, &lblValue,
-        &txtValue,      &cmdFindNow,  &cmdStop,     &lblResult,    &cmdClose};
+        &txtValue,      &lblResult,   &cmdFindNow,  &cmdStop,      &cmdClose};
     for (ui::Control* control : always)
         control->SetVisible(visible);
     if (!visible)

@@ -37,10 +37,9 @@ struct FindControls {
     ui::ComboBox cboCondition;
     ui::Label lblValue;
     ui::TextBox txtValue;
-    ui::Button cmdFindNow, cmdStop;
     ui::Label lblResult;
     ui::Button cmdOtherTypes, cmdAllCategories; ///< shown when they would find something
-    ui::Button cmdClose;
+    ui::Button cmdFindNow, cmdStop, cmdClose;
 
     /// How they stand.
     ui::Cell Layout();
