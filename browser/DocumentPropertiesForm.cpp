@@ -132,7 +132,8 @@ void DocumentPropertiesForm::cmdCopy_Click()
             lines += platform::text::Replaced(before->Caption(), "&", "") + "\t" + box->Text() + "\r\n";
         before = control;
     }
-    program.toolkit.CopyText(lines);
+    if (!program.toolkit.CopyText(lines))
+        program.messages.Inform(app::str::TextCopyFailed);
 }
 
 } // namespace browser

@@ -39,7 +39,8 @@ inline constexpr std::uint16_t EmptyLibraryQuestion = 600, HiddenNameQuestion = 
 inline constexpr std::uint16_t Searching = 178, NothingFound = 179, CriteriaIncomplete = 181, Found = 187,
                                FoundFrom = 188, FoundFiles = 189, SearchAll = 190, SearchSelected = 191,
                                NoFindInFavorites = 263, NoFindHere = 371, SearchOtherTypes = 700, PreviewCaption = 243,
-                               PreviewOf = 254, PreviewTemplates = 255, CopyFailed = 706, Preview = 563;
+                               PreviewOf = 254, PreviewTemplates = 255, CopyFailed = 706, TextCopyFailed = 712,
+                               Preview = 563;
 
 inline constexpr std::uint16_t CtrlKey = 722, ShiftKey = 723, EnterKey = 724, DeleteKey = 725, NoRecentDocuments = 726;
 

@@ -121,7 +121,8 @@ void frmAbout::cmdCopy_Click()
         lines += lblEdition.Caption() + "\r\n";
     for (int row = 0; row < Rows(); ++row)
         lines += Text(row, 0) + "\t" + Text(row, 1) + "\r\n";
-    program.toolkit.CopyText(lines);
+    if (!program.toolkit.CopyText(lines))
+        program.messages.Inform(str::TextCopyFailed);
 }
 
 } // namespace app

@@ -40,10 +40,15 @@ HGLOBAL AsFiles(const std::string& path)
     return Moveable(bytes.data(), bytes.size());
 }
 
-HGLOBAL AsText(const std::string& path)
+HGLOBAL AsText(std::string_view text)
 {
-    const std::wstring name = ToNative(platform::path::Name(path));
-    return Moveable(name.c_str(), (name.size() + 1) * sizeof(wchar_t));
+    const std::wstring native = ToNative(text);
+    return Moveable(native.c_str(), (native.size() + 1) * sizeof(wchar_t));
+}
+
+HGLOBAL AsName(const std::string& path)
+{
+    return AsText(platform::path::Name(path));
 }
 
 HGLOBAL AsEffect(const std::string&)
@@ -59,7 +64,7 @@ struct Offered {
 
 std::array<Offered, 3> Offers()
 {
-    return {{{CF_HDROP, &AsFiles}, {CF_UNICODETEXT, &AsText}, {PreferredEffect(), &AsEffect}}};
+    return {{{CF_HDROP, &AsFiles}, {CF_UNICODETEXT, &AsName}, {PreferredEffect(), &AsEffect}}};
 }
 
 FORMATETC Describe(CLIPFORMAT format)
@@ -203,20 +208,33 @@ std::string FirstOf(HDROP files)
     return FromNative(path);
 }
 
+/// What becomes the clipboard's is its own; the rest is freed. False without a memory.
+bool Give(UINT format, HGLOBAL memory)
+{
+    const bool isTaken = memory != nullptr && SetClipboardData(format, memory) != nullptr;
+    if (!isTaken && memory != nullptr)
+        GlobalFree(memory);
+    return isTaken;
+}
+
 } // namespace
+
+bool CopyTextToClipboard(HWND owner, const std::string& text)
+{
+    if (!OpenPatiently(owner))
+        return false;
+    const bool isThere = EmptyClipboard() != FALSE && Give(CF_UNICODETEXT, AsText(text));
+    CloseClipboard();
+    return isThere;
+}
 
 bool CopyFileToClipboard(HWND owner, const std::string& path)
 {
     if (!OpenPatiently(owner))
         return false;
     bool isThere = EmptyClipboard() != FALSE;
-    for (const Offered& offered : Offers()) {
-        HGLOBAL memory = offered.make(path);
-        const bool isTaken = memory != nullptr && SetClipboardData(offered.format, memory) != nullptr;
-        if (!isTaken && memory != nullptr)
-            GlobalFree(memory);
-        isThere = isThere && isTaken;
-    }
+    for (const Offered& offered : Offers())
+        isThere = Give(offered.format, offered.make(path)) && isThere;
     CloseClipboard();
     return isThere;
 }

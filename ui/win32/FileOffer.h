@@ -10,8 +10,9 @@ namespace ui::win32 {
 // Gives a file to other programs: the file itself, and its name for those that take text. They may copy it, never move
 // it or link to it.
 
-/// Puts it onto the clipboard; false when another program holds that.
+/// Puts it onto the clipboard; false when another program holds that. The text likewise.
 bool CopyFileToClipboard(HWND owner, const std::string& path);
+bool CopyTextToClipboard(HWND owner, const std::string& text);
 
 /// What a drop gets.
 pictures::win32::ComPointer<IDataObject> OfferOf(const std::string& path);

@@ -313,24 +313,7 @@ Size Win32Toolkit::ScreenSize() const
 
 bool Win32Toolkit::CopyText(const std::string& text)
 {
-    const std::wstring native = ToNative(text);
-    const std::size_t size = (native.size() + 1) * sizeof(wchar_t);
-    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size);
-    if (memory == nullptr)
-        return false;
-    if (void* const room = GlobalLock(memory)) {
-        std::memcpy(room, native.c_str(), size);
-        GlobalUnlock(memory);
-        if (OpenClipboard(ActiveOwner())) {
-            EmptyClipboard();
-            const bool taken = SetClipboardData(CF_UNICODETEXT, memory) != nullptr;
-            CloseClipboard();
-            if (taken)
-                return true; // the memory is the system's now
-        }
-    }
-    GlobalFree(memory);
-    return false;
+    return CopyTextToClipboard(ActiveOwner(), text);
 }
 
 void Win32Toolkit::SetBusy(bool isBusy)

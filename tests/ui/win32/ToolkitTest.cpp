@@ -56,7 +56,16 @@ TEST_F(ToolkitTest, AMessageBoxShowsItsIconGivesTheAnswerAndHoldsTheForm)
 TEST_F(ToolkitTest, OtherProgramsAreOfferedTheFileAndItsNameToCopy)
 {
     const std::string path = "C:\\Some folder\\Größe 日本.swt";
-    ASSERT_TRUE(toolkit.CopyToClipboard("C:\\before.swt"));
+    const auto copiedText = [] {
+        EXPECT_TRUE(OpenClipboard(nullptr));
+        const HANDLE text = GetClipboardData(CF_UNICODETEXT);
+        const std::string copied = ui::win32::FromNative(static_cast<const wchar_t*>(GlobalLock(text)));
+        GlobalUnlock(text);
+        CloseClipboard();
+        return copied;
+    };
+    ASSERT_TRUE(toolkit.CopyText("Title\tGröße 日本\r\n"));
+    EXPECT_EQ(copiedText(), "Title\tGröße 日本\r\n");
     ASSERT_TRUE(toolkit.CopyToClipboard(path));
     ASSERT_TRUE(OpenClipboard(nullptr));
     wchar_t file[MAX_PATH]{};
@@ -64,10 +73,8 @@ TEST_F(ToolkitTest, OtherProgramsAreOfferedTheFileAndItsNameToCopy)
     EXPECT_EQ(DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0), 1U);
     DragQueryFileW(drop, 0, file, MAX_PATH);
     EXPECT_EQ(ui::win32::FromNative(file), path);
-    const HANDLE text = GetClipboardData(CF_UNICODETEXT);
-    EXPECT_EQ(ui::win32::FromNative(static_cast<const wchar_t*>(GlobalLock(text))), "Größe 日本.swt");
-    GlobalUnlock(text);
     CloseClipboard();
+    EXPECT_EQ(copiedText(), "Größe 日本.swt");
     EXPECT_EQ(toolkit.PastedFile(), path);
     ASSERT_TRUE(toolkit.CopyText("no file"));
     EXPECT_EQ(toolkit.PastedFile(), std::nullopt);
