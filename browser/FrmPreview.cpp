@@ -24,6 +24,7 @@ FrmPreview::FrmPreview(app::Program& program, TemplateRows templates, const Prev
     : Form{program.toolkit, "FrmPreview", Style::Sizable}, program{program}, templates{std::move(templates)},
       pictures{pictures}, row{row}, actions{std::move(actions)}
 {
+    Smallest = LeastSize;
     imgPicture.Zoomable = true;
     LoadCaptions(*this, program.strings);
     imgPicture.Name = program.Text(app::str::Preview);

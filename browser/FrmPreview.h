@@ -21,6 +21,9 @@ public:
         std::function<void(const std::string&path)> createDocument, createTemplate, copy;
     };
 
+    /// Outer size in twips: room for the buttons and a little picture.
+    static constexpr ui::Size LeastSize{9600, 6000};
+
     /// Begins with one of the rows, of which there is at least one.
     FrmPreview(app::Program& program, TemplateRows templates, const PreviewPane& pictures, int row, Actions actions);
 

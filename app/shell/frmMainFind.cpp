@@ -5,8 +5,10 @@
 #include "app/shell/WindowPlacement.h"
 #include "browser/FrmPreview.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <utility>
+#include <vector>
 
 namespace app {
 namespace {
@@ -15,13 +17,25 @@ namespace {
 struct PlaceValue {
     const char* key;
     int ui::Rect::*member;
-    int otherwise, low;
+    int low;
 };
 constexpr int Limit = 200'000; ///< a stored number beyond this is damage
-constexpr PlaceValue previewPlace[] = {{"PreviewWindowLeft", &ui::Rect::left, 1500, -Limit},
-                                       {"PreviewWindowTop", &ui::Rect::top, 1500, -Limit},
-                                       {"PreviewWindowWidth", &ui::Rect::width, 11'000, 6000},
-                                       {"PreviewWindowHeight", &ui::Rect::height, 9000, 4500}};
+constexpr PlaceValue previewPlace[] = {
+    {"PreviewWindowLeft", &ui::Rect::left, -Limit},
+    {"PreviewWindowTop", &ui::Rect::top, -Limit},
+    {"PreviewWindowWidth", &ui::Rect::width, browser::FrmPreview::LeastSize.width},
+    {"PreviewWindowHeight", &ui::Rect::height, browser::FrmPreview::LeastSize.height}};
+
+/// Large, and whole on a screen that has less room than that.
+ui::Rect FirstPreviewPlace(const std::vector<ui::WorkArea>& workAreas)
+{
+    ui::Rect place{1500, 1200, 11'000, 9000};
+    if (!workAreas.empty()) {
+        place.width = std::min(place.width, workAreas.front().Right() - place.left);
+        place.height = std::min(place.height, workAreas.front().Bottom() - place.top);
+    }
+    return place;
+}
 
 } // namespace
 
@@ -45,8 +59,9 @@ void frmMain::WireFind()
 
 void frmMain::NameControls()
 {
-    const std::pair<ui::Control&, std::uint16_t> names[] = {
-        {tbToolBar, 708}, {tvTreeView, 147}, {fileTypeTabStrip, 709}, {lvListView, 710}, {imgPreview, 148}, {imgBanner, 711}};
+    const std::pair<ui::Control&, std::uint16_t> names[] = {{tbToolBar, 708},        {tvTreeView, 147},
+                                                            {fileTypeTabStrip, 709}, {lvListView, 710},
+                                                            {imgPreview, 148},       {imgBanner, 711}};
     for (const auto& [control, name] : names)
         control.Name = program.Text(name);
 }
@@ -64,12 +79,13 @@ void frmMain::mnuFilePreview_Click()
                              {.createDocument = [this](const std::string& path) { opener.CreateDocument(path); },
                               .createTemplate = [this](const std::string& path) { opener.Open(path); },
                               .copy = [this](const std::string& path) { Copy(path); }}};
-    ui::Rect place;
+    const auto workAreas = program.toolkit.WorkAreas();
+    ui::Rect place = FirstPreviewPlace(workAreas);
     for (const PlaceValue& value : previewPlace)
-        place.*value.member = program.settings.Number("Browser", value.key, value.otherwise, value.low, Limit);
+        place.*value.member = program.settings.Number("Browser", value.key, place.*value.member, value.low, Limit);
     form.Realize(); // its own size first, which the remembered one then takes the place of
     form.SetIconFile(IconFile());
-    form.SetPlacement(PlacementWithin(place, program.toolkit.WorkAreas()));
+    form.SetPlacement(PlacementWithin(place, workAreas));
     form.ShowModal();
     for (const PlaceValue& value : previewPlace)
         (void)program.settings.SaveNumber("Browser", value.key, form.Placement().*value.member);
