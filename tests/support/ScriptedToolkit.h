@@ -31,8 +31,8 @@ public:
         const ui::Control* before = nullptr;
         for (const ui::Control* control : form.Controls()) {
             const bool isLabelled = before != nullptr && before->TypeName() == "Label" && !before->Caption().empty();
-            EXPECT_TRUE(!control->IsTabStop() || !control->Visible() || isLabelled || !control->Caption().empty() || !control->Name.empty() ||
-                        !control->ToolTipText.empty())
+            EXPECT_TRUE(!control->IsTabStop() || !control->Visible() || isLabelled || !control->Caption().empty() ||
+                        !control->Name.empty() || !control->ToolTipText.empty())
                 << form.Name() << ": " << control->TypeName() << " behind "
                 << (before != nullptr ? before->Caption() : "");
             before = control;
