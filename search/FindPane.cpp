@@ -118,6 +118,7 @@ void FindPane::Fill()
         control->SetCaption(Plain(control->Caption()));
     controls.cboFolder.SetItems({program.Text(app::str::SearchAll), program.Text(app::str::SearchSelected)});
     std::vector<std::string> properties;
+    properties.reserve(Properties.size());
     for (const Property& property : Properties)
         properties.push_back(Plain(program.Text(property.name)));
     controls.cboProperty.SetItems(std::move(properties));
