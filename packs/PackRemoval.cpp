@@ -72,15 +72,11 @@ void PackRemoval::Run()
     const auto root = files.Stat(path::WithoutTrailingSeparator(templatesPath));
     for (const auto& [key, claim] : removedClaims | std::views::reverse) { // what lies in a folder comes before it
         const auto other = otherClaims.find(key);
-        if (!root || !RemoveFolder(claim, other != otherClaims.end() ? &other->second : nullptr))
-            failed.insert(key);
+        if (root)
+            RemoveFolder(claim, other != otherClaims.end() ? &other->second : nullptr);
+        else
+            notRemoved.push_back(claim.path);
     }
-}
-
-bool PackRemoval::IsDone(const SolutionPack& pack) const
-{
-    return std::ranges::none_of(pack.folders,
-                                [&](const PackFolder& folder) { return failed.contains(text::Folded(folder.path)); });
 }
 
 PackRemoval::Standing PackRemoval::StandingOf(const std::string& folder) const
@@ -98,49 +94,56 @@ PackRemoval::Standing PackRemoval::StandingOf(const std::string& folder) const
     }
 }
 
-bool PackRemoval::Settle(Standing standing, const std::string& folder)
+bool PackRemoval::IsOwn(const std::string& folder)
 {
+    const Standing standing = StandingOf(folder);
     if (standing == Standing::Foreign)
         kept.push_back(folder);
-    return standing != Standing::Unknown;
+    else if (standing == Standing::Unknown)
+        notRemoved.push_back(folder);
+    return standing == Standing::Own;
 }
 
-bool PackRemoval::RemoveFolder(const Claim& claim, const Claim* other)
+void PackRemoval::RemoveFolder(const Claim& claim, const Claim* other)
 {
-    if (const Standing standing = StandingOf(claim.path); standing != Standing::Own)
-        return Settle(standing, claim.path);
+    if (!IsOwn(claim.path))
+        return;
     const std::string previews = path::Join(claim.path, library::PreviewsFolder);
-    return Empty(
-               claim.path, [&](std::string_view file) { return claim.Has(file); },
-               [&](std::string_view file) { return other != nullptr && other->Has(file); }) &&
-           Empty(
-               previews, [&](std::string_view file) { return claim.HasPreview(file); },
-               [&](std::string_view file) { return other != nullptr && other->HasPreview(file); }) &&
-           (other != nullptr || (RemoveWhenEmpty(previews) && RemoveWhenEmpty(claim.path)));
+    Empty(
+        claim.path, [&](std::string_view file) { return claim.Has(file); },
+        [&](std::string_view file) { return other != nullptr && other->Has(file); });
+    Empty(
+        previews, [&](std::string_view file) { return claim.HasPreview(file); },
+        [&](std::string_view file) { return other != nullptr && other->HasPreview(file); });
+    if (other == nullptr) {
+        RemoveWhenEmpty(previews);
+        RemoveWhenEmpty(claim.path);
+    }
 }
 
-bool PackRemoval::Empty(const std::string& folder, const Belongs& isOurs, const Belongs& isTheirs)
+void PackRemoval::Empty(const std::string& folder, const Belongs& isOurs, const Belongs& isTheirs)
 {
-    if (const Standing standing = StandingOf(folder); standing != Standing::Own)
-        return Settle(standing, folder);
+    if (!IsOwn(folder))
+        return;
     const std::string place = library::DiskPath(templatesPath, folder);
     const auto listing = files.List(place);
-    if (!listing)
-        return IsNotThere(listing.error());
+    if (!listing) {
+        if (!IsNotThere(listing.error()))
+            notRemoved.push_back(folder);
+        return;
+    }
     // It may have been replaced by a link since. Then the files behind it belong to somebody else.
-    if (const Standing standing = StandingOf(folder); standing != Standing::Own)
-        return Settle(standing, folder);
-    bool isDone = true;
+    if (!IsOwn(folder))
+        return;
     for (const platform::FileEntry& entry : *listing) {
         const std::string within = path::Join(folder, entry.name);
         if (entry.IsFolder() ? IsOfPacks(within) : isTheirs(entry.name))
             continue;
-        if (!entry.IsFolder() && isOurs(entry.name))
-            isDone = IsGone(files.DeleteFile(path::Join(place, entry.name))) && isDone;
-        else
+        if (entry.IsFolder() || !isOurs(entry.name))
             kept.push_back(within);
+        else if (!IsGone(files.DeleteFile(path::Join(place, entry.name))))
+            notRemoved.push_back(within);
     }
-    return isDone;
 }
 
 bool PackRemoval::IsOfPacks(const std::string& folder) const
@@ -150,12 +153,14 @@ bool PackRemoval::IsOfPacks(const std::string& folder) const
            otherClaims.contains(key);
 }
 
-bool PackRemoval::RemoveWhenEmpty(const std::string& folder)
+void PackRemoval::RemoveWhenEmpty(const std::string& folder)
 {
-    if (const Standing standing = StandingOf(folder); standing != Standing::Own) // a link would be removed itself
-        return standing != Standing::Unknown;
+    // A link would be removed itself. What is said of the folder was said when it was emptied.
+    if (StandingOf(folder) != Standing::Own)
+        return;
     const auto removed = files.RemoveFolder(library::DiskPath(templatesPath, folder));
-    return IsGone(removed) || removed.error() == platform::error::DirectoryNotEmpty;
+    if (!IsGone(removed) && removed.error() != platform::error::DirectoryNotEmpty)
+        notRemoved.push_back(folder);
 }
 
 } // namespace packs

@@ -25,8 +25,8 @@ public:
 
     /// Files and folders that somebody else has put into the folders, relative to the templates path.
     const std::vector<std::string>& Kept() const { return kept; }
-    /// Whether nothing of the pack is left that should have gone.
-    bool IsDone(const SolutionPack& pack) const;
+    /// What should have gone and is still there, as far as that is known, in the same way.
+    const std::vector<std::string>& NotRemoved() const { return notRemoved; }
 
 private:
     /// What packs say is theirs in one folder.
@@ -52,19 +52,18 @@ private:
     platform::FileSystem& files;
     std::string templatesPath;
     Claims removedClaims, otherClaims;
-    std::vector<std::string> kept;
-    std::set<std::string> failed; ///< folded paths
+    std::vector<std::string> kept, notRemoved;
 
     static Claims ClaimsOf(const std::vector<SolutionPack>& packs);
     Standing StandingOf(const std::string& folder) const;
-    /// What to do about a folder that is not the packs' own any more: false when that is not known.
-    bool Settle(Standing standing, const std::string& folder);
-    bool RemoveFolder(const Claim& claim, const Claim* other);
+    /// Whether the folder is the packs' own; what else it is or may be is noted.
+    bool IsOwn(const std::string& folder);
+    void RemoveFolder(const Claim& claim, const Claim* other);
     using Belongs = std::function<bool(std::string_view file)>;
-    /// Deletes what is the removed packs' own alone. False when anything of that is still there.
-    bool Empty(const std::string& folder, const Belongs& isOurs, const Belongs& isTheirs);
+    /// Deletes what is the removed packs' own alone.
+    void Empty(const std::string& folder, const Belongs& isOurs, const Belongs& isTheirs);
     bool IsOfPacks(const std::string& folder) const;
-    bool RemoveWhenEmpty(const std::string& folder);
+    void RemoveWhenEmpty(const std::string& folder);
 };
 
 } // namespace packs

@@ -14,6 +14,11 @@ using platform::Result;
 
 constexpr std::size_t MostNamed = 12; ///< a longer list makes a box that no screen holds
 
+void AddParagraph(std::string& text, const std::string& paragraph)
+{
+    text.append(text.empty() || paragraph.empty() ? "" : "\r\n\r\n").append(paragraph);
+}
+
 } // namespace
 
 Result<std::vector<std::string>> TemplatePackManager::Names() const
@@ -90,19 +95,15 @@ void TemplatePackManager::Delete(const std::vector<std::string>& names, const st
         libraryChanged();
     }
 
-    bool isDone = true;
-    for (const SolutionPack& pack : removed)
-        if (!removal.IsDone(pack)) {
-            isDone = false;
-            std::erase(doomed, pack.name);
-        }
-    const auto keysDeleted = DeleteKeys(doomed);
-    if (!isDone)
-        messages.Stop(strings.LoadString(str::DeleteFailed) + "\r" + strings.LoadString(str::CloseTemplates));
-    else if (!keysDeleted)
-        messages.Stop(str::DeleteValueFailed);
-    else if (!removal.Kept().empty())
-        TellKept(removal.Kept());
+    std::string failure = DeleteKeys(doomed) ? "" : strings.LoadString(str::DeleteValueFailed);
+    AddParagraph(failure, Named(str::NotRemoved, removal.NotRemoved()));
+    const std::string kept = Named(str::LeftInPlace, removal.Kept());
+    if (!failure.empty()) {
+        AddParagraph(failure, kept);
+        messages.Stop(failure);
+    } else if (!kept.empty()) {
+        messages.Inform(kept);
+    }
 }
 
 Result<> TemplatePackManager::DeleteKeys(const std::vector<std::string>& names)
@@ -117,14 +118,16 @@ Result<> TemplatePackManager::DeleteKeys(const std::vector<std::string>& names)
     return outcome;
 }
 
-void TemplatePackManager::TellKept(const std::vector<std::string>& kept)
+std::string TemplatePackManager::Named(std::uint16_t text, const std::vector<std::string>& paths) const
 {
-    std::string text = strings.LoadString(str::LeftInPlace) + "\r\n";
-    for (std::size_t i = 0; i < std::min(kept.size(), MostNamed); ++i)
-        text += "\r\n" + kept[i];
-    if (kept.size() > MostNamed)
-        text += "\r\n" + strings.LoadString(str::AndMore);
-    messages.Inform(text);
+    if (paths.empty())
+        return {};
+    std::string named = strings.LoadString(text) + "\r\n";
+    for (std::size_t i = 0; i < std::min(paths.size(), MostNamed); ++i)
+        named += "\r\n" + paths[i];
+    if (paths.size() > MostNamed)
+        named += "\r\n" + strings.LoadString(str::AndMore);
+    return named;
 }
 
 } // namespace packs

@@ -8,6 +8,7 @@
 #include "platform/Registry.h"
 #include "ui/Toolkit.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -29,8 +30,8 @@ public:
     std::vector<SolutionPack> GetTemplatePacks();
 
     /// Deletes the packs: their folders, then their keys. `releaseLibrary` is called before folders are removed and
-    /// `libraryChanged` after it. Either a failure or what was left in place is told at the end. A pack of which a
-    /// folder could not be removed keeps its key, so that it can be deleted again.
+    /// `libraryChanged` after it. What could not be removed, and what is somebody else's and was left in place, is told
+    /// at the end; the keys go all the same.
     void Delete(const std::vector<std::string>& names, const std::function<void()>& releaseLibrary,
                 const std::function<void()>& libraryChanged);
 
@@ -48,7 +49,8 @@ private:
     /// Values that are not there are empty; an error when that is not known.
     platform::Result<SolutionPack> Read(const std::string& name) const;
     platform::Result<> DeleteKeys(const std::vector<std::string>& names);
-    void TellKept(const std::vector<std::string>& kept);
+    /// The text with the paths below it; "" when there are none.
+    std::string Named(std::uint16_t text, const std::vector<std::string>& paths) const;
 };
 
 } // namespace packs

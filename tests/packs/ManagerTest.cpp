@@ -222,24 +222,21 @@ TEST_F(PacksTest, DeleteAllRemovesSharedFoldersWithTheLastPack)
     EXPECT_TRUE(system.files.Exists(InLibrary("Letters\\Memo.swt")));
 }
 
-TEST_F(PacksTest, APackWhoseFilesAreInUseStaysToBeDeletedAgain)
+TEST_F(PacksTest, APackWhoseFilesAreInUseGoesAndTheyAreNamed)
 {
-    AddTemplates({"Garden\\List.swt", "Garden\\Open.swt", "Other\\A.swt"});
+    AddTemplates({"Garden\\List.swt", "Garden\\Open.swt", "Garden\\Previews\\Open.jpg", "Garden\\mine.txt"});
     PutPack({"Garden", "Garden"});
-    PutPack({"Other", "Other"});
     system.files.SetHeldOpen(InLibrary("Garden\\Open.swt"));
     Start();
     toolkit.ExpectMessage(Text(527), Icon::Question, Answer::Yes);
-    toolkit.ExpectMessage(Text(515) + "\r" + Text(516), Icon::Critical);
+    toolkit.ExpectMessage(Text(740) + "\r\n\r\nGarden\\Open.swt\r\n\r\n" + Text(643) + "\r\n\r\nGarden\\mine.txt",
+                          Icon::Critical);
     InManager([](auto& form) {
         form.btnDeleteAll.UserClicks();
-        EXPECT_EQ(RowsOf(form), Texts{"Garden|Tessaly 1.0|Templates"});
+        EXPECT_EQ(form.lvPacks.Rows(), 0);
     });
+    EXPECT_EQ(InTheLibrary("Garden"), (Texts{"Garden\\Open.swt", "Garden\\mine.txt"}));
     EXPECT_NE(Main().tvTreeView.Find("Garden"), nullptr);
-    EXPECT_EQ(Main().tvTreeView.Find("Other"), nullptr);
-    system.files.SetHeldOpen(InLibrary("Garden\\Open.swt"), false);
-    DeleteAll();
-    EXPECT_EQ(Main().tvTreeView.Find("Garden"), nullptr);
 }
 
 TEST_F(PacksTest, APackThatIsGoneAlreadyVanishesFromTheListSilently)
