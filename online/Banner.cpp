@@ -20,8 +20,9 @@ using platform::Result;
 /// What the element "BannerStatus" of a live banner page says.
 constexpr std::string_view LiveStatus = "OK";
 constexpr std::size_t LongestStatus = 16;
-constexpr std::size_t LongestName = 80;                            ///< of the link, characters
-constexpr std::size_t LargestPicture = std::size_t{1024} * 1024;   ///< bytes
+constexpr ui::Size PaneSize{7560, 960};                          ///< a picture of 500 x 60 pixels, and its edge; twips
+constexpr std::size_t LongestName = 80;                          ///< of the link, characters
+constexpr std::size_t LargestPicture = std::size_t{1024} * 1024; ///< bytes
 constexpr std::string_view Makers = "http://www.tessaly.example/"; ///< unless the settings name others
 constexpr std::array<std::string_view, 5> PictureEndings{".gif", ".jpg", ".jpeg", ".png", ".bmp"};
 
@@ -73,6 +74,7 @@ std::string Banner::LinkOr(const std::string& wanted) const
 
 void Banner::LoadBrowserBanner()
 {
+    Stop(); // what the web had before is not asked for any more
     Navigate(LocalPage());
     const std::string address = program.settings.Text("Options", "BannerURLPath");
     if (platform::web_address::IsWebAddress(address))
@@ -180,6 +182,13 @@ void Banner::Navigate(std::string page, std::string name)
         });
 }
 
+void Banner::ResizeHTTPimage()
+{
+    pane.Box = HasPicture() ? PaneSize : ui::Size{};
+    if (Changed)
+        Changed();
+}
+
 void Banner::Show(Shown shown)
 {
     const bool changes = HasPicture() || !shown.picture.empty();
@@ -188,8 +197,8 @@ void Banner::Show(Shown shown)
     pane.SetCaption(name.empty() ? program.Text(str::BannerName) : name);
     pane.SetToolTip(link);
     pane.SetFile(std::move(shown.picture));
-    if (changes && Changed)
-        Changed();
+    if (changes)
+        ResizeHTTPimage();
 }
 
 } // namespace online

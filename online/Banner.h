@@ -52,6 +52,9 @@ private:
     std::string LinkOr(const std::string& wanted) const;
     /// `name`: of the link, where the page gives it none.
     void Navigate(std::string page, std::string name = {});
+    /// Gives the pane the size of a banner's picture, whatever the picture's own: it is scaled into it. No size without
+    /// a picture.
+    void ResizeHTTPimage();
     void Show(Shown shown);
     void FetchWebPicture();
 };

@@ -44,7 +44,7 @@ void UpdateNotification::StartUpdateCheck()
     if (now.asks) {
         hidden = std::make_unique<frmHidden>(program);
         hidden->wbUpdateNotify.DocumentComplete = [this] { ReadReply(); };
-        hidden->UpdateNotification();
+        hidden->Load();
     }
     state.Save(program.settings);
 }
@@ -64,8 +64,8 @@ void UpdateNotification::ReadReply()
     state.NotifyProductPath = platform::text::Trimmed(fields.Value("ProductPath", longestAddress));
     state.NotifyParam1 = platform::text::Trimmed(fields.Value("ParamID1", longestAddress));
 
-    if (state.NotifyParam1 != program.settings.Text("Options", "BannerURLPath") &&
-        platform::web_address::IsWebAddress(state.NotifyParam1)) {
+    // Kept whatever it is: it leads somewhere only when it is a web address, wherever the setting comes from.
+    if (!state.NotifyParam1.empty() && state.NotifyParam1 != program.settings.Text("Options", "BannerURLPath")) {
         (void)program.settings.Save("Options", "BannerURLPath", state.NotifyParam1);
         if (BannerChanged)
             BannerChanged();
@@ -76,7 +76,8 @@ void UpdateNotification::ReadReply()
 
 void UpdateNotification::End()
 {
-    hidden.reset();
+    if (hidden != nullptr)
+        hidden->Close();
     if (message != nullptr)
         message->Close();
 }

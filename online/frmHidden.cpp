@@ -12,10 +12,26 @@ constexpr int SecondsOfADay = 24 * 60 * 60;
 
 } // namespace
 
+frmHidden::frmHidden(app::Program& program)
+    : Form{program.toolkit, "frmHidden", Style::Splash}, wbUpdateNotify{program.platform}, program{program}
+{
+    ComesByItself = true;
+    Closing = [this] {
+        wbUpdateNotify.Stop();
+        tmrUpdateNotify.Drop();
+        return true;
+    };
+}
+
+void frmHidden::Load()
+{
+    Realize();
+    UpdateNotification();
+}
+
 void frmHidden::UpdateNotification()
 {
     requestSent = true;
-    sentAt = SecondsSinceMidnight();
     wbUpdateNotify.Navigate(std::string{HiddenPage::Blank});
     const app::Settings& settings = program.settings;
     const std::string host = settings.Text("Options", "WebHostPath");
@@ -36,8 +52,7 @@ void frmHidden::UpdateNotification()
         address += name + platform::web_address::Encoded(isUnknownOffice ? "0.0" : value);
     }
     wbUpdateNotify.Navigate(std::move(address));
-    if (auto timer = program.platform.timers.Start(std::chrono::seconds{1}, [this] { tmrUpdateNotify_Timer(); }))
-        tmrUpdateNotify = std::move(*timer);
+    TimeLapse(Patience);
 }
 
 int frmHidden::SecondsSinceMidnight() const
@@ -46,14 +61,18 @@ int frmHidden::SecondsSinceMidnight() const
     return (now.hour * 60 + now.minute) * 60 + now.second;
 }
 
-bool frmHidden::TimeLapse(int seconds) const
+void frmHidden::TimeLapse(int seconds)
 {
-    return (SecondsSinceMidnight() - sentAt + SecondsOfADay) % SecondsOfADay >= seconds;
+    waitsSince = SecondsSinceMidnight();
+    waitsFor = seconds;
+    if (auto timer = program.platform.timers.Start(std::chrono::seconds{1}, [this] { tmrUpdateNotify_Timer(); }))
+        tmrUpdateNotify = std::move(*timer);
 }
 
 void frmHidden::tmrUpdateNotify_Timer()
 {
-    if (wbUpdateNotify.Busy() && !TimeLapse(Patience))
+    const int waited = (SecondsSinceMidnight() - waitsSince + SecondsOfADay) % SecondsOfADay;
+    if (wbUpdateNotify.Busy() && waited < waitsFor)
         return;
     wbUpdateNotify.Stop();
     tmrUpdateNotify.Drop();

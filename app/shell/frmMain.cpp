@@ -22,10 +22,9 @@ constexpr int VertSplitterRightMargin = 3000; ///< never closer to the window's 
 constexpr int HorzSplitterMargin = 900;       ///< least height of the tree
 constexpr int LeastPreviewHeight = 2700;      ///< the facts, and a picture that shows something
 constexpr int PaneMargin = 60;
-constexpr int FactsLines = 4;             ///< of a template with a short name: the picture keeps its size
-constexpr double FactsShare = 2.0 / 3;    ///< of the preview, at most: long names in a narrow pane leave a picture
-constexpr ui::Size BannerSize{7560, 960}; ///< a picture of 500 x 60 pixels, and its edge
-constexpr double BannerShare = 0.25;      ///< of the window, at most
+constexpr int FactsLines = 4;          ///< of a template with a short name: the picture keeps its size
+constexpr double FactsShare = 2.0 / 3; ///< of the preview, at most: long names in a narrow pane leave a picture
+constexpr double BannerShare = 0.25;   ///< of the window, at most
 
 } // namespace
 
@@ -79,7 +78,6 @@ frmMain::frmMain(Program& program)
     SetCaption(program.state.ProductCaption);
     Smallest = {MinimumWidth, LeastUsableHeight};
     lblPreview.PlainText = true; // names of files and folders
-    imgBanner.Box = BannerSize;
     lblPreview.LeastLines = FactsLines;
     lvListView.SetView(ui::ListView::View::Details);
     AddCommands();
@@ -555,7 +553,7 @@ int frmMain::WindowWidth() const
 void frmMain::SizeControls()
 {
     Smallest.width = LeastWidth();
-    Smallest.height = LeastUsableHeight + (banner.HasPicture() ? BannerSize.height + PaneMargin : 0);
+    Smallest.height = LeastUsableHeight + (banner.HasPicture() ? imgBanner.Box.height + PaneMargin : 0);
     panes.Place(ClientSize());
 }
 

@@ -187,12 +187,15 @@ TEST_F(UpdateTest, ABetterBannerAddressIsKept)
     for (const auto& [param, kept] :
          {std::pair<std::string, std::string>{"http://new.example/b", "http://new.example/b"},
           {"", "http://new.example/b"},
-          {"file://srv/share/b.htm", "http://new.example/b"},
-          {"javascript:x", "http://new.example/b"}}) {
+          {"file://srv/share/b.htm", "file://srv/share/b.htm"},
+          {"javascript:x", "javascript:x"}}) {
         fields = Field("ParamID1", param);
         StartAnew();
         EXPECT_EQ(Setting("Options", "BannerURLPath"), kept) << param;
     }
+    const auto asked = system.web.Asked().size();
+    StartAnew("1");
+    EXPECT_EQ(system.web.Asked().size(), asked) << "what is no web address is kept, and asked for by nobody";
 }
 
 TEST_F(UpdateTest, WhateverGoesWrongStaysSilentAndEnds)
