@@ -8,15 +8,7 @@
 namespace profiles::str {
 
 // What other parts of the program say as well.
-using app::str::DeleteValueFailed;
-using app::str::EnterFolderName;
-using app::str::EnumerationFailed;
-using app::str::FolderNameCharacters;
-using app::str::FolderNameDevice;
-using app::str::FolderNameEnd;
-using app::str::InvalidNumber;
-using app::str::PathFileAccessError;
-using app::str::SetValueFailed;
+using namespace app::str;
 
 inline constexpr std::uint16_t None = 0, // an unknown number: nothing to say
     StateNotAlphabetical = 107, ImportFolderPrompt = 111, ExportFolderPrompt = 112, ZipWithSpecialCharacters = 131,
