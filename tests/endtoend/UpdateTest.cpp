@@ -27,6 +27,19 @@ protected:
         EXPECT_TRUE(Open());
     }
     static std::wstring Wide(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
+
+    static constexpr wchar_t ProxyKey[] =
+        L"Software\\Microsoft\\Windows\\CurrentVersion\\Internet Settings\\Connections";
+    /// As the system's own dialog stores a proxy for all kinds of addresses.
+    static void SetProxy(const std::string& proxy)
+    {
+        const auto number = [](std::size_t value) { return std::string{static_cast<char>(value), '\0', '\0', '\0'}; };
+        constexpr std::size_t version = 0x46, directOrProxy = 3;
+        const std::string stored = number(version) + number(1) + number(directOrProxy) + number(proxy.size()) + proxy +
+                                   number(0) + number(0) + std::string(32, '\0');
+        RegSetKeyValueW(HKEY_CURRENT_USER, ProxyKey, L"DefaultConnectionSettings", REG_BINARY, stored.data(),
+                        static_cast<DWORD>(stored.size()));
+    }
 };
 
 TEST_F(UpdateServiceTest, ShowsTheOfferBesideTheWindowAndOpensNoProgram)
@@ -89,6 +102,20 @@ TEST_F(UpdateServiceTest, LivesWithAnyServiceAndSaysNothing)
         OpenAsking(host);
         Close();
     }
+    // The user's proxy is used; and when it is dead, nobody gets to the service any more.
+    const BorrowedKey connections{HKEY_CURRENT_USER, ProxyKey};
+    auto before = server.Targets().size();
+    const auto reached = [&] { return server.Targets().size() > before; };
+    SetProxy(server.Address().substr(std::string_view{"http://"}.size()));
+    OpenAsking(L"http://nowhere.invalid/");
+    EXPECT_TRUE(WaitFor(reached));
+    EXPECT_TRUE(server.Targets().back().starts_with("http://nowhere.invalid"));
+    Close();
+    SetProxy("127.0.0.1:1");
+    before = server.Targets().size();
+    OpenAsking(Wide(server.Address()));
+    EXPECT_FALSE(WaitFor(reached, std::chrono::seconds{1}));
+    Close();
     EXPECT_FALSE(SystemDialog());
 }
 
