@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
 # Takes the pictures of the help pages from the program itself, in each language that they speak:
-#   help/make_pictures.sh [en|de ...]
+#   help/make_pictures.sh [en|de|ja ...]
 # They are committed; run it after a change that they show.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . tools/environment.sh
 
 languages=("$@")
-((${#languages[@]})) || languages=(en de)
-need xvfb xdotool imagemagick
+((${#languages[@]})) || languages=(en de ja)
+need xvfb xdotool imagemagick fonts-ipafont-gothic
 choose_flavour
 display_pid=""
 trap 'end_wine; stop_display' EXIT
@@ -25,13 +25,15 @@ picture() {
 
 windows() { xdotool search --onlyvisible --name '.+' 2>/dev/null | sort; }
 
-# dialog NAME KEYS...: the window that the last of these keys opens, from the main window.
+# dialog NAME KEYS...: the window that the last of these keys opens, from the main window; commas stand between the keys
+# of a way through a menu.
 dialog() {
   local name=$1 key before opened=""
   shift
   for key in "$@"; do
     before=$(windows)
-    xdotool key --clearmodifiers "$key"
+    # shellcheck disable=SC2086
+    xdotool key --clearmodifiers --delay 500 ${key//,/ }
     for _ in $(seq 50); do
       opened=$(comm -13 <(echo "$before") <(windows) | tail -n 1)
       [[ -z $opened ]] || break
@@ -69,10 +71,15 @@ for language in "${languages[@]}"; do
   sleep 2
   xdotool key Tab Down # a template, so that the preview shows something
   picture main-window "$main"
+  dialog preview "$([[ $language == de ]] && echo alt+d || echo alt+f),Down,Down,Return"
   dialog profile-editor ctrl+e
   dialog manage-profiles ctrl+m
   dialog import-export ctrl+i
   dialog profile-pictures ctrl+e "$([[ $language == de ]] && echo alt+l || echo alt+s)"
-  xdotool key --clearmodifiers alt+F4
+  xdotool key --clearmodifiers ctrl+f
+  xdotool type --delay 200 invoice
+  sleep 2
+  picture find "$main"
+  xdotool key --clearmodifiers --delay 500 Escape Escape alt+F4
   wineserver -w
 done
