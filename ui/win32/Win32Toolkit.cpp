@@ -204,13 +204,27 @@ void Win32Toolkit::Quit()
 
 bool Win32Toolkit::Step()
 {
-    // One at a time: a task may close the form that a modal loop runs for, which must look before it waits.
-    if (RunTask())
+    static const HWND threadMessages = reinterpret_cast<HWND>(-1); // those of no window (PeekMessage)
+    // One at a time: a task may close the form that a modal loop runs for, which must look before it waits. By turns
+    // with the messages: jobs that bring one result after the other must not keep keys and painting waiting.
+    taskRanLast = !taskRanLast && RunTask();
+    if (taskRanLast)
         return true;
     // Messages that are sent, not posted, are handled inside the wait and may have closed a form in the last one.
     Sweep();
     MSG message{};
-    if (GetMessageW(&message, nullptr, 0, 0) <= 0) {
+    bool ends = false;
+    if (HasTask()) {
+        // What woke the loop for the tasks would stand before painting.
+        while (message.message != WM_QUIT && PeekMessageW(&message, threadMessages, WM_NULL, WM_NULL, PM_REMOVE)) {
+        }
+        if (message.message != WM_QUIT && !PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            return true;
+        ends = message.message == WM_QUIT;
+    } else {
+        ends = GetMessageW(&message, nullptr, 0, 0) <= 0;
+    }
+    if (ends) {
         // The loops around this one must end as well.
         if (level > 0)
             PostQuitMessage(static_cast<int>(message.wParam));
@@ -269,12 +283,23 @@ void Win32Toolkit::Post(std::function<void()> task)
     PostThreadMessageW(thread, WM_NULL, 0, 0);
 }
 
+std::deque<Win32Toolkit::Task>::iterator Win32Toolkit::NextTask()
+{
+    return std::ranges::find_if(tasks, [&](const Task& task) { return task.level >= level; });
+}
+
+bool Win32Toolkit::HasTask()
+{
+    const std::lock_guard lock{taskMutex};
+    return NextTask() != tasks.end();
+}
+
 bool Win32Toolkit::RunTask()
 {
     std::function<void()> run;
     {
         const std::lock_guard lock{taskMutex};
-        const auto next = std::ranges::find_if(tasks, [&](const Task& task) { return task.level >= level; });
+        const auto next = NextTask();
         if (next == tasks.end())
             return false;
         run = std::move(next->run);

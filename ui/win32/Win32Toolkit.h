@@ -99,6 +99,7 @@ private:
     std::mutex taskMutex;
     std::deque<Task> tasks;
     int level{};
+    bool taskRanLast{};
     int nativeModals{};
     bool busy{};
     bool ownsCom{};
@@ -107,6 +108,9 @@ private:
     /// Runs what was posted, or waits for a message and handles it. False when the program is to end.
     bool Step();
     void Dispatch(MSG& message);
+    /// The first that may run now. The lock is held.
+    std::deque<Task>::iterator NextTask();
+    bool HasTask();
     bool RunTask();
     void Sweep();
     /// The window of ours that the user works in; null when none is visible.

@@ -112,6 +112,24 @@ TEST_F(ToolkitTest, OtherProgramsAreOfferedTheFileAndItsNameToCopy)
     EXPECT_EQ(count, 3);
 }
 
+TEST_F(ToolkitTest, TasksWithoutEndLeaveMessagesTheirTurn)
+{
+    bool ended = false;
+    int tasks = 0;
+    std::function<void()> again = [&] {
+        if (!ended && ++tasks < 10'000)
+            toolkit.Post(again);
+    };
+    toolkit.Post(again);
+    acts.Add([&] {
+        ended = true;
+        toolkit.Quit();
+        return true;
+    });
+    toolkit.Run();
+    EXPECT_LT(tasks, 100);
+}
+
 TEST_F(ToolkitTest, CancellingTheFolderDialogGivesNothingAndKeepsTheCurrentFolder)
 {
     const auto before = std::filesystem::current_path();
