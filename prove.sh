@@ -1,0 +1,65 @@
+#!/usr/bin/env bash
+# What is too long for every run of the tests, and prints one table:
+#   ./prove.sh [MINUTES]     for about so long (default: 30)
+# Each call of the system failing in turn, allocations failing in turn, a user at random, and every fuzz target. Half of
+# the time goes to the user, half to the fuzz targets.
+set -euo pipefail
+cd "$(dirname "$0")"
+. tools/environment.sh
+
+minutes=${1:-30}
+[[ $minutes =~ ^[1-9][0-9]*$ ]] || { say "usage: ./prove.sh [MINUTES]"; exit 2; }
+need cmake make g++ ccache libgtest-dev googletest zlib1g-dev clang-19 libclang-rt-19-dev
+build native
+export ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1 UBSAN_OPTIONS=print_stacktrace=1
+logs=build/prove
+mkdir -p "$logs"
+failed=0
+
+# row WHAT RESULT: one line of the table.
+row() { printf '| %-22s | %s |\n' "$1" "$2"; }
+
+# tests NAME FILTER: GoogleTest programs of that name.
+tests() {
+  local start=$SECONDS log=$logs/$1.log
+  if "build/native/tests/$1/$1_tests" --gtest_filter="$2" >"$log" 2>&1; then
+    row "$1" "$(sed -nE 's/^\[  PASSED  \] ([0-9]+) tests?\./\1 passed/p' "$log"), $((SECONDS - start)) s"
+  else
+    failed=1
+    row "$1" "FAILED, see $log"
+  fi
+}
+
+row what result
+row --- ---
+for name in app library profiles packs; do
+  tests "$name" '*Fault*:*OutOfMemory*'
+done
+
+# Lives of 250 acts each, by other seeds in every round, until the time is over.
+seed=$((RANDOM * 1000))
+acts=0
+end=$((SECONDS + minutes * 30))
+while ((SECONDS < end)); do
+  log=$logs/user-$seed.log
+  if ! TS_SEED=$seed TS_LIVES=500 build/native/tests/app/app_tests --gtest_filter='RandomUser*' >"$log" 2>&1; then
+    failed=1
+    row "user at random" "FAILED, see $log"
+    break
+  fi
+  acts=$((acts + $(sed -n 's/ acts in .*//p' "$log")))
+  rm "$log"
+  seed=$((seed + 500))
+done
+row "user at random" "$acts acts"
+
+mapfile -t targets < <(sed -n 's/^fuzz_target(\([A-Za-z]*\) .*/\1/p' fuzz/CMakeLists.txt)
+for target in "${targets[@]}"; do
+  if result=$(fuzz/run.sh $((minutes * 30 / ${#targets[@]} + 1)) "$target"); then
+    row "$target" "${result#*: }"
+  else
+    failed=1
+    row "$target" "FAILED, see build/fuzz/$target.log"
+  fi
+done
+exit $failed
