@@ -3,7 +3,7 @@
 #   ./run.sh                    in a window; without a display, leaves a picture in build/screenshot.png instead
 #   ./run.sh --screenshot FILE  opens it unseen, saves a picture (PNG), closes it again
 #   ./run.sh --dpi 144 ...      at another screen resolution (96 is 100 %)
-#   ./run.sh --language de ...  in German; ja: in Japanese (boxes, unless Wine's fonts have its letters)
+#   ./run.sh --language de ...  in German; ja: in Japanese
 #   ./run.sh --with-pack ...    with the sample solution pack installed
 set -euo pipefail
 cd "$(dirname "$0")"
@@ -33,6 +33,7 @@ need cmake make ccache mingw-w64-tools libwine-dev nsis cmark-gfm python3 imagem
 choose_flavour
 need "$(compiler_packages "$flavour")"
 
+[[ $language != ja ]] || need fonts-ipafont-gothic
 build "$flavour" setup SampleViewer
 installer=$PWD/build/$flavour/TSBrowser-Setup.exe
 
@@ -61,6 +62,14 @@ if [[ -n $with_pack ]]; then
   wine build/GardenPack.exe /S
 fi
 wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$dpi" /f >/dev/null
+# Wine's own fonts have no Japanese letters.
+for font in Tahoma 'MS Shell Dlg' 'MS UI Gothic'; do
+  if [[ $language == ja ]]; then
+    wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$font" /d IPAPGothic /f >/dev/null
+  else
+    wine reg delete 'HKCU\Software\Wine\Fonts\Replacements' /v "$font" /f >/dev/null 2>&1 || true
+  fi
+done
 wineserver -w # the next start reads it
 
 if [[ -z $screenshot ]]; then

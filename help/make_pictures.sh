@@ -8,7 +8,7 @@ cd "$(dirname "$0")/.."
 
 languages=("$@")
 ((${#languages[@]})) || languages=(en de ja)
-need xvfb xdotool imagemagick fonts-ipafont-gothic
+need xvfb xdotool imagemagick
 choose_flavour
 display_pid=""
 trap 'end_wine; stop_display' EXIT
@@ -19,7 +19,8 @@ set_text() { wine reg add "$1" /v "$2" /d "$3" /f >/dev/null; }
 
 # picture NAME WINDOW: few colours, so that the help stays small.
 picture() {
-  sleep 1 # the last drawing
+  xdotool mousemove --window "$2" 3 3 # where no tool tip comes
+  sleep 1                             # the last drawing
   import -window "$2" png:- | convert png:- -strip -colors 200 "png8:$folder/$1.png"
 }
 
@@ -47,9 +48,14 @@ dialog() {
   done
 }
 
+# The setup is built before a new language has pictures of its own.
+for language in "${languages[@]}"; do
+  mkdir -p "help/pictures/$language"
+  cp -n help/pictures/en/*.png "help/pictures/$language/" 2>/dev/null || true
+done
+
 for language in "${languages[@]}"; do
   folder=$PWD/help/pictures/$language
-  mkdir -p "$folder"
   end_wine
   ./run.sh --screenshot build/help.png --language "$language"
   [[ -n $display_pid ]] || start_display
