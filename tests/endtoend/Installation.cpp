@@ -75,9 +75,10 @@ fs::path Installation::PutRecorder(const fs::path& file)
 std::wstring Installation::Recorded(const fs::path& recorder)
 {
     const fs::path record = recorder.wstring() + L".line";
-    if (!WaitFor([&] { return fs::exists(record); }))
+    std::string bytes;
+    // When it is there, whoever renamed it may still have it open.
+    if (!WaitFor([&] { return !(bytes = ReadFile(record)).empty(); }))
         return L"(nothing was started)";
-    const std::string bytes = ReadFile(record);
     fs::remove(record);
     return {reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / sizeof(wchar_t)};
 }
