@@ -1,6 +1,6 @@
 #include "ui/win32/Dpi.h"
 
-#include "ui/win32/SystemLibrary.h"
+#include "platform/win32/SystemLibrary.h"
 
 #include <algorithm>
 
@@ -53,7 +53,9 @@ int DpiOf(HWND window)
 int DpiOf(HMONITOR monitor)
 {
     using ForMonitor = HRESULT(WINAPI*)(HMONITOR, int, UINT*, UINT*);
-    static const auto forMonitor = FromSystemLibrary<ForMonitor>(L"shcore.dll", "GetDpiForMonitor");
+    static const platform::win32::ModuleHandle library = platform::win32::LoadSystemLibrary(L"shcore.dll");
+    ForMonitor forMonitor = nullptr;
+    platform::win32::Look(library, "GetDpiForMonitor", forMonitor);
     constexpr int effective = 0; // MDT_EFFECTIVE_DPI
     UINT x = 0;
     UINT y = 0;

@@ -1,6 +1,6 @@
 #include "ui/win32/Theme.h"
 
-#include "ui/win32/SystemLibrary.h"
+#include "platform/win32/SystemLibrary.h"
 
 namespace ui::win32 {
 namespace {
@@ -8,7 +8,10 @@ namespace {
 template <class Function>
 Function ThemeFunction(const char* name)
 {
-    return FromSystemLibrary<Function>(L"uxtheme.dll", name);
+    static const platform::win32::ModuleHandle library = platform::win32::LoadSystemLibrary(L"uxtheme.dll");
+    Function function = nullptr;
+    platform::win32::Look(library, name, function);
+    return function;
 }
 
 } // namespace
