@@ -21,11 +21,16 @@ cd "$root"
     { tail -n 40 build/fuzz/build.log >&2; exit 2; }
 work=$root/build/fuzz
 
-# How long a target runs; one that starts a whole browser takes some milliseconds an input.
+# How long a target runs, and the bytes of its longest input: one that starts a whole browser takes some milliseconds an
+# input, and a whole document has some length.
 limit() {
     case $seconds/$1 in
     --quick/SettingsFuzz | --quick/LibraryFuzz) echo -runs=1000 -seed=1 -max_len=512 ;;
+    --quick/RtfFuzz | --quick/ArchiveFuzz | --quick/OfficeFuzz | --quick/OpenXmlFuzz | --quick/CompoundFuzz | \
+        --quick/PropertySetFuzz | --quick/PdfFuzz) echo -runs=10000 -seed=1 -max_len=16384 ;;
     --quick/*) echo -runs=50000 -seed=1 -max_len=1024 ;;
+    */ArchiveFuzz | */CompoundFuzz | */PdfFuzz) echo -max_total_time="$seconds" -max_len=65536 ;;
+    */RtfFuzz | */OfficeFuzz | */OpenXmlFuzz | */PropertySetFuzz) echo -max_total_time="$seconds" -max_len=16384 ;;
     *) echo -max_total_time="$seconds" -max_len=4096 ;;
     esac
 }

@@ -28,7 +28,7 @@ app/shell           platform pictures ui app/base library browser packs profiles
 automation          platform platform/win32 ui ui/win32 app/shell system
 
 bench               product system
-fuzz                product fuzzer zlib
+fuzz                product fuzzer zlib system
 samples/hosts        system
 tools/viewer        product
 tests/support        product gtest
