@@ -46,16 +46,43 @@ void ListPane::ShowAt(std::shared_ptr<RowSource> shown, std::string path)
 
 void ListPane::TakeSource(std::shared_ptr<RowSource> shown)
 {
-    const bool wasRanked = source && source->IsRanked();
-    const bool isRanked = shown && shown->IsRanked();
-    if (isRanked && !wasRanked)
-        folderSort = {templates.SortColumn(), templates.SortAscending()};
-    if (isRanked != wasRanked) {
-        const Sort sort = isRanked ? Sort{} : folderSort;
-        templates.SortBy(sort.column, sort.ascending);
-        list.SetSort(sort.column, sort.ascending);
-    }
+    const bool wasRanked = IsRanked();
+    arrangements = GetArrangements();
     source = std::move(shown);
+    if (IsRanked() != wasRanked)
+        Arrange(arrangements.at(IsRanked() ? 1 : 0));
+}
+
+bool ListPane::IsRanked() const
+{
+    return source && source->IsRanked();
+}
+
+ListPane::Arrangements ListPane::GetArrangements() const
+{
+    Arrangements all = arrangements;
+    Arrangement& now = all.at(IsRanked() ? 1 : 0);
+    now.folderWidth = list.Columns()[TemplateList::FolderColumn].width;
+    if (!IsRanked()) { // what is found next comes in its own order again
+        now.sortColumn = templates.SortColumn();
+        now.sortAscending = templates.SortAscending();
+    }
+    return all;
+}
+
+void ListPane::RestoreArrangements(const Arrangements& kept)
+{
+    arrangements = kept;
+    Arrange(kept.front());
+}
+
+void ListPane::Arrange(const Arrangement& arrangement)
+{
+    templates.SortBy(arrangement.sortColumn, arrangement.sortAscending);
+    list.SetSort(arrangement.sortColumn, arrangement.sortAscending);
+    auto columns = list.Columns();
+    columns[TemplateList::FolderColumn].width = arrangement.folderWidth;
+    list.SetColumns(std::move(columns));
 }
 
 void ListPane::Refill()
@@ -197,12 +224,6 @@ void ListPane::RestoreViews(View plain, bool thumbnails)
 {
     plainView = plain;
     list.SetView(thumbnails ? View::Thumbnails : plain);
-}
-
-void ListPane::RestoreSort(int column, bool ascending)
-{
-    templates.SortBy(column, ascending);
-    list.SetSort(column, ascending);
 }
 
 void ListPane::SortBy(int column)

@@ -9,6 +9,7 @@
 #include "ui/StatusBar.h"
 #include "ui/Toolkit.h"
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -53,7 +54,17 @@ public:
     View PlainView() const { return plainView; }
     /// Both as they were left; for a list that shows nothing yet.
     void RestoreViews(View plain, bool thumbnails);
-    void RestoreSort(int column, bool ascending);
+    /// How the rows are sorted, and how wide the column of their folders is, twips; 0: not shown.
+    struct Arrangement {
+        int sortColumn{-1};
+        bool sortAscending{true};
+        int folderWidth{};
+    };
+    /// One for folders, and one for what was found: that comes in its own order, and names whole paths.
+    using Arrangements = std::array<Arrangement, 2>;
+    Arrangements GetArrangements() const;
+    /// For a list that shows nothing yet.
+    void RestoreArrangements(const Arrangements& kept);
 
     /// Null when no row is selected.
     const TemplateRow* Selected() const;
@@ -87,10 +98,7 @@ private:
     std::string note;                      ///< shown in place of what is said of the selected row
     std::optional<TemplateRows> refreshed; ///< those read so far by a refresh
     std::optional<RowSink::WithoutPicture> withoutPicture;
-    struct Sort {
-        int column{-1};
-        bool ascending{true};
-    } folderSort;       ///< of the folders, while something ranked is shown
+    Arrangements arrangements;
     unsigned request{}; ///< number of the latest
     unsigned served{};  ///< number of the one that is being read, or was last
     bool filling{};
@@ -101,6 +109,8 @@ private:
     void Forget();
     void Read();
     void TakeSource(std::shared_ptr<RowSource> shown);
+    bool IsRanked() const;
+    void Arrange(const Arrangement& arrangement);
     void Fill();
     void ShowRefreshed();
     std::string EmptyText(const std::string& tab) const;

@@ -30,8 +30,9 @@ const Row rows[] = {
     {"MainHeight", &WindowValues::height, 7200, 1000, Limit, true}, // less is hardly a title bar
     {"VertSplitterLeft", &WindowValues::vertSplitterLeft, 1965, 0, Limit},
     {"ListViewType", &WindowValues::listView, 0, 0, 3},
-    {"ListViewFileColumnSize", &WindowValues::nameColumn, 3300, 300, 30'000},
-    {"ListViewFolderColumnSize", &WindowValues::folderColumn, 1950, 0, 30'000}, // these three can be hidden
+    {"ListViewFileColumnSize", &WindowValues::nameColumn, 3000, 300, 30'000},
+    {"ListViewFolderColumnSize", &WindowValues::folderColumn, 2550, 0, 30'000}, // these can be hidden
+    {"ListViewFoundFolderColumnSize", &WindowValues::foundFolderColumn, 5100, 0, 30'000},
     {"ListViewFileSizeColumnSize", &WindowValues::sizeColumn, 900, 0, 30'000},
     {"ListViewFileModifiedColumnSize", &WindowValues::modifiedColumn, 2100, 0, 30'000},
     {"ListViewSortColumn", &WindowValues::sortColumn, -1, -1, 3},

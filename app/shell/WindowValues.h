@@ -12,7 +12,8 @@ struct WindowValues {
     int vertSplitterLeft{};
     int listView{}; ///< the last one that was not the thumbnails
     int nameColumn{}, folderColumn{}, sizeColumn{}, modifiedColumn{};
-    int sortColumn{-1}; ///< -1: in the order in which the folder has them
+    int foundFolderColumn{}; ///< while the list shows what was found
+    int sortColumn{-1};      ///< -1: in the order in which the folder has them
     bool sortsDescending{};
     bool thumbnailViewOn{};
     bool folderListOn{};

@@ -155,7 +155,8 @@ void frmMain::PreviousRunSettings()
     for (std::size_t i = 0; i < columns.size(); ++i)
         columns[i].width = values.*WindowValues::Columns[i];
     lvListView.SetColumns(std::move(columns));
-    list.RestoreSort(values.sortColumn, !values.sortsDescending);
+    list.RestoreArrangements({{{values.sortColumn, !values.sortsDescending, values.folderColumn},
+                               {.folderWidth = values.foundFolderColumn}}});
     templateLibrary.Tree().OpenBranches(program.settings.Text("Browser", OpenBranchesSetting));
     tabs.Restore();
     if (!program.settings.Text("Browser", WithoutPictureSetting).empty())
@@ -592,8 +593,11 @@ void frmMain::SaveState()
     values.thumbnailViewOn = list.ShowsThumbnails();
     for (std::size_t i = 0; i < std::size(WindowValues::Columns); ++i)
         values.*WindowValues::Columns[i] = lvListView.Columns()[i].width;
-    values.sortColumn = lvListView.SortColumn();
-    values.sortsDescending = !lvListView.SortAscending();
+    const auto [folders, found] = list.GetArrangements();
+    values.folderColumn = folders.folderWidth;
+    values.foundFolderColumn = found.folderWidth;
+    values.sortColumn = folders.sortColumn;
+    values.sortsDescending = !folders.sortAscending;
     (void)program.settings.Save("Browser", OpenBranchesSetting, templateLibrary.Tree().OpenBranches());
     const bool saved = SaveWindowValues(values, program.settings);
     templateLibrary.RememberSelection();

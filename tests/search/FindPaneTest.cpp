@@ -234,9 +234,18 @@ TEST_F(FindPaneTest, ResultsSortShowAsThumbnailsAndKeepTheOrderOfFolders)
     EXPECT_EQ(rows.ThumbnailOf(rows.Find(InLibrary("Letters\\Memo.swt"))).picture,
               InLibrary("Letters\\Previews\\Memo.jpg"));
     Main().Commands().Run("mnuViewDetails");
+    const auto folderWidth = [&] { return list.Columns()[browser::TemplateList::FolderColumn].width; };
+    list.UserSizesColumn(browser::TemplateList::FolderColumn, 6000);
     Press(KeyCode::Escape);
     EXPECT_EQ(list.SortColumn(), browser::TemplateList::NameColumn);
     EXPECT_EQ(Shown().front(), "Budget");
+    EXPECT_LT(folderWidth(), 6000);
+    Type("m");
+    EXPECT_EQ(folderWidth(), 6000);
+    End();
+    EXPECT_EQ(Setting("Browser", "ListViewSortColumn"), "0");
+    EXPECT_EQ(Setting("Browser", "ListViewFoundFolderColumnSize"), "6000");
+    EXPECT_LT(Setting("Browser", "ListViewFolderColumnSize"), "6000");
 }
 
 } // namespace
