@@ -14,7 +14,7 @@ using ui::KeyCode;
 
 // All lengths in twips.
 constexpr int LeastText = 1500;
-constexpr int LeastCombo = 1800;
+constexpr int LeastCombo = 2550;
 
 /// A label's text as a line of a list.
 std::string Plain(std::string label)
@@ -387,15 +387,16 @@ void FindPane::ShowFindings()
     controls.lblResult.SetCaption(std::move(text));
     const auto offer = [&](ui::Button& button, std::uint16_t caption, std::size_t count) {
         const bool isOffered = rows && shown == 0 && count > 0;
+        const bool wasOffered = button.Visible();
         if (isOffered)
             button.SetCaption(program.Text(caption) + " (" + std::to_string(count) + ")");
-        if (button.Visible() != isOffered) {
-            button.SetVisible(isOffered);
-            Resized();
-        }
+        button.SetVisible(isOffered);
+        return isOffered || wasOffered;
     };
-    offer(controls.cmdOtherTypes, app::str::SearchOtherTypes, otherTypes);
-    offer(controls.cmdAllCategories, app::str::SearchAll, elsewhere);
+    const bool areTypes = offer(controls.cmdOtherTypes, app::str::SearchOtherTypes, otherTypes);
+    const bool areCategories = offer(controls.cmdAllCategories, app::str::SearchAll, elsewhere);
+    if (areTypes || areCategories)
+        Resized(); // beside them the text may take a second line
 }
 
 void FindPane::ShowAllTypes()

@@ -9,6 +9,7 @@ class Label final : public Control {
 public:
     explicit Label(Form& form, ui::Tag tag = {}) : Control{form, tag} {}
     std::string_view TypeName() const override { return "Label"; }
+    bool HasLineHeight() const override { return true; }
     /// Larger, for the one heading of a window.
     bool Heading{};
     /// Names as they are: "&" is no mnemonic, and a name without blanks wraps as well. Set before the window is there.

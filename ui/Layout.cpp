@@ -89,7 +89,7 @@ void PlaceInRow(const Cell& cell, const Rect& area)
 {
     int height = area.height;
     if (cell.kind == Cell::Kind::Leaf && (!cell.fill || cell.control->HasLineHeight()))
-        height = std::min(Measure(cell, 0).height, height);
+        height = std::min(Measure(cell, area.width).height, height);
     Place(cell, {area.left, area.top + (area.height - height) / 2, area.width, height});
 }
 
