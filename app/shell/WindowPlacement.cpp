@@ -40,6 +40,11 @@ ui::Rect On(const ui::WorkArea& area, const ui::Rect& window)
     return {window.left, window.top, Scaled(window.width, area.scale), Scaled(window.height, area.scale)};
 }
 
+auto ReachableIn(const ui::Rect& window, const std::vector<ui::WorkArea>& areas)
+{
+    return std::ranges::find_if(areas, [&](const ui::WorkArea& a) { return CanBeReached(On(a, window), a); });
+}
+
 /// Squared distance between the middles.
 double Distance(const ui::Rect& a, const ui::Rect& b)
 {
@@ -52,12 +57,17 @@ double Distance(const ui::Rect& a, const ui::Rect& b)
 
 ui::Rect PlacementWithin(const ui::Rect& stored, const std::vector<ui::WorkArea>& workAreas)
 {
-    if (workAreas.empty())
-        return stored;
-    const auto reachable =
-        std::ranges::find_if(workAreas, [&](const ui::WorkArea& a) { return CanBeReached(On(a, stored), a); });
+    const auto reachable = ReachableIn(stored, workAreas);
     if (reachable != workAreas.end() && FitsOnAll(On(*reachable, stored), workAreas))
         return stored;
+    return WholeWithin(stored, workAreas);
+}
+
+ui::Rect WholeWithin(const ui::Rect& stored, const std::vector<ui::WorkArea>& workAreas)
+{
+    if (workAreas.empty())
+        return stored;
+    const auto reachable = ReachableIn(stored, workAreas);
     const ui::WorkArea& area = reachable != workAreas.end()
                                    ? *reachable
                                    : *std::ranges::min_element(workAreas, {}, [&](const ui::WorkArea& a) {

@@ -11,4 +11,7 @@ namespace app {
 /// twips of the desktop, its size in those of the monitor that it is on.
 ui::Rect PlacementWithin(const ui::Rect& stored, const std::vector<ui::WorkArea>& workAreas);
 
+/// The same for a window that is to be seen whole: always moved and shrunk into one work area.
+ui::Rect WholeWithin(const ui::Rect& stored, const std::vector<ui::WorkArea>& workAreas);
+
 } // namespace app

@@ -5,10 +5,8 @@
 #include "app/shell/WindowPlacement.h"
 #include "browser/FrmPreview.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <utility>
-#include <vector>
 
 namespace app {
 namespace {
@@ -26,16 +24,7 @@ constexpr PlaceValue previewPlace[] = {
     {"PreviewWindowWidth", &ui::Rect::width, browser::FrmPreview::LeastSize.width},
     {"PreviewWindowHeight", &ui::Rect::height, browser::FrmPreview::LeastSize.height}};
 
-/// Large, and whole on a screen that has less room than that.
-ui::Rect FirstPreviewPlace(const std::vector<ui::WorkArea>& workAreas)
-{
-    ui::Rect place{1500, 1200, 11'000, 9000};
-    if (!workAreas.empty()) {
-        place.width = std::min(place.width, workAreas.front().Right() - place.left);
-        place.height = std::min(place.height, workAreas.front().Bottom() - place.top);
-    }
-    return place;
-}
+constexpr ui::Rect FirstPreviewPlace{1500, 1200, 11'000, 9000};
 
 } // namespace
 
@@ -79,13 +68,12 @@ void frmMain::mnuFilePreview_Click()
                              {.createDocument = [this](const std::string& path) { opener.CreateDocument(path); },
                               .createTemplate = [this](const std::string& path) { opener.Open(path); },
                               .copy = [this](const std::string& path) { Copy(path); }}};
-    const auto workAreas = program.toolkit.WorkAreas();
-    ui::Rect place = FirstPreviewPlace(workAreas);
+    ui::Rect place = FirstPreviewPlace;
     for (const PlaceValue& value : previewPlace)
         place.*value.member = program.settings.Number("Browser", value.key, place.*value.member, value.low, Limit);
     form.Realize(); // its own size first, which the remembered one then takes the place of
     form.SetIconFile(IconFile());
-    form.SetPlacement(PlacementWithin(place, workAreas));
+    form.SetPlacement(WholeWithin(place, program.toolkit.WorkAreas()));
     form.ShowModal();
     for (const PlaceValue& value : previewPlace)
         (void)program.settings.SaveNumber("Browser", value.key, form.Placement().*value.member);

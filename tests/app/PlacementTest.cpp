@@ -25,6 +25,7 @@ TEST(PlacementTest, KeepsWhatCanBeReachedAndBringsBackTheRest)
                 {"below the screen", {1000, 14900, 9000, 7000}, {1000, 8000, 9000, 7000}}};
     for (const auto& row : rows)
         EXPECT_EQ(app::PlacementWithin(row.stored, areas), row.expected) << row.name;
+    EXPECT_EQ(app::WholeWithin({17000, 9000, 9000, 7000}, areas), (Rect{10200, 8000, 9000, 7000}));
     // The second one has twice the dots in the same space.
     const std::vector<ui::WorkArea> mixed{{{0, 0, 19200, 15000}}, {{19200, 0, 19200, 15000}, 2}};
     EXPECT_EQ(app::PlacementWithin({20000, 500, 9000, 7000}, mixed), (Rect{20000, 500, 9000, 7000}));
