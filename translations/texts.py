@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """The program's texts in other languages.
 
-    texts.py --rc FILE     a translation as the string table of a resource script
+    texts.py --rc FILE     a translation as the string table of a resource script, with the product's version
     texts.py --check       every translation against the program's own texts; names each row that is wrong
 
 A translation is a file like app/base/strings.txt, without the rows of KEPT: those are names that the program looks
@@ -58,7 +58,9 @@ def resource_script(texts):
     """Backslashes and quotes as the resource compiler reads them, and no L before a text: it would be taken byte by byte."""
     quoted = {key: text.replace("\\", "\\\\").replace('"', '""') for key, text in texts.items()}
     lines = [f'    {key} "{text}"' for key, text in sorted(quoted.items())]
-    return "\n".join(["#pragma code_page(65001)", "LANGUAGE 0, 0", "STRINGTABLE", "BEGIN", *lines, "END", ""])
+    version = ['#define TS_NAME "TS_RES"', '#define TS_FILE "TS_RES.dll"', "#define TS_TYPE VFT_DLL",
+               '#include "automation/Version.rc"']
+    return "\n".join(["#pragma code_page(65001)", *version, "LANGUAGE 0, 0", "STRINGTABLE", "BEGIN", *lines, "END", ""])
 
 
 def mnemonics(text):
