@@ -19,7 +19,8 @@ namespace {
 /// What one file says, its texts one behind the other: a library has many files, and most leave most texts empty.
 class PackedFacts {
 public:
-    explicit PackedFacts(const documents::Facts& facts) : created{facts.created}, saved{facts.saved}, pages{facts.pages}
+    explicit PackedFacts(const documents::Facts& facts)
+        : created{Packed(facts.created)}, saved{Packed(facts.saved)}, pages{facts.pages}
     {
         std::size_t length = 0;
         for (const auto text : Texts)
@@ -40,8 +41,8 @@ public:
             facts.*text = texts.substr(start, *end - start);
             start = *end++;
         }
-        facts.created = created;
-        facts.saved = saved;
+        facts.created = Unpacked(created);
+        facts.saved = Unpacked(saved);
         facts.pages = pages;
         return facts;
     }
@@ -54,8 +55,19 @@ private:
 
     std::string texts;
     std::array<std::uint16_t, Texts.size()> ends{}; ///< of each in `texts`
-    std::optional<documents::Date> created, saved;
+    std::int64_t created, saved;
     int pages;
+
+    /// In the last bit whether it is local; the steps since 1601 leave one free at the other end.
+    static constexpr std::int64_t NoDate = -1;
+    static std::int64_t Packed(const std::optional<documents::Date>& date)
+    {
+        return date ? date->time * 2 + (date->isLocal ? 1 : 0) : NoDate;
+    }
+    static std::optional<documents::Date> Unpacked(std::int64_t packed)
+    {
+        return packed == NoDate ? std::nullopt : std::optional{documents::Date{packed / 2, packed % 2 != 0}};
+    }
 };
 
 } // namespace

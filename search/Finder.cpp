@@ -113,6 +113,8 @@ void Finder::ReadFolders()
             if (read) // what could not be read is not found
                 Take(*read);
             foldersRead = end;
+            if (foldersRead == folders.size())
+                index->EndAdding();
             Begin();
             if (Changed)
                 Changed();

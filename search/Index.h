@@ -38,6 +38,8 @@ public:
     std::uint32_t AddFolder(std::string category, std::string disk);
     /// A template by its listing.
     void Add(std::uint32_t folder, std::size_t type, const platform::FileEntry& listed);
+    /// All are added: gives back the memory that was kept for more.
+    void EndAdding() { entries.shrink_to_fit(); }
     void SetSays(std::uint32_t entry, const documents::Facts& facts);
 
     const std::vector<Folder>& Folders() const { return folders; }
