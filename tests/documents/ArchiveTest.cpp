@@ -108,19 +108,16 @@ TEST(ArchiveTest, ReadsBooks)
                      .created = Date{At(1, 0, 0), true}}));
 }
 
-TEST(ArchiveTest, OfDamagedAndHostileArchivesNothingIsMadeUp)
+TEST(ArchiveTest, OfHostileArchivesNothingIsMadeUp)
 {
-    WithDamage(Zip({{"meta.xml", meta}}), [](const std::string& file) {
-        const std::string author = FactsOf(file).author;
-        EXPECT_LE(author.size(), Facts::MostText);
-    });
-    EXPECT_EQ(FactsOf(Zip({{"meta.xml", meta + std::string(200'000, ' ')}})), Facts{}); // a bomb
     std::vector<Member> many(70'000, {"a", "", false});
     many.push_back({"meta.xml", meta});
-    EXPECT_EQ(FactsOf(Zip(many)), Facts{});
-    EXPECT_EQ(FactsOf(Zip({{"META-INF/container.xml", "<rootfile full-path='META-INF/container.xml'/>"}})), Facts{});
-    const std::string deep = std::string(20'000, '<') + "dc:title>T";
-    EXPECT_EQ(FactsOf(Zip({{"meta.xml", deep}})), Facts{});
+    for (const std::vector<Member>& members :
+         {{{"meta.xml", meta + std::string(200'000, ' ')}}, // a bomb
+          many,
+          {{"META-INF/container.xml", "<rootfile full-path='META-INF/container.xml'/>"}},
+          {{"meta.xml", std::string(20'000, '<') + "dc:title>T"}}})
+        EXPECT_EQ(FactsOf(Zip(members)), Facts{}) << members.front().name;
 }
 
 } // namespace

@@ -113,19 +113,16 @@ TEST(CompoundTest, ReadsThePropertySetsOfTheRoot)
     EXPECT_EQ(FactsOf(Compound(summary, documentSummary)), both);
 }
 
-TEST(CompoundTest, DamageAndLoopsEndTheReading)
+TEST(CompoundTest, LoopsEndTheReading)
 {
-    const std::string file = Compound(summary, documentSummary);
-    std::string loops = file; // every sector follows itself, every entry is its own neighbour
+    std::string loops =
+        Compound(summary, documentSummary); // every sector follows itself, every entry is its own neighbour
     for (std::size_t i = 0; i < 128; ++i)
         loops.replace(512 + 4 * i, 4, Long(i));
     for (std::size_t entry = 0; entry < 6; ++entry)
         for (const std::size_t link : {68U, 72U, 76U})
             loops.replace(1024 + 128 * entry + link, 4, Long(entry));
     EXPECT_EQ(FactsOf(loops), Facts{});
-    // The padding of the second set tells nothing.
-    WithDamage(file.substr(0, file.size() - 4096),
-               [](const std::string& damaged) { EXPECT_LE(FactsOf(damaged).title.size(), Facts::MostText); });
 }
 
 } // namespace

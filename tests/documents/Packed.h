@@ -42,18 +42,4 @@ inline std::string Long(std::uint64_t value)
     return Number(value, 4);
 }
 
-/// Calls `look` with beginnings of a file, and with copies of it in which one byte is another.
-template <class Look>
-void WithDamage(const std::string& file, const Look& look)
-{
-    for (std::size_t size = 0; size < file.size(); size += 7)
-        look(file.substr(0, size));
-    for (std::size_t at = 0; at < file.size(); at += 3)
-        for (const char byte : {'\xFF', static_cast<char>(file[at] ^ 1)}) {
-            std::string damaged = file;
-            damaged[at] = byte;
-            look(damaged);
-        }
-}
-
 } // namespace documents

@@ -128,10 +128,8 @@ TEST(PdfTest, ThePacketFillsWhatTheDictionaryLeavesOut)
     EXPECT_EQ(FactsOf(Plain(objects, std::string{trailer} + "/Encrypt 8 0 R")), (Facts{.pages = 12}));
 }
 
-TEST(PdfTest, DamageLoopsAndBombsEndTheReading)
+TEST(PdfTest, LoopsAndBombsEndTheReading)
 {
-    for (const std::string& file : {Plain(objects), Modern()})
-        WithDamage(file, [](const std::string& damaged) { EXPECT_LE(FactsOf(damaged).title.size(), Facts::MostText); });
     std::map<int, std::string> bodies = objects;
     bodies[3] = "<</Title 3 0 R/Author " + std::string(100'000, '[');
     EXPECT_EQ(FactsOf(Plain(bodies)).title, "");
