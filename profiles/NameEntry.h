@@ -6,9 +6,6 @@
 
 namespace profiles {
 
-/// A registry key's name cannot have more characters.
-inline constexpr std::size_t LongestName = 255;
-
 /// Whether a profile can have the name in the box. If not, the user is told why, and is back in the box.
 bool AcceptsName(app::Program& program, ProfileManager& profiles, ui::TextBox& box);
 

@@ -205,8 +205,8 @@ std::optional<std::uint16_t> ProfileManager::ValidateProfileName(std::string_vie
     if (!IsAsciiLetter(name.front()) && !IsAsciiDigit(name.front()))
         return str::ProfileNameStart;
     // The mark of the default profile would be taken off again; control characters have no place in a folder's name.
-    if (platform::file_name::HasForbiddenCharacter(name) || name.contains(DefaultSuffix) ||
-        std::ranges::any_of(name, IsControl))
+    if (text::Length(name) > LongestName || platform::file_name::HasForbiddenCharacter(name) ||
+        name.contains(DefaultSuffix) || std::ranges::any_of(name, IsControl))
         return str::InvalidProfileName;
     if (Comparable(name) == Comparable(strings.LoadString(str::BlankProfile)))
         return str::InvalidProfileName;

@@ -17,6 +17,9 @@ inline constexpr std::string_view ProfilesKey = "Software\\Zelmor Software\\Zelm
 /// Marks the default profile in lists.
 inline constexpr std::string_view DefaultSuffix = " (default)";
 
+/// A registry key's name cannot have more characters.
+inline constexpr std::size_t LongestName = 255;
+
 /// A name from a list without the mark of the default profile.
 std::string WithoutDefaultSuffix(std::string_view name);
 std::string ProfileKey(std::string_view name);

@@ -34,7 +34,8 @@ frmNewProfile::frmNewProfile(app::Program& program, ProfileManager& profiles, Pr
 void frmNewProfile::OfferTyped(const std::string& name)
 {
     lblKept.SetVisible(true);
-    Description.SetText(name);
+    // The box bounds what is typed into it only.
+    Description.SetText(std::string{platform::text::Left(name, LongestName)});
     Description.SelectAll();
 }
 

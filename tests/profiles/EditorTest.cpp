@@ -298,10 +298,10 @@ TEST_F(EditorTest, WithoutAnyProfileWhatIsTypedGoesIntoANewEmptyOneHoweverItIsMa
         auto& form = Open();
         EXPECT_TRUE(!form.cmdImages.Enabled() && form.SenderFirstNameText.HasFocus());
         form.SenderFirstNameText.UserTypes("Zoë");
-        form.SenderLastNameText.UserTypes("Abe");
+        form.SenderLastNameText.UserTypes(std::string(300, 'A'));
         toolkit.OnModal<frmNewProfile>("frmNewProfile", [](auto& adding) {
             EXPECT_TRUE(adding.lblKept.Visible());
-            EXPECT_EQ(adding.Description.SelText(), "Zoë Abe");
+            EXPECT_EQ(adding.Description.SelText(), "Zoë " + std::string(251, 'A')) << "as long as a name can be";
             adding.CancelButton.UserClicks();
         });
         form.OKButton.UserClicks();

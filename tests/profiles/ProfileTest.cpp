@@ -17,10 +17,11 @@ TEST_F(ProfileTest, NamesAreCheckedInOrder)
     Put("Ann", "FirstName", "Ann");
     Put("Größe", "FirstName", "G");
     const struct {
-        const char* name;
+        std::string name;
         int refusal;
     } rows[] = {
         // clang-format off
+        {std::string(255, 'x'), 0}, {std::string(256, 'x'), 134},
         {"", 134}, {"   ", 134}, {"_x", 135}, {"-x", 135}, {"..", 135}, {"@home", 135}, {"Ärzte", 135}, {"*x", 135},
         {"a/b", 134}, {"a\\b", 134}, {"a?", 134}, {"a:b", 134}, {"a\"b", 134}, {"a<", 134}, {"a>", 134}, {"a|", 134},
         {"a*", 134}, {"a\tb", 134}, {"BLANK Profile", 134}, {" blank profile ", 134}, {"X (default)", 134},
