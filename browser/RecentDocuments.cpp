@@ -69,14 +69,15 @@ void RecentDocuments::Add(const std::string& file)
 void RecentDocuments::GetHistoryListFromRegistry()
 {
     documents.clear();
-    Read(platform::Hive::CurrentUser, settings.KeyOf(Section));
+    Places places;
+    Read(platform::Hive::CurrentUser, settings.KeyOf(Section), places);
     if (const auto place = app::RegistryAccess::SplitPath(strings.LoadString(app::str::RecentDocumentsKey)))
-        Read(place->first, place->second);
+        Read(place->first, place->second, places);
     std::ranges::stable_sort(documents, std::ranges::greater{}, &Document::recorded);
     LookAtFiles();
 }
 
-void RecentDocuments::Read(platform::Hive hive, const std::string& key)
+void RecentDocuments::Read(platform::Hive hive, const std::string& key, Places& places)
 {
     const auto names = registry.ValueNames(hive, key);
     if (!names)
@@ -87,12 +88,12 @@ void RecentDocuments::Read(platform::Hive hive, const std::string& key)
         const auto value = registry.Query(hive, key, name);
         const bool isDay = value && value->type == platform::ValueType::String && DayOf(value->data);
         const std::string recorded = isDay ? value->data : std::string{};
-        auto document =
-            std::ranges::find_if(documents, [&](const Document& known) { return path::Same(known.path, name); });
-        if (document == documents.end())
-            document = documents.insert(document, {.path = name});
-        document->recorded = std::max(document->recorded, recorded);
-        document->stored.push_back({hive, key, name});
+        const auto [place, isNew] = places.try_emplace(path::Key(name), documents.size());
+        if (isNew)
+            documents.push_back({.path = name});
+        Document& document = documents[place->second];
+        document.recorded = std::max(document.recorded, recorded);
+        document.stored.push_back({hive, key, name});
     }
 }
 

@@ -7,6 +7,7 @@
 #include "platform/FileSystem.h"
 #include "platform/Registry.h"
 
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -72,7 +73,8 @@ private:
     const app::StringTable& strings;
     std::vector<Document> documents;
 
-    void Read(platform::Hive hive, const std::string& key);
+    using Places = std::map<std::string, std::size_t>; ///< of the documents in the list, by the keys of their paths
+    void Read(platform::Hive hive, const std::string& key, Places& places);
     void LookAtFiles();
     bool Delete(const Document& document);
     /// Whether it was recorded, and too long ago; `unknown` when nobody wrote it down.

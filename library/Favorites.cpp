@@ -99,8 +99,9 @@ bool Favorites::RemoveFromFavorites(const std::string& rowText)
     const std::vector<std::string> before = favoritesList;
     for (auto favorite = before.rbegin(); favorite != before.rend(); ++favorite) {
         // The box and the deletion yield: the list may be shorter than it was.
-        if (std::ranges::find(favoritesList, *favorite) == favoritesList.end() ||
-            !ContainsIgnoringCase(*favorite, rowText) || !messages.Ask(app::str::RemoveFavoriteQuestion))
+        if (!ContainsIgnoringCase(*favorite, rowText) ||
+            std::ranges::find(favoritesList, *favorite) == favoritesList.end() ||
+            !messages.Ask(app::str::RemoveFavoriteQuestion))
             continue;
         if (DeleteFavorite(*favorite))
             std::erase(favoritesList, *favorite);

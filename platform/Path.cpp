@@ -87,11 +87,14 @@ std::string Normalized(std::string_view path)
     return result;
 }
 
+std::string Key(std::string_view path)
+{
+    return text::Folded(WithoutEndingSeparators(Normalized(path)));
+}
+
 bool Same(std::string_view a, std::string_view b)
 {
-    const std::string first = Normalized(a);
-    const std::string second = Normalized(b);
-    return text::EqualIgnoringCase(WithoutEndingSeparators(first), WithoutEndingSeparators(second));
+    return Key(a) == Key(b);
 }
 
 std::string Root(std::string_view path)

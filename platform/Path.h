@@ -28,7 +28,8 @@ std::string_view WithoutTrailingSeparator(std::string_view path);
 /// Separators folded to single "\" (a leading "\\" of a share stays), none at the end except after "X:".
 std::string Normalized(std::string_view path);
 
-/// Whether two paths name the same place: letter case, doubled and trailing separators do not count.
+/// The same for all paths that name the same place: letter case, doubled and trailing separators do not count.
+std::string Key(std::string_view path);
 bool Same(std::string_view a, std::string_view b);
 
 /// "X:\" or "\\server\share" of an absolute path; "" for another one.
