@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # What is too long for every run of the tests, and prints one table:
-#   ./prove.sh [MINUTES]     for about so long (default: 30)
-# Each call of the system failing in turn, allocations failing in turn, a user at random, and every fuzz target. Half of
-# the time goes to the user, half to the fuzz targets.
+#   ./prove.sh [MINUTES]     for about so long, besides the building (default: 30)
+# Each call of the system failing in turn, allocations failing in turn, a user at random, and every fuzz target. Then, on
+# the real program under Wine: loads, hosts, a user at random, and memory. A quarter of the time goes to the first user,
+# a quarter to the fuzz targets, and half to Wine.
 set -euo pipefail
 cd "$(dirname "$0")"
 . tools/environment.sh
@@ -39,7 +40,7 @@ done
 # Lives of 250 acts each, by other seeds in every round, until the time is over.
 seed=$((RANDOM * 1000))
 acts=0
-end=$((SECONDS + minutes * 30))
+end=$((SECONDS + minutes * 15))
 while ((SECONDS < end)); do
   log=$logs/user-$seed.log
   if ! TS_SEED=$seed TS_LIVES=500 build/native/tests/app/app_tests --gtest_filter='RandomUser*' >"$log" 2>&1; then
@@ -55,11 +56,39 @@ row "user at random" "$acts acts"
 
 mapfile -t targets < <(sed -n 's/^fuzz_target(\([A-Za-z]*\) .*/\1/p' fuzz/CMakeLists.txt)
 for target in "${targets[@]}"; do
-  if result=$(fuzz/run.sh $((minutes * 30 / ${#targets[@]} + 1)) "$target"); then
+  if result=$(fuzz/run.sh $((minutes * 15 / ${#targets[@]} + 1)) "$target"); then
     row "$target" "${result#*: }"
   else
     failed=1
     row "$target" "FAILED, see build/fuzz/$target.log"
   fi
 done
+
+need mingw-w64-tools libwine-dev xvfb
+choose_flavour
+need "$(compiler_packages "$flavour")" "binutils-mingw-w64-$([[ $flavour == win32 ]] && echo i686 || echo x86-64)"
+build "$flavour" TSBrowser prove_tests
+display_pid=""
+trap 'end_wine; stop_display' EXIT
+start_display
+use_test_prefix "$PWD/build/wine-prove"
+
+# proof WHAT FILTER LINES [VARIABLE=VALUE...]: proofs under Wine; a row for each line that they print and LINES matches.
+proof() {
+  local what=$1 filter=$2 lines=$3 log
+  shift 3
+  log=$logs/${what// /-}.log
+  if ! env "$@" wine "build/$flavour/tests/endtoend/prove_tests.exe" --gtest_filter="$filter" >"$log" 2>&1; then
+    failed=1
+    row "$what" "FAILED, see $log"
+  fi
+  tr -d '\r' <"$log" | grep -aE "$lines" | while IFS= read -r line; do row "$what" "$line"; done || true
+}
+proof load 'LoadProof*' ' grows by '
+proof hosts 'HostProof*' 'starts and|calls$|killed$|races|longest' \
+  TS_STARTS="${TS_STARTS:-$((minutes * 4))}" TS_CALLS=200 TS_KILLS="$((minutes * 2))" TS_RACES="$((minutes * 2))"
+# Without the library of the system's file dialogs, which then do not open: in Wine's, a click beside all folders crashes.
+proof "user of the program" 'RandomUserProof*' 'acts in' TS_SECONDS="$((minutes * 10))" \
+  WINEDLLOVERRIDES="$WINEDLLOVERRIDES;explorerframe="
+proof memory 'MemoryProof*' '^after' TS_SECONDS="$((minutes * 5 + 60))"
 exit $failed

@@ -92,11 +92,7 @@ if [[ -z $native_only ]]; then
   display_pid=""
   trap 'end_wine; stop_display' EXIT
   start_display
-  use_prefix "$PWD/build/wine-tests" || [[ $? == 10 ]]
-  # Windows live in a desktop of Wine's own: it draws their frames, and closing one does not wait for a window manager.
-  wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Tests /f >/dev/null
-  wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Tests /d 1280x900 /f >/dev/null
-  wineserver -w
+  use_test_prefix "$PWD/build/wine-tests"
   check setup python3 -B tests/setup/test_setup.py "build/$flavour"
   tests=build/$flavour/tests
   suite platform-wine 300 wine "$tests/platform/platform_win32_tests.exe"

@@ -44,6 +44,7 @@ tests/packs          product gtest tests/support
 tests/pictures       product gtest
 tests/pictures/win32 product gtest tests/pictures tests/support/win32 system
 tests/platform       product gtest tests/support/win32 system
+tests/prove          product gtest tests/endtoend tests/support/win32 system
 tests/profiles       product gtest tests/support
 tests/profiles/win32 product gtest tests/support tests/support/win32 system
 tests/search         product gtest tests/support

@@ -116,6 +116,16 @@ use_prefix() {
   fi
 }
 
+# As use_prefix, for tests. Windows live in a desktop of Wine's own: it draws their frames, and closing one does not wait
+# for a window manager. A program that crashes ends: nobody is there to close the system's box.
+use_test_prefix() {
+  use_prefix "$1" || [[ $? == 10 ]]
+  wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Tests /f >/dev/null
+  wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Tests /d 1280x900 /f >/dev/null
+  wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null
+  wineserver -w
+}
+
 # The program asks a new user for a profile. Where nobody is there to answer, the question is kept away, and given back
 # afterwards to whoever has not answered it yet.
 profile_settings='HKCU\Software\VB and VBA Program Settings\Tessaly GWX 1.0\Profiles'

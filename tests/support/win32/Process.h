@@ -31,6 +31,7 @@ public:
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
 
+    DWORD Id() const { return process.dwProcessId; }
     bool HasEnded() const { return WaitForSingleObject(process.hProcess, 0) == WAIT_OBJECT_0; }
     /// The exit code, after waiting for the end; 0xDEAD when it did not come in time.
     DWORD ExitCode();

@@ -1,0 +1,396 @@
+#include "tests/prove/RandomUser.h"
+
+#include "tests/support/win32/Windows.h"
+
+#include <cstdio>
+#include <iterator>
+
+namespace prove {
+namespace {
+
+using namespace support;
+
+constexpr std::size_t Remembered = 60;
+constexpr wchar_t SystemDialogClass[] = L"#32770", MenuClass[] = L"#32768";
+constexpr int TextOfBox = 0xFFFF;
+
+const std::vector<std::wstring> Words{L"Memo",    L"Gr\u00F6\u00DFe",
+                                      L"CON",     L"trail.",
+                                      L"1",       L"5551234",
+                                      L"  ",      L"*",
+                                      L"Le",      L"\u65E5\u672C\u8A9E",
+                                      L"Invoice", L"-7",
+                                      L"a",       std::wstring(300, L'x')};
+/// Keys that stay inside the program: nothing that changes to another one or calls the system.
+constexpr WORD Keys[] = {VK_TAB,    VK_TAB,    VK_DOWN, VK_DOWN,  VK_UP,      VK_LEFT,   VK_RIGHT,  VK_RETURN,
+                         VK_RETURN, VK_HOME,   VK_END,  VK_PRIOR, VK_NEXT,    VK_ESCAPE, VK_ESCAPE, VK_SPACE,
+                         VK_DELETE, VK_BACK,   VK_F1,   VK_F2,    VK_F3,      VK_F4,     VK_F5,     VK_F6,
+                         VK_F10,    VK_INSERT, VK_APPS, VK_ADD,   VK_MULTIPLY};
+
+std::wstring ClassOf(HWND window)
+{
+    wchar_t name[100] = L"";
+    GetClassNameW(window, name, static_cast<int>(std::size(name)));
+    return name;
+}
+
+std::string Narrow(const std::wstring& text)
+{
+    std::string narrow;
+    for (const wchar_t letter : text)
+        narrow += letter < 0x80 ? static_cast<char>(letter) : '?';
+    return narrow;
+}
+
+std::string Described(HWND window)
+{
+    return Narrow(ClassOf(window)) + " \"" + Narrow(TextOf(window)) + '"' +
+           (IsWindowEnabled(window) ? "" : ", disabled") + (IsIconic(window) ? ", an icon" : "");
+}
+
+/// Whether a dialog of the system holds texts and buttons alone. One that has no text yet is still being made, and
+/// holds more when it is whole.
+bool IsMessage(HWND dialog)
+{
+    for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
+        if (const std::wstring kind = ClassOf(child); kind != WC_BUTTONW && kind != WC_STATICW)
+            return false;
+    const HWND text = GetDlgItem(dialog, TextOfBox);
+    return text != nullptr && !TextOf(text).empty();
+}
+
+INPUT MouseInput(DWORD flags, POINT at = {}, int data = 0)
+{
+    constexpr int whole = 65536;
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = flags;
+    input.mi.mouseData = static_cast<DWORD>(data);
+    if ((flags & MOUSEEVENTF_ABSOLUTE) != 0) {
+        const int width = GetSystemMetrics(SM_CXSCREEN), height = GetSystemMetrics(SM_CYSCREEN);
+        input.mi.dx = (static_cast<int>(at.x) * whole + width / 2) / width;
+        input.mi.dy = (static_cast<int>(at.y) * whole + height / 2) / height;
+    }
+    return input;
+}
+
+void MoveMouse(POINT to)
+{
+    INPUT input = MouseInput(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, to);
+    SendInput(1, &input, sizeof input);
+}
+
+void PressMouse(DWORD down, DWORD up, int times)
+{
+    for (int i = 0; i < times; ++i) {
+        INPUT inputs[] = {MouseInput(down), MouseInput(up)};
+        SendInput(2, inputs, sizeof(INPUT));
+    }
+}
+
+} // namespace
+
+void RandomUser::Note(std::string act)
+{
+    History.push_back(std::move(act));
+    if (History.size() > Remembered)
+        History.pop_front();
+}
+
+bool RandomUser::IsOurs(HWND window) const
+{
+    DWORD owner = 0;
+    GetWindowThreadProcessId(window, &owner);
+    return owner == process;
+}
+
+std::vector<HWND> RandomUser::Visible() const
+{
+    std::vector<HWND> found;
+    HWND window = nullptr;
+    while ((window = FindWindowExW(nullptr, window, nullptr, nullptr)) != nullptr)
+        if (IsOurs(window) && IsWindowVisible(window))
+            found.push_back(window);
+    return found;
+}
+
+HWND RandomUser::Front() const
+{
+    if (const HWND front = GetForegroundWindow(); front != nullptr && IsOurs(front) && IsWindowEnabled(front))
+        return front;
+    // From the top down.
+    for (const HWND window : Visible())
+        if (IsWindowEnabled(window) && ClassOf(window) != MenuClass) {
+            if (IsIconic(window))
+                PostMessageW(window, WM_SYSCOMMAND, SC_RESTORE, 0);
+            SetForegroundWindow(window);
+            return window;
+        }
+    return nullptr;
+}
+
+std::chrono::milliseconds RandomUser::AnswerTime(std::chrono::milliseconds limit) const
+{
+    const auto start = std::chrono::steady_clock::now();
+    for (const HWND window : Visible()) {
+        DWORD_PTR answer = 0;
+        SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, static_cast<UINT>(limit.count()), &answer);
+        break;
+    }
+    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
+}
+
+void RandomUser::Answer(HWND box)
+{
+    const HWND text = GetDlgItem(box, TextOfBox);
+    if (!IsMessage(box)) {
+        // A dialog of the system leads out of the test's own folders: given up.
+        Note("gives up " + Narrow(TextOf(box)));
+        PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
+        Sleep(50);
+        return;
+    }
+    if (box != answered) {
+        answered = box;
+        ++Messages[TextOf(text)];
+        Note("reads " + Narrow(TextOf(text)));
+    }
+    std::vector<HWND> buttons;
+    HWND button = nullptr;
+    while ((button = FindWindowExW(box, button, WC_BUTTONW, nullptr)) != nullptr)
+        buttons.push_back(button);
+    if (buttons.empty() || Chance(4))
+        return PressKeys({VK_ESCAPE});
+    button = OneOf(buttons);
+    SaidYes = SaidYes || GetDlgCtrlID(button) == IDYES;
+    Note("answers " + Narrow(TextOf(button)));
+    Press(button);
+    Sleep(20);
+}
+
+void RandomUser::PressKeys(const std::vector<WORD>& keys) const
+{
+    std::vector<INPUT> inputs;
+    for (const WORD key : keys) {
+        INPUT input{};
+        input.type = INPUT_KEYBOARD;
+        input.ki.wVk = key;
+        inputs.push_back(input);
+    }
+    for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
+        INPUT input{};
+        input.type = INPUT_KEYBOARD;
+        input.ki.wVk = *key;
+        input.ki.dwFlags = KEYEVENTF_KEYUP;
+        inputs.push_back(input);
+    }
+    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+void RandomUser::PressAnyKey(HWND front)
+{
+    std::vector<WORD> keys;
+    const bool letter = Chance(3);
+    if (letter) {
+        keys = {static_cast<WORD>(Chance(3) ? VK_MENU : VK_CONTROL), static_cast<WORD>('A' + Below(26))};
+    } else {
+        if (Chance(8))
+            keys.push_back(VK_SHIFT);
+        else if (Chance(12))
+            keys.push_back(VK_CONTROL);
+        keys.push_back(OneOf(Keys));
+        // It would open a menu of the desktop.
+        if (keys.front() == VK_CONTROL && keys.back() == VK_ESCAPE)
+            keys.erase(keys.begin());
+    }
+    std::string name = "keys";
+    for (const WORD key : keys)
+        name += ' ' + std::to_string(key);
+    Note(name + " in " + Narrow(TextOf(front)));
+    PressKeys(keys);
+}
+
+void RandomUser::Type()
+{
+    const std::wstring& word = OneOf(Words);
+    Note("types " + Narrow(word).substr(0, 12));
+    for (const wchar_t letter : word) {
+        INPUT inputs[2]{};
+        for (INPUT& input : inputs) {
+            input.type = INPUT_KEYBOARD;
+            input.ki.wScan = static_cast<WORD>(letter);
+            input.ki.dwFlags = KEYEVENTF_UNICODE;
+        }
+        inputs[1].ki.dwFlags |= KEYEVENTF_KEYUP;
+        SendInput(2, inputs, sizeof(INPUT));
+    }
+}
+
+/// A point where the window, or what is in it, is what the mouse would meet.
+bool RandomUser::PointIn(HWND window, POINT& point)
+{
+    RECT bounds{};
+    if (!GetWindowRect(window, &bounds) || bounds.right <= bounds.left || bounds.bottom <= bounds.top)
+        return false;
+    point = {bounds.left + static_cast<LONG>(Below(static_cast<std::size_t>(bounds.right - bounds.left))),
+             bounds.top + static_cast<LONG>(Below(static_cast<std::size_t>(bounds.bottom - bounds.top)))};
+    const HWND met = WindowFromPoint(point);
+    if (met == nullptr || !IsOurs(met))
+        return false;
+    // Wine's tree of folders crashes when a click meets no line of it; and what is chosen there leads out of the test.
+    const HWND top = GetAncestor(met, GA_ROOT);
+    return ClassOf(top) != SystemDialogClass || IsMessage(top);
+}
+
+void RandomUser::UseMouse()
+{
+    // A menu that is open, a list that has dropped down, a window, or a control in it.
+    const auto windows = Visible();
+    if (windows.empty())
+        return;
+    HWND window = Chance(2) ? windows.front() : OneOf(windows);
+    std::vector<HWND> controls;
+    for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
+        if (IsWindowVisible(child))
+            controls.push_back(child);
+    if (!controls.empty() && !Chance(8))
+        window = OneOf(controls);
+    POINT point{};
+    if (!PointIn(window, point))
+        return;
+    const std::string place = " at " + std::to_string(point.x) + "," + std::to_string(point.y) + " on " +
+                              Narrow(ClassOf(window)) + " " + Narrow(TextOf(window)).substr(0, 20);
+    MoveMouse(point);
+    switch (Below(10)) {
+    case 0:
+    case 1:
+        Note("double click" + place);
+        return PressMouse(MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP, 2);
+    case 2:
+        Note("right click" + place);
+        return PressMouse(MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP, 1);
+    case 3: {
+        Note("wheel" + place);
+        INPUT input = MouseInput(MOUSEEVENTF_WHEEL, {}, Chance(2) ? WHEEL_DELTA : -WHEEL_DELTA);
+        SendInput(1, &input, sizeof input);
+        return;
+    }
+    case 4: {
+        POINT target{};
+        if (!PointIn(OneOf(windows), target))
+            return;
+        Note("drag" + place + " to " + std::to_string(target.x) + "," + std::to_string(target.y));
+        constexpr int steps = 5;
+        INPUT down = MouseInput(MOUSEEVENTF_LEFTDOWN);
+        SendInput(1, &down, sizeof down);
+        for (int step = 1; step <= steps; ++step) {
+            MoveMouse({point.x + (target.x - point.x) * step / steps, point.y + (target.y - point.y) * step / steps});
+            Sleep(10);
+        }
+        INPUT up = MouseInput(MOUSEEVENTF_LEFTUP);
+        SendInput(1, &up, sizeof up);
+        return;
+    }
+    default:
+        Note("click" + place);
+        PressMouse(MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP, 1);
+    }
+}
+
+void RandomUser::UseMenu()
+{
+    constexpr WORD menus[] = {'F', 'E', 'V', 'O', 'R', 'T', 'H'};
+    const WORD menu = OneOf(menus);
+    const std::size_t lines = Below(9);
+    Note(std::string{"menu "} + static_cast<char>(menu) + " line " + std::to_string(lines));
+    PressKeys({VK_MENU, menu});
+    for (std::size_t i = 0; i < lines; ++i)
+        PressKeys({VK_DOWN});
+    if (Chance(3))
+        PressKeys({VK_RIGHT});
+    PressKeys({static_cast<WORD>(Chance(8) ? VK_ESCAPE : VK_RETURN)});
+}
+
+void RandomUser::MoveWindow(HWND window)
+{
+    Note("moves " + Narrow(TextOf(window)));
+    constexpr int width = 1280, height = 900;
+    switch (Below(5)) {
+    case 0:
+        PostMessageW(window, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
+        break;
+    case 1:
+        PostMessageW(window, WM_SYSCOMMAND, SC_MINIMIZE, 0);
+        break;
+    case 2:
+        PostMessageW(window, WM_SYSCOMMAND, SC_RESTORE, 0);
+        break;
+    default:
+        SetWindowPos(window, nullptr, static_cast<int>(Below(width / 2)), static_cast<int>(Below(height / 2)),
+                     static_cast<int>(Below(width)), static_cast<int>(Below(height)),
+                     SWP_NOZORDER | SWP_NOACTIVATE | SWP_ASYNCWINDOWPOS);
+    }
+}
+
+void RandomUser::Report() const
+{
+    for (const std::string& done : History)
+        std::printf("  %s\n", done.c_str());
+    for (const HWND window : Visible())
+        std::printf("  open is %s\n", Described(window).c_str());
+    const HWND front = GetForegroundWindow();
+    std::printf("  in front is %s%s\n", Described(front).c_str(), IsOurs(front) ? "" : " of another program");
+}
+
+void RandomUser::Act()
+{
+    constexpr std::size_t longestPause = 25; // milliseconds
+    Sleep(static_cast<DWORD>(Below(longestPause)));
+    const HWND front = Front();
+    if (front == nullptr)
+        return;
+    if (ClassOf(front) == SystemDialogClass)
+        return Answer(front);
+    switch (Below(16)) {
+    case 0:
+    case 1:
+        return UseMenu();
+    case 2:
+        return Type();
+    case 3:
+        if (Chance(4))
+            MoveWindow(front);
+        return;
+    case 4:
+        if (Chance(12)) {
+            Note("closes " + Narrow(TextOf(front)));
+            PressKeys({VK_MENU, VK_F4});
+        }
+        return;
+    case 5:
+    case 6:
+    case 7:
+    case 8:
+        return PressAnyKey(front);
+    default:
+        return UseMouse();
+    }
+}
+
+void RandomUser::GoHome()
+{
+    const HWND front = Front();
+    if (front == nullptr)
+        return;
+    if (ClassOf(front) == SystemDialogClass && IsMessage(front))
+        return Answer(front);
+    if (const std::string act = "leaves " + Described(front); History.empty() || History.back() != act)
+        Note(act);
+    PostMessageW(front, WM_CANCELMODE, 0, 0);
+    if (ClassOf(front) == SystemDialogClass)
+        PostMessageW(front, WM_COMMAND, IDCANCEL, 0);
+    else
+        PostMessageW(front, WM_CLOSE, 0, 0);
+}
+
+} // namespace prove
