@@ -11,6 +11,7 @@
 #include "platform/Text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ui {
 
@@ -66,8 +67,8 @@ void UpDown::UserSteps(int steps)
 
 void ProgressBar::SetValue(int percent)
 {
-    value = std::clamp(percent, 0, 100);
-    Changed(Aspect::Value);
+    if (const int now = std::clamp(percent, 0, 100); std::exchange(value, now) != now)
+        Changed(Aspect::Value);
 }
 
 void Image::SetFile(std::string path)
