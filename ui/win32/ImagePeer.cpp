@@ -286,7 +286,7 @@ void ImagePeer::Paint()
     PAINTSTRUCT paint{};
     HDC context = BeginPaint(Handle(), &paint);
     if (edge > 0) {
-        FillRect(context, &client, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+        FillRect(context, &client, GetSysColorBrush(COLOR_WINDOW));
         FrameRect(context, &client, GetSysColorBrush(COLOR_3DSHADOW));
     }
     if (bitmap && !IsFitted()) {
