@@ -97,13 +97,13 @@ protected:
     void Grow(const char* what, int size, const std::function<double(int)>& measure)
     {
         constexpr int rounds = 3;
-        double times[3]{};
+        constexpr double none = std::numeric_limits<double>::max();
+        double times[] = {none, none, none};
         const int sizes[] = {1, size / Growth, size};
-        for (int i = 0; i < 3; ++i) {
-            times[i] = std::numeric_limits<double>::max();
-            for (int round = 0; round < rounds; ++round)
+        // In turn, so that what disturbs one disturbs all.
+        for (int round = 0; round < rounds; ++round)
+            for (int i = 0; i < 3; ++i)
                 times[i] = std::min(times[i], measure(sizes[i]));
-        }
         const double small = std::max(times[1] - times[0], LeastTime), large = times[2] - times[0];
         std::printf("%-28s %6d: %6.0f ms, %6d: %6.0f ms (nothing: %4.0f ms), grows by %.2f of %d\n", what, sizes[1],
                     times[1], sizes[2], times[2], times[0], large / small, Growth);

@@ -386,6 +386,9 @@ void RandomUser::GoHome()
         return Answer(front);
     if (const std::string act = "leaves " + Described(front); History.empty() || History.back() != act)
         Note(act);
+    // A drag whose button was released before its loop began waits for the next move of the mouse.
+    if (POINT point{}; PointIn(front, point))
+        MoveMouse(point);
     PostMessageW(front, WM_CANCELMODE, 0, 0);
     if (ClassOf(front) == SystemDialogClass)
         PostMessageW(front, WM_COMMAND, IDCANCEL, 0);
