@@ -85,7 +85,7 @@ proof() {
   tr -d '\r' <"$log" | grep -aE "$lines" | while IFS= read -r line; do row "$what" "$line"; done || true
 }
 proof load 'LoadProof*' ' grows by '
-proof hosts 'HostProof*' 'starts and|calls$|killed$|races|longest' \
+proof hosts 'HostProof*' 'starts and|calls$|killed$|races|^longest' \
   TS_STARTS="${TS_STARTS:-$((minutes * 4))}" TS_CALLS=200 TS_KILLS="$((minutes * 2))" TS_RACES="$((minutes * 2))"
 # Without the library of the system's file dialogs, which then do not open: in Wine's, a click beside all folders crashes.
 proof "user of the program" 'RandomUserProof*' 'acts in' TS_SECONDS="$((minutes * 10))" \

@@ -157,7 +157,8 @@ TEST_F(HostProof, StartsAndEndsLeaveNothing)
 {
     std::set<std::wstring> settings;
     const unsigned starts = Asked("TS_STARTS", 20);
-    for (unsigned i = 0; i < starts && !HasFailure(); ++i) {
+    unsigned i = 0;
+    for (; i < starts && !HasFailure(); ++i) {
         SCOPED_TRACE(i);
         const std::wstring caption = L"Start " + std::to_wstring(i);
         Host host;
@@ -181,7 +182,7 @@ TEST_F(HostProof, StartsAndEndsLeaveNothing)
             settings = SettingNames();
         EXPECT_TRUE(i < 2 || SettingNames() == settings);
     }
-    std::printf("%u starts and ends\n", starts);
+    std::printf("%u starts and ends\n", i);
 }
 
 TEST_F(HostProof, CallsWhileWindowsAndDialogsAreOpenAreAnsweredAtOnce)
@@ -241,7 +242,8 @@ TEST_F(HostProof, HostsThatDieAtAnyMomentHarmNobody)
     constexpr int longestLife = 1500; // milliseconds: creating, starting and using the browser lie in it
     installation.Set(L"Browser", L"LastFolderBrowsed", L"Business");
     const unsigned kills = Asked("TS_KILLS", 10);
-    for (unsigned i = 0; i < kills && !HasFailure(); ++i) {
+    unsigned i = 0;
+    for (; i < kills && !HasFailure(); ++i) {
         const int life = Below(longestLife);
         const wchar_t* const act = acts[Below(static_cast<int>(std::size(acts)))];
         const bool uses = Below(2) == 0;
@@ -277,7 +279,7 @@ TEST_F(HostProof, HostsThatDieAtAnyMomentHarmNobody)
         EXPECT_LE(presser.mostWindows, 1u);
         EndAll();
     }
-    std::printf("%u hosts killed\n", kills);
+    std::printf("%u hosts killed\n", i);
 }
 
 TEST_F(HostProof, TwoHostsAndTheProgramRaceForOneBrowser)
@@ -285,7 +287,8 @@ TEST_F(HostProof, TwoHostsAndTheProgramRaceForOneBrowser)
     constexpr int head = 400; // milliseconds by which one may be ahead of another
     const unsigned races = Asked("TS_RACES", 10);
     int surplus = 0, more = 0;
-    for (unsigned i = 0; i < races && !HasFailure(); ++i) {
+    unsigned i = 0;
+    for (; i < races && !HasFailure(); ++i) {
         SCOPED_TRACE(i);
         Presser presser;
         std::optional<Child> racers[3];
@@ -324,7 +327,7 @@ TEST_F(HostProof, TwoHostsAndTheProgramRaceForOneBrowser)
             EXPECT_EQ(text, RunsAlready);
     }
     EXPECT_TRUE(WaitFor([] { return CountProcesses(ExeName) == 0; }, ServerPatience));
-    std::printf("%u races, after %d of them a server that had not been needed, %d times asked again\n", races, surplus,
+    std::printf("%u races, after %d of them a server that had not been needed, %d times asked again\n", i, surplus,
                 more);
 }
 
