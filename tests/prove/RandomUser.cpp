@@ -150,10 +150,10 @@ void RandomUser::Answer(HWND box)
         Sleep(50);
         return;
     }
-    if (box != answered) {
+    if (const std::wstring said = TextOf(text); box != answered && !said.empty()) { // it may just have gone
         answered = box;
-        ++Messages[TextOf(text)];
-        Note("reads " + Narrow(TextOf(text)));
+        ++Messages[said];
+        Note("reads " + Narrow(said));
     }
     std::vector<HWND> buttons;
     HWND button = nullptr;
