@@ -4,6 +4,7 @@
 #include "platform/Ticket.h"
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <type_traits>
@@ -16,6 +17,34 @@ using Post = std::function<void(std::function<void()> task)>;
 
 /// Set when nobody waits for a job any more: work in several steps looks at it between them.
 using Cancelled = std::atomic<bool>;
+
+/// Work that somebody waits for. When it goes, nobody does any more.
+class Pending {
+public:
+    Pending() = default;
+    Pending(const Pending&) = delete;
+    Pending& operator=(const Pending&) = delete;
+    virtual ~Pending() = default;
+    /// Stands still until the work has ended, at most so long. Whether it has.
+    virtual bool Ended(std::chrono::milliseconds patience) = 0;
+};
+
+/// What a job was asked for. Made and let go on the window's thread.
+template <class Outcome>
+class [[nodiscard]] Answer {
+public:
+    Answer(std::shared_ptr<Outcome> outcome, std::unique_ptr<Pending> pending)
+        : outcome{std::move(outcome)}, pending{std::move(pending)}
+    {
+    }
+    bool Ended(std::chrono::milliseconds patience = {}) const { return pending->Ended(patience); }
+    /// Once it has ended.
+    Outcome Take() { return std::move(*outcome); }
+
+private:
+    std::shared_ptr<Outcome> outcome;
+    std::unique_ptr<Pending> pending;
+};
 
 /// Work that may take long, done off the window's thread.
 class Jobs {
@@ -37,12 +66,25 @@ public:
             });
     }
 
+    /// The same for who cannot go on without what `work` returns. The window's loop wakes when it has ended. Where no
+    /// other thread can be had, the work is done at once.
+    template <class Work>
+    auto Ask(Work work)
+    {
+        using Outcome = std::invoke_result_t<Work&, const Cancelled&>;
+        const auto outcome = std::make_shared<Outcome>(std::unexpected{error::GeneralFailure});
+        return Answer<Outcome>{outcome, Begin([outcome, work = std::move(work)](const Cancelled& cancelled) mutable {
+                                   *outcome = work(cancelled);
+                               })};
+    }
+
 protected:
     using Work = std::function<void(const Cancelled& cancelled)>;
     /// Its argument tells whether the work could be begun.
     using Done = std::function<void(Result<> ran)>;
 
     virtual Ticket Queue(Work work, Done done) = 0;
+    virtual std::unique_ptr<Pending> Begin(Work work) = 0;
 };
 
 } // namespace platform

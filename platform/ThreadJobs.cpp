@@ -22,6 +22,37 @@ struct Waiter {
     ~Waiter() { *cancelled = true; }
 };
 
+/// The window's side of work that is waited for, and the thread's.
+struct Bell {
+    std::mutex mutex;
+    std::condition_variable rings;
+    bool ended{};
+    bool isWaitedForInLoop{};
+};
+
+class Awaited final : public Pending {
+public:
+    Awaited(std::shared_ptr<Bell> bell, std::shared_ptr<Cancelled> cancelled)
+        : bell{std::move(bell)}, cancelled{std::move(cancelled)}
+    {
+    }
+    Awaited(const Awaited&) = delete;
+    Awaited& operator=(const Awaited&) = delete;
+    ~Awaited() override { *cancelled = true; }
+
+    bool Ended(std::chrono::milliseconds patience) override
+    {
+        std::unique_lock lock{bell->mutex};
+        bell->rings.wait_for(lock, patience, [this] { return bell->ended; });
+        bell->isWaitedForInLoop = true; // from now on only messages are waited for
+        return bell->ended;
+    }
+
+private:
+    std::shared_ptr<Bell> bell;
+    std::shared_ptr<Cancelled> cancelled;
+};
+
 void Tell(const std::weak_ptr<Waiter>& waiter, const Result<>& ran)
 {
     if (const auto waiting = waiter.lock()) {
@@ -36,6 +67,7 @@ struct ThreadJobs::Entry {
     Work work;
     std::shared_ptr<Cancelled> cancelled;
     std::weak_ptr<Waiter> waiter;
+    std::shared_ptr<Bell> bell; ///< in place of the waiter
 };
 
 /// What the threads share with the window's: it outlives the last of both.
@@ -61,10 +93,23 @@ struct ThreadJobs::Shared {
             Do(entry);
             lock.lock();
             std::erase(shared->beingDone, entry.cancelled);
-            if (shared->post && !*entry.cancelled)
-                shared->post([waiter = entry.waiter] { Tell(waiter, {}); });
+            if (shared->post && !*entry.cancelled) {
+                if (!entry.bell)
+                    shared->post([waiter = entry.waiter] { Tell(waiter, {}); });
+                else if (Ring(*entry.bell))
+                    shared->post([] {}); // wakes the loop
+            }
             shared->changed.notify_all();
         }
+    }
+
+    /// Whether the one who waits does so in the window's loop.
+    static bool Ring(Bell& bell)
+    {
+        const std::lock_guard lock{bell.mutex};
+        bell.ended = true;
+        bell.rings.notify_all();
+        return bell.isWaitedForInLoop;
     }
 
     static void Do(Entry& entry)
@@ -100,6 +145,27 @@ Ticket ThreadJobs::Queue(Work work, Done done)
 {
     const auto waiter = std::make_shared<Waiter>();
     waiter->done = std::move(done);
+    if (!Enlist({std::move(work), waiter->cancelled, waiter, nullptr})) {
+        const std::lock_guard lock{shared->mutex};
+        shared->post([waiting = std::weak_ptr{waiter}] { Tell(waiting, std::unexpected{error::OutOfMemory}); });
+    }
+    return Ticket{waiter};
+}
+
+std::unique_ptr<Pending> ThreadJobs::Begin(Work work)
+{
+    const auto cancelled = std::make_shared<Cancelled>(false);
+    const auto bell = std::make_shared<Bell>();
+    auto pending = std::make_unique<Awaited>(bell, cancelled);
+    if (Entry entry{std::move(work), cancelled, {}, bell}; !Enlist(entry)) {
+        Shared::Do(entry);
+        (void)Shared::Ring(*bell);
+    }
+    return pending;
+}
+
+bool ThreadJobs::Enlist(Entry entry)
+{
     const std::lock_guard lock{shared->mutex};
     if (shared->waiting.size() + shared->beingDone.size() >= shared->threads && shared->threads < Most) {
         try {
@@ -109,15 +175,13 @@ Ticket ThreadJobs::Queue(Work work, Done done)
             }}.detach();
             ++shared->threads;
         } catch (const std::system_error&) {
-            if (shared->threads == 0) { // else one that is there will come to it
-                shared->post([waiting = std::weak_ptr{waiter}] { Tell(waiting, std::unexpected{error::OutOfMemory}); });
-                return Ticket{waiter};
-            }
+            if (shared->threads == 0) // else one that is there will come to it
+                return false;
         }
     }
-    shared->waiting.push_back({std::move(work), waiter->cancelled, waiter});
+    shared->waiting.push_back(std::move(entry));
     shared->changed.notify_one();
-    return Ticket{waiter};
+    return true;
 }
 
 } // namespace platform

@@ -11,7 +11,7 @@ namespace platform {
 class ThreadJobs final : public Jobs {
 public:
     /// Threads at most: one folder on a server that does not answer must not hold up everything else.
-    static constexpr std::size_t Most = 4;
+    static constexpr std::size_t Most = 48;
 
     /// `enter` is called by each new thread and gives what the thread holds until its end; it may be empty.
     explicit ThreadJobs(Post post, std::function<std::shared_ptr<void>()> enter = {},
@@ -27,6 +27,9 @@ private:
     struct Shared;
 
     Ticket Queue(Work work, Done done) override;
+    std::unique_ptr<Pending> Begin(Work work) override;
+    /// False when no thread can be begun and none is there.
+    bool Enlist(Entry entry);
 
     std::function<std::shared_ptr<void>()> enterThread;
     std::chrono::milliseconds patience;

@@ -2,6 +2,7 @@
 
 #include "ui/Geometry.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -65,6 +66,11 @@ public:
 
     /// Handles the messages that are waiting and returns.
     virtual void DoEvents() = 0;
+    /// Whether the user has done something that waits to be handled.
+    virtual bool InputWaits() = 0;
+    /// Handles messages until `ended` gives true, at most so long, or until the program ends. It is asked after each
+    /// that comes, and when a job that was asked has its answer. Gives what it gave last. What was posted waits.
+    virtual bool WaitUntil(const std::function<bool()>& ended, std::chrono::milliseconds atMost) = 0;
     /// Runs `task` from the message loop, outside every handler that is active now; what another thread posts comes
     /// between two messages. Safe from any thread.
     virtual void Post(std::function<void()> task) = 0;

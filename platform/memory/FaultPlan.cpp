@@ -54,6 +54,8 @@ std::optional<Error> FaultPlan::Enter(std::string_view call, std::string_view su
     if (dead)
         return platform::error::GeneralFailure;
 
+    if (OnCall)
+        OnCall(call, subject);
     log.emplace_back(call).append(1, ' ').append(subject);
     const bool met = kind == Kind::FailFromHere ? log.size() >= at : log.size() == at;
     if (kind == Kind::None || !met)

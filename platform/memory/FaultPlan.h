@@ -43,6 +43,9 @@ public:
     const std::vector<std::string>& Log() const { return log; }
     void ForgetCalls();
 
+    /// Told of every call, before it goes wrong or right.
+    std::function<void(std::string_view call, std::string_view subject)> OnCall;
+
     /// For the fakes: counts one call; an error when this call has to fail.
     std::optional<Error> Enter(std::string_view call, std::string_view subject);
 

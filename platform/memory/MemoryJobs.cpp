@@ -1,5 +1,7 @@
 #include "platform/memory/MemoryJobs.h"
 
+#include "platform/ThreadJobs.h"
+
 #include <exception>
 
 namespace platform::memory {
@@ -36,18 +38,44 @@ void MemoryJobs::DoWork(std::size_t index)
         return;
     const auto work = std::exchange(entries[index].work, nullptr);
     const auto cancelled = entries[index].cancelled;
+    if (delays.OnThread([&] { Run(work, *cancelled); }, ThreadJobs::Most) == Delays::Never)
+        entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(index)); // it never comes back
+}
+
+void MemoryJobs::Run(const Work& work, const Cancelled& cancelled)
+{
     try {
-        work(*cancelled);
+        work(cancelled);
     } catch (const ProcessDied&) {
+        throw;
+    } catch (const Delays::NeverAnswers&) {
         throw;
     } catch (const std::exception&) { // as on a real thread: its outcome stays a failure
     }
 }
 
+std::unique_ptr<Pending> MemoryJobs::Begin(Work work)
+{
+    /// Work that ends at a moment.
+    class Ending final : public Pending {
+    public:
+        Ending(Delays& delays, Delays::Time moment) : delays{delays}, moment{moment}, expected{delays.Expect(moment)} {}
+        bool Ended(std::chrono::milliseconds patience) override { return delays.StandStill(moment, patience); }
+
+    private:
+        Delays& delays;
+        Delays::Time moment;
+        std::shared_ptr<void> expected;
+    };
+    const Cancelled cancelled{};
+    return std::make_unique<Ending>(delays, delays.OnThread([&] { Run(work, cancelled); }, ThreadJobs::Most));
+}
+
 void MemoryJobs::Finish(std::size_t index)
 {
+    const std::size_t count = Count();
     DoWork(index);
-    if (index >= Count())
+    if (index >= count || Count() < count)
         return;
     const Entry entry = std::move(entries[index]);
     entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(index));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Jobs.h"
+#include "platform/memory/Delays.h"
 #include "platform/memory/FaultPlan.h"
 
 #include <cstddef>
@@ -9,10 +10,11 @@
 namespace platform::memory {
 
 /// Jobs that are done when the test says so, in the order that it says, or never. Each can be stopped at two points:
-/// before its work, and between its work and the moment when its result arrives.
+/// before its work, and between its work and the moment when its result arrives. Work that is waited for is done at
+/// once, and has ended as soon as slow drives let it.
 class MemoryJobs final : public Jobs {
 public:
-    explicit MemoryJobs(FaultPlan& plan) : faults{plan} {}
+    MemoryJobs(FaultPlan& plan, Delays& slowness) : faults{plan}, delays{slowness} {}
 
     /// Jobs that are not told yet, in the order of their start; those that nobody waits for any more are left out.
     std::size_t Count();
@@ -33,8 +35,11 @@ private:
     };
 
     Ticket Queue(Work work, Done done) override;
+    std::unique_ptr<Pending> Begin(Work work) override;
+    void Run(const Work& work, const Cancelled& cancelled);
 
     FaultPlan& faults;
+    Delays& delays;
     std::vector<Entry> entries;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Platform.h"
+#include "platform/memory/Delays.h"
 #include "platform/memory/FaultPlan.h"
 #include "platform/memory/MemoryAutomation.h"
 #include "platform/memory/MemoryClock.h"
@@ -21,11 +22,15 @@ namespace platform::memory {
 /// A whole machine in memory: every interface, and one plan of what goes wrong.
 class System {
 public:
-    System() = default;
+    System()
+    {
+        faults.OnCall = [this](std::string_view call, std::string_view subject) { delays.Call(call, subject); };
+    }
     System(const System&) = delete;
     System& operator=(const System&) = delete;
 
     FaultPlan faults;
+    Delays delays;
     MemoryClock clock;
     MemoryLocale locale;
     MemoryRegistry registry{faults};
@@ -35,7 +40,7 @@ public:
     MemoryResourceLibrary resources{faults};
     MemoryAutomation automation{faults};
     MemoryProcess process{faults};
-    MemoryJobs jobs{faults};
+    MemoryJobs jobs{faults, delays};
     MemoryTimers timers{faults};
     MemoryWeb web{faults};
     MemoryMail mail{faults};

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <condition_variable>
 #include <deque>
 #include <mutex>
-#include <semaphore>
 #include <thread>
 
 using namespace platform;
@@ -12,7 +12,33 @@ using namespace std::chrono_literals;
 
 namespace {
 
-using Signal = std::counting_semaphore<>;
+/// A semaphore. The compiler's own loses wake-ups where the system has no futex and a dozen threads wait.
+class Signal {
+public:
+    explicit Signal(int initial) : count{initial} {}
+    void release(int more = 1)
+    {
+        const std::lock_guard lock{mutex};
+        count += more;
+        changed.notify_all();
+    }
+    void acquire()
+    {
+        std::unique_lock lock{mutex};
+        changed.wait(lock, [this] { return count > 0; });
+        --count;
+    }
+    bool try_acquire()
+    {
+        const std::lock_guard lock{mutex};
+        return count > 0 && count-- > 0;
+    }
+
+private:
+    std::mutex mutex;
+    std::condition_variable changed;
+    int count;
+};
 
 /// The window's thread: what was posted runs when it is asked for.
 class Window {

@@ -4,7 +4,7 @@
 
 namespace tests {
 
-TestMachine::TestMachine()
+TestMachine::TestMachine() : TestMachine{Bare{}}
 {
     PutSetting("Options", "MSOVersion", "XP");
     PutSetting("Profiles", "FirstRun", "0");

@@ -32,7 +32,10 @@ struct TestMachine {
     TestMachine();
     /// Nothing but an empty disk and registry.
     struct Bare {};
-    explicit TestMachine(Bare) {}
+    explicit TestMachine(Bare)
+    {
+        toolkit.Elapse = [this](std::chrono::milliseconds atMost) { return system.delays.Live(atMost); };
+    }
 
     void PutSetting(std::string_view section, std::string_view key, std::string_view value);
     std::string Setting(std::string_view section, std::string_view key) const;

@@ -146,8 +146,22 @@ void HeadlessToolkit::DoEvents()
 {
     const Yield yield{*this};
     ++yields;
+    if (Elapse)
+        (void)Elapse({});
     if (OnYield)
         OnYield(yields);
+}
+
+bool HeadlessToolkit::WaitUntil(const std::function<bool()>& ended, std::chrono::milliseconds atMost)
+{
+    while (!ended()) {
+        DoEvents();
+        if (ended())
+            return true;
+        if (!Elapse || !Elapse(atMost))
+            return false;
+    }
+    return true;
 }
 
 void HeadlessToolkit::Post(std::function<void()> task)

@@ -35,6 +35,8 @@ public:
         return CopiedFiles.empty() ? std::nullopt : std::optional{CopiedFiles.back()};
     }
     void DoEvents() override;
+    bool InputWaits() override { return true; } // whatever OnYield will do
+    bool WaitUntil(const std::function<bool()>& ended, std::chrono::milliseconds atMost) override;
     void Post(std::function<void()> task) override;
     std::vector<WorkArea> WorkAreas() const override { return Areas; }
     Size ScreenSize() const override { return Screen; }
@@ -48,8 +50,10 @@ public:
     /// What the next pop-up menu is answered.
     void OnPopup(std::function<void(Menu&)> act) { popup = std::move(act); }
 
-    /// Called by every DoEvents with its number (1, 2, ...): the user acts in the middle of a load.
+    /// Called by every DoEvents, and in every wait, with its number (1, 2, ...): the user acts in the middle of a load.
     std::function<void(int yield)> OnYield;
+    /// Messages are handled until something happens, at most so long: whether it does. Without it nothing ever does.
+    std::function<bool(std::chrono::milliseconds atMost)> Elapse;
     /// Called when a message box opens, before it is answered.
     std::function<void(const MessageBox&)> OnMessage;
     int Yields() const { return yields; }

@@ -260,6 +260,22 @@ void Win32Toolkit::DoEvents()
     Sweep();
 }
 
+bool Win32Toolkit::WaitUntil(const std::function<bool()>& ended, std::chrono::milliseconds atMost)
+{
+    const auto end = std::chrono::steady_clock::now() + atMost;
+    while (!ended()) {
+        DoEvents();
+        MSG quit;
+        if (ended() || PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE))
+            break;
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now()).count();
+        if (left <= 0)
+            break;
+        MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(left), QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+    }
+    return ended();
+}
+
 void Win32Toolkit::Dispatch(MSG& message)
 {
     const HWND top = message.hwnd != nullptr ? GetAncestor(message.hwnd, GA_ROOT) : nullptr;

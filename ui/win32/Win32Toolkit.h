@@ -34,6 +34,8 @@ public:
     bool CopyToClipboard(const std::string& file) override;
     std::optional<std::string> PastedFile() override;
     void DoEvents() override;
+    bool InputWaits() override { return HIWORD(GetQueueStatus(QS_INPUT)) != 0; }
+    bool WaitUntil(const std::function<bool()>& ended, std::chrono::milliseconds atMost) override;
     void Post(std::function<void()> task) override;
     std::vector<WorkArea> WorkAreas() const override;
     Size ScreenSize() const override;
