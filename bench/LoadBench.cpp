@@ -77,13 +77,13 @@ public:
     {
         program.state.SettingsAppName = "Tessaly bench"; // nobody's settings
         program.state.TemplatesPath = templatesPath + "\\\\";
-        library.emplace(tree, program.platform.files, program.platform.shell, program.platform.locale, program.settings,
+        library.emplace(tree, program.files, program.platform.shell, program.platform.locale, program.settings,
                         program.messages, program.progress, program.strings, program.state);
         tabs.emplace(program.settings, program.strings, strip);
-        reader.emplace(library->Contents(), program.platform.files, program.state, program.settings);
-        thumbnails.emplace(program.platform.files, program.state, *reader);
-        pane.emplace(list, *tabs, status, program.toolkit, program.messages, program.strings, program.platform.clock,
-                     program.platform.locale);
+        reader.emplace(library->Contents(), program.files, program.state, program.settings);
+        thumbnails.emplace(program.files, program.state, *reader);
+        pane.emplace(list, program.files, *tabs, status, program.toolkit, program.messages, program.strings,
+                     program.platform.clock, program.platform.locale);
         strip.SetVisible(false);
         status.SetVisible(false);
         SetPlacement({1000, 1000, 9700, 7200});

@@ -12,6 +12,7 @@
 #include "platform/win32/System.h"
 #include "search/Finder.h"
 #include "search/ResultRows.h"
+#include "ui/headless/HeadlessToolkit.h"
 
 #include <malloc.h>
 
@@ -162,7 +163,10 @@ private:
     app::StringTable strings{platform.resources};
     library::Catalog catalog{strings, platform.files, platform.locale};
     app::Settings settings{platform.registry, state};
-    browser::TemplateReader reader{catalog, platform.files, state, settings};
+    ui::HeadlessToolkit toolkit;
+    app::LoadProgress progress{toolkit};
+    app::PatientFiles files{platform.files, platform.jobs, toolkit, progress};
+    browser::TemplateReader reader{catalog, files, state, settings};
     browser::Thumbnails thumbnails{platform.files, state, reader};
 };
 

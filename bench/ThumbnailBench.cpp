@@ -153,20 +153,15 @@ int Run(const std::string& library)
     BenchForm form{program};
     browser::FileTypeTabs tabs{program.settings, program.strings, form.strip};
     library::TemplateLibrary templates{
-        form.tree,        program.platform.files, program.platform.shell, program.platform.locale,
-        program.settings, program.messages,       program.progress,       program.strings,
+        form.tree,        program.files,    program.platform.shell, program.platform.locale,
+        program.settings, program.messages, program.progress,       program.strings,
         program.state};
     templates.LoadTreeView();
-    const browser::TemplateReader reader{templates.Contents(), program.platform.files, program.state, program.settings};
-    browser::Thumbnails thumbnails{program.platform.files, program.state, reader};
-    browser::ListPane pane{form.list,
-                           tabs,
-                           form.status,
-                           program.toolkit,
-                           program.messages,
-                           program.strings,
-                           program.platform.clock,
-                           program.platform.locale};
+    const browser::TemplateReader reader{templates.Contents(), program.files, program.state, program.settings};
+    browser::Thumbnails thumbnails{program.files, program.state, reader};
+    browser::ListPane pane{form.list,       program.files,          tabs,
+                           form.status,     program.toolkit,        program.messages,
+                           program.strings, program.platform.clock, program.platform.locale};
     Watched watched{pane.Templates()};
     form.list.SetModel(&watched);
     form.Show();

@@ -66,8 +66,13 @@ void FrmPreview::ShowRow(int wanted)
     lblCount.SetCaption(std::to_string(row + 1) + program.Text(app::str::PreviewOf) + std::to_string(Last() + 1) +
                         program.Text(app::str::PreviewTemplates));
     imgPicture.SetZoom(ui::Image::FitZoom);
-    imgPicture.SetFile(pictures.PictureOf(shown));
-    imgPicture.SetNextFile(row < last ? pictures.PictureOf(At(row + 1)) : std::string{});
+    imgPicture.SetNextFile({});
+    lookUp = pictures.FindPicture(shown, [this](const std::string& file) { imgPicture.SetFile(file); });
+    if (lookUp)
+        imgPicture.SetFile({});
+    nextLookUp = row < last ? pictures.FindPicture(At(row + 1),
+                                                   [this](const std::string& file) { imgPicture.SetNextFile(file); })
+                            : platform::Ticket{};
     // A button that goes grey must not keep the focus.
     if (row == last && cmdNext.HasFocus())
         (row > 0 ? cmdPrevious : cmdClose).SetFocus();

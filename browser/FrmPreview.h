@@ -49,6 +49,8 @@ private:
     const PreviewPane& pictures;
     int row;
     Actions actions;
+    platform::Ticket lookUp; ///< of the picture that is to be shown
+    platform::Ticket nextLookUp;
 
     int Last() const { return static_cast<int>(templates.size()) - 1; }
     const TemplateRow& At(int index) const { return templates.at(static_cast<std::size_t>(index)); }

@@ -11,11 +11,11 @@
 
 namespace browser {
 
-ListPane::ListPane(ui::ListView& list, FileTypeTabs& tabs, ui::StatusBar& status, ui::Toolkit& toolkit,
-                   app::Messages& messages, const app::StringTable& strings, platform::Clock& clock,
-                   platform::Locale& locale)
-    : list{list}, tabs{tabs}, status{status}, toolkit{toolkit}, messages{messages}, strings{strings}, templates{clock,
-                                                                                                                locale}
+ListPane::ListPane(ui::ListView& list, app::PatientFiles& files, FileTypeTabs& tabs, ui::StatusBar& status,
+                   ui::Toolkit& toolkit, app::Messages& messages, const app::StringTable& strings,
+                   platform::Clock& clock, platform::Locale& locale)
+    : list{list}, files{files}, tabs{tabs}, status{status}, toolkit{toolkit}, messages{messages}, strings{strings},
+      templates{clock, locale}
 {
     for (int i = 0; i < static_cast<int>(library::TemplateKinds.size()); ++i) {
         const std::string image{library::TemplateKinds[static_cast<std::size_t>(i)].image};
@@ -120,20 +120,27 @@ void ListPane::Fill()
     platform::Result<> read;
     const std::string tab = tabs.Selected();
     withoutPicture.reset();
+    const std::function<bool()> isUnwanted = [this] { return served != request; };
+    const app::PatientFiles::Unless unless{files, isUnwanted};
     if (current)
         read = ShowsThumbnails() ? current->ReadThumbnails(tab, *this) : current->ReadRows(tab, *this);
     if (served != request)
         return;
     ShowRefreshed();
     if (templates.Rows() == 0 && current)
-        list.SetEmptyText(read ? EmptyText(tab) : strings.LoadString(app::str::PathFileAccessError));
+        list.SetEmptyText(read ? EmptyText(tab) : strings.LoadString(WhyUnread(read.error())));
     // So that the preview shows what the folder is about, and Enter opens something.
     if (list.Selected() < 0)
         list.Select(0);
     wanted.clear();
     SelectionChanged();
-    if (!read && ShowsThumbnails())
+    if (!read && ShowsThumbnails() && read.error() != platform::error::Timeout)
         messages.Inform(app::str::ThumbnailsUnavailable);
+}
+
+std::uint16_t ListPane::WhyUnread(platform::Error failure)
+{
+    return failure == platform::error::Timeout ? app::str::FolderDoesNotAnswer : app::str::PathFileAccessError;
 }
 
 void ListPane::ShowRefreshed()
@@ -176,7 +183,9 @@ void ListPane::Add(TemplateRows piece)
 
 bool ListPane::GoOn()
 {
-    toolkit.DoEvents();
+    // Painting waits: a list that is filled in a moment would be drawn empty first, and scroll bars come and go.
+    if (toolkit.InputWaits())
+        toolkit.DoEvents();
     return served == request;
 }
 

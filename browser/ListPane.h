@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/Messages.h"
+#include "app/base/PatientFiles.h"
 #include "app/base/StringTable.h"
 #include "browser/FileTypeTabs.h"
 #include "browser/RowSource.h"
@@ -25,8 +26,8 @@ class ListPane final : private RowSink {
 public:
     using View = ui::ListView::View;
 
-    ListPane(ui::ListView& list, FileTypeTabs& tabs, ui::StatusBar& status, ui::Toolkit& toolkit,
-             app::Messages& messages, const app::StringTable& strings, platform::Clock& clock,
+    ListPane(ui::ListView& list, app::PatientFiles& files, FileTypeTabs& tabs, ui::StatusBar& status,
+             ui::Toolkit& toolkit, app::Messages& messages, const app::StringTable& strings, platform::Clock& clock,
              platform::Locale& locale);
 
     /// Other rows are shown, or another one is selected.
@@ -86,6 +87,7 @@ public:
 
 private:
     ui::ListView& list;
+    app::PatientFiles& files;
     FileTypeTabs& tabs;
     ui::StatusBar& status;
     ui::Toolkit& toolkit;
@@ -114,6 +116,7 @@ private:
     void Fill();
     void ShowRefreshed();
     std::string EmptyText(const std::string& tab) const;
+    static std::uint16_t WhyUnread(platform::Error failure);
     std::string CountText() const;
     void SortBy(int column);
 };

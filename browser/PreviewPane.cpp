@@ -12,6 +12,7 @@ using platform::path::Join;
 
 void PreviewPane::LoadThePreviewPane(const TemplateRow* row)
 {
+    lookUp.Drop();
     if (row == nullptr) {
         picture.SetFallback({}, {});
         picture.SetFile({});
@@ -19,7 +20,9 @@ void PreviewPane::LoadThePreviewPane(const TemplateRow* row)
         return;
     }
     picture.SetFallback(library::DiskPath(state.TemplatesPath, "NF.jpg"), strings.LoadString(app::str::NoPreview));
-    picture.SetFile(PictureOf(*row));
+    lookUp = FindPicture(*row, [this](const std::string& file) { picture.SetFile(file); });
+    if (lookUp)
+        picture.SetFile({}); // that of the row before says nothing about this one
     std::string text = row->text;
     if (!row->inFolder.empty())
         text += "\r\n" + row->inFolder;
@@ -28,14 +31,19 @@ void PreviewPane::LoadThePreviewPane(const TemplateRow* row)
     facts.SetCaption(std::move(text));
 }
 
-std::string PreviewPane::PictureOf(const TemplateRow& row) const
+platform::Ticket PreviewPane::FindPicture(const TemplateRow& row,
+                                          std::function<void(const std::string& file)> use) const
 {
     const std::string name = platform::text::Trimmed(row.text) + ".jpg";
-    std::string file = Join(Join(row.folder, library::PreviewsFolder), name);
-    const auto entry = files.Stat(file);
-    if (entry && !entry->IsFolder() && platform::text::EqualIgnoringCase(entry->name, name))
-        return file;
-    return library::DiskPath(state.TemplatesPath, "NF.jpg");
+    const auto look = [file = Join(Join(row.folder, library::PreviewsFolder), name), name,
+                       none = library::DiskPath(state.TemplatesPath, "NF.jpg")](
+                          platform::FileSystem& disk) -> platform::Result<std::string> {
+        const auto entry = disk.Stat(file);
+        const bool isThere = entry && !entry->IsFolder() && platform::text::EqualIgnoringCase(entry->name, name);
+        return isThere ? file : none;
+    };
+    return files.Tell(
+        look, [use = std::move(use)](const platform::Result<std::string>& file) { use(file.value_or(std::string{})); });
 }
 
 } // namespace browser

@@ -6,8 +6,10 @@
 #include "platform/Text.h"
 
 #include <algorithm>
+#include <map>
 #include <ranges>
 #include <set>
+#include <tuple>
 
 namespace browser {
 namespace {
@@ -66,7 +68,7 @@ void RecentDocuments::Add(const std::string& file)
         messages.Stop(app::str::SetValueFailed);
 }
 
-void RecentDocuments::GetHistoryListFromRegistry()
+void RecentDocuments::GetHistoryListFromRegistry(std::function<void()> seen)
 {
     documents.clear();
     Places places;
@@ -74,7 +76,7 @@ void RecentDocuments::GetHistoryListFromRegistry()
     if (const auto place = app::RegistryAccess::SplitPath(strings.LoadString(app::str::RecentDocumentsKey)))
         Read(place->first, place->second, places);
     std::ranges::stable_sort(documents, std::ranges::greater{}, &Document::recorded);
-    LookAtFiles();
+    LookAtFiles(seen);
 }
 
 void RecentDocuments::Read(platform::Hive hive, const std::string& key, Places& places)
@@ -97,28 +99,58 @@ void RecentDocuments::Read(platform::Hive hive, const std::string& key, Places& 
     }
 }
 
-void RecentDocuments::LookAtFiles()
+void RecentDocuments::LookAtFiles(const std::function<void()>& seen)
 {
-    std::set<std::string> there, away; // drives and shares; drives and servers
-    for (Document& document : documents) {
+    std::map<std::string, std::vector<std::string>> byServer; // and by drive: one that is away holds up no other
+    for (const Document& document : documents) {
         const std::string root = platform::text::Folded(path::Root(document.path));
-        const std::string server = root.substr(0, root.find('\\', 2));
-        if (away.contains(server))
-            continue;
-        const auto entry = files.Stat(document.path);
+        byServer[root.substr(0, root.find('\\', 2))].push_back(document.path);
+    }
+    lookUps.clear();
+    auto patience = app::PatientFiles::Moment;
+    for (auto& [server, paths] : byServer) {
+        const auto isLater = std::make_shared<bool>();
+        auto lookUp =
+            files.Tell([paths = std::move(paths)](
+                           platform::FileSystem& disk) -> platform::Result<Sights> { return LookAt(disk, paths); },
+                       [this, seen, isLater](const platform::Result<Sights>& found) {
+                           const Sights sights = found.value_or(Sights{});
+                           for (Document& document : documents)
+                               if (const auto sight = sights.find(document.path); sight != sights.end())
+                                   std::tie(document.modified, document.isGone) = sight->second;
+                           if (*isLater)
+                               seen();
+                       },
+                       patience);
+        *isLater = true;
+        if (lookUp) {
+            lookUps.push_back(std::move(lookUp));
+            patience = {};
+        }
+    }
+}
+
+RecentDocuments::Sights RecentDocuments::LookAt(platform::FileSystem& disk, const std::vector<std::string>& paths)
+{
+    Sights found;
+    std::set<std::string> there; // drives and shares
+    for (const std::string& file : paths) {
+        const std::string root = platform::text::Folded(path::Root(file));
+        const auto entry = disk.Stat(file);
         if (entry) {
-            document.modified = entry->modified;
+            found.try_emplace(file, entry->modified, false);
             there.insert(root);
         } else if (entry.error() == platform::error::AccessDenied || entry.error() == platform::error::InvalidName) {
             continue; // an answer
         } else if (platform::IsNotThere(entry.error()) &&
-                   (there.contains(root) || files.Stat(root))) { // a missing drive is told of in the same words
-            document.isGone = true;
+                   (there.contains(root) || disk.Stat(root))) { // a missing drive is told of in the same words
+            found.try_emplace(file, std::nullopt, true);
             there.insert(root);
         } else {
-            away.insert(server);
+            break;
         }
     }
+    return found;
 }
 
 void RecentDocuments::ValidateFilesFromHistoryList()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/Messages.h"
+#include "app/base/PatientFiles.h"
 #include "app/base/Settings.h"
 #include "app/base/StringTable.h"
 #include "platform/Clock.h"
@@ -33,7 +34,7 @@ public:
         bool isGone{};                              ///< surely: its drive or share is there, the document is not
     };
 
-    RecentDocuments(platform::Registry& registry, platform::FileSystem& files, platform::Clock& clock,
+    RecentDocuments(platform::Registry& registry, app::PatientFiles& files, platform::Clock& clock,
                     app::Settings& settings, app::Messages& messages, const app::StringTable& strings)
         : registry{registry}, files{files}, clock{clock}, settings{settings}, messages{messages}, strings{strings}
     {
@@ -43,8 +44,11 @@ public:
     void Add(const std::string& path);
 
     /// Reads both stores, the document recorded last first, and looks once at each document. A drive or server that
-    /// does not answer is not asked again: each question may take a network's time.
-    void GetHistoryListFromRegistry();
+    /// does not answer is not asked again: each question may take a network's time. `seen` is called whenever more is
+    /// known of some that did not answer at once, as long as the list is not read again.
+    void GetHistoryListFromRegistry(std::function<void()> seen);
+    /// Whoever waits for it goes.
+    void StopLooking() { lookUps.clear(); }
     /// Drops the documents that are gone. One whose drive or share is away is not gone.
     void ValidateFilesFromHistoryList();
     /// Drops the documents that are older than the time period. The day that counts is the file's own or the one on
@@ -66,16 +70,20 @@ public:
 
 private:
     platform::Registry& registry;
-    platform::FileSystem& files;
+    app::PatientFiles& files;
     platform::Clock& clock;
     app::Settings& settings;
     app::Messages& messages;
     const app::StringTable& strings;
     std::vector<Document> documents;
+    std::vector<platform::Ticket> lookUps;
 
     using Places = std::map<std::string, std::size_t>; ///< of the documents in the list, by the keys of their paths
     void Read(platform::Hive hive, const std::string& key, Places& places);
-    void LookAtFiles();
+    /// What became of documents, by their paths: when they were modified, and whether they are gone.
+    using Sights = std::map<std::string, std::pair<std::optional<platform::FileTime>, bool>>;
+    static Sights LookAt(platform::FileSystem& disk, const std::vector<std::string>& paths);
+    void LookAtFiles(const std::function<void()>& seen);
     bool Delete(const Document& document);
     /// Whether it was recorded, and too long ago; `unknown` when nobody wrote it down.
     bool WasRecordedTooLongAgo(const Document& document, bool unknown) const;

@@ -46,6 +46,7 @@ private:
     platform::FileSystem& files;
     app::Messages& messages;
     const app::StringTable& strings;
+    bool opening{};
 
     /// Tells the user when the spreadsheet could not be started.
     Launcher::Outcome Launch(const Launcher::Target& target);

@@ -16,7 +16,7 @@ using library::TemplateTypeOf;
 namespace path = platform::path;
 namespace text = platform::text;
 
-TemplateReader::TemplateReader(const library::Catalog& catalog, platform::FileSystem& files,
+TemplateReader::TemplateReader(const library::Catalog& catalog, app::PatientFiles& files,
                                const app::StartUpState& state, const app::Settings& settings)
     : catalog{catalog}, files{files}, state{state}
 {
@@ -39,12 +39,11 @@ bool TemplateReader::IsExcluded(const std::string& baseName) const
 
 platform::Result<> TemplateReader::ReadCategory(const std::string& category, std::string_view tab, RowSink& sink) const
 {
-    const auto* known = catalog.FindByPath(category);
-    if (known == nullptr)
+    if (catalog.FindByPath(category) == nullptr)
         return std::unexpected{platform::error::PathNotFound};
-    const std::string place = catalog.PlaceOf(*known);
+    const std::string place = catalog.PlaceOf(category);
     const std::string folder = library::DiskPath(state.TemplatesPath, place);
-    auto listing = catalog.FilesOf(*known);
+    auto listing = catalog.FilesIn(place);
     for (std::size_t type = 0; type < TemplateExtensions.size(); ++type) {
         if (!sink.GoOn())
             return {};
@@ -80,20 +79,36 @@ void TemplateReader::ReadFavorites(const library::Favorites& favorites, std::str
         row.file = path::Name(favorite);
         row.text = path::WithoutLastFour(row.file);
         row.folder = library::DiskPath(state.TemplatesPath, folder);
-        if (catalog.FindByPath(folder) != nullptr) {
+        if (catalog.FindByPath(folder) != nullptr)
             row.inFolder = folder;
-            if (const auto entry = files.Stat(FullPath(row)))
-                SetListItemDetails(row, folder, entry->size, entry->modified);
-        }
         rows.push_back(std::move(row));
     }
-    sink.Add(std::move(rows));
+    AddDetails(rows);
+    if (sink.GoOn())
+        sink.Add(std::move(rows));
+}
+
+void TemplateReader::AddDetails(TemplateRows& rows) const
+{
+    std::vector<std::string> paths(rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        if (!rows[i].inFolder.empty())
+            paths[i] = FullPath(rows[i]);
+    using Entries = std::vector<platform::Result<platform::FileEntry>>;
+    const auto entries = files.Ask([paths = std::move(paths)](platform::FileSystem& disk) -> platform::Result<Entries> {
+        Entries found;
+        for (const std::string& file : paths)
+            found.push_back(file.empty() ? std::unexpected{platform::error::FileNotFound} : disk.Stat(file));
+        return found;
+    });
+    for (std::size_t i = 0; entries && i < rows.size(); ++i)
+        if (const auto& entry = (*entries)[i])
+            SetListItemDetails(rows[i], std::string{rows[i].inFolder}, entry->size, entry->modified);
 }
 
 std::string TemplateReader::PlaceOf(const std::string& category) const
 {
-    const auto* known = catalog.FindByPath(category);
-    return known != nullptr ? catalog.PlaceOf(*known) : category;
+    return catalog.FindByPath(category) != nullptr ? catalog.PlaceOf(category) : category;
 }
 
 } // namespace browser

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "app/base/PatientFiles.h"
 #include "app/base/Settings.h"
 #include "app/base/StartUpState.h"
 #include "browser/RowSource.h"
 #include "library/Catalog.h"
 #include "library/Favorites.h"
-#include "platform/FileSystem.h"
 
 #include <array>
 #include <string>
@@ -16,7 +16,7 @@ namespace browser {
 /// Reads the library's templates as rows.
 class TemplateReader {
 public:
-    TemplateReader(const library::Catalog& catalog, platform::FileSystem& files, const app::StartUpState& state,
+    TemplateReader(const library::Catalog& catalog, app::PatientFiles& files, const app::StartUpState& state,
                    const app::Settings& settings);
 
     /// Base names that are never listed; the first empty entry ends them.
@@ -33,8 +33,11 @@ public:
 
 private:
     const library::Catalog& catalog;
-    platform::FileSystem& files;
+    app::PatientFiles& files;
     const app::StartUpState& state;
+
+    /// Sizes and times of those in the library.
+    void AddDetails(TemplateRows& rows) const;
 };
 
 } // namespace browser

@@ -103,12 +103,18 @@ int frmRecentDocuments::SmallIcon(int row) const
 
 void frmRecentDocuments::Fill()
 {
-    documents.GetHistoryListFromRegistry();
+    documents.GetHistoryListFromRegistry([this] { ShowDocuments(SelectedPath()); });
+    ShowDocuments({});
+}
+
+void frmRecentDocuments::ShowDocuments(const std::string& selected)
+{
     documents.ValidateFilesFromHistoryList();
     documents.ValidateHistoryTimePeriod();
     documents.ValidateHistoryTimePeriodNew();
     lvDocuments.Refill();
-    lvDocuments.Select(0);
+    const auto row = std::ranges::find(documents.List(), selected, &RecentDocuments::Document::path);
+    lvDocuments.Select(row == documents.List().end() ? 0 : static_cast<int>(row - documents.List().begin()));
     EnableButtons();
 }
 

@@ -18,6 +18,9 @@ public:
     /// `open` opens a document and says whether it did; `showOptions` lets the user set the time period.
     frmRecentDocuments(app::Program& program, RecentDocuments& documents,
                        std::function<bool(const std::string& path)> open, std::function<void()> showOptions);
+    frmRecentDocuments(const frmRecentDocuments&) = delete;
+    frmRecentDocuments& operator=(const frmRecentDocuments&) = delete;
+    ~frmRecentDocuments() override { documents.StopLooking(); }
 
     ui::ListView lvDocuments{*this};
     ui::Button cmdOpen{*this, ui::Tag{561}, ui::Role::Default};
@@ -40,6 +43,7 @@ private:
     void BuildViewPopup();
     void ShowAs(ui::ListView::View view);
     void Fill();
+    void ShowDocuments(const std::string& selected);
     /// Full path of the selected document; "" when none is.
     std::string SelectedPath() const;
     void cmdOpen_Click();

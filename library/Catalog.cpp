@@ -94,18 +94,18 @@ Catalog::Folder* Catalog::AddTopLevel(Contents& made, const std::string& name, F
     return &made.AddCategory(nullptr,
                              {.key = platform::text::IsNumeric(name) ? name + std::string{NumericEnding} : name,
                               .path = name,
-                              .text = name,
+                              .text = name + Unanswered(listings.Of(name)),
                               .image = treeimage::Category,
                               .selectedImage = treeimage::Category,
-                              .iconFile = IconFileOf(DiskPath(made.templatesPath, name), listings)});
+                              .iconFile = IconFileOf(made, name, listings)});
 }
 
 Catalog::Folder* Catalog::AddBelow(Contents& made, Folder& parent, const FolderTable& table, std::size_t row,
-                                   FolderListings& listings, const std::string& eBook)
+                                   FolderListings& listings, const std::string& eBook) const
 {
     const std::string& path = table.PathOf(row);
     const std::string& name = table.Cell(row, FolderTable::Name);
-    const auto& listing = listings.Of(DiskPath(made.templatesPath, path));
+    const auto& listing = listings.Of(path);
     const bool isEBook = listing && std::ranges::any_of(*listing, [](const platform::FileEntry& entry) {
                              return IsPlainFile(entry) && TemplateTypeOf(entry.name) == PdfTemplate;
                          });
@@ -116,26 +116,34 @@ Catalog::Folder* Catalog::AddBelow(Contents& made, Folder& parent, const FolderT
                                            .text = name + eBook,
                                            .image = treeimage::EBook,
                                            .selectedImage = treeimage::EBook});
-    return &made.AddCategory(
-        &parent,
-        {.key = path, .path = path, .text = name, .image = treeimage::Folder, .selectedImage = treeimage::FolderOpen});
+    return &made.AddCategory(&parent, {.key = path,
+                                       .path = path,
+                                       .text = name + Unanswered(listing),
+                                       .image = treeimage::Folder,
+                                       .selectedImage = treeimage::FolderOpen});
 }
 
-std::string Catalog::IconFileOf(const std::string& folder, FolderListings& listings) const
+std::string Catalog::Unanswered(const FolderListings::Listing& listing) const
 {
-    const auto& listing = listings.Of(folder);
+    const bool isUnknown = !listing && listing.error() == platform::error::Timeout;
+    return isUnknown ? " " + strings.LoadString(app::str::DoesNotAnswer) : std::string{};
+}
+
+std::string Catalog::IconFileOf(const Contents& made, const std::string& name, FolderListings& listings) const
+{
+    const auto& listing = listings.Of(name);
     if (!listing)
         return {};
     const auto icon = std::ranges::find_if(*listing, [](const platform::FileEntry& entry) {
         if (platform::path::LastFour(entry.name).size() != 4 || !IsPlainFile(entry))
             return false;
-        const std::string name = Folded(entry.name);
-        return name.starts_with("folder") && name.ends_with(".ico");
+        const std::string file = Folded(entry.name);
+        return file.starts_with("folder") && file.ends_with(".ico");
     });
     if (icon == listing->end())
         return {};
     // It may have gone since it was listed.
-    std::string file = platform::path::Join(folder, icon->name);
+    std::string file = platform::path::Join(DiskPath(made.templatesPath, name), icon->name);
     return files.Stat(file) ? file : std::string{};
 }
 
@@ -202,17 +210,17 @@ const Catalog::Folder* Catalog::FindRemembered(std::string_view stored) const
     return FindByPath(stored);
 }
 
-std::string Catalog::PlaceOf(const Folder& category) const
+std::string Catalog::PlaceOf(const std::string& category) const
 {
-    std::string without = platform::text::Replaced(category.path, strings.LoadString(app::str::CreateNew) + "\\", "");
-    if (without == category.path || files.Stat(DiskPath(contents.templatesPath, category.path)))
-        return category.path;
+    std::string without = platform::text::Replaced(category, strings.LoadString(app::str::CreateNew) + "\\", "");
+    if (without == category || files.Stat(DiskPath(contents.templatesPath, category)))
+        return category;
     return without;
 }
 
-platform::Result<std::vector<platform::FileEntry>> Catalog::FilesOf(const Folder& category) const
+platform::Result<std::vector<platform::FileEntry>> Catalog::FilesIn(const std::string& place) const
 {
-    auto listing = files.List(DiskPath(contents.templatesPath, PlaceOf(category)));
+    auto listing = files.List(DiskPath(contents.templatesPath, place));
     if (listing)
         std::erase_if(*listing, [](const platform::FileEntry& entry) { return !IsPlainFile(entry); });
     return listing;

@@ -71,11 +71,11 @@ public:
     static std::string RememberedAs(const Folder* folder);
     const Folder* FindRemembered(std::string_view stored) const;
 
-    /// Where a category's files lie, relative to the templates path: its path; when nothing is there, its path with
-    /// every "Create New\" removed, since such a folder stands for the one below it.
-    std::string PlaceOf(const Folder& category) const;
-    /// The category's files as they are now, without hidden and system files.
-    platform::Result<std::vector<platform::FileEntry>> FilesOf(const Folder& category) const;
+    /// Where the files of a category (its path) lie, relative to the templates path: its path; when nothing is there,
+    /// its path with every "Create New\" removed, since such a folder stands for the one below it.
+    std::string PlaceOf(const std::string& category) const;
+    /// The files that lie there now, without hidden and system files.
+    platform::Result<std::vector<platform::FileEntry>> FilesIn(const std::string& place) const;
 
 private:
     struct Contents {
@@ -97,10 +97,11 @@ private:
     Contents contents;
 
     Folder* AddTopLevel(Contents& made, const std::string& name, FolderListings& listings) const;
-    static Folder* AddBelow(Contents& made, Folder& parent, const FolderTable& table, std::size_t row,
-                            FolderListings& listings, const std::string& eBook);
+    Folder* AddBelow(Contents& made, Folder& parent, const FolderTable& table, std::size_t row,
+                     FolderListings& listings, const std::string& eBook) const;
     void AddLeading(Contents& made) const;
-    std::string IconFileOf(const std::string& folder, FolderListings& listings) const;
+    std::string Unanswered(const FolderListings::Listing& listing) const;
+    std::string IconFileOf(const Contents& made, const std::string& name, FolderListings& listings) const;
     void SortChildren(Contents& made) const;
 };
 

@@ -23,12 +23,22 @@ void Favorites::GetFavoritesFromRegistry()
     const auto stored = settings.Names(Section);
     if (!stored)
         return;
+    const auto gone = files.Ask([names = *stored, templatesPath = state.TemplatesPath](
+                                    platform::FileSystem& disk) -> platform::Result<std::vector<bool>> {
+        if (const auto library = disk.List(DiskPath(templatesPath, "")); !library)
+            return std::unexpected{library.error()};
+        std::vector<bool> found;
+        for (const std::string& name : names)
+            found.push_back(!name.empty() && IsGone(disk, DiskPath(templatesPath, name)));
+        return found;
+    });
+    const bool canPrune = gone.has_value();
     favoritesList.clear();
-    const bool canPrune = files.List(DiskPath(state.TemplatesPath, "")).has_value();
-    for (const std::string& name : *stored) {
+    for (std::size_t i = 0; i < stored->size(); ++i) {
+        const std::string& name = (*stored)[i];
         if (name.empty())
             continue;
-        if (!canPrune || !IsGone(name)) {
+        if (!canPrune || !(*gone)[i]) {
             favoritesList.push_back(name);
             if (canPrune)
                 StoreLibrary(name);
@@ -54,10 +64,10 @@ void Favorites::StoreLibrary(const std::string& path)
         (void)settings.Save(LibrarySection, path, Library());
 }
 
-bool Favorites::IsGone(const std::string& path) const
+bool Favorites::IsGone(platform::FileSystem& disk, const std::string& file)
 {
     using namespace platform;
-    const auto entry = files.Stat(DiskPath(state.TemplatesPath, path));
+    const auto entry = disk.Stat(file);
     if (entry)
         return entry->IsFolder();
     // A name that the system does not allow was never a file; other failures say nothing about the file.
@@ -71,7 +81,7 @@ bool Favorites::AddToFavorites(const std::string& path, const std::string& rowTe
         messages.Plain(app::str::EnumerationFailed);
     } else if (!match->empty()) {
         messages.Inform(rowText + " " + strings.LoadString(app::str::AlreadyFavorite));
-    } else if (IsGone(path)) {
+    } else if (IsGone(files, DiskPath(state.TemplatesPath, path))) {
         messages.Inform(app::str::TemplateNotFound); // deleted meanwhile, or only its picture is left
     } else if (!SaveFavorite(path)) {
         messages.Stop(app::str::SetValueFailed);

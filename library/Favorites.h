@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/Messages.h"
+#include "app/base/PatientFiles.h"
 #include "app/base/Settings.h"
 #include "app/base/StringTable.h"
 #include "platform/FileSystem.h"
@@ -14,7 +15,7 @@ namespace library {
 /// The user's own list of templates: paths relative to the templates path, one value of the settings each.
 class Favorites {
 public:
-    Favorites(platform::FileSystem& files, app::Settings& settings, app::Messages& messages,
+    Favorites(app::PatientFiles& files, app::Settings& settings, app::Messages& messages,
               const app::StringTable& strings, const app::StartUpState& state, ui::Toolkit& toolkit)
         : files{files}, settings{settings}, messages{messages}, strings{strings}, state{state}, toolkit{toolkit}
     {
@@ -42,7 +43,7 @@ public:
     void ForgetMoved(const std::string& from, const std::string& to, bool moved);
 
 private:
-    platform::FileSystem& files;
+    app::PatientFiles& files;
     app::Settings& settings;
     app::Messages& messages;
     const app::StringTable& strings;
@@ -55,7 +56,7 @@ private:
     /// The templates path in use, as it is recorded of a favourite.
     std::string Library() const;
     void StoreLibrary(const std::string& path);
-    bool IsGone(const std::string& path) const;
+    static bool IsGone(platform::FileSystem& disk, const std::string& file);
     platform::Result<> SaveFavorite(const std::string& path);
     /// False when the favourite is still stored.
     bool DeleteFavorite(const std::string& path);

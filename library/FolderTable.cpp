@@ -24,8 +24,7 @@ void FolderTable::ClearFolderTable()
     templatesFound = eBooksFound = 0;
 }
 
-void FolderTable::BuildFolderTable(const FolderWalk& walk, FolderListings& listings, app::LoadProgress& progress,
-                                   const std::string& templatesPath)
+void FolderTable::BuildFolderTable(const FolderWalk& walk, FolderListings& listings, app::LoadProgress& progress)
 {
     ClearFolderTable();
     // Level by level: a parent's row stands before its children's.
@@ -36,7 +35,11 @@ void FolderTable::BuildFolderTable(const FolderWalk& walk, FolderListings& listi
         AddRow(row, walk, node);
         if (!progress.Increment())
             break;
-        const auto& listing = listings.Of(DiskPath(templatesPath, node.path));
+        const auto& listing = listings.Of(node.path);
+        if (!listing && listing.error() == platform::error::Timeout) {
+            MarkWithAncestors(row); // the user must see that there is something
+            continue;
+        }
         if (!listing)
             break;
         TestFolderForTemplates(row, *listing);

@@ -28,10 +28,9 @@ public:
     explicit FolderTable(platform::FileSystem& files) : files{files} {}
 
     void ClearFolderTable();
-    /// Records the walked folders, and marks those with templates and their ancestors. A 501st folder, or one that
-    /// cannot be read, ends the pass with what was recorded so far.
-    void BuildFolderTable(const FolderWalk& walk, FolderListings& listings, app::LoadProgress& progress,
-                          const std::string& templatesPath);
+    /// Records the walked folders, and marks those with templates, or without an answer, and their ancestors. A 501st
+    /// folder, or one that cannot be read, ends the pass with what was recorded so far.
+    void BuildFolderTable(const FolderWalk& walk, FolderListings& listings, app::LoadProgress& progress);
     /// Removes from the disk the recorded folders that are entirely empty, unless this is no library: nothing in it is
     /// a template, or there are e-books alone, which any folder may hold.
     void RemoveEmptyFolders(const std::string& templatesPath);

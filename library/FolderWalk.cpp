@@ -16,11 +16,16 @@ namespace {
 /// Sub-folder names that one folder of the second level can hold; one more ends the walk there.
 constexpr std::size_t ThirdLevelNames = 101;
 
+/// Such a folder is a category whose contents are not known, and none of those behind it has to suffer.
+bool DoesNotAnswer(const FolderListings::Listing& listing)
+{
+    return !listing && listing.error() == platform::error::Timeout;
+}
+
 } // namespace
 
-FolderWalk::FolderWalk(const app::StringTable& strings, app::LoadProgress& progress, FolderListings& listings,
-                       std::string templatesPath)
-    : strings{strings}, progress{progress}, listings{listings}, templatesPath{std::move(templatesPath)}
+FolderWalk::FolderWalk(const app::StringTable& strings, app::LoadProgress& progress, FolderListings& listings)
+    : recentSearch{strings.LoadString(app::str::RecentDocumentsSearch)}, progress{progress}, listings{listings}
 {
 }
 
@@ -39,10 +44,9 @@ void FolderWalk::Run()
 
 bool FolderWalk::WalkTopLevel()
 {
-    const auto& listing = listings.Of(DiskPath(templatesPath, ""));
+    const auto& listing = listings.Of({});
     if (!listing)
         return false;
-    const std::string recentSearch = strings.LoadString(app::str::RecentDocumentsSearch);
     for (const platform::FileEntry& entry : *listing) {
         if (!IsCategory(entry))
             continue;
@@ -59,7 +63,9 @@ bool FolderWalk::WalkTopLevel()
 
 bool FolderWalk::ScanForSubfolders(std::size_t parent)
 {
-    const auto& listing = listings.Of(DiskPath(templatesPath, nodes[parent].path));
+    const auto& listing = listings.Of(nodes[parent].path);
+    if (DoesNotAnswer(listing))
+        return progress.Increment();
     if (!listing)
         return false;
     for (const platform::FileEntry& entry : *listing) {
@@ -73,7 +79,9 @@ bool FolderWalk::ScanForSubfolders(std::size_t parent)
 
 bool FolderWalk::WalkThirdLevel(std::size_t child)
 {
-    const auto& listing = listings.Of(DiskPath(templatesPath, nodes[child].path));
+    const auto& listing = listings.Of(nodes[child].path);
+    if (DoesNotAnswer(listing))
+        return true;
     if (!listing)
         return false;
     std::vector<const platform::FileEntry*> names;
@@ -90,6 +98,20 @@ bool FolderWalk::WalkThirdLevel(std::size_t child)
             return false;
     }
     return true;
+}
+
+std::vector<std::string> FolderWalk::FollowersOf(const std::string& folder,
+                                                 const std::vector<platform::FileEntry>& listing) const
+{
+    const auto level = folder.empty() ? 0 : 1 + std::ranges::count(folder, '\\');
+    std::vector<std::string> paths;
+    for (const platform::FileEntry& entry : listing) {
+        if (level == Levels || (level % 2 == 1 && EndsScan(entry)))
+            break;
+        if (IsCategory(entry) && (level > 0 || entry.name != recentSearch))
+            paths.push_back(platform::path::Join(folder, entry.name));
+    }
+    return paths;
 }
 
 void FolderWalk::AddChild(std::size_t parent, const platform::FileEntry& entry)

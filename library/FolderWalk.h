@@ -23,8 +23,7 @@ public:
         std::vector<std::size_t> children;
     };
 
-    FolderWalk(const app::StringTable& strings, app::LoadProgress& progress, FolderListings& listings,
-               std::string templatesPath);
+    FolderWalk(const app::StringTable& strings, app::LoadProgress& progress, FolderListings& listings);
 
     /// How deep it goes below the templates path.
     static constexpr int Levels = 4;
@@ -37,8 +36,13 @@ public:
     static std::optional<std::string> Hides(platform::FileSystem& files, const std::string& templatesPath,
                                             const std::string& category, const std::string& name);
 
-    /// Walks until the end, a bound or a folder that cannot be read; what was found until then stays.
+    /// Walks until the end, a bound or a folder that cannot be read; what was found until then stays. One that does not
+    /// answer in time is passed over.
     void Run();
+
+    /// The folders in this one that are walked once its listing is known; nothing changes.
+    std::vector<std::string> FollowersOf(const std::string& folder,
+                                         const std::vector<platform::FileEntry>& listing) const;
 
     const std::vector<Node>& Nodes() const { return nodes; }
     const std::vector<std::size_t>& Roots() const { return roots; }
@@ -46,10 +50,9 @@ public:
     const std::vector<std::string>& FolderNames() const { return folderNames; }
 
 private:
-    const app::StringTable& strings;
+    std::string recentSearch; ///< the name of a folder at the top that is no category
     app::LoadProgress& progress;
     FolderListings& listings;
-    std::string templatesPath;
     std::vector<Node> nodes;
     std::vector<std::size_t> roots;
     std::vector<std::string> folderNames;

@@ -12,7 +12,7 @@
 
 namespace library {
 
-TemplateLibrary::TemplateLibrary(ui::TreeView& tree, platform::FileSystem& files, platform::Shell& shell,
+TemplateLibrary::TemplateLibrary(ui::TreeView& tree, app::PatientFiles& files, platform::Shell& shell,
                                  platform::Locale& locale, app::Settings& settings, app::Messages& messages,
                                  app::LoadProgress& progress, const app::StringTable& strings,
                                  const app::StartUpState& state)
@@ -46,7 +46,7 @@ bool TemplateLibrary::LoadTreeView()
 
 void TemplateLibrary::LoadOnce()
 {
-    FolderListings listings{files};
+    FolderListings listings{files, state.TemplatesPath};
     const bool reads = std::exchange(FullLoad, false);
     while ((NoFoldersFound = reads && !ReadFolders(listings)) && TellNoFolders())
         listings.Forget();
@@ -59,7 +59,11 @@ void TemplateLibrary::LoadOnce()
 
 bool TemplateLibrary::ReadFolders(FolderListings& listings)
 {
-    FolderWalk walk{strings, progress, listings, state.TemplatesPath};
+    FolderWalk walk{strings, progress, listings};
+    const platform::Scoped ahead{
+        listings.FollowersOf, decltype(listings.FollowersOf){[&walk](const std::string& folder, const auto& listing) {
+            return walk.FollowersOf(folder, listing);
+        }}};
     walk.Run();
     combo = {walk.FolderNames(), -1, {}};
     if (walk.Roots().empty()) {
@@ -70,7 +74,7 @@ bool TemplateLibrary::ReadFolders(FolderListings& listings)
             ClearViews();
         return false;
     }
-    table.BuildFolderTable(walk, listings, progress, state.TemplatesPath);
+    table.BuildFolderTable(walk, listings, progress);
     if (MayBeTidied(shell, state.TemplatesPath))
         table.RemoveEmptyFolders(state.TemplatesPath);
     return true;

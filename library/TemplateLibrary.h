@@ -17,7 +17,7 @@ namespace library {
 /// The library as the main window shows it: reads the folders from the disk into the folder table and the tree view.
 class TemplateLibrary {
 public:
-    TemplateLibrary(ui::TreeView& tree, platform::FileSystem& files, platform::Shell& shell, platform::Locale& locale,
+    TemplateLibrary(ui::TreeView& tree, app::PatientFiles& files, platform::Shell& shell, platform::Locale& locale,
                     app::Settings& settings, app::Messages& messages, app::LoadProgress& progress,
                     const app::StringTable& strings, const app::StartUpState& state);
 
@@ -63,7 +63,7 @@ public:
     const FolderCombo& TemplateFoldersCombo() const { return combo; }
 
 private:
-    platform::FileSystem& files;
+    app::PatientFiles& files;
     platform::Shell& shell;
     app::Settings& settings;
     app::Messages& messages;

@@ -2,6 +2,7 @@
 
 #include "app/base/LoadProgress.h"
 #include "app/base/Messages.h"
+#include "app/base/PatientFiles.h"
 #include "app/base/RegistryAccess.h"
 #include "app/base/Settings.h"
 #include "app/base/StartUpState.h"
@@ -18,7 +19,8 @@ public:
     Program(platform::Platform systemPlatform, ui::Toolkit& uiToolkit, const pictures::Pictures& decoder)
         : platform{systemPlatform}, toolkit{uiToolkit}, pictures{decoder}, strings{platform.resources},
           messages{toolkit, strings, state}, settings{platform.registry, state},
-          registry{platform.registry, messages, toolkit}, progress{toolkit}
+          registry{platform.registry, messages, toolkit}, progress{toolkit}, files{platform.files, platform.jobs,
+                                                                                   toolkit, progress}
     {
     }
 
@@ -31,6 +33,7 @@ public:
     Settings settings;
     RegistryAccess registry;
     LoadProgress progress;
+    PatientFiles files; ///< for the window's thread, where it may wait; for jobs and changes there is platform.files
     bool UpdateCheckDone{}; ///< the update service had its turn in this process
 
     std::string Text(std::uint16_t id) const { return strings.LoadString(id); }

@@ -42,6 +42,7 @@ inline constexpr std::uint16_t Searching = 178, NothingFound = 179, CriteriaInco
                                PreviewOf = 254, PreviewTemplates = 255, CopyFailed = 706, TextCopyFailed = 712,
                                Preview = 563;
 
-inline constexpr std::uint16_t CtrlKey = 722, ShiftKey = 723, EnterKey = 724, DeleteKey = 725, NoRecentDocuments = 726;
+inline constexpr std::uint16_t CtrlKey = 722, ShiftKey = 723, EnterKey = 724, DeleteKey = 725, NoRecentDocuments = 726,
+                               DoesNotAnswer = 713, FolderDoesNotAnswer = 714;
 
 } // namespace app::str

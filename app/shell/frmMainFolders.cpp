@@ -176,7 +176,7 @@ bool frmMain::OpenDocument(const std::string& path)
 {
     // A spreadsheet's program is started by name, and would be so for a document that is gone.
     if (library::TemplateTypeOf(path) == library::SpreadsheetTemplate) {
-        const auto entry = program.platform.files.Stat(path);
+        const auto entry = program.files.Stat(path);
         if (entry && !entry->IsFolder())
             return opener.OpenRecorded(path);
     }

@@ -13,7 +13,7 @@ constexpr int Width = 7200; ///< twips
 bool CanRead(Program& program, const std::string& folder)
 {
     return platform::path::IsAbsolute(folder) &&
-           program.platform.files.List(platform::path::WithoutTrailingSeparator(folder)).has_value();
+           program.files.List(platform::path::WithoutTrailingSeparator(folder)).has_value();
 }
 
 } // namespace
@@ -88,7 +88,7 @@ bool ChooseTemplatesPath(Program& program)
     // A folder of something else must not become the library: what is empty in a library is removed.
     const bool isLibrary = [&] {
         const ui::Hourglass hourglass{program.toolkit};
-        return platform::path::IsAbsolute(*chosen) && library::HoldsTemplates(program.platform.files, *chosen);
+        return platform::path::IsAbsolute(*chosen) && library::HoldsTemplates(program.files, *chosen);
     }();
     if (!isLibrary) {
         program.messages.Inform(str::SelectedPathUnreadable);

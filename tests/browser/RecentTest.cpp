@@ -151,7 +151,7 @@ protected:
     browser::RecentDocuments Documents()
     {
         app::Program& p = Program();
-        return {system.registry, system.files, system.clock, p.settings, p.messages, p.strings};
+        return {system.registry, p.files, system.clock, p.settings, p.messages, p.strings};
     }
     Texts Paths(const browser::RecentDocuments& documents)
     {
@@ -176,7 +176,7 @@ TEST_F(RecentDocumentsTest, BothStoresAreReadTheLastRecordedFirst)
         documents.Add(path);
         system.clock.Sleep(1000);
     }
-    documents.GetHistoryListFromRegistry();
+    documents.GetHistoryListFromRegistry([] {});
     EXPECT_EQ(Paths(documents), (Texts{"C:\\D\\a.ccw", "C:\\D\\c.ccw", "C:\\D\\b.ccw", "C:\\D\\new.ccw",
                                        "C:\\D\\theirs.doc", "C:\\D\\old.ccw", "C:\\D\\odd.doc"}));
     EXPECT_TRUE(documents.Remove("C:\\D\\new.ccw"));
@@ -187,7 +187,7 @@ TEST_F(RecentDocumentsTest, BothStoresAreReadTheLastRecordedFirst)
     EXPECT_FALSE(documents.Clear());
     system.registry.SetClosed(Hive::CurrentUser, suite, {});
     EXPECT_TRUE(documents.Clear());
-    documents.GetHistoryListFromRegistry();
+    documents.GetHistoryListFromRegistry([] {});
     EXPECT_EQ(Paths(documents), Texts{});
 }
 
@@ -208,7 +208,7 @@ TEST_F(RecentDocumentsTest, WhatIsGoneIsForgottenAndWhatIsAwayAgesByItsRecord)
         system.registry.PutString(Hive::CurrentUser, own, path, recorded);
     browser::RecentDocuments documents = Documents();
     system.faults.ForgetCalls();
-    documents.GetHistoryListFromRegistry();
+    documents.GetHistoryListFromRegistry([] {});
     const auto looks = std::ranges::count_if(system.faults.Log(),
                                              [](const std::string& call) { return call.starts_with("FileSystem"); });
     EXPECT_EQ(looks, 2 + 3 + 2 + 2) << "one a document, and two for each that does not answer";
@@ -228,7 +228,7 @@ TEST_F(RecentDocumentsTest, TheOldAreForgottenUnlessTheyWereRecordedLately)
     AddDocument(own, "C:\\D\\copied today.ccw", "2004-03-17", {1999, 1, 1});
     AddDocument(own, "C:\\D\\undated.ccw", "", {1999, 1, 1});
     browser::RecentDocuments documents = Documents();
-    documents.GetHistoryListFromRegistry();
+    documents.GetHistoryListFromRegistry([] {});
     documents.ValidateHistoryTimePeriod();
     EXPECT_EQ(Paths(documents), (Texts{"C:\\D\\copied today.ccw", "C:\\D\\edge.ccw"}));
     EXPECT_EQ(system.registry.StringAt(Hive::CurrentUser, own, "C:\\D\\old.ccw"), "(none)");

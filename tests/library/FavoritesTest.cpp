@@ -17,8 +17,7 @@ protected:
     library::Favorites Fresh()
     {
         app::Program& program = Program();
-        return {program.platform.files, program.settings, program.messages,
-                program.strings,        program.state,    program.toolkit};
+        return {program.files, program.settings, program.messages, program.strings, program.state, program.toolkit};
     }
     void ShowFavorites()
     {

@@ -174,14 +174,14 @@ TEST_F(LoadTest, TheCatalogueSaysWhatTheTreeShows)
     });
     EXPECT_EQ(texts, (Texts{"My Favorites", "Zoo", "a", "y", "o eBook", "p9", "p10", "Q", "b", "C", "My Create New",
                             "Sub", "My Sub", "Get More Templates"}));
-    const auto files = catalog.FilesOf(*catalog.FindByPath("ZOO")).value();
+    const auto files = catalog.FilesIn("ZOO").value();
     ASSERT_EQ(files.size(), 1u) << "without the hidden one";
     EXPECT_EQ(files.front().name, "x.swt");
     const auto* sub = catalog.FindByPath("My Create New\\Sub");
-    EXPECT_EQ(catalog.PlaceOf(*sub), "My Create New\\Sub") << "it is there";
+    EXPECT_EQ(catalog.PlaceOf(sub->path), "My Create New\\Sub") << "it is there";
     system.files.Remove(InLibrary("My Create New\\Sub"));
-    EXPECT_EQ(catalog.PlaceOf(*sub), "My Sub");
-    EXPECT_EQ(catalog.FilesOf(*sub).value().front().name, "there.swt");
+    EXPECT_EQ(catalog.PlaceOf(sub->path), "My Sub");
+    EXPECT_EQ(catalog.FilesIn(catalog.PlaceOf(sub->path)).value().front().name, "there.swt");
 }
 
 // Empty folders are removed from the disk, and nothing else is.
