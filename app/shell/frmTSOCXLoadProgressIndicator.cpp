@@ -44,9 +44,7 @@ frmTSOCXLoadProgressIndicator::~frmTSOCXLoadProgressIndicator()
 
 void frmTSOCXLoadProgressIndicator::ShowCount(int percent)
 {
-    // The bar's theme may take longer over one drawing than a step of the load takes; the number tells each percent.
-    constexpr int step = 5;
-    prgLoad.SetValue(percent - percent % step);
+    prgLoad.SetValue(percent);
     lblProgress.SetCaption(program.Text(str::PleaseWait) + program.state.ProductCaption +
                            program.Text(str::BrowserLoads) + " - " + std::to_string(percent) +
                            program.Text(str::PercentDone));

@@ -22,6 +22,7 @@
 #include "ui/win32/TreeViewPeer.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -176,6 +177,11 @@ protected:
     {
         if (aspect != Aspect::Value)
             return;
+        // A theme may take longer over one drawing than a step of what is shown takes.
+        constexpr int step = 5; // percent
+        if (std::abs(bar.Value() - shown) < step && bar.Value() != 0 && bar.Value() != 100)
+            return;
+        shown = bar.Value();
         // The bar glides to a higher value and would show the last step too late; a step back is drawn at once.
         if (bar.Value() < 100)
             Send(PBM_SETPOS, static_cast<WPARAM>(bar.Value() + 1));
@@ -185,6 +191,7 @@ protected:
 
 private:
     ProgressBar& bar;
+    int shown{-1}; ///< percent
 };
 
 class StatusBarPeer final : public PeerBase {
