@@ -4,7 +4,10 @@
 
 #include <condition_variable>
 #include <deque>
+#include <memory>
 #include <mutex>
+#include <stdexcept>
+#include <string>
 #include <thread>
 
 using namespace platform;
@@ -117,6 +120,38 @@ TEST(ThreadJobsTest, WorkLearnsThatNobodyWaitsAndAResultOnItsWayIsDropped)
     ticket.Drop();
     ticket = jobs.Start([](const Cancelled&) { return Result<>{}; }, [](const Result<>&) { FAIL(); });
     window.RunNext(&ticket);
+}
+
+TEST(ThreadJobsTest, AnAnswerIsWaitedForAndWakesTheLoopThatWaits)
+{
+    Window window;
+    ThreadJobs jobs{window.Poster()};
+    auto soon = jobs.Ask([](const Cancelled&) -> Result<std::string> { return "done"; });
+    ASSERT_TRUE(soon.Ended(10s));
+    EXPECT_EQ(soon.Take(), "done");
+    auto thrown = jobs.Ask([](const Cancelled&) -> Result<> { throw std::runtime_error{"no"}; });
+    ASSERT_TRUE(thrown.Ended(10s));
+    EXPECT_EQ(thrown.Take().error(), error::GeneralFailure);
+
+    Gate gate;
+    auto later = jobs.Ask([&](const Cancelled&) { return gate.Pass(); });
+    gate.entered.acquire();
+    EXPECT_FALSE(later.Ended());
+    gate.open.release();
+    window.RunNext(); // what wakes the loop
+    EXPECT_TRUE(later.Ended());
+
+    Signal begun{0}, gone{0};
+    auto unwanted = std::make_unique<Answer<Result<>>>(jobs.Ask([&](const Cancelled& cancelled) {
+        begun.release();
+        while (!cancelled)
+            std::this_thread::yield();
+        gone.release();
+        return Result<>{};
+    }));
+    begun.acquire();
+    unwanted.reset();
+    gone.acquire();
 }
 
 TEST(ThreadJobsTest, EndingDoesNotWaitForWorkThatIsStuckNorHearOfIt)

@@ -3,6 +3,7 @@
 #include "tests/support/win32/Files.h"
 #include "ui/win32/FileOffer.h"
 
+#include <atomic>
 #include <chrono>
 #include <future>
 #include <stdexcept>
@@ -128,6 +129,27 @@ TEST_F(ToolkitTest, TasksWithoutEndLeaveMessagesTheirTurn)
     });
     toolkit.Run();
     EXPECT_LT(tasks, 100);
+}
+
+TEST_F(ToolkitTest, MessagesAreHandledUntilAnotherThreadIsReady)
+{
+    std::atomic<bool> ready{};
+    std::atomic<int> handled{};
+    bool waits = true;
+    acts.Add([&] { return ++handled > 3; });
+    std::thread other{[&] {
+        while (handled <= 3)
+            std::this_thread::yield();
+        ready = true;
+        toolkit.Post([&] { EXPECT_FALSE(waits); });
+    }};
+    EXPECT_TRUE(toolkit.WaitUntil([&] { return ready.load(); }, std::chrono::minutes{1}));
+    other.join();
+    EXPECT_FALSE(toolkit.WaitUntil([] { return false; }, std::chrono::milliseconds{20}));
+    PostQuitMessage(0);
+    EXPECT_FALSE(toolkit.WaitUntil([] { return false; }, std::chrono::hours{1})) << "the program ends";
+    waits = false;
+    toolkit.Run(); // takes the end up
 }
 
 TEST_F(ToolkitTest, CancellingTheFolderDialogGivesNothingAndKeepsTheCurrentFolder)
