@@ -8,24 +8,8 @@ namespace tests {
 namespace {
 
 struct Desk : PackMachine {
-    std::optional<app::Browser> browser;
     Texts listed; ///< the manager's rows at its end
 
-    app::frmMain& Main() { return *browser->Main(); }
-    void Start()
-    {
-        browser.emplace(system.AsPlatform(), toolkit, pictures);
-        browser->Start("EXE", "", "", "", "");
-    }
-    void InManager(const std::function<void(frmContentPackManager&)>& act)
-    {
-        toolkit.OnModal<frmContentPackManager>("frmContentPackManager", [&, act](auto& form) {
-            act(form);
-            listed = RowsOf(form);
-            form.btnClose.UserClicks();
-        });
-        Main().Commands().Run("mnuSolutionPackManager");
-    }
     /// Failures that the user has heard of; that something was left in place is none.
     std::size_t Told() const
     {
@@ -79,19 +63,6 @@ void Check(Desk& desk, bool dies, bool isReadable)
     EXPECT_EQ(TreeTexts(desk.Main().tvTreeView), shown) << "the tree shows something else";
 }
 
-struct Deletion {
-    const char* name;
-    std::function<void(frmContentPackManager&)> act;
-};
-const Deletion deletions[] = {
-    {"one",
-     [](frmContentPackManager& form) {
-         form.lvPacks.UserSelects(1);
-         form.btnDelete.UserClicks();
-     }},
-    {"all", [](frmContentPackManager& form) { form.btnDeleteAll.UserClicks(); }},
-};
-
 const Trouble troubles[] = {
     {},
     {Trouble::OneCallFails, platform::error::NotReady},
@@ -111,9 +82,15 @@ TEST_P(PackFaultTest, ADeletionLosesNothingAndTheViewsSayWhatIsThere)
 {
     const Trouble& trouble = GetParam();
     const bool dies = trouble.kind == Trouble::TheProcessDies;
-    for (const Deletion& deletion : deletions) {
-        SCOPED_TRACE(deletion.name);
-        const auto act = [&](Desk& desk) { desk.InManager(deletion.act); };
+    for (const bool all : {false, true}) {
+        SCOPED_TRACE(all ? "all" : "one");
+        const auto act = [&](Desk& desk) {
+            desk.InManager([&](auto& form) {
+                form.lvPacks.UserSelects(1);
+                (all ? form.btnDeleteAll : form.btnDelete).UserClicks();
+                desk.listed = RowsOf(form);
+            });
+        };
         ForEachCall<Desk>(60, trouble, Prepare, act, [&](Desk& desk, const std::string& call) {
             if (trouble.kind == Trouble::OneCallFails) {
                 EXPECT_LE(desk.Told(), 1u) << "one failure, one message";
@@ -122,7 +99,7 @@ TEST_P(PackFaultTest, ADeletionLosesNothingAndTheViewsSayWhatIsThere)
             const bool isReadable = trouble.kind == Trouble::OneCallFails && !call.contains(".List ") &&
                                     !call.contains(".Stat ") && !call.starts_with("Registry.SubKeys");
             Check(desk, dies, isReadable);
-            if (deletion.name == std::string_view{"one"} && trouble.kind != Trouble::TheWorldChanges) {
+            if (!all && trouble.kind != Trouble::TheWorldChanges) {
                 EXPECT_TRUE(desk.system.files.Exists(desk.InLibrary("Garden\\Flyers\\Spring.swt"))) << "another's";
             }
         });

@@ -79,9 +79,9 @@ struct PackBuilder {
     }
 
     /// The whole file. The resources are its last bytes, the block the last of them.
-    std::string Bytes() const { return BytesWith(Block()); }
-    std::string BytesWith(const std::string& block) const
+    std::string Bytes() const
     {
+        const std::string block = Block();
         constexpr std::uint32_t address = 0x1000;
         const std::size_t optionalSize = (is64Bit ? 112 : 96) + 3 * 8;
         const std::size_t resourcesAt = 64 + 24 + optionalSize + 40;

@@ -6,13 +6,32 @@
 #include "packs/frmContentPackManager.h"
 
 #include <functional>
+#include <optional>
 
 namespace tests {
 
 using packs::frmContentPackManager;
 
-/// A machine with solution packs.
+/// A machine with solution packs, and a browser once it is started.
 struct PackMachine : TestMachine {
+    std::optional<app::Browser> browser;
+
+    void Start()
+    {
+        browser.emplace(system.AsPlatform(), toolkit, pictures);
+        browser->Start("EXE", "", "", "", "");
+    }
+    app::frmMain& Main() { return *browser->Main(); }
+    /// Opens the manager, lets `act` use it, and closes it.
+    void InManager(const std::function<void(frmContentPackManager&)>& act)
+    {
+        toolkit.OnModal<frmContentPackManager>("frmContentPackManager", [act](auto& form) {
+            act(form);
+            form.btnClose.UserClicks();
+        });
+        Main().Commands().Run("mnuSolutionPackManager");
+    }
+
     struct Pack {
         std::string name;
         std::string folders{};

@@ -40,29 +40,6 @@ TEST_F(VersionTest, GivesTheTextOfTheFirstLanguageThatHasOne)
         EXPECT_EQ(Read(row.pack.Bytes()), row.expected) << row.what;
 }
 
-TEST_F(VersionTest, BelievesNoNumberOfTheFile)
-{
-    const std::string pack = PackBuilder::Pack("Tessaly 3.0");
-    const std::size_t block = PackBuilder{.languages = {{.productVersion = "Tessaly 3.0"}}}.Block().size();
-    // Every single byte spoilt: whatever comes out, it comes out.
-    for (std::size_t at = 0; at < pack.size(); ++at)
-        for (const char spoilt : {'\0', '\x7F', '\xFF'}) {
-            std::string bytes = pack;
-            bytes[at] = spoilt;
-            if (const auto version = Read(bytes)) {
-                EXPECT_LE(version->size(), 3 * 255u);
-            }
-        }
-    for (std::size_t size = 0; size < pack.size(); ++size) {
-        const auto version = Read(pack.substr(0, size));
-        const auto expected = size + block < pack.size() ? VersionFailure::NoInformation : VersionFailure::Unreadable;
-        EXPECT_TRUE(!version && (version.error() == expected || size + block < pack.size())) << size;
-    }
-    // A block that is larger than it can be, within a file that is large enough.
-    std::string large = PackBuilder{}.BytesWith(std::string(100'000, '\xFF'));
-    EXPECT_EQ(Read(large), FileVersionInfo::Reading{std::unexpected{VersionFailure::NoValue}});
-}
-
 TEST_F(VersionTest, TellsWhyThereIsNoVersion)
 {
     system.files.AddFile("C:\\none.exe", "Dear Sirs,");
