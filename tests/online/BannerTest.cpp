@@ -1,5 +1,3 @@
-#include "online/BannerPage.h"
-#include "online/PageText.h"
 #include "tests/support/TestMachine.h"
 
 #include <gtest/gtest.h>
@@ -151,24 +149,6 @@ TEST_F(BannerTest, IsHiddenForGoodUntilItIsAskedForAgain)
     Item("mnuShowBanner").UserClicks();
     system.jobs.FinishAll();
     EXPECT_EQ(Shown(), WebPicture);
-}
-
-TEST_F(BannerTest, TheGeneratedPageHoldsWhatItIsGivenAsTextAlone)
-{
-    EXPECT_EQ(online::BannerPage("C:\\T\\a.gif", "http://a.example/?b=1&c"),
-              "<html>\r\n<style type=\"text/css\"><!-- BODY {overflow : visible;} --></style>\r\n"
-              "<body id=\"HIMBody\" leftmargin=0 topmargin=0 bgcolor = \"white\"  >\r\n"
-              "<SCRIPT language=VBScript for=\"HIMBody\" event=\"oncontextmenu()\">\r\n"
-              "window.event.ReturnValue = False\r\n</SCRIPT>\r\n"
-              "<table width=\"100%\"><tr><td align=\"center\" valign=\"middle\">\r\n"
-              "<a href=\"http://a.example/?b=1&amp;c\" target=\"main\"><img id=\"zoomazoomzoom\" "
-              "style=\"position: relative;; z-index: 10 top:0\" width=\"500\" height=\"60\" src=\"C:\\T\\a.gif\" "
-              "Border = 0 ></a>\r\n</td></tr></table>\r\n<script language=\"javascript\">\r\n"
-              "zoomer = document.all('zoomazoomzoom');\r\ndaScale = 1;\r\n</script>\r\n</body>\r\n</html>\r\n");
-    const std::string hostile = "\"><script>alert('x')</script><img src='";
-    const online::PageText page{online::BannerPage(hostile + "a", hostile)};
-    EXPECT_EQ(page.FirstPicture().source, hostile + "a");
-    EXPECT_EQ(page.FirstPicture().link, hostile);
 }
 
 } // namespace

@@ -23,13 +23,18 @@ protected:
     {
         return "<input type=hidden name=\"" + name + "\" value=\"" + value + "\">\r\n";
     }
-    /// A start in a process of its own, with what came of its request.
-    void StartAnew(const std::string& count = "0")
+    /// A start in a process of its own.
+    void StartAlone(const std::string& count = "0")
     {
         End();
         PutSetting("Options", "NotifyCount", count);
         Program().UpdateCheckDone = false;
         Start();
+    }
+    /// The same, with what came of its request.
+    void StartAnew(const std::string& count = "0")
+    {
+        StartAlone(count);
         system.jobs.FinishAll();
     }
     online::frmNotifyMessage* Message()
@@ -40,32 +45,21 @@ protected:
 
 TEST_F(UpdateTest, AsksOnOneStartInTenOrInFiftyForWhoWantsNoMessages)
 {
-    for (const bool disabled : {false, true}) {
-        const int cycle = disabled ? 50 : 10;
-        const int last = disabled ? 49 : 9;
-        int computed = 0;
-        PutSetting("Options", "NotifyDisabled", disabled ? "True" : "False");
+    for (const auto& [disabled, cycle] : {std::pair{"False", 10}, {"True", 50}}) {
+        PutSetting("Options", "NotifyDisabled", disabled);
         PutSetting("Options", "NotifyCount", "0");
-        for (int start = 0; start < 120; ++start) {
-            SCOPED_TRACE(testing::Message() << start << (disabled ? " disabled" : ""));
+        for (int start = 0; start < 60; ++start) {
+            SCOPED_TRACE(testing::Message() << start << " disabled: " << disabled);
             const auto asked = system.web.Asked().size();
-            const online::StartCount expected{.count = computed == last ? 0 : computed + 1,
-                                              .asks = start % cycle == 0,
-                                              .notifyAllowed =
-                                                  !disabled || computed == 0 || computed == last || computed % 5 != 0};
-            const online::StartCount now = online::CountStart(computed, disabled);
-            EXPECT_EQ(now.asks, expected.asks);
-            EXPECT_EQ(now.count, expected.count);
-            EXPECT_EQ(now.notifyAllowed, expected.notifyAllowed);
             Program().UpdateCheckDone = false;
             Restart();
             system.jobs.FinishAll();
-            EXPECT_EQ(Setting("Options", "NotifyCount"), std::to_string(expected.count));
-            EXPECT_EQ(system.web.Asked().size() - asked, expected.asks ? 1u : 0u);
-            EXPECT_EQ(Message() != nullptr, expected.asks);
-            computed = now.count;
+            EXPECT_EQ(system.web.Asked().size() - asked, start % cycle == 0 ? 1u : 0u);
+            EXPECT_EQ(Message() != nullptr, start % cycle == 0);
         }
     }
+    for (const int count : {0, 1, 4, 5, 6, 45, 49, 50})
+        EXPECT_EQ(online::CountStart(count, true).notifyAllowed, count != 5 && count != 45) << count;
     for (const auto& [damaged, next] : {std::pair{"-5", "1"}, {"x", "1"}, {"99999999999", "0"}, {"12", "0"}}) {
         PutSetting("Options", "NotifyDisabled", "False");
         StartAnew(damaged);
@@ -79,8 +73,7 @@ TEST_F(UpdateTest, TellsTheServiceWhatIsInstalledOnceInAProcess)
     PutSetting("Edition", "ProductID", "A=1#\u00FC");
     PutSetting("Options", "OS Version", "Windows 11");
     PutSetting("Options", "IEVersion", "");
-    Start();
-    system.jobs.FinishAll();
+    StartAnew();
     End();
     PutSetting("Options", "NotifyCount", "0");
     Start();
@@ -200,30 +193,12 @@ TEST_F(UpdateTest, ABetterBannerAddressIsKept)
 
 TEST_F(UpdateTest, WhateverGoesWrongStaysSilentAndEnds)
 {
-    const std::string page = fields;
-    const std::pair<const char*, std::function<Result<WebReply>(const std::string&)>> services[] = {
-        {"no way there", [](auto&) { return std::unexpected{platform::error::CannotConnect}; }},
-        {"too late", [](auto&) { return std::unexpected{platform::error::Timeout}; }},
-        {"not found",
-         [&](auto&) {
-             return WebReply{404, "", page};
-         }},
-        {"round and round",
-         [](auto& address) {
-             return WebReply{302, address, ""};
-         }},
-        {"to a file",
-         [](auto&) {
-             return WebReply{302, "file:///C:/Docs/News.htm", ""};
-         }},
-        {"to nowhere",
-         [](auto&) {
-             return WebReply{301, "", ""};
-         }},
-    };
-    for (const auto& [name, service] : services) {
-        SCOPED_TRACE(name);
-        system.web.OnGet(service);
+    const Result<WebReply> answers[] = {std::unexpected{platform::error::Timeout}, WebReply{404, "", fields},
+                                        WebReply{302, "http://updates.example/", ""},
+                                        WebReply{302, "file:///C:/Docs/News.htm", ""}, WebReply{301, "", ""}};
+    for (const auto& answer : answers) {
+        SCOPED_TRACE(answer ? std::to_string(answer->status) + answer->location : "none");
+        system.web.OnGet([&](auto&) { return answer; });
         const auto asked = system.web.Asked().size();
         StartAnew();
         EXPECT_EQ(Message(), nullptr);
@@ -251,10 +226,8 @@ TEST_F(UpdateTest, FollowsARedirectAndGivesUpOneThatStaysBusy)
 
     End();
     PutSetting("Browser", "BannerOn", "False"); // it has jobs of its own
-    PutSetting("Options", "NotifyCount", "0");
-    Program().UpdateCheckDone = false;
     system.clock.Set(platform::memory::MemoryClock::At({2004, 3, 17, 23, 59, 50}));
-    Start();
+    StartAlone();
     EXPECT_EQ(system.jobs.Count(), 1u);
     system.timers.Elapse();
     EXPECT_EQ(system.jobs.Count(), 1u);
@@ -263,10 +236,7 @@ TEST_F(UpdateTest, FollowsARedirectAndGivesUpOneThatStaysBusy)
     EXPECT_EQ(system.jobs.Count(), 0u) << "nobody waits for it any more";
     EXPECT_TRUE(system.timers.Running().empty());
 
-    End();
-    Program().UpdateCheckDone = false;
-    PutSetting("Options", "NotifyCount", "0");
-    Start();
+    StartAlone();
     EXPECT_EQ(system.jobs.Count(), 1u);
     Main().Close();
     EXPECT_EQ(system.jobs.Count(), 0u) << "nor once the window is closed";
