@@ -43,13 +43,6 @@ TEST_F(BrowserTest, SendsABugReportThroughTheUsersMailClient)
                                     page.string() + " at 0\neditor 131072\nlogoff 7\n");
     EXPECT_TRUE(ReadFile(page).contains("Microsoft Outlook (10.0)"));
     EXPECT_TRUE(WaitFor([&] { return editor() == before; }));
-
-    // The client asks its user, who changes his mind.
-    fs::remove(record);
-    WriteFile(client.wstring() + L".answer", "0 1");
-    report();
-    EXPECT_TRUE(WaitFor([&] { return fs::exists(record) && ReadFile(record).ends_with("logoff 7\n"); }));
-    EXPECT_TRUE(WaitFor([&] { return editor() == before; }));
     EXPECT_FALSE(SystemDialog());
     Close();
 }
