@@ -67,28 +67,29 @@ done
 need mingw-w64-tools libwine-dev xvfb
 choose_flavour
 need "$(compiler_packages "$flavour")" "binutils-mingw-w64-$([[ $flavour == win32 ]] && echo i686 || echo x86-64)"
-build "$flavour" TSBrowser prove_tests
+build "$flavour" TSBrowser prove_tests program_bench
 display_pid=""
 trap 'end_wine; stop_display' EXIT
 start_display
 use_test_prefix "$PWD/build/wine-prove"
 
-# proof WHAT FILTER LINES [VARIABLE=VALUE...]: proofs under Wine; a row for each line that they print and LINES matches.
+# proof WHAT PROGRAM FILTER LINES [VARIABLE=VALUE...]: proofs and ratios under Wine; a row for each line that they print
+# and LINES matches.
 proof() {
-  local what=$1 filter=$2 lines=$3 log
-  shift 3
+  local what=$1 program=$2 filter=$3 lines=$4 log
+  shift 4
   log=$logs/${what// /-}.log
-  if ! env "$@" wine "build/$flavour/tests/endtoend/prove_tests.exe" --gtest_filter="$filter" >"$log" 2>&1; then
+  if ! env "$@" wine "build/$flavour/$program.exe" --gtest_filter="$filter" >"$log" 2>&1; then
     failed=1
     row "$what" "FAILED, see $log"
   fi
   tr -d '\r' <"$log" | grep -aE "$lines" | while IFS= read -r line; do row "$what" "$line"; done || true
 }
-proof load 'LoadProof*' ' grows by '
-proof hosts 'HostProof*' 'starts and|calls$|killed$|races|^longest' \
+proof load bench/program/program_bench 'GrowthBench*' ' grows by '
+proof hosts tests/endtoend/prove_tests 'HostProof*' 'starts and|calls$|killed$|races|^longest' \
   TS_STARTS="${TS_STARTS:-$((minutes * 4))}" TS_CALLS=200 TS_KILLS="$((minutes * 2))" TS_RACES="$((minutes * 2))"
 # Without the library of the system's file dialogs, which then do not open: in Wine's, a click beside all folders crashes.
-proof "user of the program" 'RandomUserProof*' 'acts in' TS_SECONDS="$((minutes * 10))" \
+proof "user of the program" tests/endtoend/prove_tests 'RandomUserProof*' 'acts in' TS_SECONDS="$((minutes * 10))" \
   WINEDLLOVERRIDES="$WINEDLLOVERRIDES;explorerframe="
-proof memory 'MemoryProof*' '^after' TS_SECONDS="$((minutes * 5 + 60))"
+proof memory bench/program/program_bench 'MemoryBench*' '^after' TS_SECONDS="$((minutes * 5 + 60))"
 exit $failed

@@ -28,6 +28,7 @@ app/shell           platform pictures ui app/base library browser packs profiles
 automation          platform platform/win32 ui ui/win32 app/shell system
 
 bench               product system
+bench/program       product gtest tests/endtoend tests/prove tests/support/win32 system
 fuzz                product fuzzer zlib system
 samples/hosts        system
 tools/viewer        product

@@ -3,13 +3,14 @@
 // same.
 #include "tests/endtoend/BrowserTest.h"
 #include "tests/prove/Asked.h"
+#include "tests/prove/FilledLibrary.h"
 #include "tests/prove/RandomUser.h"
-#include "tests/prove/Resources.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <ranges>
 #include <set>
+#include <utility>
 
 namespace prove {
 namespace {
@@ -58,20 +59,6 @@ bool IsExpected(const std::wstring& message)
     });
 }
 
-/// Bytes of a picture of one colour, in a format that needs no encoder.
-std::string Picture(int width, int height, unsigned char shade)
-{
-    const auto number = [](int value) {
-        return std::string{static_cast<char>(value & 255), static_cast<char>(value >> 8 & 255),
-                           static_cast<char>(value >> 16 & 255), static_cast<char>(value >> 24 & 255)};
-    };
-    constexpr int headers = 54, onePlane24Bits = 1 + (24 << 16);
-    const std::string pixels(static_cast<std::size_t>((width * 3 + 3) / 4 * 4 * height), static_cast<char>(shade));
-    return "BM" + number(headers + static_cast<int>(pixels.size())) + number(0) + number(headers) + number(40) +
-           number(width) + number(height) + number(onePlane24Bits) + number(0) +
-           number(static_cast<int>(pixels.size())) + number(0) + number(0) + number(0) + number(0) + pixels;
-}
-
 class RandomUserProof : public BrowserTest {
 protected:
     RandomUserProof()
@@ -90,38 +77,8 @@ protected:
         installation.Set(L"Options", L"WebLink", L"http://one.example/|http://two.example/");
         installation.Set(L"Options", L"Profile Images Path", (installation.folder / L"Pictures").wstring());
         installation.Set(L"Options", L"ExportProfilePath", (installation.folder / L"Export").wstring());
-        FillLibrary();
         SetText(HKEY_CURRENT_USER, L"Software\\Other", L"theirs", L"kept");
     }
-    ~RandomUserProof() override
-    {
-        RegDeleteTreeW(HKEY_LOCAL_MACHINE, (Classes + std::wstring{Handler}).c_str());
-        RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Other");
-    }
-
-    /// As at the first start: the user may have deleted everything.
-    void FillLibrary()
-    {
-        constexpr const wchar_t* endings[] = {L".swt", L".ccw", L".prt", L".mst"};
-        for (const wchar_t* const folder : {L"Business", L"Letters", L"Letters\\Formal", L"Many", L"Empty"})
-            fs::create_directories(installation.library / folder);
-        contents.clear();
-        const auto put = [&](const fs::path& file) {
-            contents.push_back("contents of " + file.filename().string());
-            WriteFile(file, contents.back());
-        };
-        for (const wchar_t* const folder : {L"Business", L"Letters", L"Letters\\Formal", L"Many"})
-            for (int i = 0; i < (folder[0] == L'M' ? 120 : 8); ++i) {
-                const std::wstring name =
-                    L"Template " + std::to_wstring(i) + L" of " + fs::path{folder}.filename().wstring();
-                put(installation.library / folder / (name + endings[i % 4]));
-                if (i % 2 == 0)
-                    WriteFile(installation.library / folder / L"Previews" / (name + L".jpg"),
-                              Picture(200, 150, static_cast<unsigned char>(i * 40)));
-            }
-        WriteFile(installation.folder / L"Other" / L"keep.swt", "kept");
-    }
-
     /// What is on the machine beside the test's own folder.
     static std::set<fs::path> OtherFiles()
     {
@@ -152,12 +109,11 @@ protected:
     }
 
     void Live(unsigned seed, Clock::time_point end);
-    void CheckWorld(const RandomUser& user);
 
     static constexpr wchar_t Handler[] = L"TSBrowserProof", OpenCommand[] = L"\\shell\\open\\command";
-    const BorrowedKey profiles{HKEY_CURRENT_USER, ProfilesKey};
+    const BorrowedKey profiles{HKEY_CURRENT_USER, ProfilesKey}, theirs{HKEY_CURRENT_USER, L"Software\\Other"},
+        handler{HKEY_LOCAL_MACHINE, Classes + std::wstring{Handler}};
     std::vector<std::unique_ptr<BorrowedKey>> borrowed;
-    std::vector<std::string> contents;
     std::map<std::wstring, int> messages;
     long acts{};
     Milliseconds longest{};
@@ -168,55 +124,40 @@ void RandomUserProof::Live(unsigned seed, Clock::time_point end)
 {
     SCOPED_TRACE("seed " + std::to_string(seed));
     constexpr std::size_t shortestLife = 50, longestLife = 1500;
-    constexpr int patience = 600; // steps home
-    FillLibrary();
+    constexpr int patience = 600;                            // steps home
+    const auto contents = FillLibrary(installation.library); // the user may have deleted everything
+    WriteFile(installation.folder / L"Other" / L"keep.swt", "kept");
     Start();
     EXPECT_TRUE(WaitFor([] { return FindTop(L"TSBrowserForm") != nullptr || SystemDialog() != nullptr; }));
-    const DWORD process = browser->Id();
-    RandomUser user{process, seed};
+    RandomUser user{browser->Id(), seed};
     const std::size_t count = shortestLife + seed * 2654435761U % longestLife;
-    const auto probe = [&] {
-        const Milliseconds took = user.AnswerTime(std::chrono::seconds{30});
-        longest = std::max(longest, took);
-        EXPECT_LE(took, longestAllowed);
-    };
     std::size_t act = 0, read = 0;
     for (; act < count && !browser->HasEnded() && Clock::now() < end && !HasFailure(); ++act) {
         user.Act();
-        probe();
-        if (read < user.Messages.size() && !std::ranges::all_of(user.Messages | std::views::keys, IsExpected)) {
-            std::printf("an unexpected message\n");
-            user.Report();
+        const Milliseconds took = user.AnswerTime(std::chrono::seconds{30});
+        longest = std::max(longest, took);
+        EXPECT_LE(took, longestAllowed);
+        if (std::exchange(read, user.Messages.size()) != user.Messages.size()) {
+            EXPECT_TRUE(std::ranges::all_of(user.Messages | std::views::keys, IsExpected));
         }
-        read = user.Messages.size();
     }
     for (int step = 0; step < patience && !browser->HasEnded(); ++step) {
         user.GoHome();
         Sleep(50);
     }
     acts += static_cast<long>(act);
-    if (!browser->HasEnded())
-        user.Report();
     EXPECT_EQ(browser->ExitCode(), 0u);
-    CheckWorld(user);
+    EXPECT_TRUE(WaitFor([] { return CountProcesses(ExeName) == 0; }));
+    EXPECT_EQ(ReadFile(installation.folder / L"Other" / L"keep.swt"), "kept");
+    std::set<std::string> left;
+    for (const auto& [path, bytes] : FilesBelow(installation.library))
+        left.insert(bytes);
+    for (const std::string& content : contents)
+        EXPECT_TRUE(user.SaidYes || left.contains(content)) << content << " is gone, and nobody wished it";
     for (const auto& [text, times] : user.Messages)
         messages[text] += times;
     if (HasFailure())
         user.Report();
-}
-
-void RandomUserProof::CheckWorld(const RandomUser& user)
-{
-    EXPECT_TRUE(WaitFor([] { return CountProcesses(ExeName) == 0; }));
-    EXPECT_EQ(ReadFile(installation.folder / L"Other" / L"keep.swt"), "kept");
-    EXPECT_EQ(TextAt(HKEY_CURRENT_USER, L"Software\\Other", L"theirs"), L"kept");
-    if (user.SaidYes)
-        return;
-    std::multiset<std::string> left;
-    for (const auto& [path, bytes] : FilesBelow(installation.library))
-        left.insert(bytes);
-    for (const std::string& content : contents)
-        EXPECT_TRUE(left.contains(content)) << content << " is gone, and nobody wished it";
 }
 
 TEST_F(RandomUserProof, NothingThatAUserDoesBreaksTheProgram)
@@ -228,11 +169,9 @@ TEST_F(RandomUserProof, NothingThatAUserDoesBreaksTheProgram)
     unsigned seed = first;
     for (; Clock::now() < end && !HasFailure(); ++seed)
         Live(seed, end);
-    const auto filesAfter = OtherFiles();
-    for (const fs::path& file : files)
-        EXPECT_TRUE(filesAfter.contains(file)) << file << " is gone";
-    for (const fs::path& file : filesAfter)
-        EXPECT_TRUE(files.contains(file)) << file << " is new";
+    std::vector<fs::path> changed;
+    std::ranges::set_symmetric_difference(files, OtherFiles(), std::back_inserter(changed));
+    EXPECT_TRUE(changed.empty()) << testing::PrintToString(changed) << " came or went";
     EXPECT_TRUE(OtherSettings() == settings);
     for (const auto& [text, times] : messages) {
         std::printf("  %5d x %s\n", times, testing::PrintToString(text).c_str());
@@ -240,71 +179,6 @@ TEST_F(RandomUserProof, NothingThatAUserDoesBreaksTheProgram)
     }
     std::printf("%ld acts in %u lives from seed %u, longest wait %d ms\n", acts, seed - first, first,
                 static_cast<int>(longest.count()));
-}
-
-using MemoryProof = RandomUserProof; // in the same world, one program that browses by a script
-
-/// One round through everything that can be looked at, back to where it began.
-void BrowseAll(HWND window)
-{
-    const HWND tree = TreeOf(window);
-    for (const wchar_t* const view : {L"vd", L"vt", L"vg"}) {
-        EXPECT_TRUE(Choose(window, view));
-        for (const wchar_t* const folder : {L"Business", L"Letters", L"Formal", L"Many", L"My Favorites"}) {
-            EXPECT_TRUE(SelectNode(window, folder)) << testing::PrintToString(NodesOf(window));
-            PressKey(ListOf(window), VK_DOWN);
-        }
-    }
-    PressKey(tree, VK_F5);
-    EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(tree) && SelectNode(window, L"Business"); }));
-    EXPECT_TRUE(Choose(window, L"vd"));
-    PressKey(ListOf(window), VK_HOME);
-    for (const wchar_t* const dialog : {L"fp", L"fr", L"od", L"re", L"r\x2193\r", L"ri", L"tm", L"ha"}) {
-        EXPECT_TRUE(Choose(window, dialog));
-        const HWND opened = Await(Dialog);
-        ASSERT_TRUE(opened) << fs::path{dialog}.string();
-        PostMessageW(opened, WM_CLOSE, 0, 0);
-        EXPECT_TRUE(AwaitGone(opened));
-    }
-    EXPECT_TRUE(Choose(window, L"ef"));
-    for (const wchar_t letter : std::wstring{L"Template 1"})
-        PostMessageW(ChildOf(window, WC_EDITW), WM_CHAR, letter, 1);
-    Sleep(500);
-    PressKey(ChildOf(window, WC_EDITW), VK_ESCAPE);
-    EXPECT_TRUE(SelectNode(window, L"Business"));
-    Sleep(500);
-}
-
-TEST_F(MemoryProof, TakesNoMoreAfterAWhileThanAfterTheFirstMinute)
-{
-    constexpr double mostGrowth = 1.1;
-    constexpr std::size_t most = 20; // handles and drawing objects that come and go
-    const auto start = Clock::now();
-    const auto warm = start + std::chrono::seconds{Asked("TS_WARM", 60)};
-    const auto end = start + std::chrono::seconds{Asked("TS_SECONDS", 120)};
-    FillLibrary();
-    const HWND window = Open();
-    ASSERT_TRUE(window);
-    std::optional<Resources> first;
-    Resources last;
-    int rounds = 0;
-    for (; (Clock::now() < end || !first) && !HasFailure(); ++rounds) {
-        BrowseAll(window);
-        last = ResourcesOf(browser->Id());
-        if (!first && Clock::now() >= warm) {
-            first = last;
-            std::printf("after the first minute: %s\n", first->Text().c_str());
-        }
-    }
-    if (first) {
-        const double growth = static_cast<double>(last.privateKilobytes) / static_cast<double>(first->privateKilobytes);
-        std::printf("after %d rounds: %s: %.3f times the memory\n", rounds, last.Text().c_str(), growth);
-        EXPECT_LE(growth, mostGrowth);
-        EXPECT_LE(last.handles, first->handles + most);
-        EXPECT_LE(last.drawing, first->drawing + most);
-        EXPECT_EQ(last.windows, first->windows);
-    }
-    Close();
 }
 
 } // namespace

@@ -1,12 +1,11 @@
 // Libraries, lists and folders as large as they get: each opens, in a time that grows no faster than its size.
 #include "tests/endtoend/BrowserTest.h"
-#include "tests/prove/Asked.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <limits>
 
-namespace prove {
+namespace bench {
 namespace {
 
 using namespace endtoend;
@@ -17,9 +16,9 @@ constexpr int Growth = 4;        ///< from the smaller to the larger size
 constexpr double Allowance = 2;  ///< what sorting and a busy machine may add; the square would be 4
 constexpr double LeastTime = 60; ///< milliseconds: below it, it is waiting that is measured
 
-class LoadProof : public BrowserTest {
+class GrowthBench : public BrowserTest {
 protected:
-    LoadProof() { Installation::Set(L"Browser", L"LastFolderBrowsed", L"Business"); }
+    GrowthBench() { Installation::Set(L"Browser", L"LastFolderBrowsed", L"Business"); }
 
     /// A library of its own for each size.
     void UseLibrary(const fs::path& folder)
@@ -117,7 +116,7 @@ protected:
     }
 };
 
-TEST_F(LoadProof, LargeLibrariesOpenInATimeThatGrowsWithThem)
+TEST_F(GrowthBench, LargeLibrariesOpenInATimeThatGrowsWithThem)
 {
     constexpr int aFolder = 201, files = 499 * aFolder, category = 25; // with "Business", as many folders as are shown
     Grow("files in the library", files, [&](int size) {
@@ -137,7 +136,7 @@ TEST_F(LoadProof, LargeLibrariesOpenInATimeThatGrowsWithThem)
     });
 }
 
-TEST_F(LoadProof, DeepLibrariesOpen)
+TEST_F(GrowthBench, DeepLibrariesOpen)
 {
     constexpr int levels = 40, shown = 4;
     Grow("levels", levels, [&](int size) {
@@ -155,7 +154,7 @@ TEST_F(LoadProof, DeepLibrariesOpen)
     });
 }
 
-TEST_F(LoadProof, LargeFoldersAndLongNamesAreListed)
+TEST_F(GrowthBench, LargeFoldersAndLongNamesAreListed)
 {
     constexpr struct {
         const char* what;
@@ -172,7 +171,7 @@ TEST_F(LoadProof, LargeFoldersAndLongNamesAreListed)
     }
 }
 
-TEST_F(LoadProof, LongListsOpen)
+TEST_F(GrowthBench, LongListsOpen)
 {
     constexpr int favourites = 3000, documents = 1000, profiles = 2000;
     const BorrowedKey borrowed{HKEY_CURRENT_USER, ProfilesKey};
@@ -231,4 +230,4 @@ TEST_F(LoadProof, LongListsOpen)
 }
 
 } // namespace
-} // namespace prove
+} // namespace bench

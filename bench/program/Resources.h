@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-namespace prove {
+namespace bench {
 
 /// What a process holds of the system.
 struct Resources {
@@ -19,4 +19,4 @@ struct Resources {
 /// Counted from outside. `process` is the id of a process of this user. Wine does not count drawing objects: 0.
 Resources ResourcesOf(unsigned long process);
 
-} // namespace prove
+} // namespace bench

@@ -1,4 +1,4 @@
-#include "tests/prove/Resources.h"
+#include "bench/program/Resources.h"
 
 #include "platform/win32/WindowsHeader.h"
 
@@ -11,7 +11,7 @@
 #include <cstring>
 #include <vector>
 
-namespace prove {
+namespace bench {
 namespace {
 
 template <class Function>
@@ -93,4 +93,4 @@ Resources ResourcesOf(unsigned long id)
     return resources;
 }
 
-} // namespace prove
+} // namespace bench

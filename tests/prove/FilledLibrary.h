@@ -1,0 +1,43 @@
+#pragma once
+
+#include "tests/support/win32/Files.h"
+
+#include <string>
+#include <vector>
+
+namespace prove {
+
+/// A bitmap of one shade of grey.
+inline std::string Picture(int width, int height, unsigned char shade)
+{
+    const auto number = [](int value) { return std::string{reinterpret_cast<const char*>(&value), sizeof value}; };
+    constexpr int headers = 54, onePlane24Bits = 1 + (24 << 16);
+    const std::string pixels(static_cast<std::size_t>((width * 3 + 3) / 4 * 4 * height), static_cast<char>(shade));
+    const int size = static_cast<int>(pixels.size());
+    std::string bytes = "BM";
+    for (const int value : {headers + size, 0, headers, 40, width, height, onePlane24Bits, 0, size, 0, 0, 0, 0})
+        bytes += number(value);
+    return bytes + pixels;
+}
+
+/// Folders with templates of four kinds, half of them with a preview picture. Gives what is in the templates: each
+/// holds something else.
+inline std::vector<std::string> FillLibrary(const std::filesystem::path& library)
+{
+    constexpr const wchar_t* endings[] = {L".swt", L".ccw", L".prt", L".mst"};
+    std::vector<std::string> contents;
+    std::filesystem::create_directories(library / L"Empty");
+    for (const wchar_t* const name : {L"Business", L"Letters", L"Letters\\Formal", L"Many"})
+        for (int i = 0; i < (name[0] == L'M' ? 120 : 8); ++i) {
+            const std::filesystem::path folder = library / name, file = L"Template " + std::to_wstring(i) + L" of " +
+                                                                        folder.filename().wstring();
+            contents.push_back("contents of " + file.string());
+            support::WriteFile(folder / (file.wstring() + endings[i % 4]), contents.back());
+            if (i % 2 == 0)
+                support::WriteFile(folder / L"Previews" / (file.wstring() + L".jpg"),
+                                   Picture(200, 150, static_cast<unsigned char>(i * 40)));
+        }
+    return contents;
+}
+
+} // namespace prove
