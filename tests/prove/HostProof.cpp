@@ -5,10 +5,9 @@
 #include "tests/prove/Host.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cstdio>
-#include <mutex>
 #include <random>
+#include <ranges>
 #include <set>
 #include <thread>
 
@@ -42,41 +41,34 @@ bool IsMarked()
     return mark != nullptr;
 }
 
+struct Seen {
+    std::set<std::wstring> texts; ///< of all boxes
+    std::size_t mostWindows{};    ///< of how many browsers were open at once
+};
+
 /// A user who answers each box at once, and keeps an eye on how many browsers there are.
 class Presser {
 public:
-    Presser()
+    /// No more is pressed then.
+    const Seen& End()
     {
-        thread = std::jthread{[this](const std::stop_token& stop) {
-            constexpr int textOfBox = 0xFFFF;
-            while (!stop.stop_requested()) {
-                mostWindows = std::max(mostWindows.load(), MainWindows().size());
-                if (const HWND box = SystemDialog(); box != nullptr) {
-                    const std::wstring text = TextOf(GetDlgItem(box, textOfBox));
-                    {
-                        const std::lock_guard lock{mutex};
-                        if (!text.empty())
-                            texts.insert(text);
-                    }
-                    Press(ChildOf(box, WC_BUTTONW));
-                }
-                Sleep(10);
-            }
-        }};
+        thread = {};
+        return seen;
     }
-    /// The texts of all boxes so far.
-    std::set<std::wstring> Texts() const
-    {
-        const std::lock_guard lock{mutex};
-        return texts;
-    }
-
-    std::atomic<std::size_t> mostWindows{};
 
 private:
-    mutable std::mutex mutex;
-    std::set<std::wstring> texts;
-    std::jthread thread;
+    Seen seen;
+    std::jthread thread{[this](const std::stop_token& stop) {
+        constexpr int textOfBox = 0xFFFF;
+        for (; !stop.stop_requested(); Sleep(10)) {
+            seen.mostWindows = std::max(seen.mostWindows, MainWindows().size());
+            if (const HWND box = SystemDialog(); box != nullptr) {
+                if (const std::wstring text = TextOf(GetDlgItem(box, textOfBox)); !text.empty())
+                    seen.texts.insert(text);
+                Press(ChildOf(box, WC_BUTTONW));
+            }
+        }
+    }};
 };
 
 class HostProof : public BrowserTest {
@@ -116,17 +108,31 @@ protected:
         const HWND window = MainWindow();
         if (window == nullptr)
             return;
-        switch (Below(3)) {
-        case 0:
+        if (const int way = Below(3); way == 0)
             EXPECT_TRUE(Choose(window, L"fx"));
-            break;
-        case 1:
-            PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
-            break;
-        default:
-            PostMessageW(window, WM_CLOSE, 0, 0);
-        }
+        else
+            PostMessageW(window, way == 1 ? WM_SYSCOMMAND : WM_CLOSE, SC_CLOSE, 0);
         EXPECT_TRUE(AwaitGone(window));
+    }
+    static void CloseDialog(HWND dialog)
+    {
+        PostMessageW(dialog, WM_CLOSE, 0, 0);
+        EXPECT_TRUE(AwaitGone(dialog));
+    }
+    /// Where one may still be on its way, there is one browser, and it can be used.
+    static bool OneIsOpen()
+    {
+        return WaitFor([] { return MainWindows().size() == 1 && IsWindowEnabled(MainWindow()); });
+    }
+    /// As often as the environment says, or until something is wrong. Gives how often.
+    static unsigned Repeat(const char* variable, unsigned otherwise, const std::function<void(unsigned)>& act)
+    {
+        unsigned i = 0;
+        for (const unsigned count = Asked(variable, otherwise); i < count && !HasFailure(); ++i) {
+            SCOPED_TRACE(i);
+            act(i);
+        }
+        return i;
     }
     /// After a host that died: its references stay until the system takes them back.
     static void EndAll()
@@ -145,21 +151,17 @@ protected:
 };
 
 /// The names of all settings: what grows from one start to the next.
-std::set<std::wstring> SettingNames()
+Names SettingNames()
 {
-    std::set<std::wstring> names;
-    for (const auto& [name, value] : ReadRegistry(HKEY_CURRENT_USER, SettingsKey))
-        names.insert(name);
-    return names;
+    const auto tree = ReadRegistry(HKEY_CURRENT_USER, SettingsKey);
+    const auto names = std::views::keys(tree);
+    return {names.begin(), names.end()};
 }
 
 TEST_F(HostProof, StartsAndEndsLeaveNothing)
 {
-    std::set<std::wstring> settings;
-    const unsigned starts = Asked("TS_STARTS", 20);
-    unsigned i = 0;
-    for (; i < starts && !HasFailure(); ++i) {
-        SCOPED_TRACE(i);
+    Names settings;
+    const unsigned starts = Repeat("TS_STARTS", 20, [&](unsigned i) {
         const std::wstring caption = L"Start " + std::to_wstring(i);
         Host host;
         ASSERT_EQ(host.Created(), S_OK);
@@ -172,8 +174,7 @@ TEST_F(HostProof, StartsAndEndsLeaveNothing)
         const HWND window = MainWindow();
         ASSERT_TRUE(window);
         EXPECT_EQ(TextOf(window), caption);
-        const bool hostFirst = Below(2) == 0;
-        if (hostFirst)
+        if (Below(2) == 0) // the host goes first
             host.Release();
         CloseWindow();
         host.Release();
@@ -181,8 +182,8 @@ TEST_F(HostProof, StartsAndEndsLeaveNothing)
         if (i == 1)
             settings = SettingNames();
         EXPECT_TRUE(i < 2 || SettingNames() == settings);
-    }
-    std::printf("%u starts and ends\n", i);
+    });
+    std::printf("%u starts and ends\n", starts);
 }
 
 TEST_F(HostProof, CallsWhileWindowsAndDialogsAreOpenAreAnsweredAtOnce)
@@ -221,15 +222,13 @@ TEST_F(HostProof, CallsWhileWindowsAndDialogsAreOpenAreAnsweredAtOnce)
             }
             EXPECT_EQ(MainWindow(), window);
             EXPECT_EQ(TextOf(window), L"Open");
-            if (opened != nullptr) {
-                PostMessageW(opened, WM_CLOSE, 0, 0);
-                EXPECT_TRUE(AwaitGone(opened));
-            }
+            if (opened != nullptr)
+                CloseDialog(opened);
             PostMessageW(window, WM_CANCELMODE, 0, 0);
             EXPECT_TRUE(WaitFor([] { return FindTop(L"#32768") == nullptr; }));
         }
-    EXPECT_EQ(presser.Texts(), std::set<std::wstring>{RunsAlready});
-    EXPECT_EQ(presser.mostWindows, 1u);
+    EXPECT_EQ(presser.End().texts, std::set<std::wstring>{RunsAlready});
+    EXPECT_EQ(presser.End().mostWindows, 1u);
     CloseWindow();
     host.Release();
     EXPECT_TRUE(AllGone());
@@ -241,13 +240,11 @@ TEST_F(HostProof, HostsThatDieAtAnyMomentHarmNobody)
     constexpr const wchar_t* acts[] = {L"", L"fp", L"re", L"ri", L"ha", L"ef"};
     constexpr int longestLife = 1500; // milliseconds: creating, starting and using the browser lie in it
     installation.Set(L"Browser", L"LastFolderBrowsed", L"Business");
-    const unsigned kills = Asked("TS_KILLS", 10);
-    unsigned i = 0;
-    for (; i < kills && !HasFailure(); ++i) {
+    const unsigned kills = Repeat("TS_KILLS", 10, [&](unsigned) {
         const int life = Below(longestLife);
         const wchar_t* const act = acts[Below(static_cast<int>(std::size(acts)))];
         const bool uses = Below(2) == 0;
-        SCOPED_TRACE(std::to_string(i) + ": killed after " + std::to_string(life) + " ms");
+        SCOPED_TRACE("killed after " + std::to_string(life) + " ms");
         {
             Presser presser;
             Child doomed{OwnFolder() / L"prove_host.exe", L"60000"};
@@ -263,42 +260,34 @@ TEST_F(HostProof, HostsThatDieAtAnyMomentHarmNobody)
         }
         // Whoever comes next is served, whether the dead host's browser is there or not.
         Presser presser;
-        if (const HWND dialog = Dialog(); dialog != nullptr) {
-            PostMessageW(dialog, WM_CLOSE, 0, 0);
-            EXPECT_TRUE(AwaitGone(dialog));
-        }
+        if (const HWND dialog = Dialog(); dialog != nullptr)
+            CloseDialog(dialog);
         {
             Host next;
             EXPECT_EQ(next.Created(), S_OK);
             const auto answer = next.Start(L"Next");
             EXPECT_EQ(answer.outcome, S_OK);
             Took(answer.took);
-            // Refused while the dead host's browser was still on its way, it has no window yet.
-            EXPECT_TRUE(WaitFor([] { return MainWindows().size() == 1 && IsWindowEnabled(MainWindow()); }));
+            EXPECT_TRUE(OneIsOpen());
         }
-        EXPECT_LE(presser.mostWindows, 1u);
+        EXPECT_LE(presser.End().mostWindows, 1u);
         EndAll();
-    }
-    std::printf("%u hosts killed\n", i);
+    });
+    std::printf("%u hosts killed\n", kills);
 }
 
 TEST_F(HostProof, TwoHostsAndTheProgramRaceForOneBrowser)
 {
     constexpr int head = 400; // milliseconds by which one may be ahead of another
-    const unsigned races = Asked("TS_RACES", 10);
     int surplus = 0, more = 0;
-    unsigned i = 0;
-    for (; i < races && !HasFailure(); ++i) {
-        SCOPED_TRACE(i);
+    const unsigned races = Repeat("TS_RACES", 10, [&](unsigned) {
         Presser presser;
         std::optional<Child> racers[3];
         int order[] = {0, 1, 2};
         std::ranges::shuffle(order, random);
         for (const int racer : order) {
-            if (racer == 2)
-                racers[racer].emplace(installation.program, L"");
-            else
-                racers[racer].emplace(OwnFolder() / L"prove_host.exe", L"0");
+            const bool isHost = racer != 2;
+            racers[racer].emplace(isHost ? OwnFolder() / L"prove_host.exe" : installation.program, isHost ? L"0" : L"");
             Sleep(static_cast<DWORD>(Below(2) * Below(head)));
         }
         for (const int host : {0, 1}) {
@@ -315,19 +304,19 @@ TEST_F(HostProof, TwoHostsAndTheProgramRaceForOneBrowser)
             EXPECT_TRUE(answer == 0 || answer == static_cast<unsigned long>(RPC_E_SERVERCALL_RETRYLATER)) << answer;
             Took(Milliseconds{took});
         }
-        EXPECT_TRUE(WaitFor([] { return MainWindows().size() == 1 && IsWindowEnabled(MainWindow()); }));
-        EXPECT_LE(presser.mostWindows, 1u);
+        EXPECT_TRUE(OneIsOpen());
         CloseWindow();
         // Some systems start a server for each of two hosts that come together: the one to which none came goes by
         // itself when the system would have given up on it.
         EXPECT_TRUE(WaitFor([] { return CountProcesses(ExeName) <= 1; }));
         surplus += CountProcesses(ExeName);
         EXPECT_TRUE(NoneIsOpen());
-        for (const std::wstring& text : presser.Texts())
+        EXPECT_LE(presser.End().mostWindows, 1u);
+        for (const std::wstring& text : presser.End().texts)
             EXPECT_EQ(text, RunsAlready);
-    }
+    });
     EXPECT_TRUE(WaitFor([] { return CountProcesses(ExeName) == 0; }, ServerPatience));
-    std::printf("%u races, after %d of them a server that had not been needed, %d times asked again\n", i, surplus,
+    std::printf("%u races, after %d of them a server that had not been needed, %d times asked again\n", races, surplus,
                 more);
 }
 

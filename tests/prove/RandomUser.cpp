@@ -2,8 +2,10 @@
 
 #include "tests/support/win32/Windows.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <iterator>
+#include <ranges>
 
 namespace prove {
 namespace {
@@ -48,44 +50,69 @@ std::string Described(HWND window)
            (IsWindowEnabled(window) ? "" : ", disabled") + (IsIconic(window) ? ", an icon" : "");
 }
 
+/// Those in a window, or of the desktop, from the top down.
+std::vector<HWND> VisibleIn(HWND parent)
+{
+    std::vector<HWND> found;
+    HWND window = nullptr;
+    while ((window = FindWindowExW(parent, window, nullptr, nullptr)) != nullptr)
+        if (IsWindowVisible(window))
+            found.push_back(window);
+    return found;
+}
+
 /// Whether a dialog of the system holds texts and buttons alone. One that has no text yet is still being made, and
 /// holds more when it is whole.
 bool IsMessage(HWND dialog)
 {
-    for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
-        if (const std::wstring kind = ClassOf(child); kind != WC_BUTTONW && kind != WC_STATICW)
-            return false;
-    const HWND text = GetDlgItem(dialog, TextOfBox);
-    return text != nullptr && !TextOf(text).empty();
+    return !TextOf(GetDlgItem(dialog, TextOfBox)).empty() && std::ranges::all_of(VisibleIn(dialog), [](HWND child) {
+        const std::wstring kind = ClassOf(child);
+        return kind == WC_BUTTONW || kind == WC_STATICW;
+    });
 }
 
-INPUT MouseInput(DWORD flags, POINT at = {}, int data = 0)
+void Send(std::vector<INPUT> inputs)
 {
-    constexpr int whole = 65536;
+    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+INPUT KeyInput(WORD key, DWORD flags, wchar_t letter = 0)
+{
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.wScan = static_cast<WORD>(letter);
+    input.ki.dwFlags = flags;
+    return input;
+}
+
+INPUT MouseInput(DWORD flags, int data = 0)
+{
     INPUT input{};
     input.type = INPUT_MOUSE;
     input.mi.dwFlags = flags;
     input.mi.mouseData = static_cast<DWORD>(data);
-    if ((flags & MOUSEEVENTF_ABSOLUTE) != 0) {
-        const int width = GetSystemMetrics(SM_CXSCREEN), height = GetSystemMetrics(SM_CYSCREEN);
-        input.mi.dx = (static_cast<int>(at.x) * whole + width / 2) / width;
-        input.mi.dy = (static_cast<int>(at.y) * whole + height / 2) / height;
-    }
     return input;
 }
 
 void MoveMouse(POINT to)
 {
-    INPUT input = MouseInput(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, to);
-    SendInput(1, &input, sizeof input);
+    constexpr int whole = 65536;
+    const int width = GetSystemMetrics(SM_CXSCREEN), height = GetSystemMetrics(SM_CYSCREEN);
+    INPUT input = MouseInput(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE);
+    input.mi.dx = (static_cast<int>(to.x) * whole + width / 2) / width;
+    input.mi.dy = (static_cast<int>(to.y) * whole + height / 2) / height;
+    Send({input});
 }
 
-void PressMouse(DWORD down, DWORD up, int times)
+void PressKeys(const std::vector<WORD>& keys)
 {
-    for (int i = 0; i < times; ++i) {
-        INPUT inputs[] = {MouseInput(down), MouseInput(up)};
-        SendInput(2, inputs, sizeof(INPUT));
-    }
+    std::vector<INPUT> inputs;
+    for (const WORD key : keys)
+        inputs.push_back(KeyInput(key, 0));
+    for (const WORD key : keys | std::views::reverse)
+        inputs.push_back(KeyInput(key, KEYEVENTF_KEYUP));
+    Send(std::move(inputs));
 }
 
 } // namespace
@@ -106,19 +133,15 @@ bool RandomUser::IsOurs(HWND window) const
 
 std::vector<HWND> RandomUser::Visible() const
 {
-    std::vector<HWND> found;
-    HWND window = nullptr;
-    while ((window = FindWindowExW(nullptr, window, nullptr, nullptr)) != nullptr)
-        if (IsOurs(window) && IsWindowVisible(window))
-            found.push_back(window);
-    return found;
+    auto windows = VisibleIn(nullptr);
+    std::erase_if(windows, [this](HWND window) { return !IsOurs(window); });
+    return windows;
 }
 
 HWND RandomUser::Front() const
 {
     if (const HWND front = GetForegroundWindow(); front != nullptr && IsOurs(front) && IsWindowEnabled(front))
         return front;
-    // From the top down.
     for (const HWND window : Visible())
         if (IsWindowEnabled(window) && ClassOf(window) != MenuClass) {
             if (IsIconic(window))
@@ -132,66 +155,41 @@ HWND RandomUser::Front() const
 std::chrono::milliseconds RandomUser::AnswerTime(std::chrono::milliseconds limit) const
 {
     const auto start = std::chrono::steady_clock::now();
-    for (const HWND window : Visible()) {
-        DWORD_PTR answer = 0;
-        SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_NORMAL, static_cast<UINT>(limit.count()), &answer);
-        break;
-    }
+    DWORD_PTR answer = 0;
+    if (const auto windows = Visible(); !windows.empty())
+        SendMessageTimeoutW(windows[0], WM_NULL, 0, 0, SMTO_NORMAL, static_cast<UINT>(limit.count()), &answer);
     return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
 }
 
 void RandomUser::Answer(HWND box)
 {
-    const HWND text = GetDlgItem(box, TextOfBox);
     if (!IsMessage(box)) {
         // A dialog of the system leads out of the test's own folders: given up.
         Note("gives up " + Narrow(TextOf(box)));
         PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
-        Sleep(50);
-        return;
+        return Sleep(50);
     }
-    if (const std::wstring said = TextOf(text); box != answered && !said.empty()) { // it may just have gone
+    if (const std::wstring said = TextOf(GetDlgItem(box, TextOfBox));
+        box != answered && !said.empty()) { // it may just have gone
         answered = box;
         ++Messages[said];
         Note("reads " + Narrow(said));
     }
-    std::vector<HWND> buttons;
-    HWND button = nullptr;
-    while ((button = FindWindowExW(box, button, WC_BUTTONW, nullptr)) != nullptr)
-        buttons.push_back(button);
+    auto buttons = VisibleIn(box);
+    std::erase_if(buttons, [](HWND child) { return ClassOf(child) != WC_BUTTONW; });
     if (buttons.empty() || Chance(4))
         return PressKeys({VK_ESCAPE});
-    button = OneOf(buttons);
+    const HWND button = OneOf(buttons);
     SaidYes = SaidYes || GetDlgCtrlID(button) == IDYES;
     Note("answers " + Narrow(TextOf(button)));
     Press(button);
     Sleep(20);
 }
 
-void RandomUser::PressKeys(const std::vector<WORD>& keys) const
-{
-    std::vector<INPUT> inputs;
-    for (const WORD key : keys) {
-        INPUT input{};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = key;
-        inputs.push_back(input);
-    }
-    for (auto key = keys.rbegin(); key != keys.rend(); ++key) {
-        INPUT input{};
-        input.type = INPUT_KEYBOARD;
-        input.ki.wVk = *key;
-        input.ki.dwFlags = KEYEVENTF_KEYUP;
-        inputs.push_back(input);
-    }
-    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
-}
-
 void RandomUser::PressAnyKey(HWND front)
 {
     std::vector<WORD> keys;
-    const bool letter = Chance(3);
-    if (letter) {
+    if (Chance(3)) {
         keys = {static_cast<WORD>(Chance(3) ? VK_MENU : VK_CONTROL), static_cast<WORD>('A' + Below(26))};
     } else {
         if (Chance(8))
@@ -199,8 +197,7 @@ void RandomUser::PressAnyKey(HWND front)
         else if (Chance(12))
             keys.push_back(VK_CONTROL);
         keys.push_back(OneOf(Keys));
-        // It would open a menu of the desktop.
-        if (keys.front() == VK_CONTROL && keys.back() == VK_ESCAPE)
+        if (keys.front() == VK_CONTROL && keys.back() == VK_ESCAPE) // it would open a menu of the desktop
             keys.erase(keys.begin());
     }
     std::string name = "keys";
@@ -214,16 +211,8 @@ void RandomUser::Type()
 {
     const std::wstring& word = OneOf(Words);
     Note("types " + Narrow(word).substr(0, 12));
-    for (const wchar_t letter : word) {
-        INPUT inputs[2]{};
-        for (INPUT& input : inputs) {
-            input.type = INPUT_KEYBOARD;
-            input.ki.wScan = static_cast<WORD>(letter);
-            input.ki.dwFlags = KEYEVENTF_UNICODE;
-        }
-        inputs[1].ki.dwFlags |= KEYEVENTF_KEYUP;
-        SendInput(2, inputs, sizeof(INPUT));
-    }
+    for (const wchar_t letter : word)
+        Send({KeyInput(0, KEYEVENTF_UNICODE, letter), KeyInput(0, KEYEVENTF_UNICODE | KEYEVENTF_KEYUP, letter)});
 }
 
 /// A point where the window, or what is in it, is what the mouse would meet.
@@ -249,11 +238,7 @@ void RandomUser::UseMouse()
     if (windows.empty())
         return;
     HWND window = Chance(2) ? windows.front() : OneOf(windows);
-    std::vector<HWND> controls;
-    for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
-        if (IsWindowVisible(child))
-            controls.push_back(child);
-    if (!controls.empty() && !Chance(8))
+    if (const auto controls = VisibleIn(window); !controls.empty() && !Chance(8))
         window = OneOf(controls);
     POINT point{};
     if (!PointIn(window, point))
@@ -261,40 +246,26 @@ void RandomUser::UseMouse()
     const std::string place = " at " + std::to_string(point.x) + "," + std::to_string(point.y) + " on " +
                               Narrow(ClassOf(window)) + " " + Narrow(TextOf(window)).substr(0, 20);
     MoveMouse(point);
-    switch (Below(10)) {
-    case 0:
-    case 1:
-        Note("double click" + place);
-        return PressMouse(MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP, 2);
-    case 2:
-        Note("right click" + place);
-        return PressMouse(MOUSEEVENTF_RIGHTDOWN, MOUSEEVENTF_RIGHTUP, 1);
-    case 3: {
+    const std::size_t act = Below(10);
+    if (act == 0) {
         Note("wheel" + place);
-        INPUT input = MouseInput(MOUSEEVENTF_WHEEL, {}, Chance(2) ? WHEEL_DELTA : -WHEEL_DELTA);
-        SendInput(1, &input, sizeof input);
-        return;
+        return Send({MouseInput(MOUSEEVENTF_WHEEL, Chance(2) ? WHEEL_DELTA : -WHEEL_DELTA)});
     }
-    case 4: {
-        POINT target{};
-        if (!PointIn(OneOf(windows), target))
-            return;
+    if (POINT target{}; act == 1 && PointIn(OneOf(windows), target)) {
         Note("drag" + place + " to " + std::to_string(target.x) + "," + std::to_string(target.y));
         constexpr int steps = 5;
-        INPUT down = MouseInput(MOUSEEVENTF_LEFTDOWN);
-        SendInput(1, &down, sizeof down);
+        Send({MouseInput(MOUSEEVENTF_LEFTDOWN)});
         for (int step = 1; step <= steps; ++step) {
             MoveMouse({point.x + (target.x - point.x) * step / steps, point.y + (target.y - point.y) * step / steps});
             Sleep(10);
         }
-        INPUT up = MouseInput(MOUSEEVENTF_LEFTUP);
-        SendInput(1, &up, sizeof up);
-        return;
+        return Send({MouseInput(MOUSEEVENTF_LEFTUP)});
     }
-    default:
-        Note("click" + place);
-        PressMouse(MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP, 1);
-    }
+    const bool twice = act == 2 || act == 3, right = act == 4;
+    Note((twice ? "double click" : right ? "right click" : "click") + place);
+    for (int i = 0; i < (twice ? 2 : 1); ++i)
+        Send({MouseInput(right ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN),
+              MouseInput(right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP)});
 }
 
 void RandomUser::UseMenu()
@@ -315,21 +286,13 @@ void RandomUser::MoveWindow(HWND window)
 {
     Note("moves " + Narrow(TextOf(window)));
     constexpr int width = 1280, height = 900;
-    switch (Below(5)) {
-    case 0:
-        PostMessageW(window, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
-        break;
-    case 1:
-        PostMessageW(window, WM_SYSCOMMAND, SC_MINIMIZE, 0);
-        break;
-    case 2:
-        PostMessageW(window, WM_SYSCOMMAND, SC_RESTORE, 0);
-        break;
-    default:
+    constexpr WPARAM commands[] = {SC_MAXIMIZE, SC_MINIMIZE, SC_RESTORE};
+    if (const std::size_t way = Below(5); way < std::size(commands))
+        PostMessageW(window, WM_SYSCOMMAND, commands[way], 0);
+    else
         SetWindowPos(window, nullptr, static_cast<int>(Below(width / 2)), static_cast<int>(Below(height / 2)),
                      static_cast<int>(Below(width)), static_cast<int>(Below(height)),
                      SWP_NOZORDER | SWP_NOACTIVATE | SWP_ASYNCWINDOWPOS);
-    }
 }
 
 void RandomUser::Report() const
@@ -351,29 +314,20 @@ void RandomUser::Act()
         return;
     if (ClassOf(front) == SystemDialogClass)
         return Answer(front);
-    switch (Below(16)) {
-    case 0:
-    case 1:
-        return UseMenu();
-    case 2:
-        return Type();
-    case 3:
-        if (Chance(4))
-            MoveWindow(front);
-        return;
-    case 4:
-        if (Chance(12)) {
-            Note("closes " + Narrow(TextOf(front)));
-            PressKeys({VK_MENU, VK_F4});
-        }
-        return;
-    case 5:
-    case 6:
-    case 7:
-    case 8:
-        return PressAnyKey(front);
-    default:
+    const std::size_t act = Below(16);
+    if (act < 7)
         return UseMouse();
+    if (act < 11)
+        return PressAnyKey(front);
+    if (act < 13)
+        return UseMenu();
+    if (act == 13)
+        return Type();
+    if (act == 14 && Chance(4))
+        return MoveWindow(front);
+    if (act == 15 && Chance(12)) {
+        Note("closes " + Narrow(TextOf(front)));
+        PressKeys({VK_MENU, VK_F4});
     }
 }
 
@@ -390,10 +344,8 @@ void RandomUser::GoHome()
     if (POINT point{}; PointIn(front, point))
         MoveMouse(point);
     PostMessageW(front, WM_CANCELMODE, 0, 0);
-    if (ClassOf(front) == SystemDialogClass)
-        PostMessageW(front, WM_COMMAND, IDCANCEL, 0);
-    else
-        PostMessageW(front, WM_CLOSE, 0, 0);
+    const bool system = ClassOf(front) == SystemDialogClass;
+    PostMessageW(front, system ? WM_COMMAND : WM_CLOSE, system ? IDCANCEL : 0, 0);
 }
 
 } // namespace prove

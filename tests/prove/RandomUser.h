@@ -48,7 +48,6 @@ private:
     HWND Front() const;
     void Answer(HWND box);
     void PressAnyKey(HWND front);
-    void PressKeys(const std::vector<WORD>& keys) const;
     void Type();
     void UseMouse();
     void UseMenu();
