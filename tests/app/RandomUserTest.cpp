@@ -11,11 +11,14 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdlib>
 #include <random>
 
 namespace tests {
 namespace {
+
+using namespace std::chrono_literals;
 
 constexpr int ActsALife = 250;
 constexpr int ActsADialog = 12;
@@ -52,6 +55,7 @@ public:
             if (Chance(4))
                 ActAnywhere();
         };
+        Elapse = [this](std::chrono::milliseconds atMost) { return machine.system.delays.Live(atMost); };
     }
 
     std::size_t Below(std::size_t bound) { return bound == 0 ? 0 : random() % bound; }
@@ -335,7 +339,7 @@ void MakeTrouble(TestMachine& machine, RandomUser& user, bool& removed)
     auto& files = machine.system.files;
     constexpr Error errors[] = {error::AccessDenied, error::SharingViolation, error::FileNotFound, error::DiskFull,
                                 error::NotReady};
-    switch (user.Below(8)) {
+    switch (user.Below(10)) {
     case 0:
         files.AddFile("C:\\Templates\\Letters\\New " + std::to_string(user.Below(50)) + ".swt", "new");
         break;
@@ -352,6 +356,12 @@ void MakeTrouble(TestMachine& machine, RandomUser& user, bool& removed)
         machine.PutSetting("Browser\\Favorites", user.Chance(2) ? "Letters\\Memo.swt" : "no\\such*file", "");
         break;
     case 4:
+    case 5: {
+        constexpr memory::Delays::Time delays[] = {0ms, 5ms, 40ms, 6s, memory::Delays::Never};
+        machine.system.delays.Set(user.OneOf(Folders), user.OneOf(delays));
+        break;
+    }
+    case 6:
         machine.system.faults.FailFrom(1 + user.Below(40), errors[user.Below(std::size(errors))]);
         break;
     default:
@@ -396,6 +406,7 @@ void CheckLife(unsigned seed, long& acts)
     }
     acts += user.Acts;
 
+    machine.system.delays.Set("", 0ms);
     machine.system.faults.Clear();
     user.OnYield = nullptr;
     if (browser.Main() != nullptr && browser.Main()->IsOpen()) {
