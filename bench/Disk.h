@@ -11,7 +11,13 @@ namespace bench {
 /// The disk that is measured on, with a folder of its own that is gone when the bench ends.
 class Disk {
 public:
+    Disk() = default;
+    Disk(const Disk&) = delete;
+    Disk& operator=(const Disk&) = delete;
     virtual ~Disk() = default;
+
+    /// Wakes the window's thread, where it sleeps while another one reads.
+    platform::Post Wake;
 
     virtual platform::Platform AsPlatform() = 0;
     /// Whether reading it costs what reading costs: memory is too fast to be a measure of anything.

@@ -17,12 +17,14 @@
 #include "ui/win32/Win32Toolkit.h"
 #endif
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
 #include <span>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace bench {
@@ -68,6 +70,17 @@ std::vector<std::string> AddLibrary(Disk& disk, const std::string& library, cons
     }
     return folders;
 }
+
+/// Looks again and again whether another thread is ready.
+struct Headless final : ui::HeadlessToolkit {
+    Headless()
+    {
+        Elapse = [](std::chrono::milliseconds) {
+            std::this_thread::yield();
+            return true;
+        };
+    }
+};
 
 /// The part of the main window that a load and a fill need.
 class BenchForm final : public ui::Form {
@@ -176,7 +189,7 @@ void LoadOnce(Disk& disk, int folders)
 {
     const std::string templates = disk.Root() + "\\Library";
     AddLibrary(disk, templates, {.folders = folders});
-    ui::HeadlessToolkit toolkit;
+    Headless toolkit;
     app::Program program{disk.AsPlatform(), toolkit, pictures};
     BenchForm form{program, templates};
     form.Load();
@@ -186,7 +199,7 @@ void LoadOnce(Disk& disk, int folders)
 /// Loads of a library that is there, by the rules of any load: folders in it that are empty go.
 void LoadFolder(Disk& disk, const std::string& templates, int rounds)
 {
-    ui::HeadlessToolkit toolkit;
+    Headless toolkit;
     app::Program program{disk.AsPlatform(), toolkit, pictures};
     BenchForm form{program, templates};
     std::printf("full load of %s: %.1f ms\n", templates.c_str(), LeastTimes(rounds, {[&] { form.Load(); }})[0]);
@@ -213,13 +226,14 @@ int Run(std::span<char*> arguments)
     }
     if (!disk->IsReal())
         bounds = {};
-    ui::HeadlessToolkit headless;
+    Headless headless;
     ui::Toolkit* toolkit = &headless;
     bool shown = false;
 #ifdef _WIN32
     std::optional<ui::win32::Win32Toolkit> windows;
     if (mode == "--windows") {
         toolkit = &windows.emplace();
+        disk->Wake = [&](std::function<void()> task) { windows->Post(std::move(task)); };
         shown = true;
     }
 #endif

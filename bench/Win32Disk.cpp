@@ -70,7 +70,10 @@ public:
     }
 
 private:
-    platform::win32::System system{[](const auto&) {}}; // nothing is done off the thread here
+    platform::win32::System system{[this](std::function<void()> task) {
+        if (Wake)
+            Wake(std::move(task));
+    }};
     std::wstring root;
 
     static std::size_t EnumerateNative(const std::wstring& folder)
