@@ -68,7 +68,7 @@ void RecentDocuments::Add(const std::string& file)
         messages.Stop(app::str::SetValueFailed);
 }
 
-void RecentDocuments::GetHistoryListFromRegistry(std::function<void()> seen)
+void RecentDocuments::GetHistoryListFromRegistry(const std::function<void()>& seen)
 {
     documents.clear();
     Places places;

@@ -46,7 +46,7 @@ public:
     /// Reads both stores, the document recorded last first, and looks once at each document. A drive or server that
     /// does not answer is not asked again: each question may take a network's time. `seen` is called whenever more is
     /// known of some that did not answer at once, as long as the list is not read again.
-    void GetHistoryListFromRegistry(std::function<void()> seen);
+    void GetHistoryListFromRegistry(const std::function<void()>& seen);
     /// Whoever waits for it goes.
     void StopLooking() { lookUps.clear(); }
     /// Drops the documents that are gone. One whose drive or share is away is not gone.

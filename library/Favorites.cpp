@@ -28,6 +28,7 @@ void Favorites::GetFavoritesFromRegistry()
         if (const auto library = disk.List(DiskPath(templatesPath, "")); !library)
             return std::unexpected{library.error()};
         std::vector<bool> found;
+        found.reserve(names.size());
         for (const std::string& name : names)
             found.push_back(!name.empty() && IsGone(disk, DiskPath(templatesPath, name)));
         return found;

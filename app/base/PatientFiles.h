@@ -39,7 +39,7 @@ public:
     /// The same for what can be shown later: calls `done` with the answer, before it returns or from the message loop,
     /// unless the ticket has gone. Where the ticket is empty, it was called. Stands still for a moment at most.
     template <class Work, class Done>
-    platform::Ticket Tell(Work work, Done done, std::chrono::milliseconds patience = Moment)
+    platform::Ticket Tell(const Work& work, const Done& done, std::chrono::milliseconds patience = Moment)
     {
         if (auto answer = Begin(work); answer.Ended(patience)) {
             done(answer.Take());
