@@ -61,7 +61,10 @@ void PackInstaller::Install()
         program.messages.Inform(program.Text(str::InstallRuns) + "\r\n" + program.Text(str::WaitForInstall));
         return;
     }
-    const auto file = program.toolkit.OpenFile({program.Text(str::ChoosePack), program.Text(str::PackFilter), {}});
+    // Without a folder the dialog begins where programs of this kind are found, in the system's own.
+    const std::string folder =
+        program.platform.shell.FolderPath(platform::KnownFolder::Personal).value_or(std::string{});
+    const auto file = program.toolkit.OpenFile({program.Text(str::ChoosePack), program.Text(str::PackFilter), folder});
     if (!file)
         return;
     using Reading = platform::Result<FileVersionInfo::Reading>;

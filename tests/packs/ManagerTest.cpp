@@ -229,6 +229,7 @@ TEST_F(PacksTest, StartsOnlyWhatCarriesTheProductsWord)
     Install(std::nullopt);
     EXPECT_EQ(toolkit.FilesAsked.back().title, Text(510));
     EXPECT_EQ(toolkit.FilesAsked.back().filter, Text(511));
+    EXPECT_EQ(toolkit.FilesAsked.back().folder, system.shell.FolderPath(platform::KnownFolder::Personal));
     const struct {
         const char* file;
         std::string contents;
