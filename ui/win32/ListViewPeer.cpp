@@ -28,8 +28,6 @@ constexpr UINT SubstringFlag = 0x0004;
 
 constexpr UINT_PTR ComposeTimer = 1;
 constexpr UINT ComposePause = 10; ///< milliseconds: everything else that waits has its turn
-/// The rows that a list had are gone, and no others came.
-constexpr UINT ReleaseMessage = WM_APP + 1;
 /// No further thumbnail is begun after this time: what shows in them is looked for on the disk.
 constexpr std::chrono::milliseconds ComposeTurn{15};
 
@@ -276,17 +274,10 @@ void ListViewPeer::SyncRows()
     SyncImages(false);
     const auto top = static_cast<int>(Send(LVM_GETTOPINDEX));
     const RECT first = IconPlace(0);
-    HoldLayout();
     Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list.Rows()), 0);
     ResetThumbnails();
     SyncView();
-    if (list.Rows() == 0) {
-        PostMessageW(Handle(), ReleaseMessage, 0, 0); // unless it is filled again before
-        return;
-    }
-    ReserveScrollBar();
     Arrange();
-    ReleaseLayout();
     if (list.Selected() < 0) {
         Send(WM_VSCROLL, SB_TOP);
         Send(WM_HSCROLL, SB_LEFT);
@@ -295,36 +286,6 @@ void ListViewPeer::SyncRows()
     if (list.KeepsScrollPlace())
         ScrollBackTo(top, first);
     InvalidateRect(Handle(), nullptr, TRUE);
-}
-
-void ListViewPeer::HoldLayout()
-{
-    holdsLayout = true;
-    Send(WM_SETREDRAW, FALSE);
-}
-
-void ListViewPeer::ReleaseLayout()
-{
-    if (!std::exchange(holdsLayout, false))
-        return;
-    Send(WM_SETREDRAW, TRUE);
-    InvalidateRect(Handle(), nullptr, TRUE);
-}
-
-void ListViewPeer::ReserveScrollBar()
-{
-    if (NativeView(list.GetView()) != LV_VIEW_ICON)
-        return;
-    RECT client{};
-    GetClientRect(Handle(), &client);
-    const auto spacing = static_cast<DWORD>(Send(LVM_GETITEMSPACING, FALSE));
-    const int perLine = std::max(1, static_cast<int>(client.right) / std::max<int>(1, LOWORD(spacing)));
-    SCROLLINFO info{};
-    info.cbSize = sizeof(info);
-    info.fMask = SIF_RANGE | SIF_PAGE;
-    info.nMax = (list.Rows() + perLine - 1) / perLine * HIWORD(spacing) - 1;
-    info.nPage = static_cast<UINT>(client.bottom);
-    SetScrollInfo(Handle(), SB_VERT, &info, FALSE);
 }
 
 void ListViewPeer::ScrollBackTo(int top, const RECT& first)
@@ -527,9 +488,6 @@ bool ListViewPeer::UsesKey(const Key& key)
 std::optional<LRESULT> ListViewPeer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
-    case ReleaseMessage:
-        ReleaseLayout();
-        return 0;
     case WM_TIMER:
         if (wParam == DragOntoTree::Timer) {
             drag.Mark();

@@ -35,18 +35,11 @@ private:
     ImageListHandle thumbnailRoom; ///< no pictures, but the size that the native control leaves for them
     pictures::win32::ThumbnailStore thumbnails;
     bool showsThumbnails{};
-    bool holdsLayout{};
     bool composing{}; ///< the timer runs
 
     int NativeSelection() const;
     void SyncRows();
     void Arrange();
-    /// Until it is released, the control neither draws nor scrolls: showing or hiding a scroll bar lays out all rows
-    /// anew and takes longer than everything else of a fill.
-    void HoldLayout();
-    void ReleaseLayout();
-    /// Shows the scroll bar that the rows of an icon view need before they are laid out beside it.
-    void ReserveScrollBar();
     /// Shows again what was shown while row `top` was the uppermost and the first one stood there.
     void ScrollBackTo(int top, const RECT& first);
     void SyncSelection();
