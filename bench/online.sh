@@ -31,7 +31,7 @@ measure() {
 }
 for _ in $(seq "$rounds"); do
   measure "no service" ""
-  for kind in offer refusal silent slow soup loop file huge; do measure "$kind" "$here/$kind/"; done
+  for kind in offer refusal silent slow soup scripts loop file huge; do measure "$kind" "$here/$kind/"; done
   measure "a name that nobody has" http://nowhere.invalid/
   measure "a port where nobody listens" http://127.0.0.1:1/
   wine reg add "$connections" /v DefaultConnectionSettings /t REG_BINARY /d "$dead_proxy" /f >/dev/null

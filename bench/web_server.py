@@ -22,6 +22,13 @@ class Service(socketserver.StreamRequestHandler):
     def offer(self, _):
         self.wfile.write(OK + OFFER)
 
+    def scripts(self, _):
+        self.wfile.write(OK + b"<script>document.write('<input name=IsUpdateRequired value=0>')</script>"
+                         b"<input value=\"1\" name='IsUpdateRequired' onfocus=\"close()\">"
+                         b"<input name=IsUpdateRequired value=0>"
+                         b"<input name=MessageText value='&quot;>&lt;script&gt;close()&lt;/script&gt;'>"
+                         b"<input name=ProductPath value='javascript:close()'>")
+
     def refusal(self, _):
         self.wfile.write(b"HTTP/1.0 403 Forbidden\r\n\r\n")
 
