@@ -28,6 +28,8 @@ constexpr UINT SubstringFlag = 0x0004;
 
 constexpr UINT_PTR ComposeTimer = 1;
 constexpr UINT ComposePause = 10; ///< milliseconds: everything else that waits has its turn
+/// The rows that a list had are gone, and no others have come at once.
+constexpr UINT EmptyMessage = WM_APP + 1;
 /// No further thumbnail is begun after this time: what shows in them is looked for on the disk.
 constexpr std::chrono::milliseconds ComposeTurn{15};
 
@@ -96,13 +98,16 @@ void ListViewPeer::Sync(Aspect aspect)
     case Aspect::Selection:
         SyncSelection();
         break;
-    case Aspect::View:
+    case Aspect::View: {
+        const Undrawn undrawn{Handle(), list.Visible()};
+        layout.Hold(Handle());
         SyncLargeSide();
         SyncView();
         SyncColumns(); // widths that came while another view showed
-        Arrange();
+        layout.Release(Handle(), list.Rows());
         SyncSelection();
         break;
+    }
     case Aspect::Columns:
         SyncColumns();
         break;
@@ -274,10 +279,17 @@ void ListViewPeer::SyncRows()
     SyncImages(false);
     const auto top = static_cast<int>(Send(LVM_GETTOPINDEX));
     const RECT first = IconPlace(0);
+    layout.Hold(Handle());
     Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list.Rows()), 0);
     ResetThumbnails();
     SyncView();
-    Arrange();
+    if (list.Rows() == 0) {
+        // Others mostly come before the next message: the scroll bar need not go and come back in between.
+        PostMessageW(Handle(), EmptyMessage, 0, 0);
+        return;
+    }
+    const Undrawn undrawn{Handle(), list.Visible()};
+    layout.Release(Handle(), list.Rows());
     if (list.Selected() < 0) {
         Send(WM_VSCROLL, SB_TOP);
         Send(WM_HSCROLL, SB_LEFT);
@@ -285,7 +297,14 @@ void ListViewPeer::SyncRows()
     SyncSelection();
     if (list.KeepsScrollPlace())
         ScrollBackTo(top, first);
-    InvalidateRect(Handle(), nullptr, TRUE);
+}
+
+void ListViewPeer::ShowEmpty()
+{
+    if (!layout.Holds())
+        return;
+    const Undrawn undrawn{Handle(), list.Visible()};
+    layout.Release(Handle(), list.Rows());
 }
 
 void ListViewPeer::ScrollBackTo(int top, const RECT& first)
@@ -301,14 +320,6 @@ void ListViewPeer::ScrollBackTo(int top, const RECT& first)
     const RECT now = IconPlace(0);
     if (list.Rows() > 0)
         Send(LVM_SCROLL, static_cast<WPARAM>(now.left - first.left), static_cast<LPARAM>(now.top - first.top));
-}
-
-void ListViewPeer::Arrange()
-{
-    // Rows past the old count have no place in the icon views until they are arranged; and how far the list scrolls is
-    // told by the places that they had when the count was set.
-    Send(LVM_ARRANGE, LVA_DEFAULT);
-    Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list.Rows()), LVSICF_NOSCROLL);
 }
 
 void ListViewPeer::SyncSelection()
@@ -488,6 +499,9 @@ bool ListViewPeer::UsesKey(const Key& key)
 std::optional<LRESULT> ListViewPeer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
     switch (message) {
+    case EmptyMessage:
+        ShowEmpty();
+        return 0;
     case WM_TIMER:
         if (wParam == DragOntoTree::Timer) {
             drag.Mark();

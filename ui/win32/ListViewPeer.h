@@ -3,6 +3,7 @@
 #include "pictures/win32/ThumbnailStore.h"
 #include "ui/ListView.h"
 #include "ui/win32/DragOntoTree.h"
+#include "ui/win32/ListLayout.h"
 #include "ui/win32/PeerBase.h"
 
 #include <map>
@@ -31,6 +32,7 @@ private:
     std::map<int, ui::ImageList::Picture> shownLarge;
     std::map<int, ui::ImageList::Picture> shownSmall;
     std::size_t shownColumns{};
+    ListLayout layout;
     bool scrollLater{};
     ImageListHandle thumbnailRoom; ///< no pictures, but the size that the native control leaves for them
     pictures::win32::ThumbnailStore thumbnails;
@@ -39,7 +41,8 @@ private:
 
     int NativeSelection() const;
     void SyncRows();
-    void Arrange();
+    /// The list stays without rows.
+    void ShowEmpty();
     /// Shows again what was shown while row `top` was the uppermost and the first one stood there.
     void ScrollBackTo(int top, const RECT& first);
     void SyncSelection();

@@ -122,6 +122,14 @@ TEST_F(ListViewWindowTest, HasRowsInPlaceAndScrollsToTheSelectionInEveryView)
         const RECT after = PlaceOfRow(form.lvList, 59, LVIR_BOUNDS);
         EXPECT_TRUE(EqualRect(&before, &after)) << before.top << " " << after.top;
     }
+    // The bar that comes with many rows leaves room for one less in a line, at some of these widths.
+    const ui::Rect bounds = form.lvList.Bounds();
+    for (int width = bounds.width; width > bounds.width - 2400; width -= 120) {
+        form.lvList.SetBounds({bounds.left, bounds.top, width, bounds.height});
+        Fill(2);
+        Fill(60);
+        EXPECT_EQ(GetWindowLongPtrW(list, GWL_STYLE) & (WS_HSCROLL | WS_VSCROLL), WS_VSCROLL) << width;
+    }
 }
 
 TEST_F(ListViewWindowTest, DrawsTheEmptyTextInItsOwnArea)
