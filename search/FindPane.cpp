@@ -5,6 +5,7 @@
 #include "platform/Text.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace search {
@@ -15,6 +16,7 @@ using ui::KeyCode;
 // All lengths in twips.
 constexpr int LeastText = 1500;
 constexpr int LeastCombo = 2550;
+constexpr std::chrono::milliseconds BetweenShows{250};
 
 /// A label's text as a line of a list.
 std::string Plain(std::string label)
@@ -76,7 +78,7 @@ FindPane::FindPane(FindControls& controls, app::Program& program, const library:
 void FindPane::Wire()
 {
     finder.IsExcluded = [this](const std::string& baseName) { return reader.IsExcluded(baseName); };
-    finder.Changed = [this] { ShowFound(list.SelectedPath()); };
+    finder.Changed = [this] { OnFinder(); };
     controls.txtLookFor.Change = [this] { OnText(); };
     controls.txtLookFor.CommandKey = [this](const ui::Key& key) {
         if (key == ui::Plain(KeyCode::Enter)) {
@@ -343,6 +345,29 @@ void FindPane::Remember()
                             program.settings);
     if (!saved)
         program.messages.Stop(app::str::SetValueFailed);
+}
+
+platform::Ticket FindPane::Pause()
+{
+    return program.platform.timers
+        .Start(BetweenShows,
+               [this] {
+                   const platform::Ticket over = std::exchange(pause, {});
+                   if (isBehind)
+                       OnFinder();
+               })
+        .value_or(platform::Ticket{});
+}
+
+void FindPane::OnFinder()
+{
+    isBehind = pause && finder.IsReading();
+    if (isBehind)
+        return;
+    pause = finder.IsReading() ? Pause() : platform::Ticket{};
+    ShowFound(list.SelectedPath());
+    if (pause)
+        pause = Pause(); // it may have elapsed while the list was filled
 }
 
 void FindPane::ShowFound(const std::string& path)

@@ -95,6 +95,8 @@ private:
     std::size_t elsewhere{}; ///< more in other categories
     std::string returnTo;    ///< path of the row that was selected before
     bool isFilled{};
+    platform::Ticket pause; ///< runs while the results rest that are shown
+    bool isBehind{};        ///< the finder has more than they hold
 
     void Wire();
     void Fill();
@@ -112,6 +114,10 @@ private:
     void Begin();
     void Clear();
     void Escape();
+    /// Shows what the finder has, and no more of it for a while: the list must be painted and the user be heard between
+    /// two fillings of it, however fast the pieces come.
+    void OnFinder();
+    platform::Ticket Pause();
     /// Searches again; `path` is the row to select.
     void ShowFound(const std::string& path);
     void ShowFindings();

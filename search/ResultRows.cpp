@@ -11,8 +11,10 @@
 namespace search {
 namespace {
 
-/// The first rows stand at once, the others follow while the user looks at them.
-constexpr std::size_t RowsAtOnce = 200;
+/// The first rows stand at once; the others follow in pieces that grow, as each piece makes the list count its rows and
+/// look for the selected one again.
+constexpr std::size_t RowsAtFirst = 200;
+constexpr std::size_t RowsAtOnce = 3200;
 
 } // namespace
 
@@ -20,10 +22,12 @@ template <class Finish>
 void ResultRows::Read(std::string_view tab, browser::RowSink& sink, Finish finish)
 {
     browser::TemplateRows piece;
+    std::size_t size = RowsAtFirst;
     bool isFirst = true;
     const auto hand = [&] {
         if (!std::exchange(isFirst, false) && !sink.GoOn())
             return false;
+        size = std::min(2 * size, RowsAtOnce);
         finish(piece);
         sink.Add(std::exchange(piece, {}));
         return true;
@@ -32,7 +36,7 @@ void ResultRows::Read(std::string_view tab, browser::RowSink& sink, Finish finis
         if (!IsShown(entry, tab))
             continue;
         piece.push_back(RowOf(entry));
-        if (piece.size() == RowsAtOnce && !hand())
+        if (piece.size() == size && !hand())
             return;
     }
     if (!piece.empty())
