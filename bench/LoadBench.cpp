@@ -185,15 +185,30 @@ bool MeasureFill(Disk& disk, ui::Toolkit& toolkit, bool shown, const Size& size,
 }
 
 /// One load and nothing else, for a profiler.
-void LoadOnce(Disk& disk, int folders)
+void LoadOnce(Disk& disk, int folders, int filesAFolder)
 {
     const std::string templates = disk.Root() + "\\Library";
-    AddLibrary(disk, templates, {.folders = folders});
+    AddLibrary(disk, templates, {.folders = folders, .filesAFolder = filesAFolder});
     Headless toolkit;
     app::Program program{disk.AsPlatform(), toolkit, pictures};
     BenchForm form{program, templates};
     form.Load();
     Expect(form.tree.Count(), static_cast<std::size_t>(folders) + 3, "nodes in the tree");
+}
+
+/// One list filled and nothing else, for a profiler.
+void FillOnce(Disk& disk, int templatesInList)
+{
+    const std::string templates = disk.Root() + "\\List";
+    disk.AddFolder(templates);
+    disk.AddFolder(templates + "\\" + LargeFolder);
+    AddFiles(disk, templates + "\\" + LargeFolder, templatesInList, library::TemplateExtensions);
+    Headless toolkit;
+    app::Program program{disk.AsPlatform(), toolkit, pictures};
+    BenchForm form{program, templates};
+    form.Load();
+    form.Fill();
+    Expect(static_cast<std::size_t>(form.list.Rows()), static_cast<std::size_t>(templatesInList), "rows in the list");
 }
 
 /// Loads of a library that is there, by the rules of any load: folders in it that are empty go.
@@ -209,8 +224,12 @@ int Run(std::span<char*> arguments)
 {
     const std::string mode = arguments.size() > 1 ? arguments[1] : "";
     const auto disk = MakeDisk();
-    if (mode == "--once" && arguments.size() == 3) {
-        LoadOnce(*disk, std::atoi(arguments[2]));
+    if (mode == "--once" && arguments.size() == 4) {
+        LoadOnce(*disk, std::atoi(arguments[2]), std::atoi(arguments[3]));
+        return 0;
+    }
+    if (mode == "--fill" && arguments.size() == 3) {
+        FillOnce(*disk, std::atoi(arguments[2]));
         return 0;
     }
     if (mode == "--folder" && arguments.size() == 4) {
@@ -238,7 +257,9 @@ int Run(std::span<char*> arguments)
     }
 #endif
     if (toolkit == &headless && !mode.empty() && mode != "--quick") {
-        std::fprintf(stderr, "usage: load_bench [--quick | --windows | --once FOLDERS | --folder PATH ROUNDS]\n");
+        std::fprintf(
+            stderr,
+            "usage: load_bench [--quick | --windows | --once FOLDERS FILES | --fill FILES | --folder PATH ROUNDS]\n");
         return 2;
     }
     const bool loadKept = MeasureLoad(*disk, *toolkit, shown, size, bounds.load);
