@@ -27,6 +27,9 @@ public:
     virtual ~Pending() = default;
     /// Stands still until the work has ended, at most so long. Whether it has.
     virtual bool Ended(std::chrono::milliseconds patience) = 0;
+    /// Calls `done` on the window's thread, between two messages, once the work has ended, unless the ticket is gone.
+    /// The ticket alone holds the work from then on.
+    virtual Ticket Tell(std::function<void()> done) = 0;
 };
 
 /// What a job was asked for. Made and let go on the window's thread.
@@ -40,6 +43,13 @@ public:
     bool Ended(std::chrono::milliseconds patience = {}) const { return pending->Ended(patience); }
     /// Once it has ended.
     Outcome Take() { return std::move(*outcome); }
+    /// For who does not stand waiting any more: calls `done` with the outcome once there is one, unless the ticket is
+    /// gone.
+    template <class Done>
+    Ticket Tell(Done done) &&
+    {
+        return pending->Tell([outcome = outcome, done = std::move(done)]() mutable { done(std::move(*outcome)); });
+    }
 
 private:
     std::shared_ptr<Outcome> outcome;

@@ -28,29 +28,7 @@ struct Bell {
     std::condition_variable rings;
     bool ended{};
     bool isWaitedForInLoop{};
-};
-
-class Awaited final : public Pending {
-public:
-    Awaited(std::shared_ptr<Bell> bell, std::shared_ptr<Cancelled> cancelled)
-        : bell{std::move(bell)}, cancelled{std::move(cancelled)}
-    {
-    }
-    Awaited(const Awaited&) = delete;
-    Awaited& operator=(const Awaited&) = delete;
-    ~Awaited() override { *cancelled = true; }
-
-    bool Ended(std::chrono::milliseconds patience) override
-    {
-        std::unique_lock lock{bell->mutex};
-        bell->rings.wait_for(lock, patience, [this] { return bell->ended; });
-        bell->isWaitedForInLoop = true; // from now on only messages are waited for
-        return bell->ended;
-    }
-
-private:
-    std::shared_ptr<Bell> bell;
-    std::shared_ptr<Cancelled> cancelled;
+    bool isTold{}; ///< in place of that
 };
 
 void Tell(const std::weak_ptr<Waiter>& waiter, const Result<>& ran)
@@ -61,13 +39,43 @@ void Tell(const std::weak_ptr<Waiter>& waiter, const Result<>& ran)
     }
 }
 
+class Awaited final : public Pending {
+public:
+    Awaited(std::shared_ptr<Bell> bell, std::shared_ptr<Waiter> waiter, Post post)
+        : bell{std::move(bell)}, waiter{std::move(waiter)}, post{std::move(post)}
+    {
+    }
+
+    bool Ended(std::chrono::milliseconds patience) override
+    {
+        std::unique_lock lock{bell->mutex};
+        bell->rings.wait_for(lock, patience, [this] { return bell->ended; });
+        bell->isWaitedForInLoop = true; // from now on only messages are waited for
+        return bell->ended;
+    }
+    Ticket Tell(std::function<void()> done) override
+    {
+        waiter->done = [done = std::move(done)](const Result<>&) { done(); };
+        const std::lock_guard lock{bell->mutex};
+        bell->isTold = true;
+        if (bell->ended)
+            post([waiting = std::weak_ptr{waiter}] { platform::Tell(waiting, {}); });
+        return Ticket{waiter};
+    }
+
+private:
+    std::shared_ptr<Bell> bell;
+    std::shared_ptr<Waiter> waiter;
+    Post post;
+};
+
 } // namespace
 
 struct ThreadJobs::Entry {
     Work work;
     std::shared_ptr<Cancelled> cancelled;
     std::weak_ptr<Waiter> waiter;
-    std::shared_ptr<Bell> bell; ///< in place of the waiter
+    std::shared_ptr<Bell> bell; ///< of work that is waited for
 };
 
 /// What the threads share with the window's: it outlives the last of both.
@@ -94,22 +102,26 @@ struct ThreadJobs::Shared {
             lock.lock();
             std::erase(shared->beingDone, entry.cancelled);
             if (shared->post && !*entry.cancelled) {
-                if (!entry.bell)
+                const auto wanted = entry.bell ? Ring(*entry.bell) : Wanted::Told;
+                if (wanted == Wanted::Told)
                     shared->post([waiter = entry.waiter] { Tell(waiter, {}); });
-                else if (Ring(*entry.bell))
-                    shared->post([] {}); // wakes the loop
+                else if (wanted == Wanted::Woken)
+                    shared->post([] {});
             }
             shared->changed.notify_all();
         }
     }
 
-    /// Whether the one who waits does so in the window's loop.
-    static bool Ring(Bell& bell)
+    /// What the window's loop is to do for the one who waits.
+    enum class Wanted { Nothing, Woken, Told };
+    static Wanted Ring(Bell& bell)
     {
         const std::lock_guard lock{bell.mutex};
         bell.ended = true;
         bell.rings.notify_all();
-        return bell.isWaitedForInLoop;
+        if (bell.isTold)
+            return Wanted::Told;
+        return bell.isWaitedForInLoop ? Wanted::Woken : Wanted::Nothing;
     }
 
     static void Do(Entry& entry)
@@ -154,10 +166,10 @@ Ticket ThreadJobs::Queue(Work work, Done done)
 
 std::unique_ptr<Pending> ThreadJobs::Begin(Work work)
 {
-    const auto cancelled = std::make_shared<Cancelled>(false);
+    const auto waiter = std::make_shared<Waiter>();
     const auto bell = std::make_shared<Bell>();
-    auto pending = std::make_unique<Awaited>(bell, cancelled);
-    if (Entry entry{std::move(work), cancelled, {}, bell}; !Enlist(entry)) {
+    auto pending = std::make_unique<Awaited>(bell, waiter, shared->post);
+    if (Entry entry{std::move(work), waiter->cancelled, waiter, bell}; !Enlist(entry)) {
         Shared::Do(entry);
         (void)Shared::Ring(*bell);
     }

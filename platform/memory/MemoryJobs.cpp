@@ -59,16 +59,32 @@ std::unique_ptr<Pending> MemoryJobs::Begin(Work work)
     /// Work that ends at a moment.
     class Ending final : public Pending {
     public:
-        Ending(Delays& delays, Delays::Time moment) : delays{delays}, moment{moment}, expected{delays.Expect(moment)} {}
+        Ending(MemoryJobs& jobs, Delays& delays, Delays::Time moment)
+            : jobs{jobs}, delays{delays}, moment{moment}, expected{delays.Expect(moment)}
+        {
+        }
         bool Ended(std::chrono::milliseconds patience) override { return delays.StandStill(moment, patience); }
+        Ticket Tell(std::function<void()> done) override
+        {
+            return moment == Delays::Never ? Ticket{expected} : jobs.Tell(std::move(done));
+        }
 
     private:
+        MemoryJobs& jobs;
         Delays& delays;
         Delays::Time moment;
         std::shared_ptr<void> expected;
     };
     const Cancelled cancelled{};
-    return std::make_unique<Ending>(delays, delays.OnThread([&] { Run(work, cancelled); }, ThreadJobs::Most));
+    return std::make_unique<Ending>(*this, delays, delays.OnThread([&] { Run(work, cancelled); }, ThreadJobs::Most));
+}
+
+Ticket MemoryJobs::Tell(std::function<void()> done)
+{
+    const auto waiter = std::make_shared<Waiter>();
+    waiter->done = [done = std::move(done)](const Result<>&) { done(); };
+    entries.push_back({nullptr, {}, waiter->cancelled, waiter});
+    return Ticket{waiter};
 }
 
 void MemoryJobs::Finish(std::size_t index)

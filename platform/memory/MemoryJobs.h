@@ -36,6 +36,8 @@ private:
 
     Ticket Queue(Work work, Done done) override;
     std::unique_ptr<Pending> Begin(Work work) override;
+    /// Something that was done already, and is told when the test says so.
+    Ticket Tell(std::function<void()> done);
     void Run(const Work& work, const Cancelled& cancelled);
 
     FaultPlan& faults;

@@ -141,6 +141,22 @@ TEST(ThreadJobsTest, AnAnswerIsWaitedForAndWakesTheLoopThatWaits)
     window.RunNext(); // what wakes the loop
     EXPECT_TRUE(later.Ended());
 
+    // Nobody stands waiting for these two any more: one goes on, the other had ended already.
+    std::string told;
+    for (const bool endsBefore : {false, true}) {
+        auto answer = jobs.Ask([&](const Cancelled&) { return gate.Pass(); });
+        gate.entered.acquire();
+        if (endsBefore) {
+            gate.open.release();
+            ASSERT_TRUE(answer.Ended(10s));
+        }
+        const Ticket ticket = std::move(answer).Tell([&](const Result<>& outcome) { told += outcome ? "." : "x"; });
+        if (!endsBefore)
+            gate.open.release();
+        window.RunNext();
+    }
+    EXPECT_EQ(told, "..");
+
     Signal begun{0}, gone{0};
     auto unwanted = std::make_unique<Answer<Result<>>>(jobs.Ask([&](const Cancelled& cancelled) {
         begun.release();
