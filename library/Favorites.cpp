@@ -6,6 +6,8 @@
 #include "platform/Text.h"
 
 #include <algorithm>
+#include <set>
+#include <utility>
 
 namespace library {
 namespace {
@@ -20,26 +22,29 @@ constexpr std::string_view LibrarySection = "Browser\\Favorites Library";
 
 void Favorites::GetFavoritesFromRegistry()
 {
+    auto names = settings.Names(Section);
+    if (!names)
+        return;
+    const auto gone = files.Ask([names = std::move(*names), templatesPath = state.TemplatesPath](
+                                    platform::FileSystem& disk) -> platform::Result<std::set<std::string>> {
+        if (const auto library = disk.List(DiskPath(templatesPath, "")); !library)
+            return std::unexpected{library.error()};
+        std::set<std::string> found;
+        for (const std::string& name : names)
+            if (!name.empty() && IsGone(disk, DiskPath(templatesPath, name)))
+                found.insert(name);
+        return found;
+    });
+    // While that was waited for, the user may have added some and removed others.
     const auto stored = settings.Names(Section);
     if (!stored)
         return;
-    const auto gone = files.Ask([names = *stored, templatesPath = state.TemplatesPath](
-                                    platform::FileSystem& disk) -> platform::Result<std::vector<bool>> {
-        if (const auto library = disk.List(DiskPath(templatesPath, "")); !library)
-            return std::unexpected{library.error()};
-        std::vector<bool> found;
-        found.reserve(names.size());
-        for (const std::string& name : names)
-            found.push_back(!name.empty() && IsGone(disk, DiskPath(templatesPath, name)));
-        return found;
-    });
     const bool canPrune = gone.has_value();
     favoritesList.clear();
-    for (std::size_t i = 0; i < stored->size(); ++i) {
-        const std::string& name = (*stored)[i];
+    for (const std::string& name : *stored) {
         if (name.empty())
             continue;
-        if (!canPrune || !(*gone)[i]) {
+        if (!canPrune || !gone->contains(name)) {
             favoritesList.push_back(name);
             if (canPrune)
                 StoreLibrary(name);
