@@ -6,6 +6,7 @@
 #include "platform/NaturalOrder.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
+#include "ui/ImageList.h"
 
 #include <algorithm>
 #include <utility>
@@ -91,13 +92,14 @@ Catalog::Folder* Catalog::AddTopLevel(Contents& made, const std::string& name, F
         const auto leading = made.byPath.find(Folded(name));
         return leading != made.byPath.end() ? leading->second : nullptr; // it leads already
     }
-    return &made.AddCategory(nullptr,
-                             {.key = platform::text::IsNumeric(name) ? name + std::string{NumericEnding} : name,
-                              .path = name,
-                              .text = name + Unanswered(listings.Of(name)),
-                              .image = treeimage::Category,
-                              .selectedImage = treeimage::Category,
-                              .iconFile = IconFileOf(made, name, listings)});
+    Folder& added =
+        made.AddCategory(nullptr, {.key = platform::text::IsNumeric(name) ? name + std::string{NumericEnding} : name,
+                                   .path = name,
+                                   .text = name + Unanswered(listings.Of(name)),
+                                   .image = treeimage::Category,
+                                   .selectedImage = treeimage::Category});
+    AddIcon(made, added, listings);
+    return &added;
 }
 
 Catalog::Folder* Catalog::AddBelow(Contents& made, Folder& parent, const FolderTable& table, std::size_t row,
@@ -129,11 +131,11 @@ std::string Catalog::Unanswered(const FolderListings::Listing& listing) const
     return isUnknown ? " " + strings.LoadString(app::str::DoesNotAnswer) : std::string{};
 }
 
-std::string Catalog::IconFileOf(const Contents& made, const std::string& name, FolderListings& listings) const
+void Catalog::AddIcon(const Contents& made, Folder& category, FolderListings& listings) const
 {
-    const auto& listing = listings.Of(name);
+    const auto& listing = listings.Of(category.path);
     if (!listing)
-        return {};
+        return;
     const auto icon = std::ranges::find_if(*listing, [](const platform::FileEntry& entry) {
         if (platform::path::LastFour(entry.name).size() != 4 || !IsPlainFile(entry))
             return false;
@@ -141,10 +143,14 @@ std::string Catalog::IconFileOf(const Contents& made, const std::string& name, F
         return file.starts_with("folder") && file.ends_with(".ico");
     });
     if (icon == listing->end())
-        return {};
+        return;
     // It may have gone since it was listed.
-    std::string file = platform::path::Join(DiskPath(made.templatesPath, name), icon->name);
-    return files.Stat(file) ? file : std::string{};
+    std::string file = platform::path::Join(DiskPath(made.templatesPath, category.path), icon->name);
+    auto bytes = files.Read(file, ui::ImageList::LargestFile);
+    if (!bytes)
+        return;
+    category.iconFile = std::move(file);
+    category.icon = std::move(*bytes);
 }
 
 void Catalog::SortChildren(Contents& made) const

@@ -34,6 +34,7 @@ public:
         int image{};
         int selectedImage{};
         std::string iconFile; ///< its own icon, in place of the two; "" without one
+        std::string icon;     ///< what is in that file
         bool leads{};         ///< the one category that stands first, in bold
         const Folder* parent{};
         std::vector<const Folder*> children; ///< in alphabetical order
@@ -101,7 +102,8 @@ private:
                      FolderListings& listings, const std::string& eBook) const;
     void AddLeading(Contents& made) const;
     std::string Unanswered(const FolderListings::Listing& listing) const;
-    std::string IconFileOf(const Contents& made, const std::string& name, FolderListings& listings) const;
+    /// Reads the category's own icon, if it has one.
+    void AddIcon(const Contents& made, Folder& category, FolderListings& listings) const;
     void SortChildren(Contents& made) const;
 };
 

@@ -65,7 +65,7 @@ void FolderTree::OpenBranches(std::string_view stored)
 void FolderTree::AddWithChildren(ui::TreeView::Node* parent, const Catalog::Folder& folder)
 {
     const bool hasIcon = !folder.iconFile.empty();
-    const int image = hasIcon ? tree.Images.AddFile(folder.iconFile) : folder.image;
+    const int image = hasIcon ? tree.Images.AddFile(folder.iconFile, folder.icon) : folder.image;
     ui::TreeView::Node* node = tree.Add(parent, folder.key, folder.text, image, hasIcon ? image : folder.selectedImage);
     if (folder.leads)
         tree.SetBold(*node, true);

@@ -7,10 +7,10 @@ void ImageList::SetNamed(int index, std::string name)
     pictures[index] = Picture{std::move(name), {}};
 }
 
-int ImageList::AddFile(std::string path)
+int ImageList::AddFile(std::string path, std::string bytes)
 {
     const int index = Last() + 1;
-    pictures[index] = Picture{{}, std::move(path)};
+    pictures[index] = Picture{{}, std::move(path), std::move(bytes)};
     return index;
 }
 

@@ -12,10 +12,11 @@ namespace ui {
 class ImageList {
 public:
     using Picture = pictures::IconSource;
+    static constexpr auto LargestFile = pictures::LargestIconFile;
 
     void SetNamed(int index, std::string name);
-    /// Adds an icon file as a new last entry; gives its index.
-    int AddFile(std::string path);
+    /// Adds an icon file, with what is in it, as a new last entry; gives its index.
+    int AddFile(std::string path, std::string bytes);
     /// Drops the entries after `index`.
     void Shrink(int index);
     const std::map<int, Picture>& Pictures() const { return pictures; }

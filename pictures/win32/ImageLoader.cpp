@@ -8,8 +8,6 @@
 namespace pictures::win32 {
 namespace {
 
-/// More than any real icon file has; a larger one is not looked at.
-constexpr std::uint64_t LargestIconFile = 4 * 1024 * 1024;
 /// The only version of icons that there is (CreateIconFromResourceEx).
 constexpr DWORD IconVersion = 0x00030000;
 /// Sizes (pixels) that icons commonly hold, for scaling down from the next larger one.
@@ -64,9 +62,12 @@ IconHandle ImageLoader::FromFile(const std::string& path, int size) const
 {
     // Read here, since the system's own loader ends at paths of 260 characters.
     const auto file = platform::win32::Win32FileSystem{}.Read(path, LargestIconFile);
-    if (!file)
-        return nullptr;
-    IconPicture picture = FindIconPicture(*file, size);
+    return file ? FromBytes(*file, size) : nullptr;
+}
+
+IconHandle ImageLoader::FromBytes(std::string_view file, int size)
+{
+    IconPicture picture = FindIconPicture(file, size);
     if (picture.side == 0)
         return nullptr;
     const auto make = [&](int side) {
@@ -82,7 +83,9 @@ IconHandle ImageLoader::FromFile(const std::string& path, int size) const
 
 IconHandle ImageLoader::Load(const IconSource& source, int size) const
 {
-    IconHandle icon = source.file.empty() ? Named(source.name, size) : FromFile(source.file, size);
+    IconHandle icon = source.bytes          ? FromBytes(*source.bytes, size)
+                      : source.file.empty() ? Named(source.name, size)
+                                            : FromFile(source.file, size);
     return icon ? std::move(icon) : Named("category", size);
 }
 

@@ -20,6 +20,8 @@ public:
     IconHandle Named(std::string_view name, int size) const;
     /// Null for a file that is missing, too large or no icon.
     IconHandle FromFile(const std::string& path, int size) const;
+    /// The same for what is in one.
+    static IconHandle FromBytes(std::string_view file, int size);
     /// An icon that cannot be loaded is replaced by the one of an ordinary category.
     IconHandle Load(const IconSource& source, int size) const;
     /// Indexed by the keys of `icons`; gaps are blank.

@@ -145,7 +145,9 @@ TEST_F(LoadTest, ACategoryShowsItsOwnIconAndASubFolderNever)
 {
     AddTemplates({"Cards\\a.swt", "Cards\\Folder2.ICO", "Cards\\folder.ico", "Letters\\a.swt", "Letters\\myfolder.ico",
                   "Letters\\Sub\\a.swt", "Letters\\Sub\\folder.ico"});
+    system.files.AddFile(InLibrary("Cards\\Folder2.ICO"), "icon");
     Start();
+    EXPECT_EQ(Main().tvTreeView.Images.Find(19)->bytes, "icon") << "no window reads it again";
     EXPECT_EQ(Main().tvTreeView.Images.Find(19)->file, InLibrary("Cards\\Folder2.ICO"));
     EXPECT_EQ(Node("Letters\\Sub").image, 2);
     for (const auto& [key, image] : {std::pair{"Cards", 19}, {"Letters", 17}}) {
