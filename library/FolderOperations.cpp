@@ -27,7 +27,7 @@ bool IsTopLevel(const Catalog::Folder* folder)
 } // namespace
 
 FolderOperations::FolderOperations(ui::TreeView& tree, TemplateLibrary& library, Favorites& favorites,
-                                   platform::FileSystem& files, platform::Shell& shell, app::Settings& settings,
+                                   app::PatientFiles& files, platform::Shell& shell, app::Settings& settings,
                                    app::Messages& messages, const app::StringTable& strings,
                                    const app::StartUpState& state)
     : tree{tree}, library{library}, favorites{favorites}, files{files}, shell{shell}, settings{settings},
@@ -67,27 +67,30 @@ void FolderOperations::Rename(const Catalog::Folder* folder, const std::string& 
     const std::string from = folder->path;
     if (newName == path::Name(from))
         return;
-    if (const auto refusal = RefusalOf(from, newName)) {
-        messages.Inform(*refusal);
-        EditAgain(from, newName);
-        return;
-    }
-    const auto stopper = FolderWalk::Hides(files, state.TemplatesPath, path::Parent(from), newName);
-    if (stopper && messages.Ask(Replaced(Replaced(strings.LoadString(app::str::HiddenNameQuestion), "%1", newName),
-                                         "%2", *stopper))) {
-        EditAgain(from, newName);
-        return;
-    }
     const std::string to = path::Join(path::Parent(from), newName);
-    // Also after a failure: the folder may be called otherwise, or be gone.
-    library.FullLoad = true;
-    if (!Move(from, to)) {
+    if (!Renames(from, newName, to)) {
         EditAgain(from, newName);
         return;
     }
     if (Renamed)
         Renamed(DiskPath(state.TemplatesPath, from), DiskPath(state.TemplatesPath, to));
     ReloadAt(to);
+}
+
+bool FolderOperations::Renames(const std::string& from, const std::string& newName, const std::string& to)
+{
+    const app::PatientFiles::Operation whole{files};
+    if (const auto refusal = RefusalOf(from, newName)) {
+        messages.Inform(*refusal);
+        return false;
+    }
+    const auto stopper = FolderWalk::Hides(files, state.TemplatesPath, path::Parent(from), newName);
+    if (stopper && messages.Ask(Replaced(Replaced(strings.LoadString(app::str::HiddenNameQuestion), "%1", newName),
+                                         "%2", *stopper)))
+        return false;
+    // Also after a failure: the folder may be called otherwise, or be gone.
+    library.FullLoad = true;
+    return Move(from, to);
 }
 
 void FolderOperations::EditAgain(const std::string& category, const std::string& newName)
@@ -138,7 +141,10 @@ bool FolderOperations::Move(const std::string& from, const std::string& to)
     // next start drops those whose file is not there.
     if (!favorites.StoreMoved(from, to))
         return false;
-    const bool isMoved = files.Move(DiskPath(state.TemplatesPath, from), DiskPath(state.TemplatesPath, to)).has_value();
+    const auto moved = files.Move(DiskPath(state.TemplatesPath, from), DiskPath(state.TemplatesPath, to));
+    if (!moved && moved.error() == platform::error::Cancelled)
+        return false; // nobody knows yet
+    const bool isMoved = moved.has_value();
     favorites.ForgetMoved(from, to, isMoved);
     if (!isMoved)
         messages.Inform(strings.LoadString(app::str::RenameFailed) + "\r\n" +
@@ -161,14 +167,7 @@ void FolderOperations::DeleteSelected()
     }
     const std::string category = folder->path;
     FolderRemoval removal{files, shell, state.TemplatesPath};
-    std::string question = strings.LoadString(app::str::DeleteFolderQuestion) + "\"" +
-                           std::string{path::Name(category)} + "\"" +
-                           strings.LoadString(app::str::DeleteFolderContents);
-    if (const auto count = removal.CountTemplates(category))
-        question += "\r\n\r\n" + (*count == 1 ? strings.LoadString(app::str::TemplateToDelete)
-                                              : Replaced(strings.LoadString(app::str::TemplatesToDelete), "%1",
-                                                         std::to_string(*count)));
-    if (!messages.Ask(std::move(question), ui::Answer::No))
+    if (!messages.Ask(DeleteQuestion(category, removal), ui::Answer::No))
         return;
     if (ReleaseViews)
         ReleaseViews();
@@ -178,6 +177,18 @@ void FolderOperations::DeleteSelected()
     ReloadAt(path::Parent(category));
     if (!isRemoved)
         messages.Stop(strings.LoadString(app::str::DeleteFailed) + "\r" + strings.LoadString(app::str::CloseTemplates));
+}
+
+std::string FolderOperations::DeleteQuestion(const std::string& category, FolderRemoval& removal) const
+{
+    std::string question = strings.LoadString(app::str::DeleteFolderQuestion) + "\"" +
+                           std::string{path::Name(category)} + "\"" +
+                           strings.LoadString(app::str::DeleteFolderContents);
+    if (const auto count = removal.CountTemplates(category))
+        question += "\r\n\r\n" + (*count == 1 ? strings.LoadString(app::str::TemplateToDelete)
+                                              : Replaced(strings.LoadString(app::str::TemplatesToDelete), "%1",
+                                                         std::to_string(*count)));
+    return question;
 }
 
 void FolderOperations::ReloadAt(const std::string& category)

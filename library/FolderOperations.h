@@ -10,10 +10,12 @@
 
 namespace library {
 
+class FolderRemoval;
+
 /// What the user may do to the category folders: give one a new name, delete one. Works on the tree's selected node.
 class FolderOperations {
 public:
-    FolderOperations(ui::TreeView& tree, TemplateLibrary& library, Favorites& favorites, platform::FileSystem& files,
+    FolderOperations(ui::TreeView& tree, TemplateLibrary& library, Favorites& favorites, app::PatientFiles& files,
                      platform::Shell& shell, app::Settings& settings, app::Messages& messages,
                      const app::StringTable& strings, const app::StartUpState& state);
 
@@ -42,7 +44,7 @@ private:
     ui::TreeView& tree;
     TemplateLibrary& library;
     Favorites& favorites;
-    platform::FileSystem& files;
+    app::PatientFiles& files;
     platform::Shell& shell;
     app::Settings& settings;
     app::Messages& messages;
@@ -51,8 +53,12 @@ private:
     std::optional<std::string> typed; ///< offered when a label opens again
 
     void EditAgain(const std::string& category, const std::string& newName);
+    /// Checks the name and moves the folder. False when it has its old name, which the user has been told.
+    bool Renames(const std::string& from, const std::string& newName, const std::string& to);
     /// Moves the folder on the disk, and with it the favourites in it. Tells a failure.
     bool Move(const std::string& from, const std::string& to);
+    /// With the number of templates that would go.
+    std::string DeleteQuestion(const std::string& category, FolderRemoval& removal) const;
     void ReloadAt(const std::string& category);
 };
 

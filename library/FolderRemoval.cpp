@@ -26,6 +26,7 @@ bool IsBelowTopLevel(const std::string& category)
 
 std::optional<std::size_t> FolderRemoval::CountTemplates(const std::string& category)
 {
+    const app::PatientFiles::Operation whole{files};
     if (!List(category))
         return std::nullopt;
     std::size_t count = 0;
@@ -46,12 +47,15 @@ bool FolderRemoval::List(const std::string& category)
 
 bool FolderRemoval::Remove(const std::string& category)
 {
+    const app::PatientFiles::Operation whole{files};
     if (!List(category))
         return false;
     const bool isWhole =
         std::ranges::none_of(folders, [](const Folder& folder) { return folder.isLink || folder.holdsOthers; });
     if (isWhole && IsOwnFolder(files, templatesPath, category)) {
-        const auto recycled = shell.Recycle(DiskPath(templatesPath, category));
+        const std::string place = DiskPath(templatesPath, category);
+        const auto recycled =
+            files.Change(place, [place, &recycler = shell](platform::FileSystem&) { return recycler.Recycle(place); });
         if (recycled || recycled.error() != platform::error::NotSupported)
             return recycled.has_value();
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/base/PatientFiles.h"
 #include "platform/FileSystem.h"
 #include "platform/Shell.h"
 
@@ -14,7 +15,7 @@ namespace library {
 /// points at is never listed and never touched.
 class FolderRemoval {
 public:
-    FolderRemoval(platform::FileSystem& files, platform::Shell& shell, std::string templatesPath)
+    FolderRemoval(app::PatientFiles& files, platform::Shell& shell, std::string templatesPath)
         : files{files}, shell{shell}, templatesPath{std::move(templatesPath)}
     {
     }
@@ -37,7 +38,7 @@ private:
         std::vector<std::string> doomed; ///< names of the files to delete
     };
 
-    platform::FileSystem& files;
+    app::PatientFiles& files;
     platform::Shell& shell;
     std::string templatesPath;
     std::vector<Folder> folders; ///< parents before children

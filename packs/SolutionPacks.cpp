@@ -17,8 +17,8 @@ constexpr std::string_view Page = "SolutionPacks.asp";
 
 SolutionPacks::SolutionPacks(app::Program& program, Services packServices)
     : program{program}, services{std::move(packServices)},
-      manager{program.platform.registry, program.platform.files, program.settings, program.messages,
-              program.strings,           program.state,          program.toolkit},
+      manager{program.platform.registry, program.files, program.settings, program.messages,
+              program.strings,           program.state, program.toolkit},
       installer{program}
 {
     installer.Changed = [this] {

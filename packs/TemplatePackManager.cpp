@@ -91,7 +91,12 @@ void TemplatePackManager::Delete(const std::vector<std::string>& names, const st
     PackRemoval removal{files, state.TemplatesPath, removed, others};
     if (std::ranges::any_of(removed, [](const SolutionPack& pack) { return !pack.folders.empty(); })) {
         releaseLibrary();
-        removal.Run();
+        {
+            const app::PatientFiles::Operation whole{files};
+            removal.Run();
+            if (whole.IsGivenUp()) // the keys stay, by which it can be done again
+                return;
+        }
         libraryChanged();
     }
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "app/base/Messages.h"
+#include "app/base/PatientFiles.h"
 #include "app/base/RegistryAccess.h"
 #include "app/base/Settings.h"
 #include "packs/SolutionPack.h"
-#include "platform/FileSystem.h"
 #include "platform/Registry.h"
 #include "ui/Toolkit.h"
 
@@ -18,7 +18,7 @@ namespace packs {
 /// The installed solution packs: a key each below "Content", written by the pack's installer.
 class TemplatePackManager {
 public:
-    TemplatePackManager(platform::Registry& registry, platform::FileSystem& files, app::Settings& settings,
+    TemplatePackManager(platform::Registry& registry, app::PatientFiles& files, app::Settings& settings,
                         app::Messages& messages, const app::StringTable& strings, const app::StartUpState& state,
                         ui::Toolkit& toolkit)
         : registry{registry}, files{files}, settings{settings}, messages{messages}, strings{strings}, state{state},
@@ -37,7 +37,7 @@ public:
 
 private:
     platform::Registry& registry;
-    platform::FileSystem& files;
+    app::PatientFiles& files;
     app::Settings& settings;
     app::Messages& messages;
     const app::StringTable& strings;

@@ -73,7 +73,10 @@ auto FileBatch::Patiently(const Act& act)
     constexpr std::uint32_t step = 50, most = 1000; // milliseconds
     auto outcome = act();
     for (; !outcome && outcome.error() == error::SharingViolation && waited < most; outcome = act()) {
-        clock.Sleep(step);
+        (void)files.Ask([&world = clock](platform::FileSystem&) -> Result<> {
+            world.Sleep(step);
+            return {};
+        });
         waited += step;
     }
     return outcome;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "app/base/PatientFiles.h"
 #include "platform/Clock.h"
-#include "platform/FileSystem.h"
 
 #include <string>
 #include <string_view>
@@ -16,7 +16,7 @@ namespace profiles {
 /// all.
 class FileBatch {
 public:
-    FileBatch(platform::FileSystem& files, platform::Clock& clock) : files{files}, clock{clock} {}
+    FileBatch(app::PatientFiles& files, platform::Clock& clock) : files{files}, clock{clock} {}
     FileBatch(const FileBatch&) = delete;
     FileBatch& operator=(const FileBatch&) = delete;
     ~FileBatch();
@@ -57,7 +57,7 @@ private:
         std::string backup; ///< of what was there; "" when nothing was
         bool placed{};
     };
-    platform::FileSystem& files;
+    app::PatientFiles& files;
     platform::Clock& clock;
     std::vector<Item> items;
     std::vector<std::string> madeFolders;

@@ -60,10 +60,15 @@ std::string ProfileImages::EndingOf(std::string_view source) const
     if (ending.starts_with('.') && ending.find_last_of('.') == 0)
         return ending;
     // Of "photo.jpeg" the last four would make a file without an ending, which no program opens.
-    std::array<char, 4> start{};
-    if (const auto file = files.Open(source))
-        (void)(*file)->Read(0, start);
-    const std::string_view magic{start.data(), start.size()};
+    const auto start = files.Ask([file = std::string{source}](platform::FileSystem& disk) -> Result<std::string> {
+        std::string bytes(4, '\0');
+        const auto opened = disk.Open(file);
+        if (!opened)
+            return std::unexpected{opened.error()};
+        bytes.resize((*opened)->Read(0, bytes));
+        return bytes;
+    });
+    const std::string magic = start.value_or(std::string{});
     if (magic.starts_with("\xFF\xD8\xFF"))
         return ".jpg";
     return magic == "GIF8" ? ".gif" : "";
@@ -117,6 +122,7 @@ bool ProfileImages::IsOurs(std::string_view file) const
 
 bool ProfileImages::MakeFolders(std::string_view profile)
 {
+    const app::PatientFiles::Operation whole{files};
     FileBatch batch{files, clock};
     const auto made = MakeFolders(batch, profile);
     if (made)
@@ -141,6 +147,7 @@ Result<> ProfileImages::MakeFolders(FileBatch& batch, std::string_view profile) 
 
 bool ProfileImages::Apply(std::string_view profile, const Changes& changes)
 {
+    const app::PatientFiles::Operation whole{files};
     FileBatch batch{files, clock};
     const auto refused = [&](platform::Error failure, const std::string& file) {
         batch.Undo();
@@ -214,6 +221,7 @@ bool ProfileImages::IsOwnFolder(const std::string& folder) const
 
 bool ProfileImages::DeleteFolder(std::string_view profile)
 {
+    const app::PatientFiles::Operation whole{files};
     const std::string folder = FolderOf(profile);
     if (folder.empty())
         return true;

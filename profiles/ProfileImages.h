@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/Messages.h"
+#include "app/base/PatientFiles.h"
 #include "app/base/Settings.h"
 #include "platform/Platform.h"
 #include "profiles/FileBatch.h"
@@ -25,10 +26,10 @@ std::uint16_t FileMessage(platform::Error error);
 /// The program's own copies of the profiles' pictures: <images folder>\<profile>\Logo.jpg ...
 class ProfileImages {
 public:
-    ProfileImages(const platform::Platform& system, app::Settings& settings, app::Messages& messages,
-                  ProfileManager& profiles)
-        : files{system.files}, clock{system.clock}, shell{system.shell}, settings{settings}, messages{messages},
-          profiles{profiles}
+    ProfileImages(const platform::Platform& system, app::PatientFiles& files, app::Settings& settings,
+                  app::Messages& messages, ProfileManager& profiles)
+        : files{files}, clock{system.clock}, shell{system.shell}, settings{settings}, messages{messages}, profiles{
+                                                                                                              profiles}
     {
     }
 
@@ -68,7 +69,7 @@ public:
     std::string FolderToTell(std::string_view profile) const;
 
 private:
-    platform::FileSystem& files;
+    app::PatientFiles& files;
     platform::Clock& clock;
     platform::Shell& shell;
     app::Settings& settings;

@@ -37,6 +37,7 @@ struct FilesInTrouble {
 
 bool ProfileOperations::Create(const std::string& name, const std::string& source)
 {
+    const app::PatientFiles::Operation whole{files};
     profiles.LoadProfile(source);
     profiles.Current.unread = {};
     profiles.Current.unreadImages = {};
@@ -80,6 +81,7 @@ bool ProfileOperations::Create(const std::string& name, const std::string& sourc
 
 bool ProfileOperations::Rename(const std::string& oldName, const std::string& newName)
 {
+    const app::PatientFiles::Operation whole{files};
     const std::string newKey = ProfileKey(newName);
     FileBatch batch{files, clock};
     const std::string current = profiles.GetCurrentProfile();

@@ -12,7 +12,7 @@ namespace profiles {
 /// once.
 class ProfileOperations {
 public:
-    ProfileOperations(platform::Registry& registry, platform::FileSystem& files, platform::Clock& clock,
+    ProfileOperations(platform::Registry& registry, app::PatientFiles& files, platform::Clock& clock,
                       app::Messages& messages, ProfileManager& profiles, ProfileImages& images)
         : registry{registry}, files{files}, clock{clock}, messages{messages}, profiles{profiles}, images{images}
     {
@@ -30,7 +30,7 @@ public:
 
 private:
     platform::Registry& registry;
-    platform::FileSystem& files;
+    app::PatientFiles& files;
     platform::Clock& clock;
     app::Messages& messages;
     ProfileManager& profiles;

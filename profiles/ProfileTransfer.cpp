@@ -73,10 +73,11 @@ bool ProfileTransfer::PictureFolder::Has(std::string_view file) const
 
 ExportOutcome ProfileTransfer::Export(std::string_view location, std::string_view folderName, const Confirm& confirm)
 {
+    const app::PatientFiles::Operation whole{files};
     const auto folder = ExportFolder(location, folderName);
     if (!folder)
         return folder.error();
-    if (confirm && system.files.Stat(path::Join(*folder, FileName)) &&
+    if (confirm && files.Stat(path::Join(*folder, FileName)) &&
         !confirm(strings.LoadString(str::ReplaceExport) + "\r\n\r\n" + *folder))
         return ExportOutcome::BadName;
     const auto refused = [&](std::uint16_t message) {
@@ -99,7 +100,7 @@ ExportOutcome ProfileTransfer::Export(std::string_view location, std::string_vie
         return outOfReach(pictures.error(), imagesFolder);
 
     unread.clear();
-    FileBatch batch{system.files, system.clock};
+    FileBatch batch{files, system.clock};
     auto done = batch.MakeFolder(*folder);
     if (done)
         batch.Sweep(*folder);
@@ -118,7 +119,7 @@ ExportOutcome ProfileTransfer::Export(std::string_view location, std::string_vie
     }
     (void)batch.Finish();
     for (const std::string& sub : emptied)
-        (void)system.files.RemoveFolder(sub); // stays when it holds something else
+        (void)files.RemoveFolder(sub); // stays when it holds something else
     (void)settings.Save("Options", "ExportProfilePath", location);
     messages.Inform(WithLeftOut(strings.LoadString(str::Exported) + *folder + ".", leftOut));
     return ExportOutcome::Done;
@@ -133,7 +134,7 @@ std::expected<std::string, ExportOutcome> ProfileTransfer::ExportFolder(std::str
         return std::unexpected{ExportOutcome::BadLocation};
     }
     const std::string location{path::WithoutTrailingSeparator(trimmed)};
-    const auto entry = system.files.Stat(location);
+    const auto entry = files.Stat(location);
     if (!entry && IsNotThere(entry.error())) {
         messages.Inform(str::ExportFolderMissing);
         return std::unexpected{ExportOutcome::BadLocation};
@@ -213,7 +214,7 @@ Result<> ProfileTransfer::WriteExport(FileBatch& batch, const ExportedKeys& keys
     const std::string temporary = batch.NextTemporary(file);
     (void)batch.Discard(temporary);
     RunEditor("/e /a " + Quoted(temporary) + " " + Quoted(FullProfilesKey()));
-    const auto produced = system.files.Read(temporary, largestImport);
+    const auto produced = files.Read(temporary, largestImport);
     const auto isGood = [&](std::string_view bytes) {
         if (!CheckForValidRegFile(bytes) || !bytes.contains(FullProfilesKey()))
             return false;
@@ -238,7 +239,7 @@ std::vector<std::string> ProfileTransfer::ReplaceEarlier(FileBatch& batch, const
                                                          const PictureFolders& now)
 {
     Names names;
-    if (const auto earlier = system.files.Read(path::Join(folder, FileName), largestImport))
+    if (const auto earlier = files.Read(path::Join(folder, FileName), largestImport))
         names = NamedPictureFolders(ReadRegistryText(*earlier, system.locale).keys);
     for (const PictureFolder& sub : now)
         names.insert(text::Folded(sub.name));
@@ -263,17 +264,17 @@ Result<ProfileTransfer::PictureFolders> ProfileTransfer::ListPictures(const std:
     PictureFolders found;
     if (!path::IsAbsolute(folder))
         return found;
-    const auto entries = system.files.List(folder);
+    const auto entries = files.List(folder);
     if (!entries)
         return IsNotThere(entries.error()) ? Result<PictureFolders>{found} : std::unexpected{entries.error()};
     for (const FileEntry& entry : *entries) {
         if (!entry.IsFolder() || entry.IsLink() || !wanted.contains(text::Folded(entry.name)))
             continue;
-        const auto files = system.files.List(path::Join(folder, entry.name));
-        if (!files)
-            return std::unexpected{files.error()};
+        const auto listed = files.List(path::Join(folder, entry.name));
+        if (!listed)
+            return std::unexpected{listed.error()};
         PictureFolder& sub = found.emplace_back(entry.name);
-        for (const FileEntry& file : *files)
+        for (const FileEntry& file : *listed)
             if (!file.IsFolder() && !file.IsLink() && !FileBatch::IsTemporary(file.name) &&
                 !text::EqualIgnoringCase(file.name, FileName)) // an export may lie among the pictures
                 sub.files.push_back(file.name);
@@ -312,6 +313,7 @@ Result<> ProfileTransfer::CopyPictures(FileBatch& batch, PictureFolders& folders
 
 bool ProfileTransfer::Import(std::string_view chosen, const Confirm& confirm)
 {
+    const app::PatientFiles::Operation whole{files};
     const std::string folder = ExportIn(chosen);
     const auto refused = [&](std::uint16_t message) {
         messages.Stop(message);
@@ -340,7 +342,7 @@ bool ProfileTransfer::Import(std::string_view chosen, const Confirm& confirm)
         return outOfReach(pictures.error(), source);
     const std::string imagesFolder = images.ImagesFolder();
     unread.clear();
-    FileBatch batch{system.files, system.clock};
+    FileBatch batch{files, system.clock};
     Result<> copied;
     if (!pictures->empty())
         copied = path::IsAbsolute(imagesFolder) ? batch.MakeFolder(imagesFolder) : std::unexpected{error::PathNotFound};
@@ -363,14 +365,14 @@ bool ProfileTransfer::Import(std::string_view chosen, const Confirm& confirm)
 std::string ProfileTransfer::ExportIn(std::string_view folder) const
 {
     const auto holdsExport = [this](const std::string& place) {
-        const auto entry = system.files.Stat(path::Join(place, FileName));
+        const auto entry = files.Stat(path::Join(place, FileName));
         return entry && !entry->IsFolder();
     };
     const std::string given{folder};
     if (holdsExport(given))
         return given;
     std::string found;
-    for (const FileEntry& entry : system.files.List(folder).value_or(std::vector<FileEntry>{})) {
+    for (const FileEntry& entry : files.List(folder).value_or(std::vector<FileEntry>{})) {
         const std::string sub = path::Join(folder, entry.name);
         if (!entry.IsFolder() || entry.IsLink() || !holdsExport(sub))
             continue;
@@ -392,7 +394,6 @@ bool ProfileTransfer::MayOverwrite(const ExportedKeys& keys, const Confirm& conf
 
 std::optional<std::string> ProfileTransfer::ReadImport(std::string_view folder)
 {
-    platform::FileSystem& files = system.files;
     const auto entries = files.List(folder);
     if (!entries) {
         TellFolder(str::NoProfileData);
@@ -472,7 +473,7 @@ Result<> ProfileTransfer::ImportProfiles(const ExportedKeys& wanted, std::string
     const auto temporary = system.shell.FolderPath(platform::KnownFolder::Temporary);
     if (!fileForEditor.empty() && temporary) {
         // A file of our own: the one that was checked may be changed by others meanwhile.
-        FileBatch batch{system.files, system.clock};
+        FileBatch batch{files, system.clock};
         const std::string file = batch.NextTemporary(path::Join(*temporary, FileName));
         if (batch.Write(fileForEditor, path::Join(*temporary, FileName)))
             RunEditor("/i /s " + Quoted(file));
@@ -490,8 +491,10 @@ void ProfileTransfer::RunEditor(const std::string& arguments)
     if (!windows)
         return;
     const std::string editor = path::Join(*windows, "regedit.exe");
-    (void)system.shell.RunAndWait(editor, Quoted(editor) + " " + arguments, platform::WindowStyle::MinimizedFocus,
-                                  editorTime);
+    (void)files.Change(editor, [&shell = system.shell, editor, line = Quoted(editor) + " " + arguments,
+                                time = editorTime](platform::FileSystem&) {
+        return shell.RunAndWait(editor, line, platform::WindowStyle::MinimizedFocus, time);
+    });
 }
 
 void ProfileTransfer::TellFolder(std::uint16_t reason)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/base/PatientFiles.h"
 #include "app/base/RegistryAccess.h"
 #include "app/base/Settings.h"
 #include "profiles/ProfileImages.h"
@@ -32,11 +33,11 @@ public:
     /// Milliseconds that the registry editor gets, which else works in less than one second.
     static constexpr std::uint32_t EditorTime = 15'000;
 
-    ProfileTransfer(const platform::Platform& system, app::RegistryAccess& access, app::Settings& settings,
-                    app::Messages& messages, const app::StringTable& strings, ProfileImages& images,
-                    std::uint32_t editorTime = EditorTime)
-        : system{system}, access{access}, settings{settings}, messages{messages}, strings{strings}, images{images},
-          editorTime{editorTime}
+    ProfileTransfer(const platform::Platform& system, app::PatientFiles& files, app::RegistryAccess& access,
+                    app::Settings& settings, app::Messages& messages, const app::StringTable& strings,
+                    ProfileImages& images, std::uint32_t editorTime = EditorTime)
+        : system{system}, files{files}, access{access}, settings{settings}, messages{messages}, strings{strings},
+          images{images}, editorTime{editorTime}
     {
     }
 
@@ -54,6 +55,7 @@ public:
 
 private:
     platform::Platform system;
+    app::PatientFiles& files;
     app::RegistryAccess& access;
     app::Settings& settings;
     app::Messages& messages;

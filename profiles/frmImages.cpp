@@ -70,6 +70,7 @@ frmImages::frmImages(app::Program& program, ProfileManager& profiles, ProfileIma
     CancelButton.Click = [this] { Close(); };
     btnHelp.Click = std::move(openHelp);
 
+    const app::PatientFiles::Operation whole{program.files};
     (void)images.MakeFolders(profile);
     profiles.LoadProfile(profile);
     LoadPictures();
@@ -132,9 +133,16 @@ bool frmImages::Paste()
     return true;
 }
 
+platform::Result<bool> frmImages::LookAt(const std::string& file) const
+{
+    const app::PatientFiles::Operation whole{program.files};
+    return images.IsThere(file);
+}
+
 void frmImages::Take(Picture& picture, const std::string& file)
 {
-    if (const auto there = images.IsThere(file); !there || !*there) {
+    const auto there = LookAt(file);
+    if (!there || !*there) {
         Refuse(picture, file, there ? str::PictureNotFound : FileMessage(there.error()));
         return;
     }
@@ -149,6 +157,7 @@ void frmImages::Take(Picture& picture, const std::string& file)
 void frmImages::Checked(Picture& picture, const std::string& chosen, bool canBeShown)
 {
     picture.check.Drop();
+    const app::PatientFiles::Operation whole{program.files};
     if (!canBeShown || images.EndingOf(chosen).empty()) {
         okWaits = false;
         Refuse(picture, chosen, canBeShown ? str::PictureKind : str::NoPicture);

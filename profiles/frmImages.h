@@ -59,6 +59,7 @@ private:
     void btnSet_Click(Picture& picture);
     /// Takes the file on the clipboard for the picture that has the focus; false where none has.
     bool Paste();
+    platform::Result<bool> LookAt(const std::string& file) const;
     /// Takes a picture that the user has chosen, once it has been looked at.
     void Take(Picture& picture, const std::string& file);
     /// The chosen file has been looked at.

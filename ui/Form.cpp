@@ -203,7 +203,7 @@ void Form::UserPlaces(const Rect& outer, WindowState newState)
 
 void Form::UserCloses()
 {
-    if (style != Style::Splash)
+    if (style != Style::Splash && (ClosesWhileHeld || !toolkit.InputHeld()))
         Close();
 }
 

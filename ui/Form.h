@@ -97,6 +97,9 @@ public:
     /// The user logs off or the machine goes down: what is not stored when this returns is lost, and nobody can be
     /// asked.
     std::function<void()> SessionEnds;
+    /// Whether the user can close it while his input is held (Toolkit::HoldInput): its Closing sees to it that what is
+    /// running then ends.
+    bool ClosesWhileHeld{};
     /// False keeps the form open.
     std::function<bool()> Closing;
     std::function<void()> Closed;

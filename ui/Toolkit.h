@@ -101,9 +101,25 @@ public:
         std::vector<Form*> held;
     };
 
+    /// While it lives, nobody can begin anything in the middle of what is running: whatever waits handles messages and
+    /// paints, and drops the user's keys and clicks. Left are splash windows, and the frame of a window, by which it is
+    /// moved and, where it says so (Form::ClosesWhileHeld), closed.
+    class HoldInput {
+    public:
+        explicit HoldInput(Toolkit& heldToolkit) : toolkit{heldToolkit} { ++toolkit.holds; }
+        HoldInput(const HoldInput&) = delete;
+        HoldInput& operator=(const HoldInput&) = delete;
+        ~HoldInput() { --toolkit.holds; }
+
+    private:
+        Toolkit& toolkit;
+    };
+    bool InputHeld() const { return holds > 0; }
+
 private:
     friend class Form;
     std::vector<Form*> forms;
+    int holds{};
 };
 
 /// The hourglass for a scope.

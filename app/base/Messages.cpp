@@ -4,8 +4,8 @@ namespace app {
 
 bool Messages::Ask(std::string text, ui::Answer proposed)
 {
-    return toolkit.ShowMessage({std::move(text), state.ProductCaption, ui::Icon::Question, ui::MessageButtons::YesNo,
-                                proposed}) == ui::Answer::Yes;
+    return Put({std::move(text), state.ProductCaption, ui::Icon::Question, ui::MessageButtons::YesNo, proposed}) ==
+           ui::Answer::Yes;
 }
 
 void Messages::Stop(std::uint16_t id, const std::string& about)
@@ -15,23 +15,29 @@ void Messages::Stop(std::uint16_t id, const std::string& about)
 
 ui::Answer Messages::AskOrCancel(std::string text)
 {
-    return toolkit.ShowMessage(
-        {std::move(text), state.ProductCaption, ui::Icon::Question, ui::MessageButtons::YesNoCancel});
+    return Put({std::move(text), state.ProductCaption, ui::Icon::Question, ui::MessageButtons::YesNoCancel});
 }
 
 bool Messages::AskToRetry(std::string text)
 {
-    return toolkit.ShowMessage({std::move(text), state.ProductCaption, ui::Icon::Critical,
-                                ui::MessageButtons::RetryCancel}) == ui::Answer::Retry;
+    return Put({std::move(text), state.ProductCaption, ui::Icon::Critical, ui::MessageButtons::RetryCancel}) ==
+           ui::Answer::Retry;
 }
 
 void Messages::Show(std::string text, ui::Icon icon, std::uint16_t id)
 {
+    if (Silent)
+        return;
     constexpr std::size_t remembered = 10;
     told.push_back(id);
     if (told.size() > remembered)
         told.pop_front();
-    toolkit.ShowMessage({std::move(text), state.ProductCaption, icon, ui::MessageButtons::Ok});
+    Put({std::move(text), state.ProductCaption, icon, ui::MessageButtons::Ok});
+}
+
+ui::Answer Messages::Put(const ui::MessageBox& message)
+{
+    return Silent ? ui::Otherwise(message.buttons) : toolkit.ShowMessage(message);
 }
 
 } // namespace app

@@ -35,6 +35,9 @@ public:
     /// The same with Cancel beside them, for what can also be left undone.
     ui::Answer AskOrCancel(std::string text);
 
+    /// Nobody is there to read them: nothing is shown, and a question is answered as if its box were closed.
+    bool Silent{};
+
     /// The numbers of the last messages, the newest last: what a bug report can say of them without the names that they
     /// may hold. 0 for one that was put together.
     const std::deque<std::uint16_t>& Told() const { return told; }
@@ -47,6 +50,7 @@ private:
     std::deque<std::uint16_t> told;
 
     void Show(std::string text, ui::Icon icon, std::uint16_t id);
+    ui::Answer Put(const ui::MessageBox& message);
 };
 
 } // namespace app

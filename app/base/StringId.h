@@ -43,6 +43,6 @@ inline constexpr std::uint16_t Searching = 178, NothingFound = 179, CriteriaInco
                                Preview = 563;
 
 inline constexpr std::uint16_t CtrlKey = 722, ShiftKey = 723, EnterKey = 724, DeleteKey = 725, NoRecentDocuments = 726,
-                               DoesNotAnswer = 713, FolderDoesNotAnswer = 714;
+                               DoesNotAnswer = 713, FolderDoesNotAnswer = 714, WaitsFor = 715;
 
 } // namespace app::str

@@ -74,6 +74,7 @@ void Browser::Open(std::string hostKind, std::string arg2, std::string arg3, std
 bool Browser::Run()
 {
     program.progress.Cancelled = false;
+    program.messages.Silent = false;
 
     indicator = std::make_unique<frmTSOCXLoadProgressIndicator>(program);
     indicator->Show();

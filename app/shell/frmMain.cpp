@@ -5,6 +5,7 @@
 #include "app/base/SupportFiles.h"
 #include "app/shell/WindowPlacement.h"
 #include "app/shell/frmTemplatesPath.h"
+#include "app/shell/frmWaiting.h"
 #include "platform/Path.h"
 #include "platform/Scoped.h"
 
@@ -34,7 +35,7 @@ frmMain::frmMain(Program& program)
                       program.settings, program.messages, program.progress,       program.strings,
                       program.state},
       favorites{program.files, program.settings, program.messages, program.strings, program.state, program.toolkit},
-      folders{tvTreeView,       templateLibrary,  favorites,       program.platform.files, program.platform.shell,
+      folders{tvTreeView,       templateLibrary,  favorites,       program.files, program.platform.shell,
               program.settings, program.messages, program.strings, program.state},
       tabs{program.settings, program.strings, fileTypeTabStrip}, reader{templateLibrary.Contents(), program.files,
                                                                         program.state, program.settings},
@@ -59,14 +60,17 @@ frmMain::frmMain(Program& program)
       recentFiles{program.settings, program.messages}, recentDocuments{program.platform.registry, program.files,
                                                                        program.platform.clock,    program.settings,
                                                                        program.messages,          program.strings},
-      help{program.settings, program.messages, launcher, program.platform.files, program.state},
+      help{program.settings, program.messages, launcher, program.files, program.state},
       profileDialogs{program, [this](std::string_view topic) { help.Open(topic); }},
       solutionPacks{program,
                     {.releaseLibrary = [this] { folders.ReleaseViews(); },
                      .libraryChanged = [this] { LibraryChanged(); },
                      .openHelp = [this](std::string_view topic) { help.Open(topic); },
                      .openAddress = [this](const std::string& address) { help.OpenLink(address); }}},
-      updates{program}, banner{program, imgBanner}, bugReport{program}, panes{Panes(), [this] { SizeControls(); }}
+      updates{program}, banner{program, imgBanner}, bugReport{program}, panes{Panes(), [this] { SizeControls(); }},
+      notice{program.files.ShowWaiting, [this](const std::string& about) {
+                 return frmWaiting::Shown(this->program, about, [this] { CloseMeanwhile(); });
+             }}
 {
     SetCaption(program.state.ProductCaption);
     Smallest = {MinimumWidth, LeastUsableHeight};
@@ -208,6 +212,7 @@ void frmMain::ClearViewState()
 
 void frmMain::WireEvents()
 {
+    ClosesWhileHeld = true;
     Closing = [this] { return OnClosing(); };
     // Under a dialog the close has to wait, for which there is no time then. A tree that is half read is not worth
     // keeping.
@@ -556,6 +561,8 @@ bool frmMain::OnClosing()
     if (busy > 0) {
         closeWhenIdle = true;
         program.progress.Cancelled = true;
+        program.messages.Silent = true;
+        Hide(); // what has begun to change something ends first
         return false;
     }
     updates.End();
@@ -564,6 +571,15 @@ bool frmMain::OnClosing()
     if (program.state.MainLoaded)
         SaveState();
     return true;
+}
+
+void frmMain::CloseMeanwhile()
+{
+    const auto forms = program.toolkit.Forms();
+    for (ui::Form* form : forms)
+        if (form != this && form->GetStyle() != Style::Splash)
+            form->Unload();
+    Close();
 }
 
 void frmMain::CloseNow() noexcept

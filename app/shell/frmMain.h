@@ -22,6 +22,7 @@
 #include "online/BugReport.h"
 #include "online/UpdateNotification.h"
 #include "packs/SolutionPacks.h"
+#include "platform/Scoped.h"
 #include "profiles/ProfileDialogs.h"
 #include "search/FindPane.h"
 #include "ui/Form.h"
@@ -155,6 +156,7 @@ private:
     PaneLayout panes;
     int busy{};           ///< routines on the stack that yield
     bool closeWhenIdle{}; ///< the window was closed in the middle of one of them
+    platform::Scoped<decltype(PatientFiles::ShowWaiting)> notice;
 
     /// Marks a routine that yields. A close that comes while one is on the stack waits until the last of them is done,
     /// because it would take the window away under their feet.
@@ -167,6 +169,7 @@ private:
         {
             if (--form.busy == 0 && form.closeWhenIdle) {
                 form.program.progress.Cancelled = false;
+                form.program.messages.Silent = false;
                 form.CloseNow();
             }
         }
@@ -194,6 +197,8 @@ private:
     bool OnClosing();
     /// The close that has waited; it must not fail.
     void CloseNow() noexcept;
+    /// The close that the user wants although something that he began is still waited for.
+    void CloseMeanwhile();
     void OnResize();
     bool OnKey(const ui::Key& key);
     bool OnTreeKey(const ui::Key& key);

@@ -324,7 +324,7 @@ TEST_F(FolderTest, AFolderGoesToTheRecycleBinAsOneUnlessSomethingInItMustNotGo)
                   "Letters\\Mixed\\read.me", "Letters\\Linked\\d.swt"});
     system.files.AddFile("C:\\Outside\\precious.swt");
     system.files.AddLink(InLibrary("Letters\\Linked\\Away"), "C:\\Outside");
-    library::FolderRemoval removal{system.files, system.shell, std::string{Templates} + "\\"};
+    library::FolderRemoval removal{Program().files, system.shell, std::string{Templates} + "\\"};
     EXPECT_EQ(removal.CountTemplates("Letters\\Formal"), 2u);
     EXPECT_TRUE(removal.Remove("Letters\\Formal"));
     EXPECT_FALSE(system.files.Exists(InLibrary("Letters\\Formal")));
@@ -343,7 +343,7 @@ TEST_F(FolderTest, LinksAreRemovedAndWhatTheyPointAtIsWhole)
     system.files.AddLink(InLibrary("Letters\\Formal\\Loop"), InLibrary("Letters"));
     system.files.AddLink(InLibrary("Letters\\Away"), "C:\\Outside");
     const auto outside = system.files.Snapshot("C:\\Outside");
-    library::FolderRemoval removal{system.files, system.shell, std::string{Templates} + "\\"};
+    library::FolderRemoval removal{Program().files, system.shell, std::string{Templates} + "\\"};
 
     EXPECT_FALSE(removal.Remove("Letters\\Away\\Sub")) << "behind a link";
     EXPECT_TRUE(removal.Remove("Letters\\Away")) << "the link itself";
@@ -370,7 +370,8 @@ TEST_F(FolderTest, AFolderThatBecomesALinkWhileItIsListedIsNotFollowed)
             machine.system.files.Remove(machine.InLibrary("Letters\\Formal\\Sub"));
             machine.system.files.AddLink(machine.InLibrary("Letters\\Formal\\Sub"), "C:\\Outside");
         });
-        (void)library::FolderRemoval{machine.system.files, machine.system.shell, std::string{Templates} + "\\"}.Remove(
+        app::Program program{machine.system.AsPlatform(), machine.toolkit, machine.pictures};
+        (void)library::FolderRemoval{program.files, machine.system.shell, std::string{Templates} + "\\"}.Remove(
             "Letters\\Formal");
         EXPECT_TRUE(machine.system.faults.Fired());
         EXPECT_TRUE(machine.system.files.Exists("C:\\Outside\\b.swt"));

@@ -143,7 +143,7 @@ TEST_F(PacksTest, RemovesWhatIsThePacksAloneAndNamesTheRest)
             return std::ranges::any_of(
                 row.gone, [&](const std::string& gone) { return path == gone || path.starts_with(gone + "\\"); });
         });
-        packs::TemplatePackManager manager{system.registry, system.files,  program.settings, program.messages,
+        packs::TemplatePackManager manager{system.registry, program.files, program.settings, program.messages,
                                            program.strings, program.state, toolkit};
         if (!row.kept.empty()) {
             std::string told = Text(643) + "\r\n";

@@ -13,11 +13,11 @@ struct ProfileMachine : TestMachine {
     app::Program program{system.AsPlatform(), toolkit, pictures};
     profiles::ProfileManager manager{program.platform.registry, program.registry, program.settings, program.messages,
                                      program.strings};
-    profiles::ProfileImages images{program.platform, program.settings, program.messages, manager};
-    profiles::ProfileOperations operations{
-        program.platform.registry, program.platform.files, program.platform.clock, program.messages, manager, images};
-    profiles::ProfileTransfer transfer{program.platform, program.registry, program.settings,
-                                       program.messages, program.strings,  images};
+    profiles::ProfileImages images{program.platform, program.files, program.settings, program.messages, manager};
+    profiles::ProfileOperations operations{program.platform.registry, program.files, program.platform.clock,
+                                           program.messages,          manager,       images};
+    profiles::ProfileTransfer transfer{
+        program.platform, program.files, program.registry, program.settings, program.messages, program.strings, images};
 
     ProfileMachine() : TestMachine{Bare{}}
     {

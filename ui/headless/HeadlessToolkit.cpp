@@ -148,7 +148,9 @@ void HeadlessToolkit::DoEvents()
     ++yields;
     if (Elapse)
         (void)Elapse({});
-    if (OnYield)
+    if (InputHeld() && OnHeldYield)
+        OnHeldYield();
+    else if (!InputHeld() && OnYield)
         OnYield(yields);
 }
 

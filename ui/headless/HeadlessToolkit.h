@@ -52,6 +52,8 @@ public:
 
     /// Called by every DoEvents, and in every wait, with its number (1, 2, ...): the user acts in the middle of a load.
     std::function<void(int yield)> OnYield;
+    /// The same while his input is held: he can do no more than close the main window.
+    std::function<void()> OnHeldYield;
     /// Messages are handled until something happens, at most so long: whether it does. Without it nothing ever does.
     std::function<bool(std::chrono::milliseconds atMost)> Elapse;
     /// Called when a message box opens, before it is answered.

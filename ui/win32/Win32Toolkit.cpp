@@ -255,9 +255,25 @@ void Win32Toolkit::DoEvents()
             PostQuitMessage(static_cast<int>(message.wParam));
             return;
         }
-        Dispatch(message);
+        if (!InputHeld() || !IsHeldBack(message))
+            Dispatch(message);
     }
     Sweep();
+}
+
+bool Win32Toolkit::IsHeldBack(const MSG& message) const
+{
+    const auto isOne = [&](UINT first, UINT last) { return message.message >= first && message.message <= last; };
+    const bool isOnFrame = isOne(WM_NCMOUSEMOVE, WM_NCXBUTTONDBLCLK);
+    if (!isOnFrame && !isOne(WM_KEYFIRST, WM_KEYLAST) && !isOne(WM_MOUSEFIRST, WM_MOUSELAST))
+        return false;
+    const HWND top = GetAncestor(message.hwnd, GA_ROOT);
+    const auto window = std::ranges::find(windows, top, &FormWindow::Handle);
+    if (window != windows.end() && (*window)->GetForm().GetStyle() == Form::Style::Splash)
+        return false;
+    constexpr WPARAM frame[] = {HTCAPTION, HTCLOSE, HTMINBUTTON, HTMAXBUTTON};
+    const bool closes = message.message == WM_SYSKEYDOWN && message.wParam == VK_F4;
+    return !closes && !(isOnFrame && std::ranges::find(frame, message.wParam) != std::end(frame));
 }
 
 bool Win32Toolkit::WaitUntil(const std::function<bool()>& ended, std::chrono::milliseconds atMost)

@@ -110,6 +110,8 @@ private:
     /// Runs what was posted, or waits for a message and handles it. False when the program is to end.
     bool Step();
     void Dispatch(MSG& message);
+    /// Whether it is something that the user does and must not while his input is held.
+    bool IsHeldBack(const MSG& message) const;
     /// The first that may run now. The lock is held.
     std::deque<Task>::iterator NextTask();
     bool HasTask();

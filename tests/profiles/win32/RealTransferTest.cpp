@@ -14,7 +14,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <chrono>
 #include <filesystem>
+#include <thread>
 
 namespace tests {
 namespace {
@@ -44,7 +47,7 @@ protected:
     pictures::memory::MemoryPictures decoder;
     app::Program program{system.AsPlatform(), toolkit, decoder};
     profiles::ProfileManager manager{registry, program.registry, program.settings, program.messages, program.strings};
-    profiles::ProfileImages images{program.platform, program.settings, program.messages, manager};
+    profiles::ProfileImages images{program.platform, program.files, program.settings, program.messages, manager};
 
     void SetUp() override
     {
@@ -52,6 +55,10 @@ protected:
             GTEST_SKIP() << "replaces the system's registry editor and the user's profiles";
         program.state.SettingsAppName = "TSTransferTest";
         toolkit.ThrowAwayMessages = true;
+        toolkit.Elapse = [](std::chrono::milliseconds atMost) {
+            std::this_thread::sleep_for(std::min(atMost, std::chrono::milliseconds{5}));
+            return true;
+        };
         CleanUp(); // after a run that did not end
     }
     void TearDown() override
@@ -91,8 +98,8 @@ protected:
     }
     profiles::ProfileTransfer Transfer(std::uint32_t editorTime = profiles::ProfileTransfer::EditorTime)
     {
-        return {program.platform, program.registry, program.settings, program.messages,
-                program.strings,  images,           editorTime};
+        return {program.platform, program.files,   program.registry, program.settings,
+                program.messages, program.strings, images,           editorTime};
     }
     void Set(const std::string& profile, std::string_view name, const RegistryValue& value)
     {
