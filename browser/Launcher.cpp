@@ -4,6 +4,7 @@
 #include "library/TemplateFiles.h"
 #include "platform/CommandLine.h"
 #include "platform/Path.h"
+#include "platform/Scoped.h"
 #include "platform/Text.h"
 
 #include <vector>
@@ -18,6 +19,9 @@ using platform::command_line::Quoted;
 constexpr int FileNotFound = 2;
 constexpr int PathNotFound = 3;
 constexpr int NoAssociation = 31;
+
+/// No result of the shell's.
+constexpr std::int16_t NotYet = -1;
 
 /// The program's path from a registered value, which may stand in quotes.
 std::string ProgramOf(const std::string& value)
@@ -46,6 +50,15 @@ platform::OpenGate::Verdict Launcher::Judge(const Target& target) const
 
 Launcher::Outcome Launcher::Launch(const Target& target)
 {
+    if (opening)
+        return {.result = NotYet}; // pressed again
+    const auto kept = Kept();
+    const platform::Scoped now{opening, true};
+    return Open(target);
+}
+
+Launcher::Outcome Launcher::Open(const Target& target)
+{
     using Verdict = platform::OpenGate::Verdict;
     const Verdict verdict = Judge(target);
     if (verdict == Verdict::Refused)
@@ -62,6 +75,10 @@ Launcher::Outcome Launcher::Launch(const Target& target)
 
 bool Launcher::OpenDocument(const std::string& path)
 {
+    if (opening)
+        return false;
+    const auto kept = Kept();
+    const platform::Scoped now{opening, true};
     const Target target{.name = path, .isOwn = true};
     bool asNew = false;
     return Judge(target) == platform::OpenGate::Verdict::Opens && OpenInShell(target, asNew) >= platform::Shell::Worked;
@@ -69,11 +86,21 @@ bool Launcher::OpenDocument(const std::string& path)
 
 int Launcher::OpenInShell(const Target& target, bool& asNew)
 {
-    const int code = shell.Open(target.name, target.verb);
+    const int code = OpenInShell(target, target.verb);
     if (code != NoAssociation || target.verb == platform::Verb::Open)
         return code;
     asNew = false;
-    return shell.Open(target.name, platform::Verb::Open);
+    return OpenInShell(target, platform::Verb::Open);
+}
+
+int Launcher::OpenInShell(const Target& target, platform::Verb verb)
+{
+    return files
+        .Change(target.name,
+                [&system = shell, name = target.name, verb](platform::FileSystem&) -> platform::Result<int> {
+                    return system.Open(name, verb);
+                })
+        .value_or(FileNotFound);
 }
 
 Launcher::Outcome Launcher::StartSpreadsheet(const std::string& target)
@@ -89,7 +116,10 @@ Launcher::Outcome Launcher::StartSpreadsheet(const std::string& target)
         return {};
     }
     const std::string commandLine = Quoted(program) + " /+  " + Quoted(target);
-    if (const auto started = shell.Run(program, commandLine, platform::WindowStyle::MinimizedFocus); !started)
+    const auto started = files.Change(program, [&system = shell, program, commandLine](platform::FileSystem&) {
+        return system.Run(program, commandLine, platform::WindowStyle::MinimizedFocus);
+    });
+    if (!started)
         return {.raised = started.error()};
     return {.opened = true};
 }

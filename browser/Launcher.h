@@ -1,15 +1,17 @@
 #pragma once
 
 #include "app/base/Messages.h"
+#include "app/base/PatientFiles.h"
 #include "app/base/RegistryAccess.h"
 #include "app/base/StartUpState.h"
 #include "library/TemplateFiles.h"
-#include "platform/FileSystem.h"
 #include "platform/OpenGate.h"
 #include "platform/Shell.h"
 #include "ui/Toolkit.h"
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -24,13 +26,15 @@ public:
     static constexpr std::string_view SpreadsheetAppPath =
         "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\CLC.EXE";
 
-    Launcher(platform::Shell& shell, platform::FileSystem& files, app::RegistryAccess& registry,
-             app::Messages& messages, ui::Toolkit& toolkit, const app::StringTable& strings,
-             const app::StartUpState& state)
+    Launcher(platform::Shell& shell, app::PatientFiles& files, app::RegistryAccess& registry, app::Messages& messages,
+             ui::Toolkit& toolkit, const app::StringTable& strings, const app::StartUpState& state)
         : shell{shell}, files{files}, registry{registry}, messages{messages}, toolkit{toolkit}, strings{strings},
           state{state}
     {
     }
+
+    /// What is to be kept for as long as something is being opened: the user may act meanwhile.
+    std::function<std::shared_ptr<void>()> WhileOpening;
 
     /// 1 when a failure message was shown, 0 otherwise: success, or a failure that stays silent.
     struct Outcome {
@@ -50,6 +54,8 @@ public:
         bool isOwn{};
     };
 
+    /// Whether the drive or the program of what was opened last has not answered yet. Nothing else is opened before.
+    bool IsOpening() const { return opening; }
     /// With Verb::New, a type that has no such verb is opened.
     Outcome Launch(const Target& target);
     /// Opens a document that the user has recorded. False when it did not open; nothing is shown.
@@ -57,7 +63,7 @@ public:
 
 private:
     platform::Shell& shell;
-    platform::FileSystem& files;
+    app::PatientFiles& files;
     app::RegistryAccess& registry;
     app::Messages& messages;
     ui::Toolkit& toolkit;
@@ -65,8 +71,13 @@ private:
     const app::StartUpState& state;
     platform::OpenGate gate{shell, files, library::TemplateExtensions};
 
+    bool opening{};
+
+    std::shared_ptr<void> Kept() const { return WhileOpening ? WhileOpening() : nullptr; }
+    Outcome Open(const Target& target);
     platform::OpenGate::Verdict Judge(const Target& target) const;
     Outcome StartSpreadsheet(const std::string& target);
+    int OpenInShell(const Target& target, platform::Verb verb);
     /// The shell's code; `asNew` is cleared when the type has no verb for a new document.
     int OpenInShell(const Target& target, bool& asNew);
     std::int16_t Report(int code, const std::string& target);

@@ -26,6 +26,7 @@ platform::Result<std::string> SpreadsheetFolder::SaveFile(std::string_view fileN
 {
     if (!platform::text::EndsWithIgnoringCase(fileName, library::TemplateExtensions[library::SpreadsheetTemplate]))
         return std::string{};
+    const app::PatientFiles::Operation whole{files};
     RequireFolder();
     const std::string_view baseName = platform::path::WithoutLastFour(fileName);
     // A name that was free a moment ago can be taken by now; the copy never replaces, so ask for the next one.

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "app/base/PatientFiles.h"
 #include "app/base/RegistryAccess.h"
-#include "platform/FileSystem.h"
 #include "platform/Shell.h"
 
 #include <string>
@@ -12,7 +12,7 @@ namespace browser {
 /// The spreadsheet's working directory, and the copies of spreadsheet templates that are made there.
 class SpreadsheetFolder {
 public:
-    SpreadsheetFolder(platform::FileSystem& files, platform::Shell& shell, const app::RegistryAccess& registry)
+    SpreadsheetFolder(app::PatientFiles& files, platform::Shell& shell, const app::RegistryAccess& registry)
         : files{files}, shell{shell}, registry{registry}
     {
     }
@@ -32,7 +32,7 @@ public:
     std::string FreeName(std::string_view baseName);
 
 private:
-    platform::FileSystem& files;
+    app::PatientFiles& files;
     platform::Shell& shell;
     const app::RegistryAccess& registry;
     std::string workingDirectory;

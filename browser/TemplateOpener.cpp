@@ -2,18 +2,10 @@
 
 #include "app/base/StringId.h"
 #include "platform/Path.h"
-#include "platform/Scoped.h"
 
 namespace browser {
 
 namespace path = platform::path;
-
-namespace {
-
-/// No result of the shell's.
-constexpr std::int16_t NotYet = -1;
-
-} // namespace
 
 void TemplateOpener::Open(const std::string& file)
 {
@@ -33,6 +25,8 @@ bool TemplateOpener::OpenRecorded(const std::string& file)
 
 void TemplateOpener::CreateDocument(const std::string& file)
 {
+    if (launcher.IsOpening())
+        return;
     const auto copy = spreadsheets.SaveFile(path::Name(file), path::Parent(file));
     if (!copy) {
         messages.Inform(platform::IsNotThere(copy.error()) ? app::str::FileNotFound : app::str::PathFileAccessError);
@@ -56,9 +50,6 @@ void TemplateOpener::CreateDocument(const std::string& file)
 
 Launcher::Outcome TemplateOpener::Launch(const Launcher::Target& target)
 {
-    if (opening)
-        return {.result = NotYet}; // pressed again while the drive has not answered yet
-    const platform::Scoped now{opening, true};
     const auto outcome = launcher.Launch(target);
     if (outcome.raised)
         messages.Inform(strings.LoadString(app::str::UnableToLaunch) + std::string{path::Name(target.name)} +

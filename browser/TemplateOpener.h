@@ -4,7 +4,6 @@
 #include "app/base/StringTable.h"
 #include "browser/Launcher.h"
 #include "browser/SpreadsheetFolder.h"
-#include "platform/FileSystem.h"
 
 #include <functional>
 #include <string>
@@ -14,7 +13,7 @@ namespace browser {
 /// Opens templates for the user: the template itself, or a new document from it.
 class TemplateOpener {
 public:
-    TemplateOpener(Launcher& launcher, SpreadsheetFolder& spreadsheets, platform::FileSystem& files,
+    TemplateOpener(Launcher& launcher, SpreadsheetFolder& spreadsheets, app::PatientFiles& files,
                    app::Messages& messages, const app::StringTable& strings)
         : launcher{launcher}, spreadsheets{spreadsheets}, files{files}, messages{messages}, strings{strings}
     {
@@ -43,10 +42,9 @@ public:
 private:
     Launcher& launcher;
     SpreadsheetFolder& spreadsheets;
-    platform::FileSystem& files;
+    app::PatientFiles& files;
     app::Messages& messages;
     const app::StringTable& strings;
-    bool opening{};
 
     /// Tells the user when the spreadsheet could not be started.
     Launcher::Outcome Launch(const Launcher::Target& target);

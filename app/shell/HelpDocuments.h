@@ -13,7 +13,7 @@ namespace app {
 /// The help documents and web links that the settings name.
 class HelpDocuments {
 public:
-    HelpDocuments(Settings& settings, Messages& messages, browser::Launcher& launcher, platform::FileSystem& files,
+    HelpDocuments(Settings& settings, Messages& messages, browser::Launcher& launcher, app::PatientFiles& files,
                   const StartUpState& state)
         : settings{settings}, messages{messages}, launcher{launcher}, files{files}, state{state}
     {
@@ -33,7 +33,7 @@ private:
     Settings& settings;
     Messages& messages;
     browser::Launcher& launcher;
-    platform::FileSystem& files;
+    app::PatientFiles& files;
     const StartUpState& state;
 };
 

@@ -41,6 +41,7 @@ void frmMain::WireFolders()
     tvTreeView.Drop = [this](ui::TreeView::Node& node, ui::Control& source) { tvTreeView_Drop(node, source); };
     lvListView.DropTarget = &tvTreeView;
     imgPreview.DropTarget = &tvTreeView;
+    launcher.WhileOpening = [this] { return std::make_shared<Busy>(*this); };
     opener.Opened = [this](const std::string& path) {
         recentFiles.AddRecentFileToList(path);
         if (!library::TemplateTypeOf(path))
@@ -88,6 +89,7 @@ bool frmMain::FavoritesSelected() const
 
 void frmMain::mnuAddToFavorites_Click()
 {
+    const Busy guard{*this};
     const auto* row = list.Selected();
     if (row == nullptr)
         return;
@@ -174,6 +176,8 @@ void frmMain::AskAboutEmptyLibrary()
 
 bool frmMain::OpenDocument(const std::string& path)
 {
+    if (launcher.IsOpening())
+        return false;
     // A spreadsheet's program is started by name, and would be so for a document that is gone.
     if (library::TemplateTypeOf(path) == library::SpreadsheetTemplate) {
         const auto entry = program.files.Stat(path);

@@ -7,6 +7,8 @@
 #include "platform/win32/ProcessWatch.h"
 
 #include <algorithm>
+#include <functional>
+#include <future>
 
 namespace platform::win32 {
 
@@ -148,9 +150,7 @@ int OpenByCommandLine(std::string_view file, const wchar_t* verb)
     return StartProgram(program, line, WindowStyle::Normal) ? Shell::Worked : SE_ERR_ACCESSDENIED;
 }
 
-} // namespace
-
-int Win32Shell::Open(std::string_view target, Verb verb)
+int OpenHere(std::string_view target, Verb verb)
 {
     if (target.contains('\0')) // would be cut there and open something else
         return SE_ERR_FNF;
@@ -160,8 +160,8 @@ int Win32Shell::Open(std::string_view target, Verb verb)
         return OpenByCommandLine(target, name);
     SHELLEXECUTEINFOW request{};
     request.cbSize = sizeof request;
-    // The program says itself what went wrong. The call returns when the launch is through: the window, and the process
-    // with it, may be closed the moment after.
+    // The program says itself what went wrong. The call returns when the launch is through: the thread, and the process
+    // with it, may end the moment after.
     request.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
     request.lpVerb = name;
     request.lpFile = file.c_str();
@@ -170,12 +170,37 @@ int Win32Shell::Open(std::string_view target, Verb verb)
     const DWORD failure = worked ? ERROR_SUCCESS : GetLastError();
     const int result = static_cast<int>(reinterpret_cast<INT_PTR>(request.hInstApp));
     if (worked)
-        return std::max(result, Worked);
+        return std::max(result, Shell::Worked);
     if (failure == ERROR_NO_ASSOCIATION)
         return SE_ERR_NOASSOC;
     // 31 is the number of a general failure too, and larger ones would read as success.
     const bool isNoAssociation = result == SE_ERR_NOASSOC && failure != ERROR_GEN_FAILURE;
-    return isNoAssociation || (result < Worked && result != SE_ERR_NOASSOC) ? result : SE_ERR_ACCESSDENIED;
+    return isNoAssociation || (result < Shell::Worked && result != SE_ERR_NOASSOC) ? result : SE_ERR_ACCESSDENIED;
+}
+
+/// What the shell runs for others is made for threads with an apartment of their own. Jobs have none: for them it is
+/// done on a thread that has.
+int InApartment(const std::function<int()>& work)
+{
+    const HRESULT entered = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
+    if (entered == RPC_E_CHANGED_MODE)
+        return std::async(std::launch::async, [&] { return InApartment(work); }).get();
+    struct Leave {
+        bool owns;
+        ~Leave()
+        {
+            if (owns)
+                CoUninitialize();
+        }
+    } const leave{SUCCEEDED(entered)};
+    return work();
+}
+
+} // namespace
+
+int Win32Shell::Open(std::string_view target, Verb verb)
+{
+    return InApartment([&] { return OpenHere(target, verb); });
 }
 
 bool Win32Shell::IsDangerous(std::string_view ending)
@@ -272,7 +297,7 @@ Result<> Win32Shell::Recycle(std::string_view folder)
     request.pFrom = place.c_str();
     // A folder that the bin has no room for is asked about by the system.
     request.fFlags = FOF_ALLOWUNDO | FOF_NOCONFIRMATION | FOF_NOERRORUI | FOF_SILENT | FOF_WANTNUKEWARNING;
-    const int failure = SHFileOperationW(&request);
+    const int failure = InApartment([&] { return SHFileOperationW(&request); });
     if (failure != 0 || request.fAnyOperationsAborted)
         return std::unexpected{error::AccessDenied};
     return {};

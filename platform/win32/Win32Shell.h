@@ -7,7 +7,6 @@
 
 namespace platform::win32 {
 
-/// The thread that calls Open has COM initialised.
 class Win32Shell final : public Shell {
 public:
     explicit Win32Shell(Post postTask) : post{std::move(postTask)} {}

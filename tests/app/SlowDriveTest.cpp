@@ -1,4 +1,11 @@
 // Drives that take their time, or never answer: what the user waits for, in a time that passes in steps.
+#include "app/shell/frmWaiting.h"
+#include "browser/FrmPreview.h"
+#include "packs/frmContentPackManager.h"
+#include "profiles/EnterSenderInformationForm.h"
+#include "profiles/ProfileRecord.h"
+#include "profiles/frmImages.h"
+#include "profiles/frmOptionsImportExport.h"
 #include "tests/support/TestMachine.h"
 
 #include <chrono>
@@ -23,6 +30,14 @@ protected:
                     "Top " + std::to_string(top) + (sub == 0 ? "" : "\\Sub " + std::to_string(sub));
                 AddTemplates({folder + "\\one.swt"});
             }
+    }
+    /// Every call of this name takes so long from now on, and no other takes any time.
+    void Delay(const std::string& call, Delays::Time time)
+    {
+        system.faults.OnCall = [this, call, time](std::string_view name, std::string_view subject) {
+            delays.Set("", name == call ? time : 0ms);
+            delays.Call(name, subject);
+        };
     }
     void ExpectFluent(const std::string& what)
     {
@@ -110,6 +125,8 @@ TEST_F(SlowDriveTest, ADriveThatNeverAnswersStopsNothing)
          "C:\\Templates\\Business\\Previews",
          {},
          [this] { Main().LoadThumbnailImages(); }},
+        {"the icon of a category", "C:\\Templates\\Letters\\folder.ico",
+         [this] { AddTemplates({"Letters\\folder.ico"}); }},
         {"a favourite", "C:\\Templates\\Letters\\Memo.swt",
          [this] { PutSetting("Browser\\Favorites", "Letters\\Memo.swt", ""); }},
         {"a recent document", "\\\\server\\share",
@@ -127,6 +144,258 @@ TEST_F(SlowDriveTest, ADriveThatNeverAnswersStopsNothing)
         End();
         ExpectFluent(row.what);
     }
+}
+
+// What the user asks to be changed, or opened.
+
+class SlowChangeTest : public SlowDriveTest {
+protected:
+    struct Row {
+        std::string what;
+        std::string call;
+        std::function<void()> act;
+        std::function<bool()> isDone;
+    };
+    const std::string formal = InLibrary("Letters\\Formal"), sheet = "C:\\Users\\Ann\\Documents\\Plan.ccw";
+
+    void Delete()
+    {
+        Main().tvTreeView.UserSelects("Letters\\Formal");
+        toolkit.ExpectMessage(Text(260) + "\"Formal\"" + Text(261) + "\r\n\r\n2 templates will be deleted.",
+                              Icon::Question, Answer::Yes);
+        Main().Commands().Run("mnupopDeletefolder");
+    }
+    void SetPicture()
+    {
+        toolkit.OnModal<profiles::EnterSenderInformationForm>("EnterSenderInformationForm", [](auto& form) {
+            form.cmdImages.UserClicks();
+            form.CancelButton.UserClicks();
+        });
+        toolkit.OnModal<profiles::frmImages>("frmImages", [this](auto& form) {
+            toolkit.FileChoices.emplace_back("C:\\new.jpg");
+            form.Logo.btnSet.UserClicks();
+            system.jobs.FinishAll();
+            form.OKButton.UserClicks();
+        });
+        Main().Commands().Run("mnuProfileEdit");
+    }
+    const std::vector<Row> rows{
+        {"a folder gets another name", "FileSystem.Move",
+         [this] {
+             Main().tvTreeView.UserSelects("Letters\\Formal");
+             Main().Commands().Run("mnupopRenamefolder");
+             Main().tvTreeView.UserEndsLabelEdit("Other");
+         },
+         [this] { return system.files.Exists(InLibrary("Letters\\Other")); }},
+        {"a folder is deleted", "FileSystem.DeleteFile", [this] { Delete(); },
+         [this] { return !system.files.Exists(formal); }},
+        {"a folder goes to the recycle bin", "Shell.Recycle",
+         [this] {
+             system.shell.SetRecycleBin();
+             Delete();
+         },
+         [this] { return !system.files.Exists(formal); }},
+        {"a pack is removed", "FileSystem.RemoveFolder",
+         [this] {
+             toolkit.OnModal<packs::frmContentPackManager>("frmContentPackManager", [this](auto& form) {
+                 toolkit.ExpectMessage(Text(528) + "Garden" + Text(529), Icon::Question, Answer::Yes);
+                 form.lvPacks.UserSelects(0);
+                 form.btnDelete.UserClicks();
+                 form.btnClose.UserClicks();
+             });
+             Main().Commands().Run("mnuSolutionPackManager");
+         },
+         [this] { return !HasSetting("Content\\Garden", "TemplateFolders"); }},
+        {"a picture of a profile is set", "FileSystem.Write", [this] { SetPicture(); },
+         [this] { return system.files.Exists("C:\\Images\\Ann\\Logo.jpg"); }},
+        {"profiles are exported", "Shell.RunAndWait",
+         [this] {
+             toolkit.OnModal<profiles::frmOptionsImportExport>("frmOptionsImportExport", [](auto& form) {
+                 form.txtExportPath.SetText("C:\\Images");
+                 form.txtProfileName.SetText("Mine");
+                 form.btnExport.UserClicks();
+                 form.OKButton.UserClicks();
+             });
+             Main().Commands().Run("mnuProfileImportExport");
+         },
+         [this] { return system.files.Exists("C:\\Images\\Mine\\TSProfile.tspf"); }},
+    };
+
+    void Begin(const Row& row, Delays::Time time)
+    {
+        Delay("", 0ms);
+        for (const char* gone : {"Letters", "Garden"})
+            if (system.files.Exists(InLibrary(gone)))
+                system.files.Remove(InLibrary(gone));
+        AddTemplates({"Letters\\Memo.swt", "Letters\\Formal\\a.swt", "Letters\\Formal\\b.swt", "Garden\\c.swt"});
+        PutSetting("Content\\Garden", "TemplateFolders", "Garden");
+        PutSetting("Browser\\Favorites", "Letters\\Formal\\a.swt", "");
+        PutSetting("Options", "Profile Images Path", "C:\\Images");
+        PutSetting("Profiles", "DefaultProfile", "Ann");
+        system.registry.PutString(Hive::CurrentUser, profiles::ProfileKey("Ann"), "FirstName", "Ann");
+        system.files.AddFolder("C:\\Images");
+        system.files.AddFile("C:\\new.jpg", "new");
+        Start();
+        Delay(row.call, time);
+        delays.Forget();
+    }
+};
+
+TEST_F(SlowChangeTest, AChangeIsWaitedForAndNothingElseCanBegin)
+{
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        Begin(row, 3s);
+        int yields = 0, explained = 0;
+        bool isHeld = true;
+        toolkit.OnHeldYield = [&] {
+            ++yields;
+            explained += toolkit.Find("frmWaiting") != nullptr;
+            toolkit.OnYield = [&](int) { isHeld = false; };
+            for (ui::Form* form : toolkit.Forms())
+                if (form != &Main())
+                    form->UserCloses();
+        };
+        if (row.call == "Shell.RunAndWait")
+            toolkit.ExpectMessage(Text(410) + "C:\\Images\\Mine.", Icon::Information);
+        row.act();
+        toolkit.OnYield = nullptr;
+        EXPECT_GT(yields, 0);
+        EXPECT_GT(explained, 0);
+        EXPECT_TRUE(row.isDone());
+        EXPECT_EQ(toolkit.Find("frmWaiting"), nullptr);
+        EXPECT_FALSE(toolkit.Busy);
+        ExpectFluent(row.what);
+        End();
+    }
+}
+
+TEST_F(SlowChangeTest, TheWindowClosesInTheMiddleOfAChangeAndNothingIsLost)
+{
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        Begin(row, Delays::Never);
+        Delays::Time closed{};
+        toolkit.OnHeldYield = [&] {
+            auto* form = dynamic_cast<app::frmWaiting*>(toolkit.Find("frmWaiting"));
+            if (form == nullptr || closed > 0s)
+                return;
+            closed = delays.Now();
+            form->cmdClose.UserClicks();
+            EXPECT_FALSE(Main().IsVisible());
+        };
+        row.act();
+        EXPECT_GT(closed, 0s);
+        EXPECT_LE(delays.Now() - closed, 5s);
+        toolkit.RunPosted();
+        EXPECT_EQ(browser.Main(), nullptr);
+        EXPECT_FALSE(row.isDone());
+        EXPECT_TRUE(system.files.Exists(formal + "\\a.swt"));
+        EXPECT_TRUE(HasSetting("Browser\\Favorites", "Letters\\Formal\\a.swt"));
+        ExpectFluent(row.what);
+    }
+}
+
+TEST_F(SlowChangeTest, ADocumentIsOpenedOnceAndAfterTheWindow)
+{
+    Delay("", 0ms);
+    Start();
+    Main().tvTreeView.UserSelects("Letters");
+    Delay("Shell.Open", 3s);
+    toolkit.OnYield = [&](int) {
+        for (const char* again : {"mnuFileOpen", "mnuFileNew"})
+            Main().Commands().Run(again);
+        EXPECT_EQ(ListTexts(Main().lvListView), (Texts{"Memo"}));
+    };
+    Main().Commands().Run("mnuFileOpen");
+    EXPECT_EQ(system.shell.Opened(), Texts{InLibrary("Letters\\Memo.swt")});
+    EXPECT_EQ(Main().RecentFiles().List(), Texts{InLibrary("Letters\\Memo.swt")});
+    ExpectFluent("a slow program");
+
+    // Whoever closes the window has still opened the document; of a share that is dead he hears no more.
+    for (const auto& [call, time] : {std::pair{"Shell.Open", Delays::Time{3s}},
+                                     {"Shell.Open", Delays::Never},
+                                     {"FileSystem.Stat", Delays::Never}}) {
+        SCOPED_TRACE(call);
+        Delay("", 0ms);
+        toolkit.OnYield = nullptr;
+        Restart();
+        Main().tvTreeView.UserSelects("Letters");
+        system.shell.Forget();
+        Delay(call, time);
+        const auto before = delays.Now();
+        toolkit.OnYield = [&](int) { Main().UserCloses(); };
+        Main().Commands().Run("mnuFileOpen");
+        EXPECT_EQ(system.shell.Opened().size(), time == Delays::Never ? 0u : 1u);
+        EXPECT_LE(delays.Now() - before, 5100ms);
+        toolkit.RunPosted();
+        EXPECT_EQ(browser.Main(), nullptr);
+        ExpectFluent(call);
+    }
+}
+
+// What comes late.
+
+TEST_F(SlowDriveTest, AFavouriteThatGoesWhileItIsLookedForStaysAway)
+{
+    AddTemplates({"Letters\\New.swt"});
+    PutSetting("Browser\\Favorites", "Letters\\Memo.swt", "");
+    PutSetting("Browser\\Favorites", "Letters\\Gone.swt", "");
+    Start();
+    delays.Set(Templates, 100ms);
+    toolkit.OnYield = [&](int) {
+        (void)Program().settings.Delete("Browser\\Favorites", "Letters\\Memo.swt");
+        PutSetting("Browser\\Favorites", "Letters\\New.swt", "");
+    };
+    Main().LibraryChanged();
+    EXPECT_EQ(Main().Favorites().FavoritesList(), Texts{"Letters\\New.swt"});
+    EXPECT_EQ(StoredFavorites(), Texts{"Letters\\New.swt"});
+}
+
+TEST_F(SlowDriveTest, ManyFoldersWithoutAnAnswerAreWaitedForOnceAndAClosedWindowForNone)
+{
+    for (int n = 0; n < 40; ++n) {
+        AddTemplates({"Dead " + std::to_string(n) + "\\a.swt"});
+        delays.Set(InLibrary("Dead " + std::to_string(n)), Delays::Never);
+    }
+    Start();
+    EXPECT_EQ(TreeTexts(Main().tvTreeView).size(), 47u);
+    EXPECT_LE(delays.Now(), 11s) << "one wait for the tree, and one for the list";
+
+    const auto before = delays.Now();
+    toolkit.OnYield = [&](int) { Main().UserCloses(); };
+    Item("mnuRefreshTV").Click();
+    EXPECT_LE(delays.Now() - before, 100ms);
+    toolkit.RunPosted();
+    EXPECT_EQ(browser.Main(), nullptr);
+    ExpectFluent("dead folders");
+}
+
+TEST_F(SlowDriveTest, ThePreviewWindowShowsWhatIsThereAndEachPictureWhenItComes)
+{
+    AddTemplates({"Business\\Previews\\Invoice.jpg", "Business\\Previews\\Budget.jpg"});
+    Start();
+    Main().tvTreeView.UserSelects("Business");
+    Main().lvListView.UserClicksColumn(browser::TemplateList::NameColumn);
+    Main().lvListView.Select(-1); // as in the middle of a fill
+    int looks = 0;
+    delays.Set(InLibrary("Business\\Previews"), 1s);
+    system.faults.OnCall = [&](std::string_view name, std::string_view subject) {
+        looks += name == "FileSystem.Stat" && subject.ends_with(".jpg");
+        delays.Call(name, subject);
+    };
+    toolkit.OnModal<browser::FrmPreview>("FrmPreview", [&](browser::FrmPreview& form) {
+        EXPECT_EQ(form.Caption(), "Budget - Template Preview");
+        EXPECT_EQ(form.imgPicture.File(), "");
+        form.cmdNext.UserClicks();
+        EXPECT_EQ(looks, 4) << "each of two rows and the one behind it";
+        system.jobs.FinishAll();
+        EXPECT_EQ(looks, 4) << "and none again";
+        EXPECT_EQ(form.imgPicture.File(), InLibrary("Business\\Previews\\Invoice.jpg"));
+        form.cmdClose.UserClicks();
+    });
+    EXPECT_TRUE(Main().Commands().Run("mnuFilePreview"));
+    ExpectFluent("late pictures");
 }
 
 } // namespace

@@ -11,11 +11,10 @@ constexpr std::string_view Calcora = "C:\\Program Files\\Calcora\\clc.exe";
 class LauncherTest : public ::testing::Test, public TestMachine {
 protected:
     app::Program program{system.AsPlatform(), toolkit, pictures};
-    browser::Launcher launcher{
-        program.platform.shell, program.platform.files, program.registry, program.messages, toolkit,
-        program.strings,        program.state};
-    browser::SpreadsheetFolder spreadsheets{program.platform.files, program.platform.shell, program.registry};
-    browser::TemplateOpener opener{launcher, spreadsheets, program.platform.files, program.messages, program.strings};
+    browser::Launcher launcher{program.platform.shell, program.files, program.registry, program.messages, toolkit,
+                               program.strings,        program.state};
+    browser::SpreadsheetFolder spreadsheets{program.files, program.platform.shell, program.registry};
+    browser::TemplateOpener opener{launcher, spreadsheets, program.files, program.messages, program.strings};
 
     LauncherTest() { program.state.ProductCaption = "Desk"; }
 
