@@ -45,7 +45,7 @@ void frmMain::AddCommands()
                   .key = {ui::KeyCode::Enter, false, false, true}, .run = [this] { mnuFileProperties_Click(); },
                   .enabled = hasSelection});
     commands.Add({.name = "mnuFilePreview", .caption = 103, .toolTip = 563, .image = "preview",
-                  .run = [this] { mnuFilePreview_Click(); }, .enabled = hasSelection});
+                  .run = [this] { mnuFilePreview_Click(); }, .enabled = hasItems});
     commands.Add({.name = "mnuEditCopy", .caption = 705, .key = ui::Ctrl('C'),
                   .run = [this] { Copy(list.SelectedPath()); }, .enabled = hasSelection});
     commands.Add({.name = "mnuFileExit", .caption = 104, .image = "exit",

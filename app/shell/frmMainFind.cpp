@@ -5,6 +5,7 @@
 #include "app/shell/WindowPlacement.h"
 #include "browser/FrmPreview.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <utility>
 
@@ -57,8 +58,8 @@ void frmMain::NameControls()
 
 void frmMain::mnuFilePreview_Click()
 {
-    const int row = lvListView.Selected();
-    if (row < 0 || row >= list.Templates().Rows())
+    const int row = std::max(lvListView.Selected(), 0); // nothing is selected yet while the list is filled
+    if (row >= list.Templates().Rows())
         return;
     const Busy guard{*this};
     browser::FrmPreview form{program,
