@@ -51,8 +51,8 @@ void Favorites::GetFavoritesFromRegistry()
             continue;
         }
         // One of another library waits, unseen, until that one is in use again.
-        const std::string library = settings.Text(LibrarySection, name);
-        if (library.empty() || library == Library()) {
+        const auto library = settings.Read(LibrarySection, name);
+        if (library && (library->empty() || *library == Library())) {
             (void)settings.Delete(Section, name);
             (void)settings.Delete(LibrarySection, name);
         }
