@@ -170,14 +170,20 @@ void BugReport::NewMail(const MailClient& client, const std::string& page)
 
 void BugReport::SetEditorPreference()
 {
+    platform::Registry& registry = program.platform.registry;
     const auto before = program.registry.QueryValue(Hive::CurrentUser, EditorKey, EditorValue);
     const auto* number = before ? std::get_if<std::uint32_t>(&*before) : nullptr;
     if (number != nullptr && *number == OwnEditor)
         return;
+    if (number == nullptr) {
+        const auto stored = registry.Query(Hive::CurrentUser, EditorKey, EditorValue);
+        if (stored || !platform::IsNotThere(stored.error()))
+            return; // what cannot be read cannot be set back
+    }
     // Noted first: whatever happens from here on, somebody can set it back.
     if (!program.settings.Save("Options", EditorBefore, number == nullptr ? NotSet : std::to_string(*number)))
         return;
-    (void)program.platform.registry.Set(Hive::CurrentUser, EditorKey, EditorValue, Number(OwnEditor));
+    (void)registry.Set(Hive::CurrentUser, EditorKey, EditorValue, Number(OwnEditor));
 }
 
 void BugReport::RestoreEditorPreference()
