@@ -155,8 +155,11 @@ bool PackRemoval::IsOfPacks(const std::string& folder) const
 
 void PackRemoval::RemoveWhenEmpty(const std::string& folder)
 {
-    // A link would be removed itself. What is said of the folder was said when it was emptied.
-    if (StandingOf(folder) != Standing::Own)
+    // A link would be removed itself. What else is said of the folder was said when it was emptied.
+    const Standing standing = StandingOf(folder);
+    if (standing == Standing::Unknown && std::ranges::find(notRemoved, folder) == notRemoved.end())
+        notRemoved.push_back(folder);
+    if (standing != Standing::Own)
         return;
     const auto removed = files.RemoveFolder(library::DiskPath(templatesPath, folder));
     if (!IsGone(removed) && removed.error() != platform::error::DirectoryNotEmpty)
