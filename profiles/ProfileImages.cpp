@@ -36,15 +36,16 @@ std::uint16_t FileMessage(platform::Error failure)
 std::string ProfileImages::ImagesFolder() const
 {
     const auto stored = settings.Read("Options", "Profile Images Path");
-    if (!stored)
-        return {};
+    if (!stored) // where they were a moment ago, so that no picture is left there for want of an answer
+        return lastFolder;
     if (!stored->empty())
-        return std::string{path::WithoutTrailingSeparator(*stored)};
+        return lastFolder = path::WithoutTrailingSeparator(*stored);
     // Nobody has set one: pictures must not be refused for that. The name is the same in every language, so that a user
     // who changes it finds his pictures again.
     const auto documents = shell.FolderPath(platform::KnownFolder::Personal);
-    return documents && !documents->empty() ? path::Join(*documents, app::StringTable::Own(str::ProfileImagesTitle))
-                                            : std::string{};
+    if (documents && !documents->empty())
+        lastFolder = path::Join(*documents, app::StringTable::Own(str::ProfileImagesTitle));
+    return lastFolder;
 }
 
 std::string ProfileImages::FolderOf(std::string_view profile) const
@@ -85,15 +86,18 @@ std::string ProfileImages::TargetOf(std::string_view profile, ImageKind kind, st
     return path::Join(folder, std::string{KindWord(kind)} + ending);
 }
 
-std::string ProfileImages::GetExistingFile(std::string_view profile, ImageKind kind) const
+Result<std::string> ProfileImages::GetExistingFile(std::string_view profile, ImageKind kind) const
 {
     const std::string folder = FolderOf(profile);
     if (folder.empty())
-        return {};
-    for (const platform::FileEntry& entry : files.List(folder).value_or(std::vector<platform::FileEntry>{}))
+        return "";
+    const auto entries = files.List(folder);
+    if (!entries && !platform::IsNotThere(entries.error()))
+        return std::unexpected{entries.error()};
+    for (const platform::FileEntry& entry : entries.value_or(std::vector<platform::FileEntry>{}))
         if (!entry.IsFolder() && text::ContainsIgnoringCase(entry.name, KindWord(kind)))
             return path::Join(folder, entry.name);
-    return {};
+    return "";
 }
 
 Result<bool> ProfileImages::IsThere(std::string_view file) const
@@ -171,9 +175,13 @@ bool ProfileImages::Apply(std::string_view profile, const Changes& changes)
                 return refused(staged.error(), *change);
             }
         }
-        const std::string existing = GetExistingFile(profile, kind);
-        if (!existing.empty() && !path::Same(existing, target))
-            batch.DeleteAtEnd(existing);
+        const auto existing = GetExistingFile(profile, kind);
+        if (!existing) {
+            profiles.Current.images = before;
+            return refused(existing.error(), FolderToTell(profile));
+        }
+        if (!existing->empty() && !path::Same(*existing, target))
+            batch.DeleteAtEnd(*existing);
         profiles.Current[kind] = std::move(target);
         profiles.Current.unreadImages[static_cast<std::size_t>(kind)] = false;
     }

@@ -42,8 +42,9 @@ public:
     std::string EndingOf(std::string_view source) const;
     /// Where a picture from `source` is kept.
     std::string TargetOf(std::string_view profile, ImageKind kind, std::string_view source) const;
-    /// The first file of the profile's folder whose name contains the kind's word; "" when there is none.
-    std::string GetExistingFile(std::string_view profile, ImageKind kind) const;
+    /// The first file of the profile's folder whose name contains the kind's word; "" when there is none, an error
+    /// when the folder cannot be read.
+    platform::Result<std::string> GetExistingFile(std::string_view profile, ImageKind kind) const;
     /// Whether the file is there; an error when that cannot be told.
     platform::Result<bool> IsThere(std::string_view file) const;
     /// The same, and an error while the file's drive or share is away: the file is not lost then.
@@ -75,6 +76,7 @@ private:
     app::Settings& settings;
     app::Messages& messages;
     ProfileManager& profiles;
+    mutable std::string lastFolder; ///< the last that was known of ImagesFolder
 
     /// Whether this is the folder that was asked for: there, no link, and not one that the system gives a second name.
     bool IsOwnFolder(const std::string& folder) const;

@@ -26,6 +26,9 @@ constexpr std::array<Field, FieldCount> writeOrder{
     Field::PhoneOffice,  Field::PhoneHome,    Field::PhoneCell, Field::PhoneFax,        Field::PhoneTollFree,
     Field::Pager,        Field::EmailAddress, Field::Website,   Field::DisclaimerLine1, Field::DisclaimerLine2};
 
+/// Of a value that is there and no text.
+constexpr platform::Error ForeignType = error::InvalidParameter;
+
 bool IsControl(char c)
 {
     return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
@@ -108,16 +111,16 @@ void ProfileManager::LoadProfile(std::string_view listed)
     if (name.empty())
         return;
     const std::string key = ProfileKey(name);
-    for (std::size_t i = 0; i < FieldCount; ++i) {
-        auto stored = Read(key, ValueName(static_cast<Field>(i)));
-        Current.unread[i] = !stored;
-        Current.texts[i] = std::move(stored).value_or("");
-    }
-    for (const ImageKind kind : AllImages) {
-        auto stored = Read(key, ValueName(kind));
-        Current.unreadImages[static_cast<std::size_t>(kind)] = !stored;
-        Current[kind] = std::move(stored).value_or("");
-    }
+    const auto load = [&](std::string_view value, bool& unread) {
+        const auto stored = Read(key, value);
+        unread = !stored;
+        Current.failed = Current.failed || (!stored && stored.error() != ForeignType);
+        return stored.value_or("");
+    };
+    for (std::size_t i = 0; i < FieldCount; ++i)
+        Current.texts[i] = load(ValueName(static_cast<Field>(i)), Current.unread[i]);
+    for (const ImageKind kind : AllImages)
+        Current[kind] = load(ValueName(kind), Current.unreadImages[static_cast<std::size_t>(kind)]);
 }
 
 bool ProfileManager::SaveProfileText(std::string_view listed)
@@ -232,13 +235,13 @@ void ProfileManager::Settle()
     Tell(saved, str::SetValueFailed);
 }
 
-std::optional<std::string> ProfileManager::Read(std::string_view key, std::string_view value) const
+Result<std::string> ProfileManager::Read(std::string_view key, std::string_view value) const
 {
     const auto stored = registry.Query(Hive::CurrentUser, key, value);
     if (!stored)
-        return stored.error() == error::FileNotFound ? std::optional<std::string>{""} : std::nullopt;
+        return stored.error() == error::FileNotFound ? Result<std::string>{""} : std::unexpected{stored.error()};
     if (stored->type != ValueType::String && stored->type != ValueType::ExpandString)
-        return std::nullopt;
+        return std::unexpected{ForeignType};
     return stored->data;
 }
 

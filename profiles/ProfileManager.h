@@ -102,8 +102,8 @@ private:
     std::vector<std::string> names;
 
     platform::Result<> CopyProfileData(std::string_view source, std::string_view target, std::string_view name);
-    /// A string value; nothing when something else is there or it cannot be read. An absent value is "".
-    std::optional<std::string> Read(std::string_view key, std::string_view value) const;
+    /// A string value; an error when something else is there or it cannot be read. An absent value is "".
+    platform::Result<std::string> Read(std::string_view key, std::string_view value) const;
     platform::Result<> Write(std::string_view key, std::string_view value, const std::string& text);
     bool Tell(bool worked, std::uint16_t message);
 };

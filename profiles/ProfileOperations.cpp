@@ -39,6 +39,10 @@ bool ProfileOperations::Create(const std::string& name, const std::string& sourc
 {
     const app::PatientFiles::Operation whole{files};
     profiles.LoadProfile(source);
+    if (profiles.Current.failed) { // the copy would be another profile than the user thinks
+        messages.Plain(str::EnumerationFailed);
+        return false;
+    }
     profiles.Current.unread = {};
     profiles.Current.unreadImages = {};
     FileBatch batch{files, clock};
@@ -83,6 +87,7 @@ bool ProfileOperations::Rename(const std::string& oldName, const std::string& ne
 {
     const app::PatientFiles::Operation whole{files};
     const std::string newKey = ProfileKey(newName);
+    (void)images.ImagesFolder(); // known from here on, also when it cannot be read again
     FileBatch batch{files, clock};
     const std::string current = profiles.GetCurrentProfile();
     const auto wasDefault = profiles.IsStoredDefault(oldName);
@@ -110,6 +115,8 @@ bool ProfileOperations::Rename(const std::string& oldName, const std::string& ne
     if (!profiles.CopyProfileValues(oldName, newName))
         return undo(str::SetValueFailed);
     profiles.LoadProfile(newName);
+    if (profiles.Current.failed) // a picture would stay in the folder of the old name
+        return undo(str::SetValueFailed);
     const std::string oldFolder = images.FolderOf(oldName);
     std::vector<std::string> oldFiles;
     for (const ImageKind kind : AllImages) {
@@ -158,13 +165,18 @@ bool ProfileOperations::Rename(const std::string& oldName, const std::string& ne
 bool ProfileOperations::Delete(const std::string& listed)
 {
     const std::string name = profiles.Meant(listed);
-    const bool wasDefault = profiles.IsDefault(name);
+    const auto wasDefault = profiles.IsStoredDefault(name);
+    if (!wasDefault) { // nobody would be told that the default profile is gone
+        messages.Stop(str::DeleteValueFailed);
+        return false;
+    }
+    (void)images.ImagesFolder(); // known from here on, also when it cannot be read again
     if (!profiles.DeleteProfile(name))
         return false;
     (void)images.DeleteFolder(name);
     profiles.LoadProfile(profiles.GetCurrentProfile());
     // A default profile that is gone would be asked about at every turn.
-    if (wasDefault && profiles.ListProfiles() && !profiles.Names().empty() &&
+    if (*wasDefault && profiles.ListProfiles() && !profiles.Names().empty() &&
         !profiles.SetDefaultProfile(profiles.Names().front()))
         messages.Stop(str::SetValueFailed);
     return true;

@@ -34,6 +34,7 @@ struct ProfileRecord {
     /// Stored values that could not be read: as long as they are empty here a save leaves them alone.
     std::array<bool, FieldCount> unread{};
     std::array<bool, ImageCount> unreadImages{};
+    bool failed{}; ///< whether one of these was refused; a value of a foreign type never can be read
 
     std::string& operator[](Field field) { return texts[static_cast<std::size_t>(field)]; }
     const std::string& operator[](Field field) const { return texts[static_cast<std::size_t>(field)]; }
