@@ -74,7 +74,7 @@ need cmake make g++ ccache libgtest-dev googletest zlib1g-dev python3 imagemagic
 check includes tests/check_includes.sh
 check format well_formatted
 build native
-for name in platform documents pictures ui app library browser packs profiles online search; do
+for name in platform documents pictures ui app faults library browser packs profiles online search; do
   suite "$name" 300 "build/native/tests/$name/${name}_tests"
 done
 check tidy tests/check_tidy.py build/native

@@ -38,6 +38,7 @@ tests/app            product gtest tests/support
 tests/automation     product gtest tests/support/win32 system
 tests/browser        product gtest tests/support
 tests/documents      product gtest zlib
+tests/faults         product gtest tests/support tests/packs
 tests/endtoend       product gtest tests/support/win32 system
 tests/library        product gtest tests/support
 tests/online         product gtest tests/support
