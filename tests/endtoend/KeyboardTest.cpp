@@ -52,16 +52,47 @@ std::vector<HWND> VisitedByTab(HWND window)
     return visited;
 }
 
+HWND DialogInUse()
+{
+    return FindTop(L"TSBrowserForm", [](HWND window) {
+        return !GetMenu(window) && IsWindowEnabled(window) && ChildOf(window, WC_BUTTONW);
+    });
+}
+
+/// Goes through a dialog by Tab, into each that one of its own letters opens, and out by Escape.
+void WalkThrough(HWND dialog, const std::wstring& letters)
+{
+    const auto hasFocus = [dialog] { return IsChild(dialog, FocusIn(dialog)) != FALSE; };
+    EXPECT_TRUE(WaitFor(hasFocus));
+    EXPECT_EQ(Described(VisitedByTab(dialog)), Described(TabStopsOf(dialog)));
+    for (const wchar_t letter : letters) {
+        SCOPED_TRACE(static_cast<char>(letter));
+        constexpr LPARAM withAlt = 1 << 29;
+        PostMessageW(FocusIn(dialog), WM_SYSCHAR, letter, withAlt);
+        HWND next = nullptr;
+        if (WaitFor([&] { return (next = DialogInUse()) != nullptr && next != dialog; }))
+            WalkThrough(next, L"");
+        else
+            ADD_FAILURE() << "did not open";
+        EXPECT_TRUE(WaitFor(hasFocus));
+    }
+    PressKey(FocusIn(dialog), VK_ESCAPE);
+    EXPECT_TRUE(AwaitGone(dialog));
+}
+
 TEST_F(BrowserTest, EveryDialogOpensIsWalkedThroughAndClosesByKeys)
 {
+    constexpr wchar_t profiles[] = L"Software\\Zelmor Software\\Zelmor User Profiles\\Profiles";
+    const BorrowedKey borrowed{HKEY_CURRENT_USER, profiles};
+    SetText(HKEY_CURRENT_USER, profiles + std::wstring{L"\\Ann"}, L"FirstName", L"Ann");
     constexpr struct {
-        const wchar_t *letters, *caption;
+        const wchar_t *letters, *caption, *inside = L"";
     } dialogs[] = {
         {L"fp", L"Letter - Template Preview"},
         {L"fr", L"Template Properties"},
         {L"od", L"Recent Documents"},
-        {L"re", L"Edit Profile"},
-        {L"r\x2193\r", L"Manage Profiles"},
+        {L"re", L"Edit Profile", L"ma"},
+        {L"r\x2193\r", L"Manage Profiles", L"ar"},
         {L"ri", L"Import/Export Profiles"},
         {L"tr", L"Recent Documents"},
         {L"tm", L"Solution Pack Manager"},
@@ -79,7 +110,7 @@ TEST_F(BrowserTest, EveryDialogOpensIsWalkedThroughAndClosesByKeys)
     PressKey(searchBox, VK_ESCAPE);
     EXPECT_TRUE(WaitFor([&] { return FocusIn(window) == ListOf(window); }));
 
-    for (const auto& [letters, caption] : dialogs) {
+    for (const auto& [letters, caption, inside] : dialogs) {
         SCOPED_TRACE(fs::path{letters}.string());
         const HWND before = FocusIn(window);
         EXPECT_TRUE(Choose(window, letters));
@@ -89,10 +120,7 @@ TEST_F(BrowserTest, EveryDialogOpensIsWalkedThroughAndClosesByKeys)
             continue;
         }
         EXPECT_EQ(TextOf(dialog), caption);
-        EXPECT_TRUE(WaitFor([&] { return IsChild(dialog, FocusIn(window)); }));
-        EXPECT_EQ(Described(VisitedByTab(dialog)), Described(TabStopsOf(dialog)));
-        PressKey(FocusIn(dialog), VK_ESCAPE);
-        EXPECT_TRUE(AwaitGone(dialog));
+        WalkThrough(dialog, inside);
         EXPECT_TRUE(WaitFor([&] { return FocusIn(window) == before; }));
     }
     Close();
