@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # What is too long for every run of the tests, and prints one table:
 #   ./prove.sh [MINUTES]     for about so long, besides the building (default: 30)
-# Each call of the system failing in turn, allocations failing in turn, a user at random, and every fuzz target. Then, on
-# the real program under Wine: loads, hosts, a user at random, and memory. A quarter of the time goes to the first user,
-# a quarter to the fuzz targets, and half to Wine.
+# Each call of the system going wrong in turn, allocations failing in turn, breaks of the product that must be noticed, a
+# user at random, and every fuzz target. Then, on the real program under Wine: loads, hosts, a user at random, and
+# memory. A quarter of the time goes to the first user, a quarter to the fuzz targets, and half to Wine.
 set -euo pipefail
 cd "$(dirname "$0")"
 . tools/environment.sh
@@ -35,6 +35,12 @@ row what result
 row --- ---
 tests faults '*'
 tests app '*OutOfMemory*'
+if tests/mutants.sh >"$logs/mutants.log"; then
+  row mutants "$(grep -c . "$logs/mutants.log") noticed"
+else
+  failed=1
+  row mutants "FAILED, see $logs/mutants.log"
+fi
 
 # Lives of 250 acts each, by other seeds in every round, until the time is over.
 seed=$((RANDOM * 1000))

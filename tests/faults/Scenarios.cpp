@@ -336,8 +336,10 @@ void ClickBanner(Desk& desk)
     Use(desk, {[](app::frmMain& main) { main.imgBanner.UserClicks(); }});
 }
 
+/// A banner that leads to the web, and an update that names a program, which nothing may open.
 void Serve(Desk& desk)
 {
+    desk.system.files.AddFile("C:\\Windows\\calc.exe");
     desk.PutSetting("Options", "WebHostPath", "http://tessaly.example/");
     desk.PutSetting("Options", "NotifyCount", "0");
     desk.PutSetting("Options", "BannerURLPath", "http://tessaly.example/b/banner.asp");
@@ -345,7 +347,7 @@ void Serve(Desk& desk)
         const std::string page = "<title>Banner</title><input name=BannerStatus value=OK>"
                                  "<a href=http://tessaly.example/news><img src=web.gif></a>"
                                  "<input name=IsUpdateRequired value=1><input name=MessageText value=News>"
-                                 "<input name=ProductPath value=\"http://tessaly.example/get\">";
+                                 "<input name=ProductPath value=\"C:\\Windows\\calc.exe\">";
         return platform::Result<platform::WebReply>{{200, "", address.ends_with(".gif") ? "picture" : page}};
     });
 }
@@ -415,7 +417,8 @@ const std::vector<Scenario> table{ // a row is a scenario
     {"ProfileImport", 65, [](Desk& d) { Transfer(d, true); }, AllOrNothing(OfAnn({"City", "LocalLogo"},
      {AnnsPictures, ProfileLine("New"), "C:\\Temp\\"})), AddTransfers},
 
-    {"PackDelete", 102, DeletePacks(false), {.touched = {Garden, Theirs, Content + "\\Garden"}}, AddPacks},
+    {"PackDelete", 102, DeletePacks(false),
+     {.touched = {Garden + "\\List.swt", Garden + "\\Previews", Theirs, Content + "\\Garden"}}, AddPacks},
     {"PackDeleteAll", 110, DeletePacks(true), {.touched = {Garden, "C:\\Templates\\Second", Theirs, Content}},
      AddPacks},
     {"PackInstall", 37, InstallPack, {.touched = {"C:\\Templates\\New", Content}, .messages = 2}, AddPacks},
