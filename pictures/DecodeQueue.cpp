@@ -37,12 +37,19 @@ std::optional<int> DecodeQueue::Next()
     return row;
 }
 
+std::optional<int> DecodeQueue::NextInView() const
+{
+    for (int row = firstShown; row <= lastShown; ++row)
+        if (Is(row, State::Waiting))
+            return row;
+    return std::nullopt;
+}
+
 std::optional<int> DecodeQueue::FindNext()
 {
+    if (const auto row = NextInView())
+        return row;
     const auto waits = [this](int row) { return Is(row, State::Waiting); };
-    for (int row = firstShown; row <= lastShown; ++row)
-        if (waits(row))
-            return row;
     if (count >= capacity)
         return std::nullopt;
     while (after < Rows() && !waits(after))

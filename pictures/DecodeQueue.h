@@ -15,6 +15,8 @@ public:
     void Show(int first, int last);
     /// The row to begin with now; nothing when every one has begun, or there is no room for more.
     std::optional<int> Next();
+    /// Whether Next would give a row in view.
+    bool WaitsInView() const { return NextInView().has_value(); }
     /// The row, which Next gave, has its picture now. Gives the row whose picture must go for it: the farthest from the
     /// view.
     std::optional<int> Done(int row);
@@ -36,6 +38,7 @@ private:
     {
         return row >= 0 && row < Rows() && states[static_cast<std::size_t>(row)] == state;
     }
+    std::optional<int> NextInView() const;
     std::optional<int> FindNext();
 };
 

@@ -72,20 +72,27 @@ PixelBuffer::PixelBuffer(PixelSize bufferSize)
 
 PixelBuffer PixelBuffer::ScaledTo(PixelSize newSize) const
 {
-    if (Empty() || newSize.Empty())
+    return Scaled(size, newSize, [this](int y) { return pixels.data() + static_cast<std::size_t>(y) * Stride(); });
+}
+
+PixelBuffer PixelBuffer::Scaled(PixelSize size, PixelSize newSize, const std::function<const std::uint8_t*(int y)>& row)
+{
+    if (size.Empty() || newSize.Empty())
         return {};
     PixelBuffer scaled{newSize};
     const std::vector<Cover> columns = CoversOf(size.width, newSize.width);
     const std::vector<Cover> rows = CoversOf(size.height, newSize.height);
     // First the covered rows are added up, then the covered columns: whole numbers, since thumbnails come in hundreds.
-    std::vector<std::uint32_t> sums(Stride());
+    std::vector<std::uint32_t> sums(static_cast<std::size_t>(size.width) * 4);
     for (std::size_t y = 0; y < rows.size(); ++y) {
         std::ranges::fill(sums, 0u);
-        const std::uint8_t* source = pixels.data() + static_cast<std::size_t>(rows[y].first) * Stride();
+        int at = rows[y].first;
         for (const std::uint32_t weight : rows[y].weights) {
+            const std::uint8_t* source = row(at++);
+            if (source == nullptr)
+                return {};
             for (std::size_t i = 0; i < sums.size(); ++i)
                 sums[i] += weight * source[i];
-            source += Stride();
         }
         std::uint8_t* target = scaled.pixels.data() + y * scaled.Stride();
         for (const Cover& column : columns) {

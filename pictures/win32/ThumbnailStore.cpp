@@ -21,6 +21,7 @@ std::size_t MostAtATime()
 void ThumbnailStore::Reset(int rows, PixelSize newCell, int newEnlargement)
 {
     onTheWay.clear();
+    unchecked.clear();
     if (!painter || newCell != cell || newEnlargement != enlargement) {
         former.clear();
         cell = newCell;
@@ -49,18 +50,23 @@ bool ThumbnailStore::Begin(const std::function<Thumbnail(int row)>& of)
 {
     if (onTheWay.size() >= MostAtATime())
         return false;
+    if (!unchecked.empty() && !queue.WaitsInView()) {
+        const int row = unchecked.front();
+        unchecked.pop_front();
+        if (const auto shown = thumbnails.find(row); shown != thumbnails.end())
+            Paint(row, shown->second.source, shown->second.stamp);
+        return true;
+    }
     const auto row = queue.Next();
-
     if (!row)
         return false;
     Thumbnail source = of(*row);
-    std::optional<std::uint64_t> known;
-    if (const auto found = former.find(source); found != former.end()) {
-        known = found->second.composed.stamp;
-        Put(*row, std::move(found->second.composed));
-        former.erase(found);
+    if (const auto kept = former.extract(source)) {
+        Put(*row, std::move(kept.mapped().composed));
+        unchecked.push_back(*row);
+    } else {
+        Paint(*row, std::move(source), std::nullopt);
     }
-    Paint(*row, std::move(source), known);
     return true;
 }
 
@@ -96,10 +102,11 @@ void ThumbnailStore::Put(int row, Composed composed)
 {
     if (const auto evicted = queue.Done(row))
         thumbnails.erase(*evicted);
+    const bool replaces = thumbnails.contains(row);
     if (queue.IsDone(row))
         thumbnails[row] = std::move(composed);
     if (Changed)
-        Changed(row);
+        Changed(row, replaces);
 }
 
 bool ThumbnailStore::Draw(HDC context, int row, const RECT& room) const

@@ -5,6 +5,7 @@
 #include "pictures/win32/ThumbnailPainter.h"
 #include "platform/Jobs.h"
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -14,7 +15,8 @@
 namespace pictures::win32 {
 
 /// The thumbnails of a list, composed beside the window's thread, in a bounded amount of memory. Those of lists that
-/// showed before are kept for a while, and looked at again when they are shown again: the file may have changed.
+/// showed before are kept for a while. They show at once when their list comes back, and their files are looked at when
+/// all that is in view is there: they may have changed.
 class ThumbnailStore {
 public:
     ThumbnailStore(const Pictures& pictures, platform::Jobs& jobs) : pictures{pictures}, jobs{jobs} {}
@@ -25,8 +27,8 @@ public:
     void Show(int first, int last) { queue.Show(first, last); }
     /// Takes the next row in hand; false when nothing is left to do now. What `of` gives is what the row shows.
     bool Begin(const std::function<Thumbnail(int row)>& of);
-    /// A row has another thumbnail than before, or has none because no picture could be decoded.
-    std::function<void(int row)> Changed;
+    /// A row has its thumbnail, or has none because no picture could be decoded. `replaces`: it had one before.
+    std::function<void(int row, bool replaces)> Changed;
     /// A thumbnail has come: another one can be begun.
     std::function<void()> Ready;
     bool IsDone(int row) const { return queue.IsDone(row); }
@@ -60,6 +62,7 @@ private:
     std::map<Thumbnail, Former> former;
     unsigned resets{};
     std::unordered_map<int, platform::Ticket> onTheWay;
+    std::deque<int> unchecked; ///< rows that show a former one
 
     void KeepForLater();
     void Paint(int row, Thumbnail source, std::optional<std::uint64_t> known);

@@ -50,8 +50,8 @@ public:
     /// Nothing for a picture that is not to be decoded.
     explicit operator bool() const { return frame != nullptr; }
     PixelSize Size() const { return {static_cast<int>(width), static_cast<int>(height)}; }
-    /// Every pixel, or as many as are decoded of a huge picture; empty when the file is broken further on.
-    PixelBuffer Pixels() const;
+    /// Empty when the file is broken further on.
+    PixelBuffer Scaled(PixelSize size) const;
 
 private:
     // In the order in which they lean on each other.
@@ -64,6 +64,15 @@ private:
     UINT width{};
     UINT height{};
 
+    /// As most photographs are: three bytes a pixel, which take no converter.
+    bool IsPlain() const
+    {
+        WICPixelFormatGUID format{};
+        return SUCCEEDED(frame->GetPixelFormat(&format)) && IsEqualGUID(format, GUID_WICPixelFormat24bppBGR);
+    }
+    PixelBuffer ScaledPlain(PixelSize size) const;
+    /// Every pixel, or as many as are decoded of a huge picture.
+    PixelBuffer Pixels() const;
     bool IsWithinBounds() const
     {
         return width > 0 && height > 0 && width <= LargestSide && height <= LargestSide &&
@@ -94,6 +103,46 @@ OpenPicture::OpenPicture(const std::string& path)
         Receive<IWICBitmapFrameDecode>([&](IWICBitmapFrameDecode** result) { return decoder->GetFrame(0, result); });
     if (frame && (FAILED(frame->GetSize(&width, &height)) || !IsWithinBounds()))
         frame.reset();
+}
+
+/// Never holds all pixels at once: fetching and giving back megabytes for each thumbnail takes longer than scaling.
+PixelBuffer OpenPicture::ScaledPlain(PixelSize size) const
+{
+    constexpr int most = 16; // rows at a time
+    const std::size_t stride = std::size_t{width} * 3;
+    std::vector<BYTE> plain(stride * most);
+    PixelBuffer band{{Size().width, most}};
+    int top = 0;
+    int count = 0;
+    const auto load = [&](int first) {
+        top = first;
+        count = std::min(most, Size().height - top);
+        const WICRect rows{0, top, Size().width, count};
+        const std::size_t bytes = stride * static_cast<std::size_t>(count);
+        if (FAILED(frame->CopyPixels(&rows, static_cast<UINT>(stride), static_cast<UINT>(bytes), plain.data())))
+            return false;
+        std::uint8_t* target = band.Bytes().data();
+        for (std::size_t at = 0; at < bytes; at += 3) {
+            *target++ = plain[at];
+            *target++ = plain[at + 1];
+            *target++ = plain[at + 2];
+            *target++ = 255;
+        }
+        return true;
+    };
+    return PixelBuffer::Scaled(Size(), size, [&](int y) -> const std::uint8_t* {
+        if (y >= top + count && !load(std::max(0, y - 1)))
+            return nullptr;
+        return band.Bytes().data() + static_cast<std::size_t>(y - top) * band.Stride();
+    });
+}
+
+PixelBuffer OpenPicture::Scaled(PixelSize size) const
+{
+    if (size != Size() && IsPlain())
+        return ScaledPlain(size);
+    PixelBuffer pixels = Pixels();
+    return pixels.Size() == size ? pixels : pixels.ScaledTo(size);
 }
 
 PixelBuffer OpenPicture::Pixels() const
@@ -136,11 +185,7 @@ PixelBuffer Win32Pictures::Decode(const std::string& path, PixelSize room, int e
     if (room.Empty())
         return {};
     const OpenPicture picture{path};
-    if (!picture)
-        return {};
-    PixelBuffer pixels = picture.Pixels();
-    const PixelSize fitted = Fitted(picture.Size(), room, enlargement);
-    return fitted == pixels.Size() ? pixels : pixels.ScaledTo(fitted);
+    return picture ? picture.Scaled(Fitted(picture.Size(), room, enlargement)) : PixelBuffer{};
 }
 
 std::uint64_t Win32Pictures::Stamp(const std::string& path) const

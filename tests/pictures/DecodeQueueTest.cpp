@@ -28,7 +28,9 @@ TEST(DecodeQueueTest, WhatIsInViewComesFirstThenTheRestFromThereOn)
     pictures::DecodeQueue queue;
     queue.Reset(8, 100);
     queue.Show(3, 4);
+    EXPECT_TRUE(queue.WaitsInView());
     EXPECT_EQ(Decode(queue, 4), (Rows{3, 4, 5, 6}));
+    EXPECT_FALSE(queue.WaitsInView());
     queue.Show(0, 1); // the user scrolls in the middle
     EXPECT_EQ(Decode(queue, 100), (Rows{0, 1, 2, 7}));
     queue.Reset(2, 100);

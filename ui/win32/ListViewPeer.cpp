@@ -30,6 +30,8 @@ constexpr UINT_PTR ComposeTimer = 1;
 constexpr UINT ComposePause = 10; ///< milliseconds: everything else that waits has its turn
 /// The rows that a list had are gone, and no others have come at once.
 constexpr UINT EmptyMessage = WM_APP + 1;
+/// Thumbnails are to be begun before anything is drawn.
+constexpr UINT ComposeMessage = WM_APP + 2;
 /// No further thumbnail is begun after this time: what shows in them is looked for on the disk.
 constexpr std::chrono::milliseconds ComposeTurn{15};
 
@@ -66,11 +68,8 @@ ListViewPeer::ListViewPeer(ListView& peerList, FormWindow& form, int id)
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
          LVS_EX_DOUBLEBUFFER | LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP | LVS_EX_INFOTIP);
     UseExplorerTheme(Handle());
-    thumbnails.Changed = [this](int row) {
-        const RECT place = IconPlace(row);
-        InvalidateRect(Handle(), &place, FALSE);
-    };
-    thumbnails.Ready = [this] { BeginThumbnail(); };
+    thumbnails.Changed = [this](int row, bool replaces) { ShowThumbnail(row, replaces); };
+    thumbnails.Ready = [this] { BeginThumbnails(); };
 }
 
 Size ListViewPeer::Preferred(int) const
@@ -161,7 +160,7 @@ void ListViewPeer::ResetThumbnails()
     thumbnails.Reset(showsThumbnails ? list.Rows() : 0, {Pixels(ThumbnailSize.width), Pixels(ThumbnailSize.height)},
                      PictureEnlargement(Dpi()));
     if (showsThumbnails)
-        StartComposing();
+        PostMessageW(Handle(), ComposeMessage, 0, 0);
 }
 
 void ListViewPeer::StartComposing()
@@ -185,20 +184,40 @@ void ListViewPeer::ComposeThumbnails()
     // The row that `below` starts in may be partly in view, and so may the rest of its line.
     const int perLine = std::max(1, static_cast<int>(client.right) / std::max(1, Pixels(ThumbnailSpacing.width)));
     thumbnails.Show(first, below + perLine - 1);
+    BeginThumbnails();
+}
 
+void ListViewPeer::BeginThumbnails()
+{
     const auto start = std::chrono::steady_clock::now();
-    while (BeginThumbnail())
+    const auto of = [this](int row) { return row < list.Rows() ? list.Model()->ThumbnailOf(row) : Thumbnail{}; };
+    while (showsThumbnails && thumbnails.Begin(of))
         if (std::chrono::steady_clock::now() - start >= ComposeTurn || HIWORD(GetQueueStatus(QS_INPUT)) != 0) {
             StartComposing();
             return;
         }
 }
 
-bool ListViewPeer::BeginThumbnail()
+void ListViewPeer::ShowThumbnail(int row, bool replaces)
 {
-    return showsThumbnails && thumbnails.Begin([this](int row) {
-        return row < list.Rows() ? list.Model()->ThumbnailOf(row) : Thumbnail{};
-    });
+    const RECT place = IconPlace(row);
+    RECT client{};
+    RECT part{};
+    GetClientRect(Handle(), &client);
+    if (IntersectRect(&part, &place, &client) == 0)
+        return;
+    // Drawn at once where there is nothing yet: asked to draw one place, the control looks at each of its rows, and so
+    // it would be busy with hundreds of them for as long as they come.
+    bool isDrawn = false;
+    const bool comesAnyway = GetUpdateRect(Handle(), nullptr, FALSE) != 0;
+    if (!replaces && !comesAnyway && !layout.Holds() &&
+        Send(LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED) == 0) {
+        HDC context = GetDC(Handle());
+        isDrawn = thumbnails.Draw(context, row, place);
+        ReleaseDC(Handle(), context);
+    }
+    if (!isDrawn)
+        InvalidateRect(Handle(), &place, FALSE);
 }
 
 int ListViewPeer::RowAtOrBelow(int y) const
@@ -501,6 +520,9 @@ std::optional<LRESULT> ListViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
     switch (message) {
     case EmptyMessage:
         ShowEmpty();
+        return 0;
+    case ComposeMessage:
+        ComposeThumbnails();
         return 0;
     case WM_TIMER:
         if (wParam == DragOntoTree::Timer) {

@@ -55,7 +55,9 @@ private:
     void ResetThumbnails();
     void StartComposing();
     void ComposeThumbnails();
-    bool BeginThumbnail();
+    void BeginThumbnails();
+    /// `replaces`: there is another one in its place.
+    void ShowThumbnail(int row, bool replaces);
     int RowAtOrBelow(int y) const;
     RECT IconPlace(int row) const;
     LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& draw);

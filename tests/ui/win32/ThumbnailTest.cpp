@@ -60,9 +60,10 @@ TEST_F(ThumbnailTest, AListShowsThemTheVisibleOnesFirstAndNeverKeepsTheUserWaiti
     EXPECT_THAT(rows.Composed, testing::IsEmpty());
 
     // The way back shows what was kept at once, and what has changed meanwhile soon.
-    rows.Count = 1;
     form.lvList.SetModel(&rows);
-    RunUntil([&] { return dark(0x212121); });
+    toolkit.DoEvents();
+    EXPECT_TRUE(dark(0x212121));
+    RunUntil([&] { return rows.Composed.size() == 300; });
     form.lvList.SetModel(&few);
     folder.AddSolid("picture.bmp", {110, 110}, '\x43');
     form.lvList.SetModel(&rows);
