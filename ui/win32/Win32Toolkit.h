@@ -49,7 +49,7 @@ public:
     /// Whether a modal form, a message box, a dialog of the system or a pop-up menu waits for the user.
     bool ModalActive() const { return nativeModals > 0 || !modals.empty(); }
     /// Whether the pointer is to show that the user must wait; a modal form wants the user.
-    bool IsBusy() const { return busy && modals.empty(); }
+    bool IsBusy() const { return InputHeld() || (busy && modals.empty()); }
     const pictures::win32::ImageLoader& Images() const { return images; }
     const pictures::Pictures& Pictures() const { return pictures; }
     /// For pictures, which may take long to read and to decode.

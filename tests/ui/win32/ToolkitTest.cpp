@@ -152,6 +152,39 @@ TEST_F(ToolkitTest, MessagesAreHandledUntilAnotherThreadIsReady)
     toolkit.Run(); // takes the end up
 }
 
+TEST_F(ToolkitTest, HeldInputReachesNothingButASplashAndTheFrame)
+{
+    struct Splash final : ui::Form {
+        explicit Splash(ui::Toolkit& toolkit) : Form{toolkit, "Splash", Style::Splash} { Layout(ui::Column(go)); }
+        ui::Button go{*this, {}};
+    };
+    DemoDialog form{toolkit};
+    Splash splash{toolkit};
+    std::string clicked;
+    form.btnNew.Click = [&] { clicked += "form "; };
+    splash.go.Click = [&] { clicked += "splash "; };
+    Open(form);
+    splash.Show();
+    const auto act = [&] {
+        Click(HandleOf(form.btnNew), {5, 5});
+        Click(HandleOf(splash.go), {5, 5});
+        toolkit.DoEvents();
+        PostMessageW(HandleOf(form), WM_SYSKEYDOWN, VK_F4, 0x20000001);
+        toolkit.DoEvents();
+    };
+    {
+        const ui::Toolkit::HoldInput held{toolkit};
+        act();
+        EXPECT_TRUE(form.IsOpen());
+        EXPECT_EQ(std::exchange(clicked, {}), "splash ");
+        form.ClosesWhileHeld = true;
+        act();
+        EXPECT_FALSE(form.IsOpen());
+        EXPECT_EQ(clicked, "splash ");
+    }
+    splash.Unload();
+}
+
 TEST_F(ToolkitTest, CancellingTheFolderDialogGivesNothingAndKeepsTheCurrentFolder)
 {
     const auto before = std::filesystem::current_path();
