@@ -19,8 +19,9 @@ const FolderListings::Listing& FolderListings::Of(const std::string& folder)
         !failure) {
         if (failure.error() == platform::error::Timeout) {
             ++unanswered;
-            for (auto& [other, entry] : asked)
-                entry.overdue = true;
+            if (!isOverdue)
+                for (auto& [other, entry] : asked)
+                    entry.overdue = true;
         }
         asked.erase(folder);
         listings.emplace(folder, std::unexpected{failure.error()});
