@@ -37,7 +37,11 @@ void Messages::Show(std::string text, ui::Icon icon, std::uint16_t id)
 
 ui::Answer Messages::Put(const ui::MessageBox& message)
 {
-    return Silent ? ui::Otherwise(message.buttons) : toolkit.ShowMessage(message);
+    if (Silent)
+        return ui::Otherwise(message.buttons);
+    if (Showing)
+        Showing();
+    return toolkit.ShowMessage(message);
 }
 
 } // namespace app

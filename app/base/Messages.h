@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <string>
 
 namespace app {
@@ -37,6 +38,9 @@ public:
 
     /// Nobody is there to read them: nothing is shown, and a question is answered as if its box were closed.
     bool Silent{};
+
+    /// Called before one is shown.
+    std::function<void()> Showing;
 
     /// The numbers of the last messages, the newest last: what a bug report can say of them without the names that they
     /// may hold. 0 for one that was put together.

@@ -39,6 +39,8 @@ public:
 
     /// Shows what a change waits for (a path) until the result goes.
     std::function<std::unique_ptr<ui::Form>(const std::string& about)> ShowWaiting;
+    /// Takes that away: it is the user who is waited for now.
+    void EndNotice() { notice.reset(); }
 
     /// Something that the user asked for which reads and changes in many calls (rename, delete, save). While it lives
     /// he can begin nothing else: his input is held wherever something is waited for, but for closing the window. A

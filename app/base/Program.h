@@ -22,6 +22,7 @@ public:
           registry{platform.registry, messages, toolkit}, progress{toolkit}, files{platform.files, platform.jobs,
                                                                                    toolkit, progress}
     {
+        messages.Showing = [this] { files.EndNotice(); };
     }
 
     platform::Platform platform;

@@ -1,4 +1,5 @@
 // Drives that take their time, or never answer: what the user waits for, in a time that passes in steps.
+#include "app/base/StringId.h"
 #include "app/shell/frmWaiting.h"
 #include "browser/FrmPreview.h"
 #include "packs/frmContentPackManager.h"
@@ -127,6 +128,16 @@ TEST_F(SlowDriveTest, ADriveThatNeverAnswersStopsNothing)
          [this] { Main().LoadThumbnailImages(); }},
         {"the icon of a category", "C:\\Templates\\Letters\\folder.ico",
          [this] { AddTemplates({"Letters\\folder.ico"}); }},
+        {"the place of a new name",
+         InLibrary("Letters\\Other"),
+         {},
+         [this] {
+             toolkit.ExpectMessage(Text(app::str::RenameFailed) + "\r\n" + Text(app::str::CloseTemplates),
+                                   Icon::Information);
+             Main().tvTreeView.UserSelects("Letters\\Formal");
+             Main().Commands().Run("mnupopRenamefolder");
+             Main().tvTreeView.UserEndsLabelEdit("Other");
+         }},
         {"a favourite", "C:\\Templates\\Letters\\Memo.swt",
          [this] { PutSetting("Browser\\Favorites", "Letters\\Memo.swt", ""); }},
         {"a profile's pictures", "C:\\Images",

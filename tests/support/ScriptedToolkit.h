@@ -25,6 +25,11 @@ public:
         ExpectNames(form);
         HeadlessToolkit::RunModal(form);
     }
+    ui::Answer ShowMessage(const ui::MessageBox& message) override
+    {
+        EXPECT_EQ(Find("frmWaiting"), nullptr) << "it is the user who is waited for";
+        return HeadlessToolkit::ShowMessage(message);
+    }
     /// Whatever Tab goes to has a name for screen readers: its own text, one given to it, or the label before it.
     static void ExpectNames(const ui::Form& form)
     {
