@@ -7,7 +7,7 @@
 namespace pictures {
 
 /// Bytes: more than any real icon file has; a larger one is not looked at.
-inline constexpr std::uint64_t LargestIconFile = 4 * 1024 * 1024;
+inline constexpr std::uint64_t LargestIconFile = 4u << 20;
 
 /// Where an icon comes from: one of the program's own by name, or a file.
 struct IconSource {

@@ -34,7 +34,7 @@ public:
     Settings settings;
     RegistryAccess registry;
     LoadProgress progress;
-    PatientFiles files; ///< for the window's thread, where it may wait; for jobs and changes there is platform.files
+    PatientFiles files;     ///< for the window's thread; for jobs there is platform.files
     bool UpdateCheckDone{}; ///< the update service had its turn in this process
 
     std::string Text(std::uint16_t id) const { return strings.LoadString(id); }
