@@ -16,9 +16,14 @@ int CommandOf(std::size_t index)
     return FirstCommand + static_cast<int>(index);
 }
 
+bool IsSeparator(const ToolBar::Button& button)
+{
+    return button.style == ToolBar::Button::Style::Separator;
+}
+
 BYTE StyleOf(const ToolBar::Button& button)
 {
-    if (button.style == ToolBar::Button::Style::Separator)
+    if (IsSeparator(button))
         return BTNS_SEP;
     const int style = (button.style == ToolBar::Button::Style::Check ? BTNS_CHECK : BTNS_BUTTON) | BTNS_AUTOSIZE |
                       (button.caption.empty() ? 0 : BTNS_SHOWTEXT);
@@ -134,6 +139,8 @@ void ToolBarPeer::BuildImages()
     ImageListHandle normal{ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, count, 4)};
     ImageListHandle disabled{ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, count, 4)};
     for (const ToolBar::Button& button : buttons) {
+        if (IsSeparator(button))
+            continue;
         const IconHandle icon = Window().Images().Load({button.image, {}}, size);
         const IconHandle faded = pictures::win32::ImageLoader::Disabled(icon.get(), size);
         pictures::win32::ImageLoader::Append(normal.get(), icon.get());
@@ -153,16 +160,19 @@ void ToolBarPeer::SyncButtons()
         }
         BuildImages();
         const auto& buttons = bar.Buttons();
+        // All at a time: with each one that is added the control lays out those before it.
+        std::vector<std::wstring> captions(buttons.size());
+        std::vector<TBBUTTON> native(buttons.size());
+        int image = 0;
         for (std::size_t i = 0; i < buttons.size(); ++i) {
-            std::wstring caption = ToNative(buttons[i].caption);
-            TBBUTTON native{};
-            native.iBitmap = buttons[i].style == ToolBar::Button::Style::Separator ? 0 : static_cast<int>(i);
-            native.idCommand = CommandOf(i);
-            native.fsStyle = StyleOf(buttons[i]);
-            native.fsState = TBSTATE_ENABLED;
-            native.iString = caption.empty() ? 0 : reinterpret_cast<INT_PTR>(caption.data());
-            Send(TB_ADDBUTTONSW, 1, &native);
+            captions[i] = ToNative(buttons[i].caption);
+            native[i].iBitmap = IsSeparator(buttons[i]) ? 0 : image++;
+            native[i].idCommand = CommandOf(i);
+            native[i].fsStyle = StyleOf(buttons[i]);
+            native[i].fsState = TBSTATE_ENABLED;
+            native[i].iString = captions[i].empty() ? 0 : reinterpret_cast<INT_PTR>(captions[i].data());
         }
+        Send(TB_ADDBUTTONSW, native.size(), native.data());
         shown = buttons;
         Send(WM_SETREDRAW, TRUE);
     }
@@ -181,8 +191,10 @@ void ToolBarPeer::SyncStates()
         state |= button.visible ? 0 : TBSTATE_HIDDEN;
         const auto command = static_cast<WPARAM>(CommandOf(i));
         // Where the bar breaks into rows is kept in the same bits.
-        state |= static_cast<int>(Send(TB_GETSTATE, command)) & TBSTATE_WRAP;
-        Send(TB_SETSTATE, command, state);
+        const auto before = static_cast<int>(Send(TB_GETSTATE, command));
+        state |= before & TBSTATE_WRAP;
+        if (state != before)
+            Send(TB_SETSTATE, command, state);
         shown[i].visible = button.visible;
     }
 }
