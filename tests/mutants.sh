@@ -51,6 +51,8 @@ mutant 2 "temporary files stay after a failure" profiles/FileBatch.cpp 's|^     
 mutant 3 "a deletion follows links" library/FolderRemoval.cpp \
   's|entry->IsLink(), false, false|false, false, false|; s|^\( *\)entry.IsLink(),$|\1false,|; s|if (!IsOwnFolder(files, templatesPath, folder.isLink.*|if (false)|' \
   DeleteFolder
+mutant 3 "a folder that has become a link is emptied" library/FolderRemoval.cpp \
+  's|if (!IsOwnFolder(files, templatesPath, folder.isLink.*|if (false)|' DeleteFolder
 mutant 3 "a pack takes what is another one's" packs/PackRemoval.cpp \
   's|other != nullptr && other->Has|other == \&claim \&\& other->Has|; s|if (other == nullptr) {|{|' PackDelete
 mutant 3 "folders are pruned through links" library/FolderTable.cpp \

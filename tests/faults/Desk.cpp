@@ -1,7 +1,10 @@
 #include "tests/faults/Desk.h"
 
+#include "app/base/StringId.h"
 #include "platform/Path.h"
 #include "profiles/ProfileManager.h"
+
+#include <algorithm>
 
 namespace tests {
 
@@ -14,8 +17,10 @@ Desk::Desk()
     AddTemplates({"Letters\\Formal\\Thanks.swt", "Letters\\Previews\\Memo.jpg"});
     for (const char* folder : {"C:\\Temp", "C:\\Outside\\Empty", "C:\\Elsewhere\\Empty", "C:\\Templates\\Empty"})
         files.AddFolder(folder);
+    // Where a link may lead, there are files of the same names.
     for (const char* file :
-         {"C:\\Outside\\precious.swt", "C:\\Outside\\Previews\\precious.jpg", "C:\\Beside\\keep.swt"})
+         {"C:\\Outside\\precious.swt", "C:\\Outside\\Complaint.swt", "C:\\Outside\\Thanks.swt", "C:\\Outside\\List.swt",
+          "C:\\Outside\\List.jpg", "C:\\Outside\\Previews\\List.jpg", "C:\\Beside\\keep.swt"})
         files.AddFile(file, "kept");
     files.AddLink(InLibrary("Linked"), "C:\\Outside");
     files.AddLink(InLibrary("Letters\\Formal\\Linked"), "C:\\Elsewhere");
@@ -57,6 +62,22 @@ void Desk::Settle()
     toolkit.RunPosted();
 }
 
+Texts Desk::KeysBelow(std::string_view line) const
+{
+    Texts names;
+    for (const auto& [key, text] : system.registry.Snapshot())
+        if (text == "key" && key.starts_with(line) && !key.substr(line.size()).contains('\\'))
+            names.push_back(key.substr(line.size()));
+    return names;
+}
+
+bool Desk::CouldNotRead() const
+{
+    return std::ranges::any_of(toolkit.Messages, [](const auto& shown) {
+        return shown.text == app::StringTable::Own(app::str::EnumerationFailed);
+    });
+}
+
 void Desk::PutProfile(const std::string& name, const std::string& value, const std::string& text)
 {
     system.registry.PutString(Hive::CurrentUser, profiles::ProfileKey(name), value, text);
@@ -89,7 +110,7 @@ std::set<std::string> Desk::ChangeWorld(std::size_t turn)
     std::string folder = entry && entry->IsFolder() ? file : std::string{path::Parent(file)};
     if (!isOurs(folder))
         folder = InLibrary("Business\\Contracts");
-    switch (turn % 5) {
+    switch (turn % Changes) {
     case 0:
         files.AddFile(path::Join(folder, "Late.swt"), "late");
         break;

@@ -38,11 +38,16 @@ struct Desk : TestMachine {
                 dialog.Unload();
         });
     }
+    /// The names of the keys below this beginning of a line of the registry's snapshot.
+    Texts KeysBelow(std::string_view line) const;
+    /// Whether the user has been told that something could not be read.
+    bool CouldNotRead() const;
     void PutProfile(const std::string& name, const std::string& value, const std::string& text);
     std::string ProfileAt(const std::string& name, const std::string& value) const;
-    /// Something that somebody else does to what the call that is about to be made is about; one after the other by
-    /// `turn`. Gives what has changed: paths, and lines of the registry.
+    /// Something that somebody else does to what the call that is about to be made is about; one of `Changes` after the
+    /// other by `turn`. Gives what has changed: paths, and lines of the registry.
     std::set<std::string> ChangeWorld(std::size_t turn);
+    static constexpr std::size_t Changes = 5;
     /// Whatever the world has made unreadable can be read again.
     void Heal();
 
@@ -58,6 +63,7 @@ struct Scenario {
     Scope scope{};
     std::function<void(Desk&)> furnish{}; ///< what else there is, before anything starts
     bool startsItself{};
+    bool meetsEveryChange{}; ///< before each of its calls: it removes what may have become somebody else's
 };
 const std::vector<Scenario>& Scenarios();
 inline void PrintTo(const Scenario& scenario, std::ostream* out)

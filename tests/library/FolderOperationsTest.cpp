@@ -358,26 +358,6 @@ TEST_F(FolderTest, LinksAreRemovedAndWhatTheyPointAtIsWhole)
     EXPECT_EQ(system.files.Snapshot("C:\\Outside"), outside);
 }
 
-TEST_F(FolderTest, AFolderThatBecomesALinkWhileItIsListedIsNotFollowed)
-{
-    // Up to the deletion of the first file; what comes after that check is the system's own to guard.
-    for (std::size_t n = 1; n <= 9; ++n) {
-        SCOPED_TRACE(n);
-        TestMachine machine;
-        machine.AddTemplates({"Letters\\Formal\\Sub\\b.swt"});
-        machine.system.files.AddFile("C:\\Outside\\b.swt", "precious");
-        machine.system.faults.ChangeBefore(n, [&] {
-            machine.system.files.Remove(machine.InLibrary("Letters\\Formal\\Sub"));
-            machine.system.files.AddLink(machine.InLibrary("Letters\\Formal\\Sub"), "C:\\Outside");
-        });
-        app::Program program{machine.system.AsPlatform(), machine.toolkit, machine.pictures};
-        (void)library::FolderRemoval{program.files, machine.system.shell, std::string{Templates} + "\\"}.Remove(
-            "Letters\\Formal");
-        EXPECT_TRUE(machine.system.faults.Fired());
-        EXPECT_TRUE(machine.system.files.Exists("C:\\Outside\\b.swt"));
-    }
-}
-
 // Drag and drop.
 
 TEST_F(FolderTest, OnlyARowOfTheListCanBeDroppedAndOnlyOnTheFavourites)

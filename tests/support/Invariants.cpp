@@ -67,9 +67,14 @@ bool IsByWorld(const FaultRun& run, const std::string& line, const std::string& 
 {
     if (run.byWorld.empty())
         return false;
-    return std::ranges::any_of(run.byWorld, [&](const auto& changed) { return IsBelow(line, changed); }) ||
-           line.ends_with("\\Late.swt") || is.contains(" -> ") ||  // wherever its folder is moved
-           (line.starts_with("C:\\Outside\\") && was == "(none)"); // put where a link leads now
+    const bool isOutside = line.starts_with("C:\\Outside\\");
+    const auto isOf = [&](const std::string& changed) { // below it, or the folder that it was the last in
+        return IsBelow(line, changed) || (was == "attributes 16" && is == "(none)" && IsBelow(changed, line));
+    };
+    return std::ranges::any_of(run.byWorld, isOf) || line.ends_with("\\Late.swt") ||
+           is.contains(" -> ") ||            // wherever its folder is moved
+           (isOutside && was == "(none)") || // put where a link leads now
+           (isOutside && run.IsTooLate());
 }
 
 template <class Act>

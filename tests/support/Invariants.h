@@ -45,6 +45,8 @@ struct FaultRun {
     std::set<std::string> byWorld; ///< paths and lines that the world has changed on its own
 
     bool WentWell() const { return call.empty(); }
+    /// Whether no program can look any more before it removes: that is the system's own to guard.
+    bool IsTooLate() const { return call.contains(".DeleteFile ") || call.contains(".RemoveFolder "); }
     /// Whether what could not be read cannot have been shown.
     bool CouldRead() const;
 };
