@@ -240,7 +240,7 @@ int Run(std::span<char*> arguments)
     Size size;
     Bounds bounds{1.3, 1.5};
     if (mode == "--quick") {
-        size = {.folders = 100, .filesAFolder = 100, .templatesInList = 3000, .rounds = 5};
+        size = {.folders = 100, .filesAFolder = 100, .templatesInList = 3000, .rounds = 11};
         bounds = {2.5, 2.5}; // a busy machine must not fail a build, a probe a pattern must
     }
     if (!disk->IsReal())
