@@ -28,6 +28,7 @@ struct WinHttp {
     decltype(&::WinHttpSendRequest) SendRequest{};
     decltype(&::WinHttpReceiveResponse) ReceiveResponse{};
     decltype(&::WinHttpQueryHeaders) QueryHeaders{};
+    decltype(&::WinHttpQueryDataAvailable) QueryDataAvailable{};
     decltype(&::WinHttpReadData) ReadData{};
     decltype(&::WinHttpCrackUrl) CrackUrl{};
     decltype(&::WinHttpGetIEProxyConfigForCurrentUser) GetProxyConfig{};
@@ -51,8 +52,9 @@ private:
                Look(library, "WinHttpSetStatusCallback", SetStatusCallback) &&
                Look(library, "WinHttpSendRequest", SendRequest) &&
                Look(library, "WinHttpReceiveResponse", ReceiveResponse) &&
-               Look(library, "WinHttpQueryHeaders", QueryHeaders) && Look(library, "WinHttpReadData", ReadData) &&
-               Look(library, "WinHttpCrackUrl", CrackUrl) &&
+               Look(library, "WinHttpQueryHeaders", QueryHeaders) &&
+               Look(library, "WinHttpQueryDataAvailable", QueryDataAvailable) &&
+               Look(library, "WinHttpReadData", ReadData) && Look(library, "WinHttpCrackUrl", CrackUrl) &&
                Look(library, "WinHttpGetIEProxyConfigForCurrentUser", GetProxyConfig);
     }
 };
@@ -97,6 +99,9 @@ struct Exchange {
         case WINHTTP_CALLBACK_STATUS_SENDREQUEST_COMPLETE:
         case WINHTTP_CALLBACK_STATUS_HEADERS_AVAILABLE:
             (*held)->Tell(status, 0, 0);
+            return;
+        case WINHTTP_CALLBACK_STATUS_DATA_AVAILABLE:
+            (*held)->Tell(status, *static_cast<const DWORD*>(information), 0);
             return;
         case WINHTTP_CALLBACK_STATUS_READ_COMPLETE:
             (*held)->Tell(status, length, 0);
@@ -165,15 +170,12 @@ public:
             return std::unexpected{received.error()};
         WebReply reply{.status = Status(), .location = Location()};
         while (reply.body.size() < bounds.bytes) {
-            const auto room = std::min(exchange->buffer.size(), bounds.bytes - reply.body.size());
-            if (!http.ReadData(request.Get(), exchange->buffer.data(), static_cast<DWORD>(room), nullptr))
-                return Failure(GetLastError());
-            const auto read = Await();
+            const auto read = ReadPiece(bounds.bytes - reply.body.size());
             if (!read)
                 return std::unexpected{read.error()};
             if (*read == 0)
                 break;
-            reply.body.append(exchange->buffer.data(), std::min<std::size_t>(*read, room));
+            reply.body.append(exchange->buffer.data(), *read);
         }
         return reply;
     }
@@ -227,6 +229,24 @@ private:
             return Failure(GetLastError());
         (void)held.release(); // let go of when the request tells that it is closed
         return {};
+    }
+
+    /// Reads what has come so far into the exchange's buffer; 0 bytes at the answer's end. Asking for more than has
+    /// come would let some systems fill the whole buffer before they return: of an answer that trickles, for minutes.
+    Result<std::size_t> ReadPiece(std::size_t most)
+    {
+        if (!http.QueryDataAvailable(request.Get(), nullptr))
+            return Failure(GetLastError());
+        const auto available = Await();
+        if (!available || *available == 0)
+            return available;
+        const auto room = std::min({exchange->buffer.size(), most, std::size_t{*available}});
+        if (!http.ReadData(request.Get(), exchange->buffer.data(), static_cast<DWORD>(room), nullptr))
+            return Failure(GetLastError());
+        const auto read = Await();
+        if (!read)
+            return read;
+        return std::min<std::size_t>(*read, room);
     }
 
     /// Waits for the step that was begun; the bytes that it brought.
