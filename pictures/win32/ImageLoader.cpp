@@ -29,11 +29,6 @@ IconHandle Scaled(HICON icon, int from, int size)
     return ToIcon(FromIcon(icon, from).ScaledTo({size, size}));
 }
 
-IconHandle BlankIcon(int size)
-{
-    return ToIcon(PixelBuffer{{size, size}});
-}
-
 } // namespace
 
 IconHandle ImageLoader::FromResource(const wchar_t* name, int size) const
@@ -89,29 +84,17 @@ IconHandle ImageLoader::Load(const IconSource& source, int size) const
     return icon ? std::move(icon) : Named("category", size);
 }
 
+PixelBuffer ImageLoader::Pixels(const IconSource& source, int size) const
+{
+    return FromIcon(Load(source, size).get(), size);
+}
+
 ImageListHandle ImageLoader::Build(const std::map<int, IconSource>& icons, int size) const
 {
-    const int count = icons.empty() ? 1 : icons.rbegin()->first + 1;
-    ImageListHandle list{ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, count, 8)};
-    const IconHandle blank = BlankIcon(size);
-    for (int index = 0; index < count; ++index) {
-        const auto found = icons.find(index);
-        const IconHandle icon = found != icons.end() ? Load(found->second, size) : nullptr;
-        Append(list.get(), icon ? icon.get() : blank.get());
-    }
-    return list;
-}
-
-IconHandle ImageLoader::Disabled(HICON icon, int size)
-{
-    PixelBuffer pixels = FromIcon(icon, size);
-    pixels.Fade();
-    return ToIcon(pixels);
-}
-
-void ImageLoader::Append(HIMAGELIST list, HICON icon)
-{
-    ImageList_ReplaceIcon(list, -1, icon);
+    std::vector<PixelBuffer> pictures(icons.empty() ? 1 : static_cast<std::size_t>(icons.rbegin()->first) + 1);
+    for (const auto& [index, source] : icons)
+        pictures[static_cast<std::size_t>(index)] = Pixels(source, size);
+    return ToImageList(pictures, size);
 }
 
 } // namespace pictures::win32

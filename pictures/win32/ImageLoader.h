@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pictures/IconSource.h"
+#include "pictures/PixelBuffer.h"
 #include "pictures/win32/NativeHandle.h"
 
 #include <map>
@@ -24,12 +25,9 @@ public:
     static IconHandle FromBytes(std::string_view file, int size);
     /// An icon that cannot be loaded is replaced by the one of an ordinary category.
     IconHandle Load(const IconSource& source, int size) const;
+    PixelBuffer Pixels(const IconSource& source, int size) const;
     /// Indexed by the keys of `icons`; gaps are blank.
     ImageListHandle Build(const std::map<int, IconSource>& icons, int size) const;
-
-    /// The same picture without colour and half transparent, for what is disabled.
-    static IconHandle Disabled(HICON icon, int size);
-    static void Append(HIMAGELIST list, HICON icon);
 
 private:
     HINSTANCE module;

@@ -1,8 +1,38 @@
 #include "pictures/win32/NativePixels.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace pictures::win32 {
+namespace {
+
+/// A picture as the system's icons and image lists have them: colours that are not multiplied by alpha, and one bit a
+/// pixel, set where it is transparent, for what ignores alpha.
+struct Layers {
+    BitmapHandle colour, mask;
+
+    /// None of an empty picture.
+    explicit Layers(PixelBuffer picture)
+    {
+        std::vector<std::uint8_t>& pixels = picture.Bytes();
+        const auto [width, height] = picture.Size();
+        const std::size_t stride = (static_cast<std::size_t>(width) + 15) / 16 * 2; // bytes: whole 16-bit words
+        std::vector<std::uint8_t> bits(stride * static_cast<std::size_t>(height));
+        for (std::size_t i = 0; i < pixels.size(); i += 4) {
+            std::uint8_t* pixel = &pixels[i];
+            for (int channel = 0; channel < 3 && pixel[3] > 0; ++channel)
+                pixel[channel] = static_cast<std::uint8_t>(std::min(255, pixel[channel] * 255 / pixel[3]));
+            const std::size_t x = i % picture.Stride() / 4;
+            if (pixel[3] == 0)
+                bits[i / picture.Stride() * stride + x / 8] |= static_cast<std::uint8_t>(0x80 >> (x % 8));
+        }
+        colour = ToBitmap(picture);
+        if (colour)
+            mask = BitmapHandle{CreateBitmap(width, height, 1, 1, bits.data())};
+    }
+};
+
+} // namespace
 
 BITMAPINFO DescriptionOf(PixelSize size)
 {
@@ -63,34 +93,33 @@ BitmapHandle ToBitmap(const PixelBuffer& picture)
 
 IconHandle ToIcon(const PixelBuffer& picture)
 {
-    // Icons keep their colours unmultiplied.
-    PixelBuffer plain = picture;
-    std::vector<std::uint8_t>& pixels = plain.Bytes();
-    for (std::size_t i = 0; i < pixels.size(); i += 4) {
-        std::uint8_t* pixel = &pixels[i];
-        for (int channel = 0; channel < 3 && pixel[3] > 0; ++channel)
-            pixel[channel] = static_cast<std::uint8_t>(std::min(255, pixel[channel] * 255 / pixel[3]));
-    }
-    const BitmapHandle colour = ToBitmap(plain);
-    if (!colour)
+    const Layers layers{picture};
+    if (!layers.colour)
         return nullptr;
-    const auto [width, height] = picture.Size();
-    // One bit a pixel, rows of whole 16-bit words: set where the picture is transparent, for what ignores alpha.
-    const std::size_t stride = (static_cast<std::size_t>(width) + 15) / 16 * 2;
-    std::vector<std::uint8_t> bits(stride * static_cast<std::size_t>(height));
-    for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x) {
-            const auto column = static_cast<std::size_t>(x);
-            const auto row = static_cast<std::size_t>(y);
-            if (pixels[row * plain.Stride() + column * 4 + 3] == 0)
-                bits[row * stride + column / 8] |= static_cast<std::uint8_t>(0x80 >> (column % 8));
-        }
-    const BitmapHandle mask{CreateBitmap(width, height, 1, 1, bits.data())};
     ICONINFO info{};
     info.fIcon = TRUE;
-    info.hbmColor = colour.get();
-    info.hbmMask = mask.get();
+    info.hbmColor = layers.colour.get();
+    info.hbmMask = layers.mask.get();
     return IconHandle{CreateIconIndirect(&info)};
+}
+
+ImageListHandle ToImageList(const std::vector<PixelBuffer>& icons, int side)
+{
+    const int count = std::max(1, static_cast<int>(icons.size()));
+    PixelBuffer strip{{side * count, side}};
+    for (std::size_t i = 0; i < icons.size(); ++i) {
+        if (icons[i].Size() != PixelSize{side, side})
+            continue;
+        auto row = icons[i].Bytes().begin();
+        for (std::size_t y = 0; y < static_cast<std::size_t>(side); ++y)
+            std::copy_n(std::exchange(row, row + static_cast<std::ptrdiff_t>(icons[i].Stride())), icons[i].Stride(),
+                        strip.Bytes().begin() +
+                            static_cast<std::ptrdiff_t>(y * strip.Stride() + i * icons[i].Stride()));
+    }
+    const Layers layers{strip};
+    ImageListHandle list{ImageList_Create(side, side, ILC_COLOR32 | ILC_MASK, count, 4)};
+    ImageList_Add(list.get(), layers.colour.get(), layers.mask.get());
+    return list;
 }
 
 void DrawStretched(HDC context, HBITMAP bitmap, PixelSize size, const RECT& into)

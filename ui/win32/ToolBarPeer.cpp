@@ -1,5 +1,6 @@
 #include "ui/win32/ToolBarPeer.h"
 
+#include "pictures/win32/NativePixels.h"
 #include "ui/win32/FormWindow.h"
 #include "ui/win32/NativeText.h"
 
@@ -134,18 +135,13 @@ bool ToolBarPeer::SameLook() const
 void ToolBarPeer::BuildImages()
 {
     const int size = Pixels(ImageSide);
-    const auto& buttons = bar.Buttons();
-    const int count = static_cast<int>(buttons.size());
-    ImageListHandle normal{ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, count, 4)};
-    ImageListHandle disabled{ImageList_Create(size, size, ILC_COLOR32 | ILC_MASK, count, 4)};
-    for (const ToolBar::Button& button : buttons) {
-        if (IsSeparator(button))
-            continue;
-        const IconHandle icon = Window().Images().Load({button.image, {}}, size);
-        const IconHandle faded = pictures::win32::ImageLoader::Disabled(icon.get(), size);
-        pictures::win32::ImageLoader::Append(normal.get(), icon.get());
-        pictures::win32::ImageLoader::Append(disabled.get(), faded ? faded.get() : icon.get());
-    }
+    std::vector<pictures::PixelBuffer> icons;
+    for (const ToolBar::Button& button : bar.Buttons())
+        if (!IsSeparator(button))
+            icons.push_back(Window().Images().Pixels({button.image, {}}, size));
+    ImageListHandle normal = pictures::win32::ToImageList(icons, size);
+    std::ranges::for_each(icons, &pictures::PixelBuffer::Fade);
+    ImageListHandle disabled = pictures::win32::ToImageList(icons, size);
     Send(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(normal.get()));
     Send(TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(disabled.get()));
     images = std::move(normal);
