@@ -21,6 +21,7 @@ frmTSOCXLoadProgressIndicator::frmTSOCXLoadProgressIndicator(Program& program)
         icon = SupportFile(program, "Icon_16x16");
     SetIconFile(std::move(icon));
 
+    lblProgress.PlainText = true; // drawn when there is time, not at every step
     // The longest text of all, so that the label never grows.
     ShowCount(100);
     const std::string splash = SupportFile(program, "Splash_IMG");

@@ -22,7 +22,6 @@
 #include "ui/win32/TreeViewPeer.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -161,13 +160,13 @@ private:
     static constexpr int BelowTitle = 75;
 };
 
+/// Drawn here, flat, when there is time: the system's own bar draws itself at every step, which may take longer than
+/// what the step is about, and glides to a higher value, so that the last one would never be seen.
 class ProgressBarPeer final : public PeerBase {
 public:
     ProgressBarPeer(ProgressBar& peerBar, FormWindow& form, int id) : PeerBase{peerBar, form}, bar{peerBar}
     {
         Create(PROGRESS_CLASSW, PBS_SMOOTH, 0, id);
-        Send(PBM_SETRANGE32, 0, 100);
-        Sync(Aspect::Value);
     }
 
     Size Preferred(int) const override { return {3600, 255}; }
@@ -177,21 +176,35 @@ protected:
     {
         if (aspect != Aspect::Value)
             return;
-        // A theme may take longer over one drawing than a step of what is shown takes.
-        constexpr int step = 5; // percent
-        if (std::abs(bar.Value() - shown) < step && bar.Value() != 0 && bar.Value() != 100)
-            return;
-        shown = bar.Value();
-        // The bar glides to a higher value and would show the last step too late; a step back is drawn at once.
-        if (bar.Value() < 100)
-            Send(PBM_SETPOS, static_cast<WPARAM>(bar.Value() + 1));
-        Send(PBM_SETPOS, static_cast<WPARAM>(bar.Value()));
-        UpdateWindow(Handle());
+        InvalidateRect(Handle(), nullptr, FALSE);
+        NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, Handle(), OBJID_CLIENT, CHILDID_SELF);
+    }
+
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM, LPARAM) override
+    {
+        if (message == PBM_GETPOS)
+            return bar.Value(); // asked by screen readers
+        if (message == WM_ERASEBKGND)
+            return 1;
+        if (message != WM_PAINT)
+            return std::nullopt;
+        PAINTSTRUCT paint{};
+        HDC context = BeginPaint(Handle(), &paint);
+        RECT room{};
+        GetClientRect(Handle(), &room);
+        FrameRect(context, &room, GetSysColorBrush(COLOR_BTNSHADOW));
+        InflateRect(&room, -1, -1);
+        RECT done = room;
+        done.right = room.left + MulDiv(room.right - room.left, bar.Value(), 100);
+        room.left = done.right;
+        FillRect(context, &done, GetSysColorBrush(COLOR_HIGHLIGHT));
+        FillRect(context, &room, GetSysColorBrush(COLOR_WINDOW));
+        EndPaint(Handle(), &paint);
+        return 0;
     }
 
 private:
     ProgressBar& bar;
-    int shown{-1}; ///< percent
 };
 
 class StatusBarPeer final : public PeerBase {

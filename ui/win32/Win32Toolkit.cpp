@@ -18,6 +18,7 @@ namespace ui::win32 {
 namespace {
 
 constexpr int AnyLevel = std::numeric_limits<int>::max();
+constexpr DWORD LeastBetweenDrawings = 30; ///< milliseconds
 
 struct Areas {
     std::vector<WorkArea> found;
@@ -247,10 +248,19 @@ std::optional<std::string> Win32Toolkit::PastedFile()
 
 void Win32Toolkit::DoEvents()
 {
+    // Who yields at every step of a long work would spend most of it with drawing what no eye can follow.
+    HandleMessages(GetTickCount() - drawn >= LeastBetweenDrawings);
+}
+
+void Win32Toolkit::HandleMessages(bool draws)
+{
     const Yield yield{*this};
     const platform::Scoped deeper{level, level + 1};
     MSG message{};
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    const UINT which = draws ? 0u : PM_QS_INPUT | PM_QS_POSTMESSAGE | PM_QS_SENDMESSAGE;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | which)) {
+        if (message.message == WM_PAINT)
+            drawn = GetTickCount();
         if (message.message == WM_QUIT) {
             PostQuitMessage(static_cast<int>(message.wParam));
             return;
@@ -280,7 +290,7 @@ bool Win32Toolkit::WaitUntil(const std::function<bool()>& ended, std::chrono::mi
 {
     const auto end = std::chrono::steady_clock::now() + atMost;
     while (!ended()) {
-        DoEvents();
+        HandleMessages(true);
         MSG quit;
         if (ended() || PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE))
             break;

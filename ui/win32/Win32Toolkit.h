@@ -105,10 +105,13 @@ private:
     int nativeModals{};
     bool busy{};
     bool ownsCom{};
+    DWORD drawn{}; ///< when a window was drawn last in a yield: milliseconds, as GetTickCount counts
     platform::ThreadJobs jobs{[this](std::function<void()> task) { Post(std::move(task)); }};
 
     /// Runs what was posted, or waits for a message and handles it. False when the program is to end.
     bool Step();
+    /// All messages that wait; without `draws` those about drawing go on waiting.
+    void HandleMessages(bool draws);
     void Dispatch(MSG& message);
     /// Whether it is something that the user does and must not while his input is held.
     bool IsHeldBack(const MSG& message) const;
