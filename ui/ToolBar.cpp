@@ -6,6 +6,8 @@ namespace ui {
 
 void ToolBar::SetButtons(std::vector<Button> value)
 {
+    if (value == buttons)
+        return;
     buttons = std::move(value);
     Changed(Aspect::Items);
 }
@@ -14,22 +16,6 @@ const ToolBar::Button* ToolBar::Find(std::string_view key) const
 {
     const auto found = std::ranges::find(buttons, key, &Button::key);
     return found == buttons.end() ? nullptr : &*found;
-}
-
-void ToolBar::SetState(std::string_view key, bool isEnabled, bool isPressed, bool isVisible)
-{
-    const auto button = std::ranges::find(buttons, key, &Button::key);
-    if (button == buttons.end())
-        return;
-    if (button->visible != isVisible) {
-        button->visible = isVisible;
-        Changed(Aspect::Items);
-    }
-    if (button->enabled == isEnabled && button->pressed == isPressed)
-        return;
-    button->enabled = isEnabled;
-    button->pressed = isPressed;
-    Changed(Aspect::Value);
 }
 
 void ToolBar::SetButtonToolTip(std::size_t index, std::string text)

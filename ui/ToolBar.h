@@ -20,6 +20,7 @@ public:
         bool enabled{true};
         bool pressed{};
         bool visible{true};
+        friend bool operator==(const Button&, const Button&) = default;
     };
 
     explicit ToolBar(Form& form) : Control{form, {}} {}
@@ -29,7 +30,6 @@ public:
     void SetButtons(std::vector<Button> value);
     /// Null when there is none of that key.
     const Button* Find(std::string_view key) const;
-    void SetState(std::string_view key, bool isEnabled, bool isPressed, bool isVisible);
     void SetButtonToolTip(std::size_t index, std::string text);
     void SetButtonCaption(std::string_view key, std::string text);
 

@@ -108,8 +108,14 @@ void CommandTable::Refresh(ui::Menu& menu) const
 
 void CommandTable::Refresh(ui::ToolBar& bar) const
 {
-    for (const Command& command : commands)
-        bar.SetState(command.name, IsEnabled(command), command.checked && command.checked(), IsVisible(command));
+    auto buttons = bar.Buttons();
+    for (ui::ToolBar::Button& button : buttons)
+        if (const Command* command = Find(button.key); command != nullptr) {
+            button.enabled = IsEnabled(*command);
+            button.pressed = command->checked && command->checked();
+            button.visible = IsVisible(*command);
+        }
+    bar.SetButtons(std::move(buttons)); // at once: the native bar goes through all of them
 }
 
 bool CommandTable::Run(std::string_view name) const

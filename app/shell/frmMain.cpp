@@ -121,6 +121,7 @@ bool frmMain::LoadTemplateBrowser()
         PreviousRunSettings();
         favorites.GetFavoritesFromRegistry();
         recentFiles.GetRecentFilesFromRegistry();
+        RefreshCommands(); // which buttons the bar has, and so its height
         SizeControls(); // before they are filled: a tree that has no width yet scrolls to bring its selection into view
         templateLibrary.FullLoad = true;
         if (LoadTreeView())

@@ -93,7 +93,16 @@ TEST_F(ControlContractTest, CodeIsShownAndIsNoActOfTheUser)
 
     user->Open(form);
     ui::TreeView& tree = form.tvTree;
-    const auto setTool = [&](const char* key, bool enabled) { form.tbMain.SetState(key, enabled, false, true); };
+    const auto setTool = [&](const char* key, bool enabled) {
+        auto buttons = form.tbMain.Buttons();
+        for (ui::ToolBar::Button& button : buttons)
+            if (button.key == key) {
+                button.enabled = enabled;
+                button.pressed = false;
+                button.visible = true;
+            }
+        form.tbMain.SetButtons(std::move(buttons));
+    };
     Check(form, {
         {"row", [&] { form.lvList.Select(7); }, {}, &form.lvList, "7 of 60"},
         {"moved row", [&] { form.lvList.Reordered(40); }, {}, &form.lvList, "40 of 60"},

@@ -44,15 +44,19 @@ ToolBarPeer::ToolBarPeer(ToolBar& peerBar, FormWindow& form, int id) : PeerBase{
 Size ToolBarPeer::Preferred(int width) const
 {
     const ByCode guard{*this};
-    const SIZE needed = BreakIntoRows(width > 0 ? Pixels(width) : 0);
     RECT client{};
     GetClientRect(Handle(), &client);
-    BreakIntoRows(client.right);
+    const SIZE needed = BreakIntoRows(width > 0 ? Pixels(width) : 0);
+    if (client.right > 0) // it is shown: asking changes nothing
+        BreakIntoRows(client.right);
     return {Twips(needed.cx), Twips(needed.cy + 2)};
 }
 
 SIZE ToolBarPeer::BreakIntoRows(int width) const
 {
+    if (broken && broken->width == width)
+        return broken->needed;
+    broken.reset();
     // The control's own wrapping breaks at every separator once it has broken at one, and stays so.
     const auto setBreak = [this](std::size_t index, bool isBreak) {
         const auto command = static_cast<WPARAM>(CommandOf(index));
@@ -97,6 +101,7 @@ SIZE ToolBarPeer::BreakIntoRows(int width) const
             needed.cy = std::max(needed.cy, place.bottom);
         }
     }
+    broken = Broken{width, needed};
     return needed;
 }
 
@@ -112,8 +117,6 @@ void ToolBarPeer::Sync(Aspect aspect)
 {
     if (aspect == Aspect::Items)
         SyncButtons();
-    else if (aspect == Aspect::Value)
-        SyncStates();
 }
 
 std::optional<LRESULT> ToolBarPeer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
@@ -170,9 +173,12 @@ void ToolBarPeer::SyncButtons()
         }
         Send(TB_ADDBUTTONSW, native.size(), native.data());
         shown = buttons;
+        broken.reset();
         Send(WM_SETREDRAW, TRUE);
     }
     SyncStates();
+    if (broken)
+        return;
     Send(TB_AUTOSIZE);
     InvalidateRect(Handle(), nullptr, TRUE);
 }
@@ -191,6 +197,8 @@ void ToolBarPeer::SyncStates()
         state |= before & TBSTATE_WRAP;
         if (state != before)
             Send(TB_SETSTATE, command, state);
+        if (shown[i].visible != button.visible)
+            broken.reset();
         shown[i].visible = button.visible;
     }
 }

@@ -23,6 +23,12 @@ private:
     ImageListHandle images;
     ImageListHandle disabledImages;
     std::vector<ToolBar::Button> shown; ///< as the native buttons are
+    /// How the native buttons stand now: finding that out anew costs some hundred messages.
+    struct Broken {
+        int width;
+        SIZE needed;
+    };
+    mutable std::optional<Broken> broken;
 
     /// Breaks between groups of buttons so that no row is wider than `width` pixels (0: no bound); the size needed.
     SIZE BreakIntoRows(int width) const;
