@@ -130,8 +130,6 @@ bool Browser::LoadMain()
     program.state.FindPaneOpen = false;
     program.state.BrowserReady = true;
     indicator.reset();
-    main->Show();
-    main->BringToFront();
     main->PostLoad();
     return main->IsOpen();
 }

@@ -123,9 +123,14 @@ bool frmMain::LoadTemplateBrowser()
         recentFiles.GetRecentFilesFromRegistry();
         RefreshCommands(); // which buttons the bar has, and so its height
         SizeControls(); // before they are filled: a tree that has no width yet scrolls to bring its selection into view
+        Show();         // a library that answers slowly keeps nobody from the menus, nor from closing the window
+        BringToFront();
         templateLibrary.FullLoad = true;
-        if (LoadTreeView())
+        if (LoadTreeView()) {
+            program.toolkit.DoEvents(); // filling the tree and filling the list take long enough each
             FillList();
+        }
+        program.toolkit.DoEvents();
         RefreshCommands();
     }
     return IsOpen();
@@ -487,8 +492,8 @@ void frmMain::MoveFocus()
 
 void frmMain::OnResize()
 {
-    // Once the browser is there, nothing waits for progress, and a frame that the user drags must not run messages.
-    if (!program.state.BrowserReady)
+    // A frame that the user drags must not run messages.
+    if (!IsVisible())
         program.progress.Increment();
     if (const int least = LeastWidth(); State() == WindowState::Normal && Placement().width < least) {
         ui::Rect wider = Placement();

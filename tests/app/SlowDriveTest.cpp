@@ -79,7 +79,14 @@ TEST_F(SlowDriveTest, AFolderWithoutAnAnswerIsShownAsSuchAndAskedAgain)
 {
     PutSetting("Browser", "LastFolderBrowsed", "Business");
     delays.Set("C:\\Templates\\Business", Delays::Never);
+    bool isShownBefore = false;
+    toolkit.OnYield = [&](int) {
+        const auto* main = browser.Main();
+        isShownBefore = isShownBefore || (main != nullptr && main->IsVisible() && main->tvTreeView.Count() == 0);
+    };
     Start();
+    toolkit.OnYield = nullptr;
+    EXPECT_TRUE(isShownBefore) << "the window, before its library has been read";
     EXPECT_EQ(TreeTexts(Main().tvTreeView),
               (Texts{"My Favorites", "Business (no answer)", "Letters", "  Formal", "", "Get More Templates"}));
     EXPECT_EQ(Main().lvListView.EmptyText(), Text(714));

@@ -272,6 +272,8 @@ void FormWindow::Show()
         if (form.IsOpen())
             ShowWindow(Handle(), how);
     }
+    if (form.GetStyle() == Form::Style::Sizable)
+        toolkit.KeepSplashAbove(Handle());
     if (form.IsOpen())
         FocusActiveControl();
 }

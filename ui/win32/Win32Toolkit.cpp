@@ -396,6 +396,15 @@ void Win32Toolkit::Attach(FormWindow& window)
     graves.reserve(graves.size() + windows.size());
 }
 
+void Win32Toolkit::KeepSplashAbove(HWND window)
+{
+    for (const FormWindow* other : windows)
+        if (other->GetForm().GetStyle() == Form::Style::Splash && IsWindowVisible(other->Handle())) {
+            SetWindowLongPtrW(other->Handle(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(window));
+            SetWindowPos(other->Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        }
+}
+
 void Win32Toolkit::Detach(FormWindow& window)
 {
     std::erase(windows, &window);

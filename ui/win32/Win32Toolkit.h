@@ -79,6 +79,8 @@ public:
     /// Destroys a window that nothing uses any more as soon as the message in hand is done: its window procedure and
     /// those of its controls may be on their last step.
     void Bury(HWND window);
+    /// A splash window that is shown goes on telling about what the window that comes now is filled with.
+    void KeepSplashAbove(HWND window);
 
 private:
     struct Modal {
