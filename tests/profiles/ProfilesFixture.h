@@ -9,7 +9,8 @@ namespace tests {
 inline constexpr std::string_view Images = "C:\\Images";
 
 /// A machine with profiles in its registry and what works on them, without a browser.
-struct ProfileMachine : TestMachine {
+class ProfileTestBase : public ::testing::Test, public TestMachine {
+protected:
     app::Program program{system.AsPlatform(), toolkit, pictures};
     profiles::ProfileManager manager{program.platform.registry, program.registry, program.settings, program.messages,
                                      program.strings};
@@ -19,7 +20,7 @@ struct ProfileMachine : TestMachine {
     profiles::ProfileTransfer transfer{
         program.platform, program.files, program.registry, program.settings, program.messages, program.strings, images};
 
-    ProfileMachine() : TestMachine{Bare{}}
+    ProfileTestBase() : TestMachine{Bare{}}
     {
         program.state.SettingsAppName = "Tessaly GWX 1.0";
         PutSetting("Options", "Profile Images Path", Images);
@@ -50,7 +51,5 @@ struct ProfileMachine : TestMachine {
     }
     std::string Text(std::uint16_t id) const { return std::string{app::StringTable::Own(id)}; }
 };
-
-class ProfileTestBase : public ::testing::Test, public ProfileMachine {};
 
 } // namespace tests
