@@ -206,6 +206,27 @@ TEST_F(PictureTest, WithoutAFolderOfTheirOwnTheyGoToTheDocuments)
     EXPECT_EQ(Contents(At("Ann", "LocalLogo")), "gif");
 }
 
+TEST_F(PictureTest, WithoutAnEndingOfThreeLettersTheContentDecides)
+{
+    const std::string jpeg = "\xFF\xD8\xFF\xE0...", gif = "GIF89a...";
+    const struct {
+        const char* name;
+        std::string content;
+        const char* stored;
+    } rows[] = {{"a.jpeg", jpeg, "Logo.jpg"}, {"a", gif, "Logo.gif"},      {"a.gi", gif, "Logo.gif"},
+                {"a..b", jpeg, "Logo.jpg"},   {"a.b.c", jpeg, "Logo.jpg"}, {"a.jpe", gif, "Logo.jpe"}};
+    for (const auto& row : rows) {
+        const std::string file = std::string{"C:\\Pics\\"} + row.name;
+        system.files.AddFile(file, row.content);
+        ASSERT_TRUE(Apply({file, std::nullopt, std::nullopt}));
+        EXPECT_EQ(At("Ann", "LocalLogo"), Picture("Ann", row.stored)) << row.name;
+    }
+    // What was stored before without an ending gets one with the next new name.
+    PutPicture("Ann", ImageKind::Logo, "jpeg", jpeg);
+    ASSERT_TRUE(operations.Rename("Ann", "Zoe"));
+    EXPECT_EQ(At("Zoe", "LocalLogo"), Picture("Zoe", "Logo.jpg"));
+}
+
 TEST_F(PictureTest, AFailureChangesNothing)
 {
     PutPicture("Ann", ImageKind::Logo, ".jpg", "old");
