@@ -155,7 +155,6 @@ TEST_F(TransferTest, ExportRefusesPlacesAndNamesThatDoNotWork)
         {"C:\\Out", "..", Text(602), Icon::Critical, BadName},
         {"C:\\Out", "trail.", Text(602), Icon::Critical, BadName},
         {"C:\\Out", " ", Text(347), Icon::Information, BadName},
-        {"C:\\Out", "a\"b", badName, Icon::Critical, BadName},
         {"C:\\Out", "nul", platform::text::Replaced(Text(603), "%1", "nul"), Icon::Critical, BadName},
         // clang-format on
     };
@@ -325,6 +324,26 @@ TEST_F(TransferTest, AnImportTakesProfilesAloneAndNamesTheRest)
     EXPECT_EQ(At("Ärzte", "City"), "Bern");
     for (const auto& [line, data] : system.registry.Snapshot())
         EXPECT_FALSE(line.contains("evil")) << line;
+}
+
+TEST_F(TransferTest, AnEditorNeverGetsAFileThatItMayReadInAnotherWay)
+{
+    const std::string head = "REGEDIT4\r\n\r\n";
+    const std::string ours = "[" + top + "\\Eve]\r\n";
+    const std::string evil = "[HKEY_CURRENT_USER\\Software\\Run]\r\n\"evil\"=\"calc.exe\"\r\n";
+    const std::string lines = platform::text::Replaced(evil, "\r\n", "\r");
+    const std::string files[] = {
+        head + ours + "\"a\r" + lines + "\"=\"b\"\r\n",
+        head + ours + "\"City\"=\"a\r" + lines + "\"\r\n",
+        head + "[-HKEY_CURRENT_USER\\Software\\Marker]\r\n\r\n" + ours,
+        "REGEDIT4" + std::string(5000, '\0') + "\r\n" + evil + ours,
+    };
+    toolkit.ThrowAwayMessages = true;
+    for (const std::string& file : files) {
+        EXPECT_TRUE(ImportText(file)) << file;
+        EXPECT_TRUE(system.shell.Runs().empty()) << file;
+        EXPECT_FALSE(system.registry.StringAt(Hive::CurrentUser, "Software\\Run", "evil").contains("calc")) << file;
+    }
 }
 
 TEST_F(TransferTest, AnExportTakesWhatProfilesOwnAndNamesWhatCannotGo)
