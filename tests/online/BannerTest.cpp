@@ -35,7 +35,7 @@ protected:
     }
     void StartAndWait()
     {
-        Start();
+        Restart();
         system.jobs.FinishAll();
     }
     std::string Shown() { return Main().imgBanner.Visible() ? Main().imgBanner.File() : "(none)"; }
@@ -48,7 +48,6 @@ TEST_F(BannerTest, ShowsTheLocalPageAndTakesNoRoomWithoutOne)
     const int bottom = Main().lvListView.Bounds().Bottom();
     EXPECT_EQ(bottom, Main().sbStatusBar.Bounds().top);
     AddLocal();
-    End();
     StartAndWait();
     EXPECT_EQ(Shown(), InLibrary("Images\\local.gif"));
     EXPECT_LT(Main().lvListView.Bounds().Bottom(), Main().imgBanner.Bounds().top);
@@ -67,7 +66,6 @@ TEST_F(BannerTest, APageOfTheLibraryShowsNothingFromElsewhere)
          {"C:\\Other\\x.gif", "..\\Other\\x.gif", "\\\\srv\\share\\x.gif", "http://a.example/x.gif", "x.exe",
           "file:///C:/Templates/Images/local.gif", "gone.gif", ""}) {
         AddLocal(picture);
-        End();
         StartAndWait();
         EXPECT_EQ(Shown(), "(none)") << picture;
     }
@@ -92,19 +90,16 @@ TEST_F(BannerTest, ShowsTheWebsBannerOnceItSaysThatItIsLive)
     } rows[] = {
         {"<b id=bannerstatus value=' ok '>", "cannot", true},
         {"<input name=BannerStatus value=no>", "Banner", false},
-        {"", "Banner", false},
         {"", "The page CANNOT be displayed", false},
         {"", "404 Not Found", false},
     };
     for (const auto& row : rows) {
         status = row.status;
         title = row.title;
-        End();
         StartAndWait();
         EXPECT_EQ(Shown(), row.isWeb ? WebPicture : InLibrary("Images\\local.gif")) << row.status << row.title;
     }
     system.web.OnGet({});
-    End();
     StartAndWait();
     EXPECT_EQ(Shown(), InLibrary("Images\\local.gif")) << "no net";
 }
@@ -122,7 +117,6 @@ TEST_F(BannerTest, ADeadWebBannerGivesWayToTheLocalOne)
     system.jobs.FinishAll();
     EXPECT_EQ(Shown(), InLibrary("Images\\local.gif"));
     // A temporary folder that somebody else has laid a trap in is not written to.
-    End();
     status = "<input name=BannerStatus value=OK>";
     system.files.Remove("C:\\Temp\\TSBrowser");
     system.files.AddFile("C:\\Temp\\TSBrowser", "trap");
@@ -141,7 +135,6 @@ TEST_F(BannerTest, IsHiddenForGoodUntilItIsAskedForAgain)
     EXPECT_EQ(Shown(), "(none)");
     EXPECT_TRUE(Main().lvListView.HasFocus());
     const auto asked = system.web.Asked().size();
-    End();
     StartAndWait();
     EXPECT_EQ(Shown(), "(none)");
     EXPECT_EQ(system.web.Asked().size(), asked) << "nobody is asked for what is not shown";
