@@ -198,10 +198,6 @@ TEST_F(ControlContractTest, AFormClosesOnceAndOnlyWhenNobodyObjects)
 /// Routines of a form that the user closes in the middle, each with what must still be there when they go on.
 TEST_F(ControlContractTest, AFormStaysUntilNothingOfItIsOnTheStack)
 {
-    struct Case {
-        const char* name;
-        std::function<void(DemoForm&)> run;
-    };
     ui::Toolkit& toolkit = user->Toolkit();
     const auto yields = [&](DemoForm& closed) {
         return [&] {
@@ -210,7 +206,7 @@ TEST_F(ControlContractTest, AFormStaysUntilNothingOfItIsOnTheStack)
             EXPECT_FALSE(closed.IsOpen());
         };
     };
-    const Case cases[] = {
+    const std::pair<const char*, std::function<void(DemoForm&)>> cases[] = {
         {"placed by code, which resizes it",
          [&](DemoForm& closed) {
              closed.Resize = [&, yield = yields(closed)] {
@@ -235,7 +231,8 @@ TEST_F(ControlContractTest, AFormStaysUntilNothingOfItIsOnTheStack)
                                      }});
          }},
     };
-    for (const Case& c : cases) {
+    for (const auto& [name, run] : cases) {
+        SCOPED_TRACE(name);
         auto owned = std::make_unique<DemoForm>(toolkit);
         bool gone = false;
         // As an owner does who lets go of the form when it has closed.
@@ -246,12 +243,12 @@ TEST_F(ControlContractTest, AFormStaysUntilNothingOfItIsOnTheStack)
             });
         };
         user->Open(*owned);
-        c.run(*owned);
-        ASSERT_NE(owned, nullptr) << c.name;
-        EXPECT_FALSE(owned->IsOpen()) << c.name;
-        EXPECT_EQ(owned->Peer(), nullptr) << c.name;
+        run(*owned);
+        ASSERT_NE(owned, nullptr);
+        EXPECT_FALSE(owned->IsOpen());
+        EXPECT_EQ(owned->Peer(), nullptr);
         user->RunPosted();
-        EXPECT_TRUE(gone) << c.name;
+        EXPECT_TRUE(gone);
     }
 }
 

@@ -185,18 +185,7 @@ TEST_F(ToolkitTest, HeldInputReachesNothingButASplashAndTheFrame)
     splash.Unload();
 }
 
-TEST_F(ToolkitTest, CancellingTheFolderDialogGivesNothingAndKeepsTheCurrentFolder)
-{
-    const auto before = std::filesystem::current_path();
-    acts.Add([] {
-        const HWND dialog = SystemDialog();
-        return dialog != nullptr && PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
-    });
-    EXPECT_EQ(toolkit.BrowseForFolder("Template Pack Path", "C:\\windows"), std::nullopt);
-    EXPECT_EQ(std::filesystem::current_path(), before);
-}
-
-TEST_F(ToolkitTest, TheFileDialogGivesTheFileAndKeepsTheCurrentFolder)
+TEST_F(ToolkitTest, TheDialogsForFilesAndFoldersGiveTheChoiceAndKeepTheCurrentFolder)
 {
     // Where the dialog starts is not the current folder.
     const auto folder = support::TemporaryFile(L" \u00fc");
@@ -222,6 +211,12 @@ TEST_F(ToolkitTest, TheFileDialogGivesTheFileAndKeepsTheCurrentFolder)
         EXPECT_EQ(std::filesystem::current_path(), before);
     }
     std::filesystem::remove_all(folder);
+    acts.Add([] {
+        const HWND dialog = SystemDialog();
+        return dialog != nullptr && PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+    });
+    EXPECT_EQ(toolkit.BrowseForFolder("Template Pack Path", "C:\\windows"), std::nullopt);
+    EXPECT_EQ(std::filesystem::current_path(), before);
 }
 
 TEST_F(ToolkitTest, APopUpMenuRunsItsEntryAfterItHasClosed)
