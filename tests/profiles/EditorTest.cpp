@@ -327,10 +327,14 @@ TEST_F(EditorTest, OneFormatFlagServesAllThePhoneFieldsHoweverTheyAreEdited)
     };
     office.UserTypes("5551234");
     EXPECT_EQ(leave(office), "555-1234");
+    form.SenderPhoneHomeText.UserTypes("5551234"); // the first key in an empty field
+    EXPECT_EQ(leave(form.SenderPhoneHomeText), "555-1234");
     cell.UserPastes("18005551234");
     EXPECT_EQ(leave(cell), "1-800-555-1234");
+    cell.UserSelects(0, 5);
+    cell.UserPastes("9");
     cell.SetText("8005551234");
-    EXPECT_EQ(leave(cell), "8005551234") << "its turn is over";
+    EXPECT_EQ(leave(cell), "8005551234") << "over a part of it is no new number";
     cell.SelectAll();
     cell.UserReleasesMouse();
     EXPECT_EQ(leave(cell), "(800) 555-1234");

@@ -28,22 +28,9 @@ protected:
     {
         toolkit.FileChoices.push_back(file);
         picture.btnSet.UserClicks();
-        if (looksAtOnce)
-            system.jobs.FinishAll();
-    }
-    /// The new picture by another way than the file dialog.
-    void Give(frmImages::Picture& picture, bool pastes)
-    {
-        toolkit.CopiedFiles = {"C:\\Pics\\new.gif"};
-        picture.image.SetFocus();
-        if (pastes)
-            EXPECT_TRUE(picture.image.Owner().UserPresses(ui::Ctrl('V')));
-        else
-            picture.image.UserDrops("C:\\Pics\\new.gif");
         system.jobs.FinishAll();
     }
     int helps{};
-    bool looksAtOnce{true};
 };
 
 TEST_F(ImagesFormTest, ShowsWhatIsStoredAndTellsOfWhatIsGone)
@@ -72,8 +59,21 @@ TEST_F(ImagesFormTest, OkCarriesOutWhatWasChosenLast)
         const char* stored; ///< in the profile's folder
     } rows[] = {
         {"nothing", [](auto&) {}, "Logo.jpg"},
-        {"dropped", [&](auto& form) { Give(form.Logo, false); }, "Logo.gif"},
-        {"pasted", [&](auto& form) { Give(form.Logo, true); }, "Logo.gif"},
+        {"dropped, and OK before the picture was looked at",
+         [&](auto& form) {
+             form.Logo.image.UserDrops("C:\\Pics\\new.gif");
+             form.OKButton.UserClicks();
+             EXPECT_TRUE(form.IsOpen());
+         },
+         "Logo.gif"},
+        {"pasted",
+         [&](auto& form) {
+             toolkit.CopiedFiles = {"C:\\Pics\\new.gif"};
+             form.Logo.image.SetFocus();
+             EXPECT_TRUE(form.UserPresses(ui::Ctrl('V')));
+             system.jobs.FinishAll();
+         },
+         "Logo.gif"},
         {"set and cleared",
          [&](auto& form) {
              Choose(form.Logo, "C:\\Pics\\new.gif");
@@ -82,16 +82,6 @@ TEST_F(ImagesFormTest, OkCarriesOutWhatWasChosenLast)
              EXPECT_TRUE(form.Logo.btnSet.HasFocus());
          },
          ""},
-        {"set, and OK before the picture was looked at",
-         [&](auto& form) {
-             looksAtOnce = false;
-             Choose(form.Logo, "C:\\Pics\\new.gif");
-             form.OKButton.UserClicks();
-             EXPECT_TRUE(form.IsOpen());
-             looksAtOnce = true;
-             system.jobs.FinishAll();
-         },
-         "Logo.gif"},
         {"cleared and set",
          [&](auto& form) {
              form.Logo.btnClear.UserClicks();
@@ -106,6 +96,7 @@ TEST_F(ImagesFormTest, OkCarriesOutWhatWasChosenLast)
         WithForm([&](frmImages& form) {
             row.act(form);
             form.OKButton.UserClicks();
+            system.jobs.FinishAll();
             EXPECT_FALSE(form.IsOpen());
         });
         EXPECT_EQ(At("Ann", "LocalLogo"), *row.stored != '\0' ? Picture("Ann", row.stored) : "");

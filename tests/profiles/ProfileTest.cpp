@@ -265,12 +265,6 @@ TEST_F(PictureTest, WhatHoldsOneForAMomentOrProtectsItDoesNotKeepIt)
     ASSERT_TRUE(Apply({"C:\\new.jpg", "", std::nullopt}));
     EXPECT_EQ(system.files.AllPaths(Images), (Texts{"C:\\Images\\Ann", Picture("Ann", "Logo.jpg")}));
     EXPECT_EQ(Contents(Picture("Ann", "Logo.jpg")), "new");
-    system.files.SetAttributes(Picture("Ann", "Logo.jpg"), ReadOnly);
-    ASSERT_TRUE(operations.Rename("Ann", "Bob"));
-    EXPECT_EQ(system.files.AllPaths(Images), (Texts{"C:\\Images\\Bob", Picture("Bob", "Logo.jpg")}));
-    system.files.SetAttributes(Picture("Bob", "Logo.jpg"), ReadOnly);
-    ASSERT_TRUE(operations.Delete("Bob"));
-    EXPECT_EQ(system.files.AllPaths(Images), Texts{});
 }
 
 } // namespace
