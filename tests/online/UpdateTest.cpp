@@ -109,25 +109,20 @@ TEST_F(UpdateTest, ShowsOnlyAnOfferWithAText)
 {
     const std::string offer = Field("IsUpdateRequired", "1");
     const std::string text = Field("MessageText", "News");
-    const struct {
-        std::string page;
-        const char* shown;
-    } rows[] = {
+    const std::pair<std::string, const char*> rows[] = {
         {offer + text, "News"},
         {Field("isupdaterequired", " 1 ") + Field("MESSAGETEXT", "\r\n News &lt;b&gt;\r\n"), "News <b>"},
-        {offer, nullptr},
-        {offer + Field("MessageText", " \r\n "), nullptr},
-        {Field("IsUpdateRequired", "0") + text, nullptr},
-        {Field("IsUpdateRequired", "65537") + text, nullptr},
-        {text, nullptr},
-        {"", nullptr},
+        {offer, "(none)"},
+        {offer + Field("MessageText", " \r\n "), "(none)"},
+        {Field("IsUpdateRequired", "0") + text, "(none)"},
+        {Field("IsUpdateRequired", "65537") + text, "(none)"},
+        {text, "(none)"},
+        {"", "(none)"},
     };
-    for (const auto& row : rows) {
-        fields = row.page;
+    for (const auto& [page, shown] : rows) {
+        fields = page;
         StartAnew();
-        EXPECT_EQ(Message() == nullptr ? "(none)" : Message()->lblMessage.Caption(),
-                  row.shown == nullptr ? "(none)" : row.shown)
-            << row.page;
+        EXPECT_EQ(Message() == nullptr ? "(none)" : Message()->lblMessage.Caption(), shown) << page;
     }
     fields = offer + Field("MessageText", std::string(5000, 'x'));
     StartAnew();

@@ -112,10 +112,7 @@ TEST_F(ImportExportFormTest, WhatIsThereIsReplacedOnlyWhenTheUserSaysSo)
 
 TEST_F(ImportExportFormTest, AfterAnImportOnANewMachineOneProfileIsTheDefault)
 {
-    const struct {
-        const char *before, *after;
-    } rows[] = {{"", "Ann"}, {"Gone", "Ann"}, {"NEW", "NEW"}};
-    for (const auto& [before, after] : rows) {
+    for (const auto& [before, after] : {std::pair{"", "Ann"}, {"Gone", "Ann"}, {"NEW", "NEW"}}) {
         PutSetting("Profiles", "DefaultProfile", before);
         PutSetting("Profiles", "FirstRun", "");
         system.files.AddFile("C:\\In\\TSProfile.tspf",

@@ -16,10 +16,7 @@ TEST_F(ProfileTest, NamesAreCheckedInOrder)
 {
     Put("Ann", "FirstName", "Ann");
     Put("Größe", "FirstName", "G");
-    const struct {
-        std::string name;
-        int refusal;
-    } rows[] = {
+    const std::pair<std::string, int> rows[] = {
         // clang-format off
         {std::string(255, 'x'), 0}, {std::string(256, 'x'), 134},
         {"", 134}, {"   ", 134}, {"_x", 135}, {"-x", 135}, {"..", 135}, {"@home", 135}, {"Ärzte", 135}, {"*x", 135},
@@ -29,8 +26,8 @@ TEST_F(ProfileTest, NamesAreCheckedInOrder)
         {"CON", 0}, {"blank", 0}, {"a-b_c", 0}, {"Ann (default", 0},
         // clang-format on
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(manager.ValidateProfileName(row.name).value_or(0), row.refusal) << row.name;
+    for (const auto& [name, refusal] : rows)
+        EXPECT_EQ(manager.ValidateProfileName(name).value_or(0), refusal) << name;
 }
 
 TEST_F(ProfileTest, EveryValueButThePagerMakesAProfileNotEmpty)
@@ -148,17 +145,15 @@ TEST_F(ProfileTest, DeleteRemovesTheFolderAndNeverFollowsALink)
 
 TEST_F(ProfileTest, NoTwoProfilesShareAPictureFolderAndNoneLiesOutside)
 {
-    const struct {
-        const char *profile, *folder;
-    } rows[] = {
+    const std::pair<const char*, const char*> rows[] = {
         // clang-format off
         {"Ann", "Ann"}, {"Acme Inc.", "Acme Inc._"}, {"Acme Inc._", "Acme Inc.__"}, {"Acme Inc", "Acme Inc"},
         {"CON", "CON_"}, {"con_", "con__"}, {"com1.x", "com1.x_"}, {"comet", "comet"}, {"comb", "comb"}, {"..", ".._"},
         {"x ", "x _"}, {"a_", "a_"}, {"", ""}, {"a\\b", ""}, {"..\\..", ""}, {"a/b", ""}, {"a:b", ""}, {"a\nb", ""},
         // clang-format on
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(profiles::ImageFolderName(row.profile).value_or(""), row.folder) << row.profile;
+    for (const auto& [profile, folder] : rows)
+        EXPECT_EQ(profiles::ImageFolderName(profile).value_or(""), folder) << profile;
 }
 
 class PictureTest : public ProfileTestBase {

@@ -113,23 +113,20 @@ TEST_F(TransferTest, AnEditorsResultIsTakenOnlyWhenItIsWhole)
     Put("Ann", "FirstName", "Ann");
     const std::string whole =
         "REGEDIT4\r\n\r\n[" + top + "]\r\n\r\n[" + top + "\\Ann]\r\n\"FirstName\"=\"Ann\"\r\n; theirs\r\n";
-    const struct {
-        std::string produced;
-        bool taken;
-    } rows[] = {
+    const std::pair<std::string, bool> rows[] = {
         {whole, true},
         {"", false},
         {whole.substr(0, 80), false},
         {"REGEDIT4\r\n", false},
         {platform::text::Replaced(whole, "=\"Ann\"", "=\"A?n\""), false},
     };
-    for (const auto& row : rows) {
+    for (const auto& [produced, isTaken] : rows) {
         system.shell.OnRun([&](const auto&) {
-            system.files.AddFile("C:\\Out\\Set\\~TSProfile1.new", row.produced);
+            system.files.AddFile("C:\\Out\\Set\\~TSProfile1.new", produced);
             return platform::Result<>{};
         });
         ASSERT_EQ(Export(), ExportOutcome::Done);
-        EXPECT_EQ(Contents("C:\\Out\\Set\\TSProfile.tspf").contains("; theirs"), row.taken);
+        EXPECT_EQ(Contents("C:\\Out\\Set\\TSProfile.tspf").contains("; theirs"), isTaken);
         EXPECT_EQ(ReadRegistryText(Contents("C:\\Out\\Set\\TSProfile.tspf"), system.locale).keys.at(1).values.size(),
                   1u);
         EXPECT_FALSE(system.files.Exists("C:\\Out\\Set\\~TSProfile1.new"));
@@ -174,10 +171,7 @@ TEST_F(TransferTest, ImportTellsWhyAFolderOrFileIsNone)
     toolkit.ExpectMessage(Text(415) + " " + Text(412), Icon::Information);
     EXPECT_FALSE(transfer.Import("C:\\Out"));
     const std::string key = "\r\n[" + top + "\\Ann]\r\n\"FirstName\"=\"Ann\"\r\n";
-    const struct {
-        std::string text;
-        int message;
-    } rows[] = {
+    const std::pair<std::string, std::uint16_t> rows[] = {
         {"", 413},
         {"regedit4" + key, 413},
         {std::string{"R\0E\0G\0E\0D\0I\0T\0004\0", 16} + key, 413},
@@ -187,9 +181,9 @@ TEST_F(TransferTest, ImportTellsWhyAFolderOrFileIsNone)
         {"REGEDIT4\r\n\"" + top + "\"=\"value line without a key\"\r\n", 414},
     };
     const auto registry = system.registry.Snapshot();
-    for (const auto& row : rows) {
-        toolkit.ExpectMessage(Text(static_cast<std::uint16_t>(row.message)), Icon::Critical);
-        EXPECT_FALSE(ImportText(row.text)) << row.message;
+    for (const auto& [text, message] : rows) {
+        toolkit.ExpectMessage(Text(message), Icon::Critical);
+        EXPECT_FALSE(ImportText(text)) << message;
     }
     EXPECT_EQ(system.registry.Snapshot(), registry);
 }
