@@ -72,18 +72,21 @@ PixelBuffer::PixelBuffer(PixelSize bufferSize)
 
 PixelBuffer PixelBuffer::ScaledTo(PixelSize newSize) const
 {
-    return Scaled(size, newSize, [this](int y) { return pixels.data() + static_cast<std::size_t>(y) * Stride(); });
+    return Scaled(size, newSize, Channels::ColoursAndAlpha,
+                  [this](int y) { return pixels.data() + static_cast<std::size_t>(y) * Stride(); });
 }
 
-PixelBuffer PixelBuffer::Scaled(PixelSize size, PixelSize newSize, const std::function<const std::uint8_t*(int y)>& row)
+PixelBuffer PixelBuffer::Scaled(PixelSize size, PixelSize newSize, Channels channels,
+                                const std::function<const std::uint8_t*(int y)>& row)
 {
     if (size.Empty() || newSize.Empty())
         return {};
     PixelBuffer scaled{newSize};
+    const auto perPixel = static_cast<std::size_t>(channels);
     const std::vector<Cover> columns = CoversOf(size.width, newSize.width);
     const std::vector<Cover> rows = CoversOf(size.height, newSize.height);
     // First the covered rows are added up, then the covered columns: whole numbers, since thumbnails come in hundreds.
-    std::vector<std::uint32_t> sums(static_cast<std::size_t>(size.width) * 4);
+    std::vector<std::uint32_t> sums(static_cast<std::size_t>(size.width) * perPixel);
     for (std::size_t y = 0; y < rows.size(); ++y) {
         std::ranges::fill(sums, 0u);
         int at = rows[y].first;
@@ -96,14 +99,16 @@ PixelBuffer PixelBuffer::Scaled(PixelSize size, PixelSize newSize, const std::fu
         }
         std::uint8_t* target = scaled.pixels.data() + y * scaled.Stride();
         for (const Cover& column : columns) {
-            std::uint64_t channels[4]{};
-            const std::uint32_t* sum = sums.data() + static_cast<std::size_t>(column.first) * 4;
+            double totals[4]{}; // 32-bit processors divide 64-bit integers slowly
+            const std::uint32_t* sum = sums.data() + static_cast<std::size_t>(column.first) * perPixel;
             for (const std::uint32_t weight : column.weights)
-                for (std::uint64_t& channel : channels)
-                    channel += std::uint64_t{weight} * *sum++;
-            const std::uint64_t area = std::uint64_t{rows[y].total} * column.total;
-            for (const std::uint64_t channel : channels)
-                *target++ = static_cast<std::uint8_t>((channel + area / 2) / area);
+                for (std::size_t channel = 0; channel < perPixel; ++channel)
+                    totals[channel] += static_cast<double>(weight) * *sum++;
+            const double area = static_cast<double>(rows[y].total) * column.total;
+            if (channels == Channels::Colours)
+                totals[3] = 255 * area;
+            for (const double total : totals)
+                *target++ = static_cast<std::uint8_t>(total / area + 0.5);
         }
     }
     return scaled;

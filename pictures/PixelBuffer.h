@@ -28,9 +28,12 @@ public:
     /// Each new pixel is the mean of the area it covers, which keeps a picture that gets smaller sharp and quiet. One
     /// that gets larger runs evenly from pixel to pixel.
     PixelBuffer ScaledTo(PixelSize newSize) const;
+    /// What a row that comes from elsewhere holds of each pixel.
+    enum class Channels { Colours = 3, ColoursAndAlpha = 4 };
     /// The same of a picture that is never whole in memory: `row` gives the bytes of a row, null for one that cannot be
     /// had (the result is empty then). Asked for again is only the one before the last.
-    static PixelBuffer Scaled(PixelSize size, PixelSize newSize, const std::function<const std::uint8_t*(int y)>& row);
+    static PixelBuffer Scaled(PixelSize size, PixelSize newSize, Channels channels,
+                              const std::function<const std::uint8_t*(int y)>& row);
     /// Takes the colour out and half of the opacity.
     void Fade();
     /// Lays the picture on a solid colour.

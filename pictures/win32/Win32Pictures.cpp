@@ -111,7 +111,6 @@ PixelBuffer OpenPicture::ScaledPlain(PixelSize size) const
     constexpr int most = 16; // rows at a time
     const std::size_t stride = std::size_t{width} * 3;
     std::vector<BYTE> plain(stride * most);
-    PixelBuffer band{{Size().width, most}};
     int top = 0;
     int count = 0;
     const auto load = [&](int first) {
@@ -119,21 +118,12 @@ PixelBuffer OpenPicture::ScaledPlain(PixelSize size) const
         count = std::min(most, Size().height - top);
         const WICRect rows{0, top, Size().width, count};
         const std::size_t bytes = stride * static_cast<std::size_t>(count);
-        if (FAILED(frame->CopyPixels(&rows, static_cast<UINT>(stride), static_cast<UINT>(bytes), plain.data())))
-            return false;
-        std::uint8_t* target = band.Bytes().data();
-        for (std::size_t at = 0; at < bytes; at += 3) {
-            *target++ = plain[at];
-            *target++ = plain[at + 1];
-            *target++ = plain[at + 2];
-            *target++ = 255;
-        }
-        return true;
+        return SUCCEEDED(frame->CopyPixels(&rows, static_cast<UINT>(stride), static_cast<UINT>(bytes), plain.data()));
     };
-    return PixelBuffer::Scaled(Size(), size, [&](int y) -> const std::uint8_t* {
+    return PixelBuffer::Scaled(Size(), size, PixelBuffer::Channels::Colours, [&](int y) -> const std::uint8_t* {
         if (y >= top + count && !load(std::max(0, y - 1)))
             return nullptr;
-        return band.Bytes().data() + static_cast<std::size_t>(y - top) * band.Stride();
+        return plain.data() + static_cast<std::size_t>(y - top) * stride;
     });
 }
 
