@@ -36,6 +36,23 @@ BOOL CALLBACK CollectArea(HMONITOR monitor, HDC, LPRECT, LPARAM areas) noexcept
     return TRUE;
 }
 
+/// Brings the main window of another process of this program to the front, and ends the enumeration.
+BOOL CALLBACK ShowIfOtherMain(HWND window, LPARAM) noexcept
+{
+    wchar_t name[32]{};
+    GetClassNameW(window, name, static_cast<int>(std::size(name)));
+    DWORD process{};
+    GetWindowThreadProcessId(window, &process);
+    constexpr LONG_PTR mainWindow = WS_VISIBLE | WS_THICKFRAME;
+    if (std::wstring_view{name} != FormWindow::WindowClass() || process == GetCurrentProcessId() ||
+        (GetWindowLongPtrW(window, GWL_STYLE) & mainWindow) != mainWindow)
+        return TRUE;
+    if (IsIconic(window))
+        ShowWindowAsync(window, SW_RESTORE); // a process that is busy must not hold this one up
+    SetForegroundWindow(GetLastActivePopup(window));
+    return FALSE;
+}
+
 UINT StyleOf(const MessageBox& message)
 {
     constexpr UINT buttons[] = {MB_OK, MB_YESNO, MB_YESNOCANCEL, MB_RETRYCANCEL};
@@ -149,18 +166,8 @@ HWND Win32Toolkit::EndModal(const FormWindow& window)
 
 void Win32Toolkit::ShowOtherInstance()
 {
-    for (HWND window = nullptr;
-         (window = FindWindowExW(nullptr, window, FormWindow::WindowClass(), nullptr)) != nullptr;) {
-        DWORD process{};
-        GetWindowThreadProcessId(window, &process);
-        constexpr LONG_PTR mainWindow = WS_VISIBLE | WS_THICKFRAME;
-        if (process == GetCurrentProcessId() || (GetWindowLongPtrW(window, GWL_STYLE) & mainWindow) != mainWindow)
-            continue;
-        if (IsIconic(window))
-            ShowWindowAsync(window, SW_RESTORE); // a process that is busy must not hold this one up
-        SetForegroundWindow(GetLastActivePopup(window));
-        return;
-    }
+    // All at one moment: going from one to the next ends at a window that goes meanwhile, as those of a start do.
+    EnumWindows(&ShowIfOtherMain, 0);
 }
 
 Answer Win32Toolkit::ShowMessage(const MessageBox& message)
