@@ -30,7 +30,9 @@ void BrowseAll(HWND window)
     EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(tree) && SelectNode(window, L"Business"); }));
     EXPECT_TRUE(Choose(window, L"vd"));
     // The folder is read beside the window.
-    EXPECT_TRUE(WaitFor([&] { return SelectRow(window, L"Letter"); }));
+    EXPECT_TRUE(WaitFor([&] { return SelectRow(window, L"Letter"); }))
+        << ListView_GetItemCount(ListOf(window)) << " rows, " << IsWindowEnabled(tree) << " "
+        << testing::PrintToString(TextOf(ChildOf(window, STATUSCLASSNAMEW)));
     for (const wchar_t* const dialog : {L"fp", L"fr", L"od", L"re", L"r\x2193\r", L"ri", L"tm", L"ha"}) {
         EXPECT_TRUE(Choose(window, dialog));
         const HWND opened = Await(Dialog);

@@ -21,14 +21,10 @@ constexpr std::chrono::seconds ServerPatience{150}; ///< two minutes, and some f
 constexpr wchar_t RunsAlready[] =
     L"A previous instance of the template browser is active. Please close all applications and try again.";
 
-/// A set: a window that comes to the front meanwhile is met twice.
-std::set<HWND> MainWindows()
+std::vector<HWND> MainWindows()
 {
-    std::set<HWND> found;
-    HWND window = nullptr;
-    while ((window = FindWindowExW(nullptr, window, L"TSBrowserForm", nullptr)) != nullptr)
-        if (IsWindowVisible(window) && GetMenu(window) != nullptr)
-            found.insert(window);
+    auto found = TopWindows(L"TSBrowserForm");
+    std::erase_if(found, [](HWND window) { return GetMenu(window) == nullptr; });
     return found;
 }
 

@@ -1,6 +1,8 @@
 #include "tests/support/win32/Windows.h"
 
+#include <algorithm>
 #include <functional>
+#include <string_view>
 
 namespace support {
 namespace {
@@ -84,13 +86,24 @@ void VisitNodes(HWND window, const VisitNode& visit)
     VisitNodes(TreeOf(window), Ask(TreeOf(window), TVM_GETNEXTITEM, TVGN_ROOT), 0, visit);
 }
 
+struct Search {
+    std::wstring_view className;
+    std::vector<HWND> found;
+};
+
+BOOL CALLBACK AddIfFound(HWND window, LPARAM parameter) noexcept
+{
+    auto& search = *reinterpret_cast<Search*>(parameter);
+    wchar_t name[64]{};
+    GetClassNameW(window, name, static_cast<int>(std::size(name)));
+    if (search.className == name && IsWindowVisible(window))
+        search.found.push_back(window);
+    return TRUE;
+}
+
 std::size_t OpenMenus()
 {
-    std::size_t count = 0;
-    HWND menu = nullptr;
-    while ((menu = FindWindowExW(nullptr, menu, L"#32768", nullptr)) != nullptr)
-        count += IsWindowVisible(menu) != FALSE;
-    return count;
+    return TopWindows(L"#32768").size();
 }
 
 } // namespace
@@ -103,13 +116,18 @@ std::wstring TextOf(HWND window)
     return text;
 }
 
+std::vector<HWND> TopWindows(const wchar_t* className)
+{
+    Search search{className, {}};
+    EnumWindows(&AddIfFound, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
 HWND FindTop(const wchar_t* className, bool (*fits)(HWND))
 {
-    HWND window = nullptr;
-    while ((window = FindWindowExW(nullptr, window, className, nullptr)) != nullptr)
-        if (IsWindowVisible(window) && fits(window))
-            return window;
-    return nullptr;
+    const auto windows = TopWindows(className);
+    const auto found = std::ranges::find_if(windows, fits);
+    return found != windows.end() ? *found : nullptr;
 }
 
 HWND SystemDialog()

@@ -13,7 +13,10 @@ namespace support {
 /// The caption of a window of any process.
 std::wstring TextOf(HWND window);
 
-/// The visible window of a class that `fits`; null when there is none.
+/// The visible windows of a class, as they stood at one moment: who goes from one to the next loses all that follow
+/// when that one goes.
+std::vector<HWND> TopWindows(const wchar_t* className);
+/// The first of them that `fits`; null when there is none.
 HWND FindTop(
     const wchar_t* className, bool (*fits)(HWND) = [](HWND) { return true; });
 /// A message box or another dialog of the system.
