@@ -6,7 +6,6 @@
 #include "ui/win32/Theme.h"
 
 #include <algorithm>
-#include <chrono>
 
 namespace ui::win32 {
 namespace {
@@ -26,14 +25,8 @@ constexpr int MeasuredRows = 300;
 /// LVFI_SUBSTRING, which the compiler's headers lack: the typed letters of type-ahead.
 constexpr UINT SubstringFlag = 0x0004;
 
-constexpr UINT_PTR ComposeTimer = 1;
-constexpr UINT ComposePause = 10; ///< milliseconds: everything else that waits has its turn
 /// The rows that a list had are gone, and no others have come at once.
 constexpr UINT EmptyMessage = WM_APP + 1;
-/// Thumbnails are to be begun before anything is drawn.
-constexpr UINT ComposeMessage = WM_APP + 2;
-/// No further thumbnail is begun after this time: what shows in them is looked for on the disk.
-constexpr std::chrono::milliseconds ComposeTurn{15};
 
 DWORD NativeView(ListView::View view)
 {
@@ -61,15 +54,14 @@ bool StartsWith(const std::wstring& text, const std::wstring& start)
 } // namespace
 
 ListViewPeer::ListViewPeer(ListView& peerList, FormWindow& form, int id)
-    : PeerBase{peerList, form}, list{peerList}, thumbnails{form.Pictures(), form.Jobs()}
+    : PeerBase{peerList, form}, list{peerList}, thumbnails{peerList, layout, form.Pictures(), form.Jobs()}
 {
     Create(WC_LISTVIEWW, LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_SHAREIMAGELISTS | LVS_AUTOARRANGE,
            WS_EX_CLIENTEDGE, id);
     Send(LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
          LVS_EX_DOUBLEBUFFER | LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP | LVS_EX_INFOTIP);
     UseExplorerTheme(Handle());
-    thumbnails.Changed = [this](int row, bool replaces) { ShowThumbnail(row, replaces); };
-    thumbnails.Ready = [this] { BeginThumbnails(); };
+    thumbnails.Attach(Handle());
 }
 
 Size ListViewPeer::Preferred(int) const
@@ -128,7 +120,7 @@ void ListViewPeer::SyncImages(bool always)
         ImageListHandle fresh; // none rather than an empty one, for which the rows would leave room
         if (!shown.empty())
             fresh = Window().Images().Build(shown, Pixels(side));
-        if (which != LVSIL_NORMAL || !showsThumbnails)
+        if (which != LVSIL_NORMAL || !thumbnails.IsShown())
             Send(LVM_SETIMAGELIST, which, reinterpret_cast<LPARAM>(fresh.get()));
         images = std::move(fresh);
     };
@@ -138,7 +130,7 @@ void ListViewPeer::SyncImages(bool always)
 
 void ListViewPeer::SyncLargeSide()
 {
-    showsThumbnails = list.GetView() == ListView::View::Thumbnails;
+    const bool showsThumbnails = list.GetView() == ListView::View::Thumbnails;
     Size spacing = showsThumbnails ? ThumbnailSpacing : LargeSpacing;
     // With a large font, two lines of common names.
     const SIZE name = Measure("Presentation", NormalFont());
@@ -157,95 +149,15 @@ void ListViewPeer::SyncLargeSide()
 
 void ListViewPeer::ResetThumbnails()
 {
-    thumbnails.Reset(showsThumbnails ? list.Rows() : 0, {Pixels(ThumbnailSize.width), Pixels(ThumbnailSize.height)},
+    thumbnails.Reset(list.GetView() == ListView::View::Thumbnails,
+                     {Pixels(ThumbnailSize.width), Pixels(ThumbnailSize.height)}, Pixels(ThumbnailSpacing.width),
                      PictureEnlargement(Dpi()));
-    if (showsThumbnails)
-        PostMessageW(Handle(), ComposeMessage, 0, 0);
-}
-
-void ListViewPeer::StartComposing()
-{
-    if (!composing)
-        composing = SetTimer(Handle(), ComposeTimer, ComposePause, nullptr) != 0;
-}
-
-void ListViewPeer::ComposeThumbnails()
-{
-    // The pause begins anew after each turn: a timer that ran on would always be due again, and whoever handles the
-    // waiting messages would not come to an end.
-    KillTimer(Handle(), ComposeTimer);
-    composing = false;
-    if (!showsThumbnails || list.Rows() == 0)
-        return;
-    RECT client{};
-    GetClientRect(Handle(), &client);
-    const int first = RowAtOrBelow(0);
-    const int below = RowAtOrBelow(client.bottom);
-    // The row that `below` starts in may be partly in view, and so may the rest of its line.
-    const int perLine = std::max(1, static_cast<int>(client.right) / std::max(1, Pixels(ThumbnailSpacing.width)));
-    thumbnails.Show(first, below + perLine - 1);
-    BeginThumbnails();
-}
-
-void ListViewPeer::BeginThumbnails()
-{
-    const auto start = std::chrono::steady_clock::now();
-    const auto of = [this](int row) { return row < list.Rows() ? list.Model()->ThumbnailOf(row) : Thumbnail{}; };
-    while (showsThumbnails && thumbnails.Begin(of))
-        if (std::chrono::steady_clock::now() - start >= ComposeTurn || HIWORD(GetQueueStatus(QS_INPUT)) != 0) {
-            StartComposing();
-            return;
-        }
-}
-
-void ListViewPeer::ShowThumbnail(int row, bool replaces)
-{
-    const RECT place = IconPlace(row);
-    RECT client{};
-    RECT part{};
-    GetClientRect(Handle(), &client);
-    if (IntersectRect(&part, &place, &client) == 0)
-        return;
-    // Drawn at once where there is nothing yet: asked to draw one place, the control looks at each of its rows, and so
-    // it would be busy with hundreds of them for as long as they come.
-    bool isDrawn = false;
-    const bool comesAnyway = GetUpdateRect(Handle(), nullptr, FALSE) != 0;
-    if (!replaces && !comesAnyway && !layout.Holds() &&
-        Send(LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED) == 0) {
-        HDC context = GetDC(Handle());
-        isDrawn = thumbnails.Draw(context, row, place);
-        ReleaseDC(Handle(), context);
-    }
-    if (!isDrawn)
-        InvalidateRect(Handle(), &place, FALSE);
-}
-
-int ListViewPeer::RowAtOrBelow(int y) const
-{
-    int low = 0;
-    int high = list.Rows();
-    while (low < high) {
-        const int middle = low + (high - low) / 2;
-        if (IconPlace(middle).bottom > y)
-            high = middle;
-        else
-            low = middle + 1;
-    }
-    return low;
-}
-
-RECT ListViewPeer::IconPlace(int row) const
-{
-    RECT place{};
-    place.left = LVIR_ICON;
-    Send(LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
-    return place;
 }
 
 LRESULT ListViewPeer::OnCustomDraw(const NMLVCUSTOMDRAW& draw)
 {
-    const bool marksRows = !showsThumbnails && GetFocus() != Handle() && UnfocusedSelectionIsInvisible();
-    if (!showsThumbnails && !marksRows)
+    const bool marksRows = !thumbnails.IsShown() && GetFocus() != Handle() && UnfocusedSelectionIsInvisible();
+    if (!thumbnails.IsShown() && !marksRows)
         return CDRF_DODEFAULT;
     switch (draw.nmcd.dwDrawStage) {
     case CDDS_PREPAINT:
@@ -265,10 +177,8 @@ LRESULT ListViewPeer::OnCustomDraw(const NMLVCUSTOMDRAW& draw)
 
 void ListViewPeer::DrawThumbnail(HDC context, int row)
 {
-    const RECT room = IconPlace(row);
-    if (!thumbnails.IsDone(row)) {
-        StartComposing();
-    } else if (!thumbnails.Draw(context, row, room) && row < list.Rows()) {
+    const RECT room = thumbnails.PlaceOf(row);
+    if (!thumbnails.Draw(context, row) && row < list.Rows()) {
         int width = 0;
         int height = 0;
         ImageList_GetIconSize(largeImages.get(), &width, &height);
@@ -297,7 +207,7 @@ void ListViewPeer::SyncRows()
 {
     SyncImages(false);
     const auto top = static_cast<int>(Send(LVM_GETTOPINDEX));
-    const RECT first = IconPlace(0);
+    const RECT first = thumbnails.PlaceOf(0);
     layout.Hold(Handle());
     Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(list.Rows()), 0);
     ResetThumbnails();
@@ -336,7 +246,7 @@ void ListViewPeer::ScrollBackTo(int top, const RECT& first)
         return;
     }
     // By the first row's place: systems do not agree on the sign of the origin.
-    const RECT now = IconPlace(0);
+    const RECT now = thumbnails.PlaceOf(0);
     if (list.Rows() > 0)
         Send(LVM_SCROLL, static_cast<WPARAM>(now.left - first.left), static_cast<LPARAM>(now.top - first.top));
 }
@@ -473,7 +383,7 @@ void ListViewPeer::FillIn(NMLVDISPINFOW& info) const
         lstrcpynW(item.pszText, text.c_str(), item.cchTextMax);
     }
     if ((item.mask & LVIF_IMAGE) != 0 && item.iSubItem == 0) {
-        if (showsThumbnails || !exists)
+        if (thumbnails.IsShown() || !exists)
             item.iImage = I_IMAGENONE; // thumbnails are drawn by DrawThumbnail
         else if (list.GetView() == ListView::View::LargeIcons)
             item.iImage = list.Model()->Icon(item.iItem);
@@ -517,21 +427,16 @@ bool ListViewPeer::UsesKey(const Key& key)
 
 std::optional<LRESULT> ListViewPeer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (thumbnails.Handles(message, wParam))
+        return 0;
     switch (message) {
     case EmptyMessage:
         ShowEmpty();
         return 0;
-    case ComposeMessage:
-        ComposeThumbnails();
-        return 0;
     case WM_TIMER:
-        if (wParam == DragOntoTree::Timer) {
-            drag.Mark();
-            return 0;
-        }
-        if (wParam != ComposeTimer)
+        if (wParam != DragOntoTree::Timer)
             return std::nullopt;
-        ComposeThumbnails();
+        drag.Mark();
         return 0;
     case WM_NOTIFY: {
         const Watch watch{*this};

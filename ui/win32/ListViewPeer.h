@@ -1,9 +1,9 @@
 #pragma once
 
-#include "pictures/win32/ThumbnailStore.h"
 #include "ui/ListView.h"
 #include "ui/win32/DragOntoTree.h"
 #include "ui/win32/ListLayout.h"
+#include "ui/win32/ListThumbnails.h"
 #include "ui/win32/PeerBase.h"
 
 #include <map>
@@ -18,7 +18,7 @@ public:
     void DpiChanged() override;
     std::optional<LRESULT> OnNotify(NMHDR& header) override;
     bool UsesKey(const Key& key) override;
-    const pictures::win32::ThumbnailStore& Thumbnails() const { return thumbnails; }
+    const pictures::win32::ThumbnailStore& Thumbnails() const { return thumbnails.Store(); }
 
 protected:
     void Sync(Aspect aspect) override;
@@ -35,9 +35,7 @@ private:
     ListLayout layout;
     bool scrollLater{};
     ImageListHandle thumbnailRoom; ///< no pictures, but the size that the native control leaves for them
-    pictures::win32::ThumbnailStore thumbnails;
-    bool showsThumbnails{};
-    bool composing{}; ///< the timer runs
+    ListThumbnails thumbnails;
 
     int NativeSelection() const;
     void SyncRows();
@@ -53,13 +51,6 @@ private:
     void FillIn(NMLVDISPINFOW& info) const;
     void SyncLargeSide();
     void ResetThumbnails();
-    void StartComposing();
-    void ComposeThumbnails();
-    void BeginThumbnails();
-    /// `replaces`: there is another one in its place.
-    void ShowThumbnail(int row, bool replaces);
-    int RowAtOrBelow(int y) const;
-    RECT IconPlace(int row) const;
     LRESULT OnCustomDraw(const NMLVCUSTOMDRAW& draw);
     void MarkRow(HDC context, int row);
     void DrawThumbnail(HDC context, int row);
