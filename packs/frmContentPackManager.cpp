@@ -101,6 +101,7 @@ void frmContentPackManager::btnDelete_Click()
 void frmContentPackManager::btnDeleteAll_Click()
 {
     std::vector<std::string> names;
+    names.reserve(listed.size());
     for (const SolutionPack& pack : listed)
         names.push_back(pack.name);
     if (program.messages.Ask(str::DeleteAllQuestion))
