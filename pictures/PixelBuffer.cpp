@@ -108,7 +108,7 @@ PixelBuffer PixelBuffer::Scaled(PixelSize size, PixelSize newSize, Channels chan
             if (channels == Channels::Colours)
                 totals[3] = 255 * area;
             for (const double total : totals)
-                *target++ = static_cast<std::uint8_t>(total / area + 0.5);
+                *target++ = static_cast<std::uint8_t>((total + area / 2) / area);
         }
     }
     return scaled;
