@@ -51,13 +51,18 @@ public:
     ComApartment() : status{CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)} {}
     ~ComApartment()
     {
-        if (SUCCEEDED(status))
+        if (SUCCEEDED(status) && !endsWithProcess)
             CoUninitialize();
     }
     ComApartment(const ComApartment&) = delete;
     ComApartment& operator=(const ComApartment&) = delete;
 
+    void EndWithProcess() { endsWithProcess = true; }
+
     HRESULT status;
+
+private:
+    bool endsWithProcess{};
 };
 
 /// The class as the system's list of running servers shows it: entered on construction, offered from `Resume` on.
@@ -149,7 +154,7 @@ int RunTask(const std::wstring& commandLine, const MakeApplication& make, const 
     const std::optional<CommandLine> parsed = ParseCommandLine(ArgumentsOf(commandLine));
     if (!parsed)
         return ERROR_INVALID_PARAMETER;
-    const ComApartment apartment;
+    ComApartment apartment;
     if (FAILED(apartment.status))
         return static_cast<int>(apartment.status);
 
@@ -162,7 +167,12 @@ int RunTask(const std::wstring& commandLine, const MakeApplication& make, const 
     const INITCOMMONCONTROLSEX controls{sizeof(INITCOMMONCONTROLSEX), ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
     InitCommonControlsEx(&controls);
     const std::unique_ptr<Application> application = make();
-    return parsed->task == Task::Serve ? Serve(*application, options) : RunAlone(*application);
+    if (parsed->task != Task::Serve)
+        return RunAlone(*application);
+    // The host that lets go of the last object goes on to end itself, with calls of its own to this process. Wine, when
+    // it takes an apartment down, can wait for ever for such a call that has been answered already.
+    apartment.EndWithProcess();
+    return Serve(*application, options);
 }
 
 } // namespace
