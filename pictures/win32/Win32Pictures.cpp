@@ -13,8 +13,10 @@ namespace {
 constexpr std::uint64_t LargestFile = 64 * 1024 * 1024; ///< bytes
 constexpr UINT LargestSide = 20000;                     ///< pixels
 /// What is decoded in full; a larger picture is first brought down by the system's own scaler.
-constexpr std::uint64_t MostPixels = 16 * 1024 * 1024;
+constexpr double MostPixels = 16.0 * 1024 * 1024;
 constexpr std::uint64_t LargestPicture = 200'000'000; ///< pixels
+/// IWICBitmapSourceTransform, which the system's scaler asks a frame for; not every compiler's headers have it.
+constexpr GUID DecoderScaling{0x3B16811B, 0x6A43, 0x4EC9, {0xB7, 0x13, 0x3D, 0x5A, 0x0C, 0x13, 0xB9, 0x40}};
 
 /// COM for as long as a picture is read, on a thread that has not got it; a thread that has it keeps its own kind.
 class Apartment {
@@ -71,8 +73,17 @@ private:
         return SUCCEEDED(frame->GetPixelFormat(&format)) && IsEqualGUID(format, GUID_WICPixelFormat24bppBGR);
     }
     PixelBuffer ScaledPlain(PixelSize size) const;
-    /// Every pixel, or as many as are decoded of a huge picture.
-    PixelBuffer Pixels() const;
+    /// Whether the decoder takes part in scaling: Windows' own for photographs gives an eighth in a fraction of the
+    /// time.
+    bool DecoderScales() const
+    {
+        return Receive<IUnknown>([&](IUnknown** result) {
+                   return frame->QueryInterface(DecoderScaling, reinterpret_cast<void**>(result));
+               }) != nullptr;
+    }
+    /// The picture at a size that is not larger than its own, or as many pixels as are decoded of a huge one. A smaller
+    /// size is left to the system's scaler.
+    PixelBuffer Pixels(PixelSize size) const;
     bool IsWithinBounds() const
     {
         return width > 0 && height > 0 && width <= LargestSide && height <= LargestSide &&
@@ -129,20 +140,22 @@ PixelBuffer OpenPicture::ScaledPlain(PixelSize size) const
 
 PixelBuffer OpenPicture::Scaled(PixelSize size) const
 {
-    if (size != Size() && IsPlain())
+    const bool leftToDecoder = size.width < Size().width && size.height < Size().height && DecoderScales();
+    if (!leftToDecoder && size != Size() && IsPlain())
         return ScaledPlain(size);
-    PixelBuffer pixels = Pixels();
+    PixelBuffer pixels = Pixels(leftToDecoder ? size : Size());
     return pixels.Size() == size ? pixels : pixels.ScaledTo(size);
 }
 
-PixelBuffer OpenPicture::Pixels() const
+PixelBuffer OpenPicture::Pixels(PixelSize size) const
 {
-    PixelSize size = Size();
+    if (const double total = static_cast<double>(size.width) * size.height; total > MostPixels) {
+        const double scale = std::sqrt(MostPixels / total);
+        size = {std::max(1, static_cast<int>(size.width * scale)), std::max(1, static_cast<int>(size.height * scale))};
+    }
     IWICBitmapSource* source = frame.get();
     ComPointer<IWICBitmapScaler> scaler;
-    if (const std::uint64_t total = std::uint64_t{width} * height; total > MostPixels) {
-        const double scale = std::sqrt(static_cast<double>(MostPixels) / static_cast<double>(total));
-        size = {std::max(1, static_cast<int>(width * scale)), std::max(1, static_cast<int>(height * scale))};
+    if (size != Size()) {
         scaler =
             Receive<IWICBitmapScaler>([&](IWICBitmapScaler** result) { return factory->CreateBitmapScaler(result); });
         if (!scaler || FAILED(scaler->Initialize(source, static_cast<UINT>(size.width), static_cast<UINT>(size.height),
