@@ -174,7 +174,9 @@ std::unique_ptr<platform::ByteSource> CompoundFile::Stream(std::string_view name
             return std::make_unique<StreamBytes>(bytes, std::move(places), sectorSize, entry->size);
         }
         const std::size_t perSector = sectorSize / miniSize;
-        for (const Sector mini : Chain(entry->first, miniCutoff / miniSize, miniTable))
+        // Not what the header calls small: that can be any number, and a chain that is a loop would be as long.
+        const std::uint64_t minis = std::min<std::uint64_t>((entry->size + miniSize - 1) / miniSize, MostStreamSectors);
+        for (const Sector mini : Chain(entry->first, minis, miniTable))
             if (mini / perSector < miniStream.size())
                 places.push_back(PlaceOf(miniStream[mini / perSector]) + mini % perSector * miniSize);
         return std::make_unique<StreamBytes>(bytes, std::move(places), miniSize, entry->size);

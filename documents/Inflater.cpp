@@ -88,8 +88,11 @@ int Inflater::Symbol(const Code& code)
 
 Inflater::State Inflater::BeginBlock()
 {
+    constexpr std::uint64_t anyway = 1024;
     if (isLastBlock)
         return State::Finished;
+    if (++blocks > anyway + written / BytesABlock)
+        return State::Broken;
     isLastBlock = Bits(1) == 1;
     switch (Bits(2)) {
     case 0:

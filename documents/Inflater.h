@@ -22,6 +22,10 @@ public:
     std::size_t Read(std::span<char> room);
     /// It has come to its proper end.
     bool IsFinished() const { return state == State::Finished; }
+    /// Blocks that have begun. One takes as long as some dozens of bytes that come out, and may bring none: a stream of
+    /// many that bring next to nothing is broken off.
+    std::uint64_t Blocks() const { return blocks; }
+    static constexpr std::uint64_t BytesABlock = 64; ///< that come out of an honest one at least, nearly always
 
 private:
     enum class State { Header, Stored, Codes, Copying, Finished, Broken };
@@ -57,6 +61,7 @@ private:
     Code literals, distances;
     std::vector<char> window; ///< what has come out last, in a ring
     std::uint64_t written{};
+    std::uint64_t blocks{};
 };
 
 /// All that comes out of a stream; nothing when it is broken or longer than `limit`.

@@ -19,6 +19,7 @@ using pdf::Token;
 // Bounds on what is looked at, far beyond what files of these kinds have.
 constexpr std::size_t MostTables = 256;
 constexpr std::size_t MostTrailer = 8192;      ///< bytes of a trailer or a stream's dictionary
+constexpr std::size_t MostTrailers = 65536;    ///< bytes of all trailers together
 constexpr std::size_t MostSections = 4096;     ///< of one table
 constexpr std::size_t MostPredictedRow = 256;  ///< bytes
 constexpr std::int64_t MostUnpacked = 8 << 20; ///< bytes, of all streams together, each time they are gone through
@@ -89,8 +90,12 @@ private:
         unpackable -= static_cast<std::int64_t>(room.size());
         if (unpackable < 0)
             return 0;
-        if (inflater)
-            return inflater->Read(room);
+        if (inflater) {
+            const std::uint64_t before = inflater->Blocks();
+            const std::size_t read = inflater->Read(room);
+            unpackable -= static_cast<std::int64_t>((inflater->Blocks() - before) * Inflater::BytesABlock);
+            return read;
+        }
         const auto most = static_cast<std::size_t>(std::min<std::uint64_t>(room.size(), left));
         const std::size_t read = file.Read(offset, room.first(most));
         offset += read;
@@ -161,7 +166,8 @@ void PdfFile::ReadTables()
     if (base != 0 && !TableAt(ahead[0]))
         base = 0;
     std::vector<std::uint64_t> seen;
-    while (!ahead.empty() && tables.size() < MostTables) {
+    std::size_t kept = 0;
+    while (!ahead.empty() && tables.size() < MostTables && kept < MostTrailers) {
         const std::uint64_t offset = std::exchange(ahead.back(), 0);
         ahead.pop_back();
         if (std::ranges::find(seen, offset) != seen.end())
@@ -174,6 +180,7 @@ void PdfFile::ReadTables()
         for (const char* key : {"/Prev", "/XRefStm"})
             if (const auto next = Number(Lookup(table->trailer, key)))
                 ahead.push_back(*next);
+        kept += table->trailer.size();
         tables.push_back(*std::move(table));
     }
 }
@@ -421,7 +428,11 @@ std::string PdfFile::Stream(std::uint64_t number)
     if (!contents)
         return {};
     std::string text = contents->ReadText(MostText + 1);
-    return text.size() > MostText ? std::string{} : text;
+    if (text.size() <= MostText)
+        return text;
+    // One whose length stands elsewhere goes on to the end of the file.
+    const std::size_t end = text.find("endstream");
+    return end == std::string::npos ? std::string{} : text.substr(0, end);
 }
 
 } // namespace documents

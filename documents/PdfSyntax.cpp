@@ -1,5 +1,6 @@
 #include "documents/PdfSyntax.h"
 
+#include "documents/Facts.h"
 #include "documents/TextOf.h"
 #include "platform/Utf.h"
 
@@ -211,7 +212,7 @@ std::string StringBytes(std::string_view value)
 
 std::string StringText(std::string_view value)
 {
-    const std::string bytes = StringBytes(value);
+    const std::string bytes = StringBytes(value.substr(0, 4 * Facts::MostText)); // what is shown of it is far shorter
     const std::string_view start = bytes;
     if (start.starts_with("\xFE\xFF") || start.starts_with("\xFF\xFE"))
         return FromUtf16(start.substr(2), start.starts_with("\xFE"));

@@ -27,6 +27,11 @@ constexpr std::pair<std::string_view, int platform::LocalTime::*> dateParts[] = 
     {"yr", &platform::LocalTime::year}, {"mo", &platform::LocalTime::month},   {"dy", &platform::LocalTime::day},
     {"hr", &platform::LocalTime::hour}, {"min", &platform::LocalTime::minute}, {"sec", &platform::LocalTime::second},
 };
+/// Characters that have a word, in other code pages than theirs too.
+constexpr std::pair<std::string_view, char16_t> characterWords[] = {
+    {"lquote", 0x2018}, {"rquote", 0x2019}, {"ldblquote", 0x201C}, {"rdblquote", 0x201D},
+    {"endash", 0x2013}, {"emdash", 0x2014}, {"bullet", 0x2022},
+};
 /// Code pages of the old systems that a document may name instead of a number.
 constexpr std::pair<std::string_view, std::uint32_t> characterSets[] = {
     {"ansi", WesternCodePage}, {"mac", 10000}, {"pc", 437}, {"pca", 850}};
@@ -136,6 +141,8 @@ private:
                 AddByte(static_cast<char>(first));
             else if (first == '~')
                 AddByte(' ');
+            else if (first == '_')
+                AddByte('-');
             return;
         }
         std::string word(1, static_cast<char>(first));
@@ -202,6 +209,14 @@ private:
             if (shown.size() < 4 * Facts::MostText)
                 AddUnit(static_cast<char16_t>(number));
             fallback = fallbackSize;
+        } else if (const auto* character = Row(characterWords, word)) {
+            if (fallback > 0) {
+                --fallback;
+                return;
+            }
+            Flush();
+            if (shown.size() < 4 * Facts::MostText)
+                AddUnit(*character);
         } else if (word == "uc") {
             fallbackSize = std::clamp(number, 0, 16);
         } else if (word == "par" || word == "line") {

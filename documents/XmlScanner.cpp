@@ -10,6 +10,7 @@ namespace documents {
 namespace {
 
 constexpr std::string_view Blanks = " \t\r\n";
+constexpr std::size_t MostUtf16 = 65536; ///< bytes: as UTF-8 they may take half as much again
 
 constexpr std::pair<std::string_view, char> entities[] = {
     {"lt", '<'}, {"gt", '>'}, {"amp", '&'}, {"quot", '"'}, {"apos", '\''}};
@@ -154,7 +155,7 @@ std::string XmlScanner::Attribute(std::string_view wanted) const
 std::string XmlText(std::string bytes)
 {
     if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF"))
-        return FromUtf16(std::string_view{bytes}.substr(2), bytes.starts_with("\xFE"));
+        return FromUtf16(std::string_view{bytes}.substr(2, MostUtf16), bytes.starts_with("\xFE"));
     return bytes;
 }
 

@@ -36,6 +36,7 @@ TEST(RtfTest, DecodesCharactersOfEveryKind)
         {"{\\title \\uc2\\u26085\\'93\\'fay}", "日y"},
         {"{\\title\\uc0\\u26085 y}", "日y"},
         {"{\\title {\\u26085 }?y}", "日?y"},
+        {"{\\title x\\emdash y\\rquote s\\_z\\u8217\\rquote t}", "x—y’s-z’t"},
         {"{\\upr{\\title ?}{\\*\\ud{\\title \\u26085}}}", "日"},
         {"{\\title one}{\\title two}", "one"},
         {"{\\title \\u55357?a\\u56832?}", "a"},
