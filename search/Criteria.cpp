@@ -33,6 +33,22 @@ std::vector<int> NumbersIn(std::string_view text)
     return numbers;
 }
 
+/// Those of a day as the user writes it; a month that is written by its name counts as its number.
+std::vector<int> NumbersIn(platform::Locale& locale, const platform::LocalTime& day)
+{
+    constexpr std::string_view digits = "0123456789";
+    std::string shown = locale.ShortDate(day);
+    shown.erase(shown.find_last_of(digits) + 1); // a word behind the year is none of a month
+    std::vector<int> numbers = NumbersIn(shown);
+    if (numbers.size() == 2) {
+        const auto isOfName = [](unsigned char c) { return c >= 'A'; };
+        const auto name = std::find_if(shown.rbegin(), shown.rend(), isOfName).base();
+        const auto before = NumbersIn({shown.begin(), name}).size();
+        numbers.insert(numbers.begin() + static_cast<std::ptrdiff_t>(before), day.month);
+    }
+    return numbers;
+}
+
 /// In days since 1601-01-01; nothing for what is no day.
 std::optional<std::int64_t> DayOf(std::string_view value, platform::Locale& locale)
 {
@@ -43,7 +59,7 @@ std::optional<std::int64_t> DayOf(std::string_view value, platform::Locale& loca
     if (numbers[0] <= 31) {
         // The user's order shows in how a day is written whose three numbers are different.
         constexpr platform::LocalTime pattern{2033, 11, 22, 0, 0, 0};
-        const std::vector<int> written = NumbersIn(locale.ShortDate(pattern));
+        const std::vector<int> written = NumbersIn(locale, pattern);
         day = {0, 1, 1, 0, 0, 0};
         for (std::size_t i = 0; i < written.size() && i < numbers.size(); ++i)
             (written[i] == pattern.month ? day.month : written[i] == pattern.day ? day.day : day.year) = numbers[i];

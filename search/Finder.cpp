@@ -140,7 +140,9 @@ std::vector<std::uint32_t> Finder::NextDocuments()
     held.resize(entries.size(), Open);
     for (; criteria && nextToHold < entries.size() && next.size() < DocumentsAtOnce; ++nextToHold) {
         const auto number = static_cast<std::uint32_t>(nextToHold);
-        if (held[number] == Open && index->IsIn(number, category))
+        if (entries[number].isElsewhere)
+            held[number] = Fails;
+        else if (held[number] == Open && index->IsIn(number, category))
             next.push_back(number);
     }
     if (!next.empty())

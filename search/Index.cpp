@@ -51,6 +51,10 @@ Found FoundIn(const Word& word, const Index::Entry& entry, Fit inFolder)
     return std::min(best, Found{inFolder, Place::Folder});
 }
 
+/// FILE_ATTRIBUTE_OFFLINE, _RECALL_ON_OPEN and _RECALL_ON_DATA_ACCESS: a whole library in a cloud drive would come down
+/// the line because somebody looks for a word.
+constexpr std::uint32_t KeptElsewhere = 0x1000 | 0x40000 | 0x400000;
+
 } // namespace
 
 std::uint32_t Index::AddFolder(std::string category, std::string disk)
@@ -62,12 +66,15 @@ std::uint32_t Index::AddFolder(std::string category, std::string disk)
 
 void Index::Add(std::uint32_t folder, std::size_t type, const platform::FileEntry& listed)
 {
+    const bool isElsewhere = (listed.attributes & KeptElsewhere) != 0;
     entries.push_back({.file = listed.name,
                        .name = Folded(locale, platform::path::WithoutLastFour(listed.name)),
                        .size = listed.size,
                        .modified = listed.modified,
                        .folder = folder,
-                       .type = static_cast<std::uint8_t>(type)});
+                       .type = static_cast<std::uint8_t>(type),
+                       .isRead = isElsewhere,
+                       .isElsewhere = isElsewhere});
 }
 
 void Index::SetSays(std::uint32_t entry, const documents::Facts& facts)

@@ -28,7 +28,8 @@ public:
         platform::FileTime modified{};
         std::uint32_t folder{};
         std::uint8_t type{}; ///< position among the kinds of templates
-        bool isRead{};       ///< `says` is known
+        bool isRead{};       ///< `says` is known, or is not to be asked for
+        bool isElsewhere{};  ///< only its name is here: reading it would fetch it from where it is kept
 
         platform::FileEntry AsListed() const { return {.name = file, .size = size, .modified = modified}; }
     };
