@@ -25,7 +25,8 @@ void Favorites::GetFavoritesFromRegistry()
     auto names = settings.Names(Section);
     if (!names)
         return;
-    const auto gone = files.Ask([names = std::move(*names), templatesPath = state.TemplatesPath](
+    const std::string asked = state.TemplatesPath;
+    const auto gone = files.Ask([names = std::move(*names), templatesPath = asked](
                                     platform::FileSystem& disk) -> platform::Result<std::set<std::string>> {
         if (const auto library = disk.List(DiskPath(templatesPath, "")); !library)
             return std::unexpected{library.error()};
@@ -35,6 +36,8 @@ void Favorites::GetFavoritesFromRegistry()
                 found.insert(name);
         return found;
     });
+    if (state.TemplatesPath != asked) // they are read again by whoever has changed it
+        return;
     // While that was waited for, the user may have added some and removed others.
     const auto stored = settings.Names(Section);
     if (!stored)
@@ -66,7 +69,7 @@ std::string Favorites::Library() const
 
 void Favorites::StoreLibrary(const std::string& path)
 {
-    if (settings.Text(LibrarySection, path).empty())
+    if (settings.Text(LibrarySection, path) != Library())
         (void)settings.Save(LibrarySection, path, Library());
 }
 
@@ -82,12 +85,14 @@ bool Favorites::IsGone(platform::FileSystem& disk, const std::string& file)
 
 bool Favorites::AddToFavorites(const std::string& path, const std::string& rowText)
 {
+    // Asked first: meanwhile the user may give the same command again.
+    const bool isGone = IsGone(files, DiskPath(state.TemplatesPath, path));
     const auto match = FindFavorite(path);
     if (!match) {
         messages.Plain(app::str::EnumerationFailed);
     } else if (!match->empty()) {
         messages.Inform(rowText + " " + strings.LoadString(app::str::AlreadyFavorite));
-    } else if (IsGone(files, DiskPath(state.TemplatesPath, path))) {
+    } else if (isGone) {
         messages.Inform(app::str::TemplateNotFound); // deleted meanwhile, or only its picture is left
     } else if (!SaveFavorite(path)) {
         messages.Stop(app::str::SetValueFailed);
@@ -142,8 +147,10 @@ void Favorites::ForgetMoved(const std::string& from, const std::string& to, bool
         if (auto path = MovedPath(favorite, from, to)) {
             (void)settings.Delete(Section, moved ? favorite : *path);
             (void)settings.Delete(LibrarySection, moved ? favorite : *path);
-            if (moved)
+            if (moved) {
                 favorite = std::move(*path);
+                StoreLibrary(favorite);
+            }
         }
 }
 

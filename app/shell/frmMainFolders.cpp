@@ -154,9 +154,10 @@ void frmMain::mnuTemplatesPath_Click()
     if (!ChooseTemplatesPath(program))
         return;
     ClearViewState();
-    favorites.GetFavoritesFromRegistry();
     templateLibrary.FullLoad = true;
-    if (LoadTreeView())
+    const bool isLoaded = LoadTreeView(); // first: until then the tree's folders are those of the former library
+    favorites.GetFavoritesFromRegistry();
+    if (isLoaded)
         FillList();
     RefreshCommands();
 }

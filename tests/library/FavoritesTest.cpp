@@ -77,6 +77,14 @@ TEST_F(FavoritesTest, AnotherLibraryCostsNobodyHisList)
     system.files.Remove(InLibrary("Letters\\Memo.swt"));
     Restart();
     EXPECT_EQ(StoredFavorites(), (Texts{"Business\\Budget.ccw", "Cards\\Birthday.swt"})) << "gone from its own library";
+
+    Main().tvTreeView.UserSelects("Letters\\Formal");
+    Main().UserPresses(ui::Ctrl('D'));
+    Main().Commands().Run("mnupopRenamefolder");
+    Main().tvTreeView.UserEndsLabelEdit("Stiff");
+    toolkit.FolderChoices = {"E:\\Other"};
+    Main().Commands().Run("mnuTemplatesPath");
+    EXPECT_EQ(StoredFavorites().size(), 3u) << "renamed with its folder, it is of that library still";
 }
 
 TEST_F(FavoritesTest, APathThatIsPartOfAFavouriteIsNotAddedAgain)
