@@ -95,10 +95,12 @@ void ListPane::Refill()
 void ListPane::Refresh(std::shared_ptr<RowSource> fresh)
 {
     source = std::move(fresh);
-    if (!filling)
-        refreshed.emplace();
-    else
+    if (filling) {
         Forget();
+        refreshed.reset(); // with what the one on the stack has read
+    } else {
+        refreshed.emplace();
+    }
     Read();
 }
 
@@ -127,8 +129,12 @@ void ListPane::Fill()
     if (served != request)
         return;
     ShowRefreshed();
-    if (templates.Rows() == 0 && current)
-        list.SetEmptyText(read ? EmptyText(tab) : strings.LoadString(WhyUnread(read.error())));
+    if (templates.Rows() == 0 && current) {
+        std::string text = read ? EmptyText(*current, tab) : strings.LoadString(WhyUnread(read.error()));
+        if (served != request) // the user has gone on meanwhile
+            return;
+        list.SetEmptyText(std::move(text));
+    }
     // So that the preview shows what the folder is about, and Enter opens something.
     if (list.Selected() < 0)
         list.Select(0);
@@ -168,7 +174,8 @@ void ListPane::Forget()
 
 void ListPane::Add(TemplateRows piece)
 {
-    if (piece.empty())
+    // Between a piece and the question whether to go on the disk is asked, and messages are handled.
+    if (piece.empty() || served != request)
         return;
     if (refreshed) {
         std::ranges::move(piece, std::back_inserter(*refreshed));
@@ -189,9 +196,9 @@ bool ListPane::GoOn()
     return served == request;
 }
 
-std::string ListPane::EmptyText(const std::string& tab) const
+std::string ListPane::EmptyText(RowSource& shown, const std::string& tab) const
 {
-    if (const auto texts = source->TextsFor(0))
+    if (const auto texts = shown.TextsFor(0))
         return texts->empty;
     /// Counts what it is given.
     struct Counter final : RowSink {
@@ -199,9 +206,9 @@ std::string ListPane::EmptyText(const std::string& tab) const
         bool GoOn() override { return true; }
         std::size_t rows{};
     } all;
-    (void)source->ReadRows(FileTypeTabs::AllTab, all);
-    if (all.rows == 0 && source->EmptyText() != 0)
-        return strings.LoadString(source->EmptyText());
+    (void)shown.ReadRows(FileTypeTabs::AllTab, all);
+    if (all.rows == 0 && shown.EmptyText() != 0)
+        return strings.LoadString(shown.EmptyText());
     const auto* kind = std::ranges::find(library::TemplateKinds, tab, &library::TemplateKind::tab);
     std::string text;
     if (ShowsThumbnails())

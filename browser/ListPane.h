@@ -115,7 +115,7 @@ private:
     void Arrange(const Arrangement& arrangement);
     void Fill();
     void ShowRefreshed();
-    std::string EmptyText(const std::string& tab) const;
+    std::string EmptyText(RowSource& shown, const std::string& tab) const;
     static std::uint16_t WhyUnread(platform::Error failure);
     std::string CountText() const;
     void SortBy(int column);

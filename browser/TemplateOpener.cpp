@@ -13,11 +13,6 @@ void TemplateOpener::Open(const std::string& file)
         Opened(file);
 }
 
-bool TemplateOpener::OpenAgain(const std::string& file)
-{
-    return Succeeded(Launch({.name = file}));
-}
-
 bool TemplateOpener::OpenRecorded(const std::string& file)
 {
     return Succeeded(Launch({.name = file, .isOwn = true}));

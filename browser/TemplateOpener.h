@@ -30,10 +30,8 @@ public:
     std::function<void(const std::string& path)> OpenedItself;
 
     void Open(const std::string& path);
-    /// The same for a file that the user takes from those opened before; nobody is told. False when a failure was
-    /// shown.
-    bool OpenAgain(const std::string& path);
-    /// OpenAgain for a document that the user has recorded, on whatever share it lies.
+    /// The same for a template or document that is recorded as opened before, on whatever share it lies; nobody is
+    /// told. False when a failure was shown.
     bool OpenRecorded(const std::string& path);
     /// A spreadsheet is copied into the working directory first, so that the user works on the copy, which is taken
     /// back when it does not open; other templates make a new document by themselves.

@@ -194,7 +194,7 @@ bool frmMain::OpenDocument(const std::string& path)
 void frmMain::mnuFile_Click(std::size_t number)
 {
     if (number <= recentFiles.List().size())
-        (void)opener.OpenAgain(std::string{recentFiles.List()[number - 1]});
+        (void)opener.OpenRecorded(std::string{recentFiles.List()[number - 1]});
 }
 
 } // namespace app

@@ -183,6 +183,42 @@ TEST_F(SlowDriveTest, ADriveThatNeverAnswersStopsNothing)
     }
 }
 
+TEST_F(SlowDriveTest, AFolderChosenInTheMiddleOfAFillShowsAlone)
+{
+    AddTemplates({"Letters\\Previews\\Memo.jpg", "Outer\\Inner\\x.swt"});
+    for (int at = 1; at < 12; ++at) {
+        SCOPED_TRACE(at);
+        Start();
+        Main().LoadThumbnailImages();
+        delays.Set(Templates, 5ms);
+        toolkit.OnYield = [&, first = toolkit.Yields() + at](int yield) {
+            if (yield == first)
+                Main().tvTreeView.UserSelects("Outer");
+        };
+        Main().tvTreeView.UserSelects("Letters");
+        toolkit.OnYield = nullptr;
+        Main().tvTreeView.UserSelects("Outer");
+        EXPECT_EQ(Main().lvListView.Rows(), 0);
+        delays.Set(Templates, 0ms);
+        End();
+    }
+}
+
+TEST_F(SlowDriveTest, ATemplateIsAFavouriteOnceHoweverOftenItIsAdded)
+{
+    Start();
+    Main().tvTreeView.UserSelects("Letters");
+    delays.Set(Templates, 50ms);
+    bool again = false;
+    toolkit.OnYield = [&](int) {
+        if (!std::exchange(again, true))
+            Main().UserPresses(ui::Ctrl('D'));
+    };
+    toolkit.ExpectMessage("Memo " + Text(app::str::AlreadyFavorite), Icon::Information);
+    Main().UserPresses(ui::Ctrl('D'));
+    EXPECT_EQ(Main().Favorites().FavoritesList(), Texts{"Letters\\Memo.swt"});
+}
+
 // What the user asks to be changed, or opened.
 
 class SlowChangeTest : public SlowDriveTest {
