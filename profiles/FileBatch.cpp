@@ -39,6 +39,17 @@ Result<> FileBatch::MakeFolder(std::string_view folder)
     return made;
 }
 
+Result<> FileBatch::MakeFolderAndAbove(std::string_view folder)
+{
+    const auto made = MakeFolder(folder);
+    const std::string above = path::Parent(folder);
+    if (made || made.error() != error::PathNotFound || path::Same(above, folder) ||
+        path::Same(above, path::Root(folder)))
+        return made;
+    const auto parent = MakeFolderAndAbove(above);
+    return parent ? MakeFolder(folder) : parent;
+}
+
 void FileBatch::Sweep(std::string_view folder)
 {
     for (const platform::FileEntry& entry : files.List(folder).value_or(std::vector<platform::FileEntry>{})) {

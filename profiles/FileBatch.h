@@ -23,6 +23,8 @@ public:
 
     /// Makes a folder unless it is there; Undo removes it again. Its parent must be there.
     platform::Result<> MakeFolder(std::string_view folder);
+    /// The same with the folders above it that are missing.
+    platform::Result<> MakeFolderAndAbove(std::string_view folder);
     /// Deletes the temporary files that a process which died has left in a folder.
     void Sweep(std::string_view folder);
     /// Bytes that a file may have.

@@ -141,7 +141,7 @@ Result<> ProfileImages::MakeFolders(FileBatch& batch, std::string_view profile) 
     const std::string folder = FolderOf(profile);
     if (folder.empty())
         return std::unexpected{error::PathNotFound};
-    if (const auto made = batch.MakeFolder(ImagesFolder()); !made)
+    if (const auto made = batch.MakeFolderAndAbove(ImagesFolder()); !made)
         return made;
     auto made = batch.MakeFolder(folder);
     if (made)

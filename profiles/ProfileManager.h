@@ -54,8 +54,7 @@ public:
     bool IsProfileEmpty(std::string_view name);
     /// Fills Current; what cannot be read is empty.
     void LoadProfile(std::string_view name);
-    /// Write Current's texts or images; all of them are tried, string 173 once when one fails. An empty name saves
-    /// nothing.
+    /// Write Current's texts or images; string 173 once when one fails. An empty name saves nothing.
     bool SaveProfileText(std::string_view name);
     bool SaveProfileImages(std::string_view name);
     /// Writes one image value of Current again. No message: for undoing what a failed save has begun.

@@ -233,17 +233,16 @@ Result<> ProfileTransfer::WriteExport(FileBatch& batch, const ExportedKeys& keys
     return batch.Write(own, file);
 }
 
-/// The pictures that an earlier export has left in the folder and this one does not bring go in the end. The folders
-/// that may be empty then.
+/// The pictures that an earlier export has left in the folder and this one does not bring go in the end. Where there is
+/// none, the folder and all in it is the user's own. The folders that may be empty then.
 std::vector<std::string> ProfileTransfer::ReplaceEarlier(FileBatch& batch, const std::string& folder,
                                                          const PictureFolders& now)
 {
-    Names names;
-    if (const auto earlier = files.Read(path::Join(folder, FileName), largestImport))
-        names = NamedPictureFolders(ReadRegistryText(*earlier, system.locale).keys);
-    for (const PictureFolder& sub : now)
-        names.insert(text::Folded(sub.name));
     std::vector<std::string> emptied;
+    const auto earlier = files.Read(path::Join(folder, FileName), largestImport);
+    if (!earlier)
+        return emptied;
+    const Names names = NamedPictureFolders(ReadRegistryText(*earlier, system.locale).keys);
     for (const PictureFolder& old : ListPictures(folder, names).value_or(PictureFolders{})) {
         const auto same = std::ranges::find_if(
             now, [&](const PictureFolder& sub) { return text::EqualIgnoringCase(sub.name, old.name); });
@@ -345,7 +344,8 @@ bool ProfileTransfer::Import(std::string_view chosen, const Confirm& confirm)
     FileBatch batch{files, system.clock};
     Result<> copied;
     if (!pictures->empty())
-        copied = path::IsAbsolute(imagesFolder) ? batch.MakeFolder(imagesFolder) : std::unexpected{error::PathNotFound};
+        copied = path::IsAbsolute(imagesFolder) ? batch.MakeFolderAndAbove(imagesFolder)
+                                                : std::unexpected{error::PathNotFound};
     if (copied)
         copied = CopyPictures(batch, *pictures, source, imagesFolder, file.leftOut);
     if (copied)

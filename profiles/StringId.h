@@ -23,6 +23,6 @@ inline constexpr std::uint16_t None = 0, // an unknown number: nothing to say
                                NoProfilesInFolder = 415, Imported = 416, LeftOut = 560, ProfileImagesTitle = 456,
                                SelectImageTitle = 572, ImageFilter = 573, SaveChanges = 581, PictureKind = 584,
                                ReplaceExport = 585, OverwriteProfiles = 586, ProfileNameCharacters = 587,
-                               NoPicture = 588, AllImagesFilter = 596, NothingToPaste = 721;
+                               NoPicture = 588, NothingToPaste = 721;
 
 } // namespace profiles::str

@@ -53,7 +53,7 @@ frmImages::Picture::Picture(ui::Form& form, ImageKind kind, int frameTag, int te
 frmImages::frmImages(app::Program& program, ProfileManager& profiles, ProfileImages& images,
                      std::string_view profileName, std::function<void()> openHelp)
     : Form{program.toolkit, "frmImages", Style::Dialog, ui::Tag{456}}, program{program}, profiles{profiles},
-      images{images}, profile{WithoutDefaultSuffix(profileName)}
+      images{images}, profile{profiles.Meant(profileName)}
 {
     app::LoadCaptions(*this, program.strings);
     app::AssignMnemonics(*this);
@@ -102,9 +102,9 @@ std::string frmImages::LoadPicture(Picture& picture)
 
 std::optional<std::string> frmImages::ShowOpenDialog()
 {
-    auto chosen = program.toolkit.OpenFile(
-        {program.Text(str::SelectImageTitle), program.Text(str::AllImagesFilter) + program.Text(str::ImageFilter),
-         FirstFolder(program.platform, program.settings.Text(PicturesSection, PicturesKey))});
+    auto chosen =
+        program.toolkit.OpenFile({program.Text(str::SelectImageTitle), program.Text(str::ImageFilter),
+                                  FirstFolder(program.platform, program.settings.Text(PicturesSection, PicturesKey))});
     // Where the next dialog starts is not worth a message when it cannot be stored.
     if (chosen)
         (void)program.settings.Save(PicturesSection, PicturesKey, platform::path::Parent(*chosen));
@@ -141,6 +141,7 @@ platform::Result<bool> frmImages::LookAt(const std::string& file) const
 
 void frmImages::Take(Picture& picture, const std::string& file)
 {
+    okWaits = false; // for what was chosen then
     const auto there = LookAt(file);
     if (!there || !*there) {
         Refuse(picture, file, there ? str::PictureNotFound : FileMessage(there.error()));
@@ -178,6 +179,7 @@ void frmImages::Refuse(Picture& picture, const std::string& file, std::uint16_t 
 
 void frmImages::btnClear_Click(Picture& picture)
 {
+    okWaits = false;
     picture.check.Drop();
     picture.change = "";
     picture.image.SetFile("");

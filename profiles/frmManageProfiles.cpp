@@ -108,7 +108,7 @@ void frmManageProfiles::btnDelete_Click()
         return;
     }
     // The list may be out of sight behind the question.
-    if (!program.messages.Ask(program.Text(str::DeleteProfileQuestion) + "\r\n\r\n" + list.Selected()))
+    if (!program.messages.Ask(program.Text(str::DeleteProfileQuestion) + "\r\n\r\n" + list.Selected(), ui::Answer::No))
         return;
     const int row = lstProfiles.Selected();
     const std::string next = list.At(row + 1);

@@ -47,7 +47,7 @@ frmOptionsImportExport::frmOptionsImportExport(app::Program& program, ProfileMan
 
 ProfileTransfer::Confirm frmOptionsImportExport::Confirm()
 {
-    return [this](const std::string& question) { return program.messages.Ask(question); };
+    return [this](const std::string& question) { return program.messages.Ask(question, ui::Answer::No); };
 }
 
 void frmOptionsImportExport::btnBrowse_Click()

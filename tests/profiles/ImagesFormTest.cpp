@@ -82,6 +82,15 @@ TEST_F(ImagesFormTest, OkCarriesOutWhatWasChosenLast)
              EXPECT_TRUE(form.Logo.btnSet.HasFocus());
          },
          ""},
+        {"dropped, and cleared behind an OK that waits",
+         [&](auto& form) {
+             form.Logo.image.UserDrops("C:\\Pics\\new.gif");
+             form.OKButton.UserClicks();
+             form.Logo.btnClear.UserClicks();
+             Choose(form.Portrait, "C:\\Pics\\new.gif");
+             EXPECT_TRUE(form.IsOpen()) << "that OK was for something else";
+         },
+         ""},
         {"cleared and set",
          [&](auto& form) {
              form.Logo.btnClear.UserClicks();

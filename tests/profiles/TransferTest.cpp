@@ -369,9 +369,12 @@ TEST_F(TransferTest, AnExportTakesWhatProfilesOwnAndNamesWhatCannotGo)
 
 TEST_F(TransferTest, ASecondExportReplacesTheFirstOne)
 {
+    const std::string own = "C:\\Out\\Set\\Ann\\My logo.psd"; // was there before any export
+    system.files.AddFile(own, "the user's");
     PutPicture("Ann", ImageKind::Logo, ".jpg", "old");
     PutPicture("Bob", ImageKind::Logo, ".jpg", "bob's");
     ASSERT_EQ(Export(), ExportOutcome::Done);
+    EXPECT_TRUE(system.files.Exists(own));
     system.files.SetAttributes("C:\\Out\\Set\\TSProfile.tspf", platform::attribute::ReadOnly);
     system.files.SetAttributes("C:\\Out\\Set\\Ann\\Logo.jpg", platform::attribute::ReadOnly);
     system.files.AddFile("C:\\Out\\Set\\Ann\\notes.txt", "the user's");
