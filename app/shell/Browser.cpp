@@ -127,7 +127,6 @@ bool Browser::LoadMain()
         return false;
     program.state.MainLoaded = true;
     main->EnableItemCommands();
-    program.state.FindPaneOpen = false;
     program.state.BrowserReady = true;
     indicator.reset();
     main->PostLoad();

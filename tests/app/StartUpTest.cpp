@@ -222,6 +222,19 @@ TEST_F(StartUpTest, AskedToCloseInTheMiddleOfTheLoadItEndsWithoutATrace)
     EXPECT_EQ(ended, 1);
 }
 
+TEST_F(StartUpTest, TheFindPaneThatIsOpenedInTheMiddleOfTheLoadStays)
+{
+    bool acted = false;
+    toolkit.OnYield = [&](int) {
+        if (browser.Main() != nullptr && browser.Main()->Library().Loading() && !std::exchange(acted, true))
+            browser.Main()->Commands().Run("mnuEditFind");
+    };
+    Start();
+    EXPECT_TRUE(acted && Main().Find().IsOpen());
+    Main().findControls.cmdClose.UserClicks();
+    EXPECT_FALSE(Main().Find().IsOpen());
+}
+
 // The templates path cannot be read.
 
 TEST_F(StartUpTest, ATemplatesPathThatCannotBeReadIsExplainedAndCancelQuits)
