@@ -498,8 +498,7 @@ void frmMain::OnResize()
     if (const int least = LeastWidth(); State() == WindowState::Normal && Placement().width < least) {
         ui::Rect wider = Placement();
         wider.width = least;
-        SetPlacement(wider);
-        return; // the new size comes back here
+        SetPlacement(wider); // which is heard of here only where it is another size in pixels, too
     }
     SizeControls();
 }

@@ -3,6 +3,7 @@
 
 #include "app/base/StringId.h"
 #include "library/TemplateFiles.h"
+#include "platform/Text.h"
 
 namespace app {
 namespace {
@@ -179,7 +180,9 @@ void frmMain::AddCommands()
         commands.Add(std::move(same));
     }
     for (const std::string& link : help.WebLinks())
-        commands.Add({.name = "mnuWebLink " + link, .text = link, .run = [this, link] { help.OpenLink(link); }});
+        commands.Add({.name = "mnuWebLink " + link,
+                      .text = platform::text::Replaced(link, "&", "&&"),
+                      .run = [this, link] { help.OpenLink(link); }});
 }
 
 void frmMain::BuildMenus()

@@ -22,6 +22,7 @@ frmTemplatesPath::frmTemplatesPath(Program& program)
     : Form{program.toolkit, "frmTemplatesPath", Style::Dialog, ui::Tag{339}}, program{program}
 {
     LoadCaptions(*this, program.strings);
+    lblPath.PlainText = true;
     ShowReason();
     Layout(Column(lblReason, lblPath, lblQuit, Buttons(cmdRetry, cmdNew, cmdCancel)), Width);
     cmdRetry.Click = [this] { cmdRetry_Click(); };

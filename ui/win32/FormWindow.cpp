@@ -553,8 +553,8 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
     case WM_GETMINMAXINFO:
         if (frameIsDragged) {
             POINT& smallest = reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize;
-            smallest.x = std::max<LONG>(smallest.x, ToPixels(form.Smallest.width, SystemDpi()));
-            smallest.y = std::max<LONG>(smallest.y, ToPixels(form.Smallest.height, SystemDpi()));
+            smallest.x = std::max<LONG>(smallest.x, ToPixels(form.Smallest.width, dpi));
+            smallest.y = std::max<LONG>(smallest.y, ToPixels(form.Smallest.height, dpi));
             return 0;
         }
         break;
