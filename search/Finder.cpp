@@ -163,13 +163,16 @@ void Finder::ReadDocuments(std::vector<std::uint32_t> entries)
     documents.reserve(entries.size());
     for (const std::uint32_t number : entries)
         documents.push_back({index->PathOf(number), index->Entries()[number].AsListed()});
+    // Who presses Find Now may have changed a document since its folder was listed.
     underWay = jobs.Start(
-        [documents = std::move(documents),
-         from = reader](const platform::Cancelled& cancelled) -> platform::Result<std::vector<documents::Facts>> {
+        [documents = std::move(documents), from = reader, &disk = files, asksAnew = criteria.has_value()](
+            const platform::Cancelled& cancelled) -> platform::Result<std::vector<documents::Facts>> {
             std::vector<documents::Facts> facts;
             for (const Document& document : documents)
-                if (!cancelled)
-                    facts.push_back(from->Read(document.path, document.listed));
+                if (!cancelled) {
+                    const auto now = asksAnew ? disk.Stat(document.path) : document.listed;
+                    facts.push_back(from->Read(document.path, now.value_or(document.listed)));
+                }
             return facts;
         },
         [this, entries = std::move(entries)](const platform::Result<std::vector<documents::Facts>>& read) {

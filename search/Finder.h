@@ -48,7 +48,7 @@ public:
     const std::string& Text() const { return text; }
     /// Templates of this category and those below it; "" for all.
     void SetCategory(std::string wanted);
-    /// Documents that say so of themselves. They are read again, as far as they had changed when their folders were.
+    /// Documents that say so of themselves. They are read again, as far as they have changed.
     void SetCriteria(std::optional<Criteria> wanted);
     bool IsWanted() const { return !text.empty() || criteria; }
 

@@ -145,6 +145,10 @@ TEST_F(FindPaneTest, WhatTheDocumentsSayIsFoundToo)
     Pane().cmdFindNow.UserClicks();
     system.jobs.FinishAll();
     EXPECT_EQ(Shown(), Texts{"Plain"});
+    AddDocument("Business\\Other.swt", "{\\title Last review}");
+    Pane().cmdFindNow.UserClicks();
+    system.jobs.FinishAll();
+    EXPECT_EQ(Shown(), (Texts{"Other", "Plain"})) << "changed since its folder was listed";
     Pane().cmdFindNow.UserClicks();
     Pane().cmdStop.UserClicks();
     EXPECT_EQ(system.jobs.Count(), 0U);
