@@ -107,7 +107,6 @@ if [[ -z $native_only ]]; then
   wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d 96 /f >/dev/null
   wineserver -w
   suite endtoend-wine 600 wine "$tests/endtoend/endtoend_tests.exe"
-  check load-bench wine "build/$flavour/bench/load_bench.exe" --quick
 fi
 
 echo "$passed passed, $failed failed, $skipped skipped"

@@ -237,14 +237,8 @@ int Run(std::span<char*> arguments)
         return 0;
     }
 
-    Size size;
-    Bounds bounds{1.3, 1.5};
-    if (mode == "--quick") {
-        size = {.folders = 100, .filesAFolder = 100, .templatesInList = 3000, .rounds = 11};
-        bounds = {2.5, 2.5}; // a busy machine must not fail a build, a probe a pattern must
-    }
-    if (!disk->IsReal())
-        bounds = {};
+    const Size size;
+    const Bounds bounds = disk->IsReal() ? Bounds{1.3, 1.5} : Bounds{};
     Headless headless;
     ui::Toolkit* toolkit = &headless;
     bool shown = false;
@@ -256,10 +250,9 @@ int Run(std::span<char*> arguments)
         shown = true;
     }
 #endif
-    if (toolkit == &headless && !mode.empty() && mode != "--quick") {
-        std::fprintf(
-            stderr,
-            "usage: load_bench [--quick | --windows | --once FOLDERS FILES | --fill FILES | --folder PATH ROUNDS]\n");
+    if (toolkit == &headless && !mode.empty()) {
+        std::fprintf(stderr,
+                     "usage: load_bench [--windows | --once FOLDERS FILES | --fill FILES | --folder PATH ROUNDS]\n");
         return 2;
     }
     const bool loadKept = MeasureLoad(*disk, *toolkit, shown, size, bounds.load);
