@@ -36,6 +36,13 @@ bool IsPictureFile(std::string_view name)
     return std::ranges::any_of(AllImages, [&](ImageKind k) { return text::ContainsIgnoringCase(name, KindWord(k)); });
 }
 
+/// What is kept as a profile's picture is called so, and not only in part.
+bool IsKeptPicture(std::string_view name)
+{
+    return std::ranges::any_of(
+        AllImages, [&](ImageKind k) { return text::EqualIgnoringCase(path::WithoutLastFour(name), KindWord(k)); });
+}
+
 bool IsOnShare(std::string_view path)
 {
     constexpr std::string_view separators = "\\/";
@@ -248,7 +255,7 @@ std::vector<std::string> ProfileTransfer::ReplaceEarlier(FileBatch& batch, const
             now, [&](const PictureFolder& sub) { return text::EqualIgnoringCase(sub.name, old.name); });
         const std::string sub = path::Join(folder, old.name);
         for (const std::string& file : old.files)
-            if (IsPictureFile(file) && (same == now.end() || !same->Has(file)))
+            if (IsKeptPicture(file) && (same == now.end() || !same->Has(file)))
                 batch.DeleteAtEnd(path::Join(sub, file));
         if (same == now.end())
             emptied.push_back(sub);

@@ -371,10 +371,11 @@ TEST_F(TransferTest, ASecondExportReplacesTheFirstOne)
 {
     const std::string own = "C:\\Out\\Set\\Ann\\My logo.psd"; // was there before any export
     system.files.AddFile(own, "the user's");
+    system.files.AddFile("C:\\Out\\Set\\Ann\\Logo.psd", "so was this");
     PutPicture("Ann", ImageKind::Logo, ".jpg", "old");
     PutPicture("Bob", ImageKind::Logo, ".jpg", "bob's");
     ASSERT_EQ(Export(), ExportOutcome::Done);
-    EXPECT_TRUE(system.files.Exists(own));
+    EXPECT_TRUE(system.files.Exists("C:\\Out\\Set\\Ann\\Logo.psd"));
     system.files.SetAttributes("C:\\Out\\Set\\TSProfile.tspf", platform::attribute::ReadOnly);
     system.files.SetAttributes("C:\\Out\\Set\\Ann\\Logo.jpg", platform::attribute::ReadOnly);
     system.files.AddFile("C:\\Out\\Set\\Ann\\notes.txt", "the user's");
@@ -385,7 +386,7 @@ TEST_F(TransferTest, ASecondExportReplacesTheFirstOne)
     PutPicture("Ann", ImageKind::Logo, ".gif", "new");
     ASSERT_EQ(Export(), ExportOutcome::Done);
     EXPECT_EQ(system.files.AllPaths("C:\\Out\\Set"),
-              (Texts{"C:\\Out\\Set\\Ann", "C:\\Out\\Set\\Ann\\Logo.gif", "C:\\Out\\Set\\Ann\\notes.txt",
+              (Texts{"C:\\Out\\Set\\Ann", "C:\\Out\\Set\\Ann\\Logo.gif", own, "C:\\Out\\Set\\Ann\\notes.txt",
                      "C:\\Out\\Set\\Other", "C:\\Out\\Set\\Other\\Logo.jpg", "C:\\Out\\Set\\TSProfile.tspf"}));
 }
 
