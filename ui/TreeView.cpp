@@ -118,6 +118,12 @@ void TreeView::UserSelects(std::string_view key)
         Click();
 }
 
+void TreeView::UserClicksAgain()
+{
+    if (Enabled() && selected != nullptr && ClickAgain)
+        ClickAgain();
+}
+
 void TreeView::UserExpands(std::string_view key)
 {
     Node* node = Find(key);

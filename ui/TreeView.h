@@ -66,6 +66,8 @@ public:
     bool Updating() const { return updating > 0; }
 
     std::function<void()> Click;
+    /// The node that was selected already was clicked.
+    std::function<void()> ClickAgain;
     std::function<void(Node&)> Expand;
     std::function<void(Node&)> Collapse;
     std::function<void(Node&)> DblClick;
@@ -82,6 +84,7 @@ public:
     std::function<void(Node&, Control& source)> Drop;
 
     void UserSelects(std::string_view key);
+    void UserClicksAgain();
     void UserExpands(std::string_view key);
     void UserCollapses(std::string_view key);
     /// By a click on the selected node's label; false when it may not be edited.

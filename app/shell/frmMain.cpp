@@ -216,6 +216,11 @@ void frmMain::WireEvents()
     MenuOpening = [this] { RefreshCommands(); };
 
     tvTreeView.Click = [this] { tvTreeView_Click(); };
+    tvTreeView.ClickAgain = [this] {
+        // Its templates are what the user wants to see; when they are shown, they stay as they are.
+        if (find.Rows() != nullptr)
+            tvTreeView_Click();
+    };
     tvTreeView.Expand = [this](ui::TreeView::Node& node) { tvTreeView_Expand(node); };
     tvTreeView.Collapse = [this](ui::TreeView::Node& node) { tvTreeView_Expand(node); };
     tvTreeView.DblClick = [this](const ui::TreeView::Node&) { OpenSelectedNode(); };

@@ -262,8 +262,10 @@ private:
         switch (Below(8)) {
         case 0:
         case 1:
-        case 2:
             tree.UserSelects(key);
+            break;
+        case 2:
+            tree.UserClicksAgain();
             break;
         case 3:
             tree.UserExpands(key);

@@ -196,6 +196,9 @@ TEST_F(FindPaneTest, ItSearchesTheCategoryAndTheKindsThatAreChosen)
     Main().tvTreeView.UserSelects("Business\\Contracts");
     EXPECT_EQ(Shown(), Texts{"Lease"});
     EXPECT_EQ(Pane().txtLookFor.Text(), "");
+    Type("memo");
+    Main().tvTreeView.UserClicksAgain(); // on the folder that the tree has shown as selected all along
+    EXPECT_EQ(Shown(), Texts{"Lease"});
 }
 
 TEST_F(FindPaneTest, FavoritesAndFoldersAreGuarded)

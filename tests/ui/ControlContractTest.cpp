@@ -62,7 +62,7 @@ TEST_F(ControlContractTest, EachActInAWindowIsOneEvent)
     Check(form, {
         {"node", Clicks(form.tvTree, 5), {"select Faxes"}, &form.tvTree,
          "My Favorites\nLetters-\n Business\n Private\n Holidays\n*Faxes\nÜbersichten\n"},
-        {"the same node", Clicks(form.tvTree, 5), {}},
+        {"the same node", Clicks(form.tvTree, 5), {"again Faxes"}},
         {"row", Clicks(form.lvList, 3), {"row 3"}, &form.lvList, "3 of 8"},
         {"the same row", Clicks(form.lvList, 3), {}},
         {"double click", [&] { user->DoubleClick(form.lvList, 5); }, {"row 5", "open 5"}},

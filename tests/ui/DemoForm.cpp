@@ -73,6 +73,7 @@ void DemoForm::BuildTree()
     const auto selected = [this](auto&&...) { return tvTree.Selected()->key; };
     const auto key = [](const ui::TreeView::Node& node) { return node.key; };
     tvTree.Click = Note("select ", selected);
+    tvTree.ClickAgain = Note("again ", selected);
     tvTree.ContextMenu = Note("context ", selected);
     tvTree.Expand = Note("expand ", key);
     tvTree.Collapse = Note("collapse ", key);

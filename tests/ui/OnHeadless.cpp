@@ -41,7 +41,8 @@ public:
         else if (auto* arrows = dynamic_cast<ui::UpDown*>(&control))
             arrows->UserSteps(part == 0 ? 1 : -1);
         else if (auto* tree = dynamic_cast<ui::TreeView*>(&control))
-            tree->UserSelects(ShownNodes(*tree).at(index)->key);
+            ShownNodes(*tree).at(index) == tree->Selected() ? tree->UserClicksAgain()
+                                                            : tree->UserSelects(ShownNodes(*tree).at(index)->key);
         else if (auto* list = dynamic_cast<ui::ListView*>(&control))
             list->UserSelects(part);
         else if (auto* tabs = dynamic_cast<ui::TabStrip*>(&control))

@@ -427,9 +427,13 @@ std::optional<LRESULT> TreeViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
     case WM_KEYDOWN:
     case WM_CHAR: {
         const Watch watch{*this};
+        const bool again =
+            message == WM_LBUTTONDOWN && IsSelected(ItemAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}));
         const LRESULT result = Default(message, wParam, lParam);
         if (!watch.Gone())
             FoldSelection();
+        if (again && !watch.Gone())
+            tree.UserClicksAgain();
         AfterNotification(watch);
         return result;
     }
@@ -485,12 +489,23 @@ void TreeViewPeer::OnRightButton(POINT point)
 {
     const Watch watch{*this};
     SetFocus(Handle());
+    if (const HTREEITEM item = watch.Gone() ? nullptr : ItemAt(point))
+        Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item));
+    AfterNotification(watch);
+}
+
+bool TreeViewPeer::IsSelected(HTREEITEM item)
+{
+    const Row* row = RowOf(item);
+    return row != nullptr && tree.Selected() != nullptr && tree.Selected()->key == row->key;
+}
+
+HTREEITEM TreeViewPeer::ItemAt(POINT point) const
+{
     TVHITTESTINFO hit{};
     hit.pt = point;
     Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
-    if (!watch.Gone() && hit.hItem != nullptr && (hit.flags & TVHT_ONITEM) != 0)
-        Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(hit.hItem));
-    AfterNotification(watch);
+    return (hit.flags & TVHT_ONITEM) != 0 ? hit.hItem : nullptr;
 }
 
 } // namespace ui::win32

@@ -79,6 +79,9 @@ private:
     void OnSelected(const NMTREEVIEWW& change);
     void OnExpanded(const NMTREEVIEWW& change);
     void OnRightButton(POINT point);
+    /// Null beside all names and pictures.
+    HTREEITEM ItemAt(POINT point) const;
+    bool IsSelected(HTREEITEM item);
     void ShowMenu(POINT point);
 };
 
