@@ -4,19 +4,13 @@
 #include "profiles/RegistryTree.h"
 #include "profiles/StringId.h"
 
-#include <optional>
-#include <vector>
-
 namespace profiles {
 
 namespace path = platform::path;
 using platform::Hive;
 using platform::Result;
 
-namespace {
-
-/// What went wrong with the files of a whole profile: all of them are tried, so that one message names them all.
-struct FilesInTrouble {
+struct ProfileOperations::FilesInTrouble {
     std::optional<platform::Error> error; ///< the first one
     std::string paths;                    ///< a line each
 
@@ -32,8 +26,6 @@ struct FilesInTrouble {
         return true;
     }
 };
-
-} // namespace
 
 bool ProfileOperations::Create(const std::string& name, const std::string& source)
 {
@@ -118,6 +110,34 @@ bool ProfileOperations::Rename(const std::string& oldName, const std::string& ne
     if (profiles.Current.failed) // a picture would stay in the folder of the old name
         return undo(str::SetValueFailed);
     const std::string oldFolder = images.FolderOf(oldName);
+    const auto oldFiles = MovePictures(batch, oldFolder, newName, trouble);
+    if (!oldFiles)
+        return undo(str::SetValueFailed);
+    if (!trouble.error)
+        trouble.Add(batch.Commit(), images.FolderToTell(newName));
+    if (trouble.error)
+        return undo(str::None);
+
+    settingsChanged = true;
+    if (!profiles.SetCurrentProfile(newName) || (*wasDefault && !profiles.SetDefaultProfile(newName)))
+        return undo(str::SetValueFailed);
+    if (!DeleteTree(registry, ProfileKey(oldName)))
+        return undo(str::DeleteValueFailed);
+
+    for (const std::string& file : *oldFiles)
+        batch.DeleteAtEnd(file);
+    if (const auto finished = batch.Finish(); !finished)
+        images.TellFiles(finished.error(), oldFolder);
+    if (!oldFolder.empty())
+        (void)files.RemoveFolder(oldFolder); // stays when it holds something else
+    return true;
+}
+
+std::optional<std::vector<std::string>> ProfileOperations::MovePictures(FileBatch& batch, const std::string& oldFolder,
+                                                                        const std::string& newName,
+                                                                        FilesInTrouble& trouble)
+{
+    const std::string newKey = ProfileKey(newName);
     std::vector<std::string> oldFiles;
     for (const ImageKind kind : AllImages) {
         const std::string image = profiles.Current[kind];
@@ -140,26 +160,9 @@ bool ProfileOperations::Rename(const std::string& oldName, const std::string& ne
         const platform::RegistryValue value{platform::ValueType::String, target};
         if (!registry.Set(Hive::CurrentUser, newKey, ValueName(kind), value) ||
             registry.Query(Hive::CurrentUser, newKey, ValueName(kind)) != Result<platform::RegistryValue>{value})
-            return undo(str::SetValueFailed);
+            return std::nullopt;
     }
-    if (!trouble.error)
-        trouble.Add(batch.Commit(), images.FolderToTell(newName));
-    if (trouble.error)
-        return undo(str::None);
-
-    settingsChanged = true;
-    if (!profiles.SetCurrentProfile(newName) || (*wasDefault && !profiles.SetDefaultProfile(newName)))
-        return undo(str::SetValueFailed);
-    if (!DeleteTree(registry, ProfileKey(oldName)))
-        return undo(str::DeleteValueFailed);
-
-    for (const std::string& file : oldFiles)
-        batch.DeleteAtEnd(file);
-    if (const auto finished = batch.Finish(); !finished)
-        images.TellFiles(finished.error(), oldFolder);
-    if (!oldFolder.empty())
-        (void)files.RemoveFolder(oldFolder); // stays when it holds something else
-    return true;
+    return oldFiles;
 }
 
 bool ProfileOperations::Delete(const std::string& listed)

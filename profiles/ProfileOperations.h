@@ -3,8 +3,9 @@
 #include "profiles/ProfileImages.h"
 #include "profiles/ProfileManager.h"
 
+#include <optional>
 #include <string>
-#include <string_view>
+#include <vector>
 
 namespace profiles {
 
@@ -35,6 +36,13 @@ private:
     app::Messages& messages;
     ProfileManager& profiles;
     ProfileImages& images;
+
+    /// What went wrong with the files of a whole profile: all of them are tried, so that one message names them all.
+    struct FilesInTrouble;
+    /// Copies the pictures of profiles.Current to where the new name keeps its own, and has the new name's values say
+    /// so. Those in the old name's folder, which can go in the end; nothing when a value could not be stored.
+    std::optional<std::vector<std::string>> MovePictures(FileBatch& batch, const std::string& oldFolder,
+                                                         const std::string& newName, FilesInTrouble& trouble);
 };
 
 } // namespace profiles

@@ -1,5 +1,9 @@
 #include "profiles/ProfileRecord.h"
 
+#include "platform/Text.h"
+
+#include <algorithm>
+
 namespace profiles {
 
 std::string_view ValueName(Field field)
@@ -15,6 +19,12 @@ std::string_view ValueName(ImageKind kind)
 {
     static constexpr std::array<std::string_view, ImageCount> names{"LocalLogo", "LocalPortrait", "LocalSignature"};
     return names[static_cast<std::size_t>(kind)];
+}
+
+bool IsImageValue(std::string_view name)
+{
+    return std::ranges::any_of(
+        AllImages, [&](ImageKind kind) { return platform::text::EqualIgnoringCase(name, ValueName(kind)); });
 }
 
 std::string_view KindWord(ImageKind kind)

@@ -24,6 +24,8 @@ inline constexpr std::array<ImageKind, ImageCount> AllImages{ImageKind::Logo, Im
 /// The value's name in the profile's registry key, which the suite's templates read.
 std::string_view ValueName(Field field);
 std::string_view ValueName(ImageKind kind);
+/// Whether a value of this name is one of those.
+bool IsImageValue(std::string_view name);
 /// "Logo", "Portrait", "Signature": how the files in a profile's image folder begin.
 std::string_view KindWord(ImageKind kind);
 

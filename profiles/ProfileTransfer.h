@@ -3,6 +3,7 @@
 #include "app/base/PatientFiles.h"
 #include "app/base/RegistryAccess.h"
 #include "app/base/Settings.h"
+#include "profiles/PictureFolders.h"
 #include "profiles/ProfileImages.h"
 #include "profiles/RegistryText.h"
 
@@ -10,7 +11,6 @@
 #include <expected>
 #include <functional>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -62,24 +62,17 @@ private:
     const app::StringTable& strings;
     ProfileImages& images;
     std::uint32_t editorTime;
-    std::string unread; ///< the picture that the last copying failed for; "" when it was for where they go
 
-    struct PictureFolder {
-        std::string name;
-        std::vector<std::string> files;
-        bool Has(std::string_view file) const;
-    };
-    using PictureFolders = std::vector<PictureFolder>;
-    using Names = std::set<std::string>; ///< folded
+    /// Bytes. Some thousand profiles; a larger file is none of ours.
+    static constexpr std::uint64_t LargestExport = 16u << 20;
 
     std::expected<std::string, ExportOutcome> ExportFolder(std::string_view location, std::string_view folderName);
     platform::Result<ExportedKeys> ReadProfiles(LeftOut& leftOut) const;
     platform::Result<> ReadValues(ExportedKey& key, LeftOut& leftOut) const;
     platform::Result<> WriteExport(FileBatch& batch, const ExportedKeys& profiles, const std::string& file);
+    /// The pictures that an earlier export has left in the folder and this one does not bring go in the end. Where
+    /// there is none, the folder and all in it is the user's own. The folders that may be empty then.
     std::vector<std::string> ReplaceEarlier(FileBatch& batch, const std::string& folder, const PictureFolders& now);
-    platform::Result<PictureFolders> ListPictures(const std::string& folder, const Names& wanted) const;
-    platform::Result<> CopyPictures(FileBatch& batch, PictureFolders& folders, const std::string& from,
-                                    const std::string& to, LeftOut& leftOut);
     /// Why no folder of the user's can have this name, as a text; "" when one can.
     std::string RefusalOf(std::string_view folderName) const;
     /// The folder itself, or the only one in it that holds an export when it holds none.
@@ -87,8 +80,12 @@ private:
     bool MayOverwrite(const ExportedKeys& keys, const Confirm& confirm) const;
     std::optional<std::string> ReadImport(std::string_view folder);
     static bool CheckForValidRegFile(std::string_view bytes);
+    /// A key of another name would be taken for another profile, or for none, wherever profiles are chosen from a list.
     void KeepPossibleNames(RegistryText& file) const;
+    /// Image values whose picture came along point at the place that it has here. Those that would make this machine
+    /// contact another one, whenever the profile is looked at, stay out unless they are the user's own.
     void PlacePictures(RegistryText& file, const PictureFolders& came, const std::string& imagesFolder) const;
+    /// `fileForEditor` is "" when the registry editor is not to be asked.
     platform::Result<> ImportProfiles(const ExportedKeys& wanted, std::string_view fileForEditor);
     void RunEditor(const std::string& arguments);
     void TellFolder(std::uint16_t reason);

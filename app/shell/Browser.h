@@ -48,7 +48,7 @@ private:
     void EnsurePdfConverter();
     /// Runs it from the message loop, unless this browser is gone by then.
     void Post(std::function<void()> task);
-    /// Asks a new user for a profile.
+    /// Asks, from the message loop, what the start left open: an empty library, then a new user's profile.
     void PostQuestions();
     void PostEnd();
 };
