@@ -1,5 +1,6 @@
 #include "search/Criteria.h"
 
+#include "app/base/StringId.h"
 #include "app/base/StringTable.h"
 #include "documents/Dates.h"
 #include "platform/Text.h"
@@ -14,7 +15,6 @@ namespace {
 namespace text = platform::text;
 
 constexpr std::string_view Section = "Browser\\Find";
-constexpr std::uint16_t AllCategories = 190, SelectedCategory = 191;
 constexpr std::int64_t StepsADay = 864'000'000'000; ///< file times count 100 nanoseconds
 
 /// The numbers in a text; one that is far too long is 0.
@@ -81,12 +81,16 @@ std::int64_t DayOf(const documents::Date& date, platform::Clock& clock)
 
 std::string Own(std::uint16_t number)
 {
-    std::string own{app::StringTable::Own(number)};
-    std::erase_if(own, [](char c) { return c == '&' || c == ':'; });
-    return own;
+    return Plain(std::string{app::StringTable::Own(number)});
 }
 
 } // namespace
+
+std::string Plain(std::string label)
+{
+    std::erase_if(label, [](char c) { return c == '&' || c == ':'; });
+    return label;
+}
 
 std::vector<Condition> ConditionsOf(const Property& property)
 {
@@ -156,7 +160,7 @@ bool Criteria::HasWhole(std::string_view folded, std::string_view wanted) const
 Remembered ReadRemembered(const app::Settings& settings)
 {
     Remembered remembered;
-    remembered.isSelectedCategory = settings.Text(Section, "FolderSelected") == Own(SelectedCategory);
+    remembered.isSelectedCategory = settings.Text(Section, "FolderSelected") == Own(app::str::SearchSelected);
     const std::string name = settings.Text(Section, "Property");
     for (std::size_t i = 0; i < Properties.size(); ++i)
         if (Own(Properties[i].name) == name)
@@ -176,7 +180,8 @@ Remembered ReadRemembered(const app::Settings& settings)
 bool Save(const Remembered& remembered, app::Settings& settings)
 {
     const platform::Result<> saved[] = {
-        settings.Save(Section, "FolderSelected", Own(remembered.isSelectedCategory ? SelectedCategory : AllCategories)),
+        settings.Save(Section, "FolderSelected",
+                      Own(remembered.isSelectedCategory ? app::str::SearchSelected : app::str::SearchAll)),
         settings.Save(Section, "Property", Own(Properties.at(remembered.property).name)),
         settings.Save(Section, "Condition", Own(std::to_underlying(remembered.condition))),
         settings.Save(Section, "Value", remembered.value),

@@ -14,6 +14,9 @@
 
 namespace search {
 
+/// A label's text without its mnemonic's mark and its colon, as a line of a list.
+std::string Plain(std::string label);
+
 /// What can be asked of a document.
 struct Property {
     std::uint16_t name; ///< string number; the text has a mnemonic and a colon, as a label

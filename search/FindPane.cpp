@@ -4,7 +4,6 @@
 #include "library/CategoryPath.h"
 #include "platform/Text.h"
 
-#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -13,53 +12,9 @@ namespace {
 
 using ui::KeyCode;
 
-// All lengths in twips.
-constexpr int LeastText = 1500;
-constexpr int LeastCombo = 2550;
 constexpr std::chrono::milliseconds BetweenShows{250};
 
-/// A label's text as a line of a list.
-std::string Plain(std::string label)
-{
-    std::erase_if(label, [](char c) { return c == '&' || c == ':'; });
-    return label;
-}
-
 } // namespace
-
-FindControls::FindControls(ui::Form& form)
-    : lblLookFor{form, ui::Tag{177}}, txtLookFor{form}, lblFolder{form, ui::Tag{232}}, cboFolder{form},
-      chkWord{form, ui::Tag{184}}, chkExcel{form, ui::Tag{185}}, chkPowerPoint{form, ui::Tag{186}},
-      lblProperty{form, ui::Tag{175}}, cboProperty{form}, lblCondition{form, ui::Tag{176}},
-      cboCondition{form}, lblValue{form, ui::Tag{707}}, txtValue{form}, lblResult{form}, cmdOtherTypes{form},
-      cmdAllCategories{form}, cmdFindNow{form, ui::Tag{217}}, cmdStop{form, ui::Tag{216}}, cmdClose{form, ui::Tag{499}}
-{
-}
-
-ui::Cell FindControls::Layout()
-{
-    using ui::Fill;
-    using ui::Least;
-    using ui::Row;
-    return ui::Column(
-        Row(lblLookFor, Fill(Least(txtLookFor, {LeastText, 0})), lblFolder, Least(cboFolder, {LeastCombo, 0}), chkWord,
-            chkExcel, chkPowerPoint),
-        Row(lblProperty, cboProperty, lblCondition, cboCondition, lblValue, Fill(Least(txtValue, {LeastText, 0}))),
-        Row(Fill(lblResult), cmdOtherTypes, cmdAllCategories, cmdFindNow, cmdStop, cmdClose));
-}
-
-void FindControls::SetVisible(bool visible)
-{
-    const std::initializer_list<ui::Control*> always{
-        &lblLookFor,    &txtLookFor,  &lblFolder,   &cboFolder,    &chkWord,      &chkExcel,
-        &chkPowerPoint, &lblProperty, &cboProperty, &lblCondition, &cboCondition, &lblValue,
-        &txtValue,      &lblResult,   &cmdFindNow,  &cmdStop,      &cmdClose};
-    for (ui::Control* control : always)
-        control->SetVisible(visible);
-    if (!visible)
-        for (ui::Button* offer : {&cmdOtherTypes, &cmdAllCategories})
-            offer->SetVisible(false);
-}
 
 FindPane::FindPane(FindControls& controls, app::Program& program, const library::TemplateLibrary& library,
                    const browser::TemplateReader& reader, browser::Thumbnails& thumbnails,
@@ -96,7 +51,7 @@ void FindPane::Wire()
         return OnKey(key);
     };
     controls.cboFolder.Click = [this] { OnFolder(); };
-    controls.cboProperty.Click = [this] { FillConditions(SelectedCondition()); };
+    controls.cboProperty.Click = [this] { controls.FillConditions(controls.SelectedCondition(), program.strings); };
     for (ui::CheckBox* type : {&controls.chkWord, &controls.chkExcel, &controls.chkPowerPoint})
         type->Click = [this] { ShowFound(list.SelectedPath()); };
     controls.cmdFindNow.Click = [this] { FindNow(); };
@@ -110,56 +65,6 @@ void FindPane::Wire()
     controls.cmdClose.Click = [this] { Close(); };
 }
 
-void FindPane::Fill()
-{
-    // Letters of the menu bar stay the menus'.
-    for (ui::Control* control :
-         {static_cast<ui::Control*>(&controls.chkWord), static_cast<ui::Control*>(&controls.chkExcel),
-          static_cast<ui::Control*>(&controls.chkPowerPoint), static_cast<ui::Control*>(&controls.cmdFindNow),
-          static_cast<ui::Control*>(&controls.cmdStop), static_cast<ui::Control*>(&controls.cmdClose)})
-        control->SetCaption(Plain(control->Caption()));
-    controls.cboFolder.SetItems({program.Text(app::str::SearchAll), program.Text(app::str::SearchSelected)});
-    std::vector<std::string> properties;
-    properties.reserve(Properties.size());
-    for (const Property& property : Properties)
-        properties.push_back(Plain(program.Text(property.name)));
-    controls.cboProperty.SetItems(std::move(properties));
-    const Remembered remembered = ReadRemembered(program.settings);
-    controls.cboFolder.Select(remembered.isSelectedCategory ? 1 : 0);
-    controls.cboProperty.Select(static_cast<int>(remembered.property));
-    FillConditions(remembered.condition);
-    controls.txtValue.SetText(remembered.value);
-    controls.chkWord.SetChecked(remembered.word);
-    controls.chkExcel.SetChecked(remembered.excel);
-    controls.chkPowerPoint.SetChecked(remembered.powerPoint);
-}
-
-void FindPane::FillConditions(Condition selected)
-{
-    const std::vector<Condition> conditions = ConditionsOf(SelectedProperty());
-    std::vector<std::string> texts;
-    int index = 0;
-    for (const Condition condition : conditions) {
-        if (condition == selected)
-            index = static_cast<int>(texts.size());
-        texts.push_back(program.Text(std::to_underlying(condition)));
-    }
-    controls.cboCondition.SetItems(std::move(texts));
-    controls.cboCondition.Select(index);
-}
-
-const Property& FindPane::SelectedProperty() const
-{
-    return Properties.at(static_cast<std::size_t>(std::max(controls.cboProperty.Selected(), 0)));
-}
-
-Condition FindPane::SelectedCondition() const
-{
-    const std::vector<Condition> conditions = ConditionsOf(SelectedProperty());
-    const auto index = static_cast<std::size_t>(std::max(controls.cboCondition.Selected(), 0));
-    return index < conditions.size() ? conditions[index] : conditions.front();
-}
-
 bool FindPane::InFavorites() const
 {
     const auto* folder = library.Tree().Selected();
@@ -169,17 +74,7 @@ bool FindPane::InFavorites() const
 std::string FindPane::WantedCategory() const
 {
     const auto* folder = library.Tree().Selected();
-    return OnlySelected() && folder != nullptr && folder->IsCategory() ? folder->path : std::string{};
-}
-
-ResultRows::Types FindPane::WantedTypes() const
-{
-    ResultRows::Types types;
-    types.set(); // those without a box of their own are always wanted
-    types[library::WordTemplate] = controls.chkWord.Checked();
-    types[library::SpreadsheetTemplate] = controls.chkExcel.Checked();
-    types[library::PresentationTemplate] = controls.chkPowerPoint.Checked();
-    return types;
+    return controls.OnlySelected() && folder != nullptr && folder->IsCategory() ? folder->path : std::string{};
 }
 
 void FindPane::Open()
@@ -189,8 +84,10 @@ void FindPane::Open()
             program.messages.Inform(app::str::NoFindInFavorites);
             return;
         }
-        if (!std::exchange(isFilled, true))
-            Fill();
+        if (!std::exchange(isFilled, true)) {
+            controls.Fill(program.strings);
+            controls.Show(ReadRemembered(program.settings), program.strings);
+        }
         state.FindPaneOpen = true;
         controls.SetVisible(true);
         finder.SetCategory(WantedCategory());
@@ -253,12 +150,12 @@ void FindPane::FolderChosen()
 {
     if (!IsOpen())
         return;
-    if (rows && OnlySelected() && !InFavorites()) {
+    if (rows && controls.OnlySelected() && !InFavorites()) {
         finder.SetCategory(WantedCategory());
         ShowFound({});
         return;
     }
-    const bool wasRefused = rows && OnlySelected();
+    const bool wasRefused = rows && controls.OnlySelected();
     returnTo.clear();
     rows = nullptr;
     finder.SetCriteria(std::nullopt);
@@ -294,11 +191,11 @@ void FindPane::OnFolder()
 void FindPane::FindNow()
 {
     if (InFavorites()) {
-        program.messages.Inform(OnlySelected() ? app::str::NoFindHere : app::str::NoFindInFavorites);
+        program.messages.Inform(controls.OnlySelected() ? app::str::NoFindHere : app::str::NoFindInFavorites);
         return;
     }
-    auto criteria =
-        Criteria::Of(SelectedProperty(), SelectedCondition(), controls.txtValue.Text(), program.platform.locale);
+    auto criteria = Criteria::Of(controls.SelectedProperty(), controls.SelectedCondition(), controls.txtValue.Text(),
+                                 program.platform.locale);
     if (!criteria && finder.Text().empty()) {
         program.messages.Inform(app::str::CriteriaIncomplete);
         controls.txtValue.SetFocus();
@@ -335,15 +232,7 @@ void FindPane::Clear()
 
 void FindPane::Remember()
 {
-    const bool saved = Save({.isSelectedCategory = OnlySelected(),
-                             .property = static_cast<std::size_t>(std::max(controls.cboProperty.Selected(), 0)),
-                             .condition = SelectedCondition(),
-                             .value = controls.txtValue.Text(),
-                             .word = controls.chkWord.Checked(),
-                             .excel = controls.chkExcel.Checked(),
-                             .powerPoint = controls.chkPowerPoint.Checked()},
-                            program.settings);
-    if (!saved)
+    if (!Save(controls.ToRemember(), program.settings))
         program.messages.Stop(app::str::SetValueFailed);
 }
 
@@ -377,7 +266,7 @@ void FindPane::ShowFound(const std::string& path)
     if (finder.IsWanted()) {
         Finder::Found found = finder.Search();
         elsewhere = found.elsewhere;
-        ResultRows::Results results{finder.Contents(), std::move(found.entries), found.searched, WantedTypes(),
+        ResultRows::Results results{finder.Contents(), std::move(found.entries), found.searched, controls.WantedTypes(),
                                     !finder.IsReading()};
         // The list is not disturbed for what nobody sees.
         const bool isSame = rows && rows->Shows(results) && (!results.entries.empty() || !results.isComplete);

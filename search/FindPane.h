@@ -5,47 +5,15 @@
 #include "browser/ListPane.h"
 #include "browser/TemplateReader.h"
 #include "library/TemplateLibrary.h"
+#include "search/FindControls.h"
 #include "search/Finder.h"
 #include "search/ResultRows.h"
-#include "ui/Button.h"
-#include "ui/CheckBox.h"
-#include "ui/ComboBox.h"
-#include "ui/Form.h"
-#include "ui/Label.h"
-#include "ui/Layout.h"
-#include "ui/TextBox.h"
 
 #include <functional>
-#include <initializer_list>
 #include <memory>
 #include <string>
 
 namespace search {
-
-/// The Find pane's controls, on the form that they stand on, in the order of Tab.
-struct FindControls {
-    explicit FindControls(ui::Form& form);
-
-    ui::Label lblLookFor;
-    ui::TextBox txtLookFor;
-    ui::Label lblFolder;
-    ui::ComboBox cboFolder;
-    ui::CheckBox chkWord, chkExcel, chkPowerPoint;
-    ui::Label lblProperty;
-    ui::ComboBox cboProperty;
-    ui::Label lblCondition;
-    ui::ComboBox cboCondition;
-    ui::Label lblValue;
-    ui::TextBox txtValue;
-    ui::Label lblResult;
-    ui::Button cmdOtherTypes, cmdAllCategories; ///< shown when they would find something
-    ui::Button cmdFindNow, cmdStop, cmdClose;
-
-    /// How they stand.
-    ui::Cell Layout();
-    /// All but the two that only show at times, which go with the others.
-    void SetVisible(bool visible);
-};
 
 /// The Find pane: finds by name while the user types, and by what the documents say of themselves. What it finds is
 /// shown in the list in place of the selected category; the pane gives that back when it is closed.
@@ -99,14 +67,8 @@ private:
     bool isBehind{};        ///< the finder has more than they hold
 
     void Wire();
-    void Fill();
-    void FillConditions(Condition selected);
-    const Property& SelectedProperty() const;
-    Condition SelectedCondition() const;
     bool InFavorites() const;
-    bool OnlySelected() const { return controls.cboFolder.Selected() == 1; }
     std::string WantedCategory() const;
-    ResultRows::Types WantedTypes() const;
     void ReadLibrary();
     void OnText();
     void OnFolder();
