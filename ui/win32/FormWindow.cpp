@@ -1,17 +1,13 @@
 #include "ui/win32/FormWindow.h"
 
 #include "platform/Scoped.h"
-#include "ui/Button.h"
 #include "ui/win32/Guarded.h"
-#include "ui/win32/KeyTranslation.h"
 #include "ui/win32/NativeText.h"
 #include "ui/win32/PeerBase.h"
 #include "ui/win32/PeerFactory.h"
 #include "ui/win32/Win32Toolkit.h"
 
 #include <algorithm>
-#include <cwchar>
-#include <string_view>
 #include <utility>
 
 namespace ui::win32 {
@@ -20,6 +16,7 @@ namespace {
 /// The program's own icon in its resources.
 constexpr WORD ProgramIcon = 1;
 constexpr int WidestToolTip = 6000; ///< twips
+constexpr int FirstControlId = 100; ///< beyond IDOK, IDCANCEL and their like
 constexpr Size FirstSize{15000, 10500};
 
 struct WindowStyle {
@@ -41,56 +38,6 @@ WindowStyle StyleOf(const Form& form, bool isOwned)
         break;
     }
     return {WS_POPUP | WS_CAPTION | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT};
-}
-
-/// Moves `outer` to the middle of `around`, inside the work area of its monitor.
-RECT Centred(SIZE outer, const RECT& around)
-{
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof(monitor);
-    GetMonitorInfoW(MonitorFromRect(&around, MONITOR_DEFAULTTONEAREST), &monitor);
-    const RECT& work = monitor.rcWork;
-    const LONG left = std::max(std::min((around.left + around.right - outer.cx) / 2, work.right - outer.cx), work.left);
-    const LONG top = std::max(std::min((around.top + around.bottom - outer.cy) / 2, work.bottom - outer.cy), work.top);
-    return {left, top, left + outer.cx, top + outer.cy};
-}
-
-RECT WorkAreaOf(HWND window)
-{
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof(monitor);
-    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
-    return monitor.rcWork;
-}
-
-bool IsButton(const Control& control)
-{
-    return dynamic_cast<const Button*>(&control) != nullptr;
-}
-
-bool IsFunctionKey(const Key& key)
-{
-    return key.code >= KeyCode::F1 && key.code <= KeyCode::F10;
-}
-
-/// A key that a text box, or the dialog for it, has a use for; the others stay commands where the user types, too.
-bool IsEditingKey(const Key& key)
-{
-    if (IsFunctionKey(key))
-        return false;
-    if (key.alt)
-        return key.code != KeyCode::Enter;
-    if (!key.ctrl)
-        return true;
-    const bool isText = key.code >= KeyCode::Letter0 && key.code < KeyCode::F1;
-    return isText ? std::string_view{"ACVXYZ"}.contains(static_cast<char>(key.code)) : key.code != KeyCode::Tab;
-}
-
-bool IsEdit(HWND window)
-{
-    wchar_t name[16]{};
-    GetClassNameW(window, name, 16);
-    return _wcsicmp(name, L"Edit") == 0;
 }
 
 } // namespace
@@ -128,7 +75,7 @@ void FormWindow::Build()
     ApplyMenu();
     if (form.Placement().width > 0)
         ApplyPlacement();
-    int id = 100;
+    int id = FirstControlId;
     for (Control* control : form.Controls())
         control->SetPeer(CreateControlPeer(*control, *this, id++));
 }
@@ -201,33 +148,6 @@ void FormWindow::Update(Aspect aspect)
     }
 }
 
-void FormWindow::ApplyPlacement()
-{
-    const auto pixels = [this] {
-        const Rect& place = form.Placement();
-        const POINT corner{ToPixels(place.left, SystemDpi()), ToPixels(place.top, SystemDpi())};
-        return RECT{corner.x, corner.y, corner.x + ToPixels(place.width, dpi), corner.y + ToPixels(place.height, dpi)};
-    };
-    const platform::Scoped guard{byCode, true};
-    if (IsIconic(Handle()) || IsZoomed(Handle())) {
-        WINDOWPLACEMENT placement{};
-        placement.length = sizeof(placement);
-        GetWindowPlacement(Handle(), &placement);
-        placement.rcNormalPosition = pixels();
-        SetWindowPlacement(Handle(), &placement);
-    } else {
-        const auto move = [&] {
-            const RECT place = pixels();
-            SetWindowPos(Handle(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
-                         SWP_NOZORDER | SWP_NOACTIVATE);
-        };
-        const int before = dpi;
-        move();
-        if (dpi != before) // on its way it has come to a monitor on which the size is another one in pixels
-            move();
-    }
-}
-
 void FormWindow::ApplyIcon()
 {
     if (form.GetStyle() == Form::Style::Dialog && form.IconFile().empty())
@@ -292,28 +212,6 @@ void FormWindow::Hide()
         SetFocus(focus);
 }
 
-Size FormWindow::ClientSize() const
-{
-    RECT client{};
-    GetClientRect(Handle(), &client);
-    return {ToTwips(client.right, dpi), ToTwips(client.bottom, dpi)};
-}
-
-void FormWindow::FitClient(Size client)
-{
-    const SIZE pixels{ToPixels(client.width + 14, dpi), ToPixels(client.height + 14, dpi)};
-    const auto style = static_cast<DWORD>(GetWindowLongPtrW(Handle(), GWL_STYLE));
-    const auto extended = static_cast<DWORD>(GetWindowLongPtrW(Handle(), GWL_EXSTYLE));
-    const SIZE outer = OuterSize(pixels, style, extended, GetMenu(Handle()) != nullptr, dpi);
-    RECT around{};
-    const HWND owner = GetWindow(Handle(), GW_OWNER);
-    if (owner == nullptr || !IsWindowVisible(owner) || IsIconic(owner) || !GetWindowRect(owner, &around))
-        around = WorkAreaOf(Handle());
-    const RECT place = Centred(outer, around);
-    const platform::Scoped guard{byCode, true};
-    SetWindowPos(Handle(), nullptr, place.left, place.top, outer.cx, outer.cy, SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
 void FormWindow::ShowPopup(Menu& menu, Point at)
 {
     POINT point{ToPixels(at.x, dpi), ToPixels(at.y, dpi)};
@@ -341,26 +239,6 @@ void FormWindow::BringToFront()
     SetForegroundWindow(Handle());
 }
 
-void FormWindow::FocusActiveControl()
-{
-    // Taking the focus would activate a window that waits behind another.
-    if (GetActiveWindow() != Handle())
-        return;
-    const auto isShown = [](const Control* control) { return control->Peer() != nullptr && control->Visible(); };
-    Control* target = form.ActiveControl();
-    if (target != nullptr && isShown(target) && !target->Enabled())
-        return;
-    if (target == nullptr || !isShown(target)) {
-        const auto& controls = form.Controls();
-        const auto first = std::ranges::find_if(controls, [&](const Control* control) {
-            return control->IsTabStop() && isShown(control) && control->Enabled();
-        });
-        target = first == controls.end() ? nullptr : *first;
-    }
-    if (target != nullptr)
-        SetFocus(static_cast<PeerBase*>(target->Peer())->Handle());
-}
-
 void FormWindow::SetToolTip(HWND control, const std::string& text)
 {
     if (toolTips == nullptr) {
@@ -380,87 +258,6 @@ void FormWindow::SetToolTip(HWND control, const std::string& text)
     SendMessageW(toolTips, TTM_DELTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
     if (!text.empty())
         SendMessageW(toolTips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-}
-
-bool FormWindow::Translate(MSG& message)
-{
-    if (!form.IsOpen())
-        return true;
-    const Form::Use use{form};
-    const bool isKeyDown = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
-    const auto used = Guarded([&] {
-        return (isKeyDown && TranslateKey(message)) || (message.message == WM_SYSCHAR && TranslateMnemonic(message));
-    });
-    if (used || !form.IsOpen())
-        return true;
-    const bool handled = IsDialogMessageW(Handle(), &message) != 0;
-    // The system takes the mark off every button when the keyboard goes to a check box.
-    if (handled && isKeyDown && form.IsOpen())
-        MarkDefaultButton(GetFocus());
-    return handled;
-}
-
-bool FormWindow::TranslateKey(const MSG& message)
-{
-    const Key key = KeyOf(message.wParam);
-    if (!key)
-        return false;
-    if (PeerBase* captured = PeerBase::Of(GetCapture()); captured != nullptr && captured->UsesKey(key))
-        return true;
-
-    PeerBase* focused = PeerBase::Of(message.hwnd);
-    if (IsEdit(message.hwnd) && (focused == nullptr ? !IsFunctionKey(key) : IsEditingKey(key)))
-        return focused != nullptr && focused->UsesKey(key);
-
-    if (focused != nullptr && focused->UsesKey(key))
-        return true;
-    if (!form.IsOpen())
-        return true;
-    const bool pressesButton = key == Plain(KeyCode::Enter) && focused != nullptr && IsButton(focused->Model());
-    return !pressesButton && form.UserPresses(key);
-}
-
-bool FormWindow::TranslateMnemonic(const MSG& message)
-{
-    wchar_t letter = static_cast<wchar_t>(message.wParam);
-    CharUpperBuffW(&letter, 1);
-    if (menus.HasMnemonic(form.MenuBar, letter))
-        return false;
-    return std::ranges::any_of(form.Controls(), [&](const Control* control) {
-        auto* peer = static_cast<PeerBase*>(control->Peer());
-        return peer != nullptr && control->Visible() && control->Enabled() && peer->UsesMnemonic(letter);
-    });
-}
-
-PeerBase* FormWindow::DefaultButton() const
-{
-    const PeerBase* focused = PeerBase::Of(GetFocus());
-    const Button* button = form.DefaultButton(focused != nullptr ? &focused->Model() : nullptr);
-    return button != nullptr ? static_cast<PeerBase*>(button->Peer()) : nullptr;
-}
-
-PeerBase* FormWindow::CancelButton() const
-{
-    for (Control* control : form.Controls())
-        if (const auto* button = dynamic_cast<const Button*>(control);
-            button != nullptr && button->GetRole() == Role::Cancel && button->Peer() != nullptr)
-            return static_cast<PeerBase*>(button->Peer());
-    return nullptr;
-}
-
-void FormWindow::MarkDefaultButton(HWND focus)
-{
-    const PeerBase* focused = PeerBase::Of(focus);
-    const Button* marked = form.DefaultButton(focused != nullptr ? &focused->Model() : nullptr);
-    for (const Control* control : form.Controls()) {
-        const auto* button = dynamic_cast<const Button*>(control);
-        if (button == nullptr || button->Peer() == nullptr)
-            continue;
-        const HWND handle = static_cast<PeerBase*>(button->Peer())->Handle();
-        const LONG_PTR wanted = button == marked ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
-        if ((GetWindowLongPtrW(handle, GWL_STYLE) & BS_TYPEMASK) != wanted)
-            SendMessageW(handle, BM_SETSTYLE, static_cast<WPARAM>(wanted), TRUE);
-    }
 }
 
 LRESULT FormWindow::OnCommand(WPARAM wParam, LPARAM lParam)
@@ -495,43 +292,36 @@ std::optional<LRESULT> FormWindow::OnNotify(NMHDR& header)
     return std::nullopt;
 }
 
-void FormWindow::OnPlaced()
+std::optional<LRESULT> FormWindow::OnMouseWheel(int turned)
 {
-    WINDOWPLACEMENT placement{};
-    placement.length = sizeof(placement);
-    if (!GetWindowPlacement(Handle(), &placement))
-        return;
-    RECT outer = placement.rcNormalPosition;
-    auto state = Form::WindowState::Normal;
-    if (IsIconic(Handle()))
-        state = Form::WindowState::Minimized;
-    else if (IsZoomed(Handle()))
-        state = Form::WindowState::Maximized;
-    if (state == Form::WindowState::Normal) {
-        GetWindowRect(Handle(), &outer);
-    } else {
-        // The normal place of a window is kept relative to the work area, not to the monitor.
-        MONITORINFO monitor{};
-        monitor.cbSize = sizeof(monitor);
-        GetMonitorInfoW(MonitorFromRect(&outer, MONITOR_DEFAULTTONEAREST), &monitor);
-        OffsetRect(&outer, monitor.rcWork.left - monitor.rcMonitor.left, monitor.rcWork.top - monitor.rcMonitor.top);
+    if (!form.MouseWheel)
+        return std::nullopt;
+    // Fine wheels send parts of a notch.
+    wheel += turned;
+    if (const int notches = wheel / WHEEL_DELTA; notches != 0) {
+        wheel -= notches * WHEEL_DELTA;
+        form.MouseWheel(notches);
     }
-    form.UserPlaces({ToTwips(outer.left, SystemDpi()), ToTwips(outer.top, SystemDpi()),
-                     ToTwips(outer.right - outer.left, dpi), ToTwips(outer.bottom - outer.top, dpi)},
-                    state);
+    return 0;
 }
 
-void FormWindow::OnDpiChanged(int newDpi, const RECT& suggested)
+std::optional<LRESULT> FormWindow::OnErase(HDC context)
 {
-    dpi = newDpi;
-    Fonts before = std::exchange(fonts, Fonts{dpi});
-    ApplyIcon();
-    for (Control* control : form.Controls())
-        if (auto* peer = static_cast<PeerBase*>(control->Peer()))
-            peer->DpiChanged();
-    SetWindowPos(Handle(), nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
-                 suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
-    form.UserResizes(ClientSize());
+    const PeerBase* peer = PeerBase::Of(WindowFromDC(context));
+    if (peer == nullptr)
+        return std::nullopt;
+    // A theme with transparent parts asks a control's parent for what lies behind them.
+    RECT all{};
+    GetClipBox(context, &all);
+    FillRect(context, &all, GetSysColorBrush(peer->BackgroundColour()));
+    return TRUE;
+}
+
+void FormWindow::OnMenuPopup(HMENU popup, int index)
+{
+    if (form.MenuOpening)
+        form.MenuOpening();
+    menus.FillBarPopup(form.MenuBar, popup, index);
 }
 
 std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
@@ -565,24 +355,9 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
         }
         return 0;
     case WM_MOUSEWHEEL:
-        if (!form.MouseWheel)
-            break;
-        // Fine wheels send parts of a notch.
-        wheel += GET_WHEEL_DELTA_WPARAM(wParam);
-        if (const int notches = wheel / WHEEL_DELTA; notches != 0) {
-            wheel -= notches * WHEEL_DELTA;
-            form.MouseWheel(notches);
-        }
-        return 0;
+        return OnMouseWheel(GET_WHEEL_DELTA_WPARAM(wParam));
     case WM_ERASEBKGND:
-        // A theme with transparent parts asks a control's parent for what lies behind them.
-        if (auto* context = reinterpret_cast<HDC>(wParam); const PeerBase* peer = PeerBase::Of(WindowFromDC(context))) {
-            RECT all{};
-            GetClipBox(context, &all);
-            FillRect(context, &all, GetSysColorBrush(peer->BackgroundColour()));
-            return TRUE;
-        }
-        break;
+        return OnErase(reinterpret_cast<HDC>(wParam));
     case WM_SETFOCUS:
         FocusActiveControl();
         return 0;
@@ -591,9 +366,7 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
         break;
     case WM_INITMENUPOPUP:
         if (HIWORD(lParam) == 0) {
-            if (form.MenuOpening)
-                form.MenuOpening();
-            menus.FillBarPopup(form.MenuBar, reinterpret_cast<HMENU>(wParam), LOWORD(lParam));
+            OnMenuPopup(reinterpret_cast<HMENU>(wParam), LOWORD(lParam));
             return 0;
         }
         break;

@@ -72,6 +72,9 @@ private:
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnCommand(WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> OnNotify(NMHDR& header);
+    std::optional<LRESULT> OnMouseWheel(int turned);
+    std::optional<LRESULT> OnErase(HDC context);
+    void OnMenuPopup(HMENU popup, int index);
     void OnPlaced();
     void OnDpiChanged(int newDpi, const RECT& suggested);
     void Build();

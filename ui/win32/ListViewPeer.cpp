@@ -10,11 +10,13 @@
 namespace ui::win32 {
 namespace {
 
-constexpr int LargeSide = 480; ///< twips: 32 pixels at 96 dpi
+constexpr Size OwnSize{4500, 3000}; ///< twips, where nobody asks for another
+constexpr int LargeSide = 480;      ///< twips: 32 pixels at 96 dpi
 constexpr int SmallSide = 240;
 constexpr Size LargeSpacing{1500, 1275}; ///< twips from one large icon to the next
 constexpr Size ThumbnailSize{1950, 2250};
 constexpr Size ThumbnailSpacing{2400, 3000};
+constexpr int ColumnRoom = 240;    ///< twips, beside picture and name in a column of the plain list
 constexpr int NameRoom = 120;      ///< twips, beside the name below a picture
 constexpr int SelectionWidth = 30; ///< twips of the line around the selected thumbnail
 constexpr int EmptyTextMargin = 300;
@@ -66,7 +68,7 @@ ListViewPeer::ListViewPeer(ListView& peerList, FormWindow& form, int id)
 
 Size ListViewPeer::Preferred(int) const
 {
-    return {4500, 3000};
+    return OwnSize;
 }
 
 void ListViewPeer::DpiChanged()
@@ -286,7 +288,7 @@ void ListViewPeer::SyncView()
     for (int row = 0; row < std::min(list.Rows(), MeasuredRows); ++row)
         widest = std::max<int>(widest, Measure(list.Model()->Text(row, 0), NormalFont()).cx);
     if (list.GetView() == ListView::View::List)
-        Send(LVM_SETCOLUMNWIDTH, 0, widest + Pixels(SmallSide) + Pixels(240));
+        Send(LVM_SETCOLUMNWIDTH, 0, widest + Pixels(SmallSide) + Pixels(ColumnRoom));
 }
 
 void ListViewPeer::SyncColumns()
@@ -339,25 +341,12 @@ std::optional<LRESULT> ListViewPeer::OnNotify(NMHDR& header)
         return OnCustomDraw(reinterpret_cast<const NMLVCUSTOMDRAW&>(header));
     case LVN_ODFINDITEMW:
         return FindRow(reinterpret_cast<const NMLVFINDITEMW&>(header));
-    case LVN_ITEMCHANGED: {
-        const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
-        const bool selects = (change.uNewState & LVIS_SELECTED) != 0 && (change.uOldState & LVIS_SELECTED) == 0;
-        if (!IsByCode() && selects && change.iItem >= 0)
-            list.UserSelects(change.iItem);
+    case LVN_ITEMCHANGED:
+        OnRowChanged(reinterpret_cast<const NMLISTVIEW&>(header));
         return 0;
-    }
     case LVN_BEGINDRAG: {
-        const Watch watch{*this};
         const auto& begin = reinterpret_cast<const NMLISTVIEW&>(header);
-        const int row = begin.iItem;
-        const POINT grip = begin.ptAction;
-        list.UserSelects(row);
-        if (watch.Gone() || list.Selected() != row)
-            return 0;
-        POINT corner{};
-        ImageListHandle picture{
-            reinterpret_cast<HIMAGELIST>(Send(LVM_CREATEDRAGIMAGE, static_cast<WPARAM>(row), &corner))};
-        drag.Begin(Handle(), std::move(picture), {grip.x - corner.x, grip.y - corner.y});
+        OnBeginDrag(begin.iItem, begin.ptAction);
         return 0;
     }
     case LVN_COLUMNCLICK:
@@ -372,6 +361,24 @@ std::optional<LRESULT> ListViewPeer::OnNotify(NMHDR& header)
     default:
         return std::nullopt;
     }
+}
+
+void ListViewPeer::OnRowChanged(const NMLISTVIEW& change)
+{
+    const bool selects = (change.uNewState & LVIS_SELECTED) != 0 && (change.uOldState & LVIS_SELECTED) == 0;
+    if (!IsByCode() && selects && change.iItem >= 0)
+        list.UserSelects(change.iItem);
+}
+
+void ListViewPeer::OnBeginDrag(int row, POINT grip)
+{
+    const Watch watch{*this};
+    list.UserSelects(row);
+    if (watch.Gone() || list.Selected() != row)
+        return;
+    POINT corner{};
+    ImageListHandle picture{reinterpret_cast<HIMAGELIST>(Send(LVM_CREATEDRAGIMAGE, static_cast<WPARAM>(row), &corner))};
+    drag.Begin(Handle(), std::move(picture), {grip.x - corner.x, grip.y - corner.y});
 }
 
 void ListViewPeer::FillIn(NMLVDISPINFOW& info) const
@@ -438,17 +445,8 @@ std::optional<LRESULT> ListViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
             return std::nullopt;
         drag.Mark();
         return 0;
-    case WM_NOTIFY: {
-        const Watch watch{*this};
-        const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
-        const UINT code = header.code;
-        const auto change = code == HDN_ITEMCHANGEDW ? reinterpret_cast<const NMHEADERW&>(header) : NMHEADERW{};
-        const LRESULT result = Default(message, wParam, lParam);
-        if (!watch.Gone() && code == HDN_ITEMCHANGEDW && !IsByCode() && change.pitem != nullptr &&
-            (change.pitem->mask & HDI_WIDTH) != 0 && list.GetView() == ListView::View::Details)
-            list.UserSizesColumn(static_cast<std::size_t>(change.iItem), ToTwips(change.pitem->cxy, Dpi()));
-        return result;
-    }
+    case WM_NOTIFY:
+        return OnHeaderNotify(wParam, lParam);
     case WM_LBUTTONDOWN:
     case WM_KEYDOWN:
     case WM_CHAR: {
@@ -463,17 +461,10 @@ std::optional<LRESULT> ListViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
             return std::nullopt;
         drag.Move(lParam);
         return 0;
-    case WM_LBUTTONUP: {
+    case WM_LBUTTONUP:
         if (!drag.Running())
             return std::nullopt;
-        const Watch watch{*this};
-        drag.Move(lParam);
-        const std::string key = drag.End();
-        const LRESULT result = Default(message, wParam, lParam);
-        if (!watch.Gone() && !key.empty())
-            list.DropTarget->UserDrops(key, list);
-        return result;
-    }
+        return OnDrop(wParam, lParam);
     case WM_CAPTURECHANGED:
         // Another window took the mouse: the drag counts as given up.
         if (reinterpret_cast<HWND>(lParam) != Handle())
@@ -487,13 +478,10 @@ std::optional<LRESULT> ListViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
             list.ContextMenu(InForm({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}));
         return 0;
     case WM_CONTEXTMENU:
-        if (reinterpret_cast<HWND>(wParam) == Handle()) {
+        if (reinterpret_cast<HWND>(wParam) == Handle())
             OpenMenuAtSelection();
-        } else if (list.HeaderContextMenu) { // the header passes its own on
-            POINT at{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
-            ScreenToClient(Handle(), &at);
-            list.HeaderContextMenu(InForm(at));
-        }
+        else // the header passes its own on
+            OpenHeaderMenu({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
         return 0;
     case WM_PAINT: {
         const LRESULT result = Default(message, wParam, lParam);
@@ -514,6 +502,30 @@ std::optional<LRESULT> ListViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
     default:
         return std::nullopt;
     }
+}
+
+LRESULT ListViewPeer::OnHeaderNotify(WPARAM wParam, LPARAM lParam)
+{
+    const Watch watch{*this};
+    const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+    const UINT code = header.code;
+    const auto change = code == HDN_ITEMCHANGEDW ? reinterpret_cast<const NMHEADERW&>(header) : NMHEADERW{};
+    const LRESULT result = Default(WM_NOTIFY, wParam, lParam);
+    if (!watch.Gone() && code == HDN_ITEMCHANGEDW && !IsByCode() && change.pitem != nullptr &&
+        (change.pitem->mask & HDI_WIDTH) != 0 && list.GetView() == ListView::View::Details)
+        list.UserSizesColumn(static_cast<std::size_t>(change.iItem), ToTwips(change.pitem->cxy, Dpi()));
+    return result;
+}
+
+LRESULT ListViewPeer::OnDrop(WPARAM wParam, LPARAM lParam)
+{
+    const Watch watch{*this};
+    drag.Move(lParam);
+    const std::string key = drag.End();
+    const LRESULT result = Default(WM_LBUTTONUP, wParam, lParam);
+    if (!watch.Gone() && !key.empty())
+        list.DropTarget->UserDrops(key, list);
+    return result;
 }
 
 void ListViewPeer::FoldSelection()
@@ -550,6 +562,14 @@ void ListViewPeer::OpenMenuAtSelection()
     }
     if (list.ContextMenu)
         list.ContextMenu(InForm({place.left, place.bottom}));
+}
+
+void ListViewPeer::OpenHeaderMenu(POINT onScreen)
+{
+    if (!list.HeaderContextMenu)
+        return;
+    ScreenToClient(Handle(), &onScreen);
+    list.HeaderContextMenu(InForm(onScreen));
 }
 
 void ListViewPeer::PaintEmptyText()

@@ -55,8 +55,14 @@ private:
     void MarkRow(HDC context, int row);
     void DrawThumbnail(HDC context, int row);
     int FindRow(const NMLVFINDITEMW& search) const;
+    void OnRowChanged(const NMLISTVIEW& change);
+    void OnBeginDrag(int row, POINT grip);
+    LRESULT OnHeaderNotify(WPARAM wParam, LPARAM lParam);
+    /// The button is let go while a row is dragged.
+    LRESULT OnDrop(WPARAM wParam, LPARAM lParam);
     void OnRightButton(POINT point);
     void OpenMenuAtSelection();
+    void OpenHeaderMenu(POINT onScreen);
     void PaintEmptyText();
     /// Selecting nothing is told once the native control has finished, since selecting another row starts with it.
     void FoldSelection();

@@ -70,7 +70,7 @@ public:
         Create(PROGRESS_CLASSW, PBS_SMOOTH, 0, id);
     }
 
-    Size Preferred(int) const override { return {3600, 255}; }
+    Size Preferred(int) const override { return OwnSize; }
 
 protected:
     void Sync(Aspect aspect) override
@@ -105,6 +105,7 @@ protected:
     }
 
 private:
+    static constexpr Size OwnSize{3600, 255};
     ProgressBar& bar;
 };
 
@@ -118,7 +119,7 @@ public:
             Send(UDM_SETBUDDY, reinterpret_cast<WPARAM>(box->Handle()));
     }
 
-    Size Preferred(int) const override { return {240, FieldHeight()}; }
+    Size Preferred(int) const override { return {ArrowsWidth, FieldHeight()}; }
 
     std::optional<LRESULT> OnNotify(NMHDR& header) override
     {
@@ -130,6 +131,7 @@ public:
     }
 
 private:
+    static constexpr int ArrowsWidth = 240;
     /// The number is the model's: the native one stays in the middle of a range that it never leaves.
     static constexpr int Range = 1000000;
     UpDown& arrows;

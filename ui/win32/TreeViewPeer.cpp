@@ -12,8 +12,10 @@
 namespace ui::win32 {
 namespace {
 
-constexpr int ImageSide = 240;     ///< twips: 16 pixels at 96 dpi
-constexpr int SelectionFrame = 15; ///< twips
+constexpr Size OwnSize{3000, 3000}; ///< twips, where nobody asks for another
+constexpr int RowRoom = 60;         ///< twips above and below a row's picture and text together
+constexpr int ImageSide = 240;      ///< twips: 16 pixels at 96 dpi
+constexpr int SelectionFrame = 15;  ///< twips
 /// Sent to itself when a notification has ended during which the model changed or the pop-up menu was asked for.
 constexpr UINT CatchUp = WM_APP + 1;
 /// Sent to itself when the user has typed a label: the handler may show boxes, which the native tree must not be in
@@ -41,7 +43,7 @@ TreeViewPeer::TreeViewPeer(TreeView& peerTree, FormWindow& form, int id) : PeerB
 
 Size TreeViewPeer::Preferred(int) const
 {
-    return {3000, 3000};
+    return OwnSize;
 }
 
 void TreeViewPeer::DpiChanged()
@@ -50,7 +52,7 @@ void TreeViewPeer::DpiChanged()
     const ByCode guard{*this};
     SyncImages(true);
     // Room above and below the picture, as the font alone would set them too tight.
-    const int height = std::max<int>(Measure("", NormalFont()).cy, Pixels(ImageSide)) + Pixels(60);
+    const int height = std::max<int>(Measure("", NormalFont()).cy, Pixels(ImageSide)) + Pixels(RowRoom);
     Send(TVM_SETITEMHEIGHT, static_cast<WPARAM>(height + height % 2));
     SyncItems();
 }
@@ -425,18 +427,8 @@ std::optional<LRESULT> TreeViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
     case WM_KEYDOWN:
-    case WM_CHAR: {
-        const Watch watch{*this};
-        const bool again =
-            message == WM_LBUTTONDOWN && IsSelected(ItemAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}));
-        const LRESULT result = Default(message, wParam, lParam);
-        if (!watch.Gone())
-            FoldSelection();
-        if (again && !watch.Gone())
-            tree.UserClicksAgain();
-        AfterNotification(watch);
-        return result;
-    }
+    case WM_CHAR:
+        return OnInput(message, wParam, lParam);
     case WM_RBUTTONDOWN:
         OnRightButton({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
         return 0;
@@ -447,36 +439,56 @@ std::optional<LRESULT> TreeViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
         else
             ShowMenu({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
         return 0;
-    case WM_MOUSEWHEEL: {
-        // With Shift it turns sideways, for names that are longer than the tree is wide.
+    case WM_MOUSEWHEEL:
         if ((GET_KEYSTATE_WPARAM(wParam) & MK_SHIFT) == 0)
             return std::nullopt;
-        constexpr int linesAStep = 3;
-        for (int i = 0; i < linesAStep; ++i)
-            Send(WM_HSCROLL, GET_WHEEL_DELTA_WPARAM(wParam) > 0 ? SB_LINELEFT : SB_LINERIGHT);
+        TurnSideways(GET_WHEEL_DELTA_WPARAM(wParam));
         return 0;
-    }
     case WM_SYSKEYDOWN:
         // Not every native tree hands Shift+F10 on to the system, which turns it into WM_CONTEXTMENU.
         if (wParam == VK_F10)
             return DefWindowProcW(Handle(), message, wParam, lParam);
         return std::nullopt;
-    case WM_CONTEXTMENU: {
+    case WM_CONTEXTMENU:
         // The mouse's way is answered above; this is the keyboard's.
-        RECT place{};
-        const auto item = reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET));
-        if (item != nullptr) {
-            BringIntoView(item);
-            // The message takes the item in the place of the rectangle that it gives.
-            std::memcpy(&place, &item, sizeof(item));
-            Send(TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&place));
-        }
-        ShowMenu({place.left, place.bottom});
+        OpenMenuAtSelection();
         return 0;
-    }
     default:
         return std::nullopt;
     }
+}
+
+LRESULT TreeViewPeer::OnInput(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const Watch watch{*this};
+    const bool again = message == WM_LBUTTONDOWN && IsSelected(ItemAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}));
+    const LRESULT result = Default(message, wParam, lParam);
+    if (!watch.Gone())
+        FoldSelection();
+    if (again && !watch.Gone())
+        tree.UserClicksAgain();
+    AfterNotification(watch);
+    return result;
+}
+
+void TreeViewPeer::TurnSideways(int turned)
+{
+    constexpr int linesAStep = 3;
+    for (int i = 0; i < linesAStep; ++i)
+        Send(WM_HSCROLL, turned > 0 ? SB_LINELEFT : SB_LINERIGHT);
+}
+
+void TreeViewPeer::OpenMenuAtSelection()
+{
+    RECT place{};
+    const auto item = reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET));
+    if (item != nullptr) {
+        BringIntoView(item);
+        // The message takes the item in the place of the rectangle that it gives.
+        std::memcpy(&place, &item, sizeof(item));
+        Send(TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&place));
+    }
+    ShowMenu({place.left, place.bottom});
 }
 
 void TreeViewPeer::ShowMenu(POINT point)

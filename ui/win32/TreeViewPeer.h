@@ -78,10 +78,15 @@ private:
     LRESULT OnCustomDraw(const NMCUSTOMDRAW& draw);
     void OnSelected(const NMTREEVIEWW& change);
     void OnExpanded(const NMTREEVIEWW& change);
+    /// A click or a key, which may move the selection.
+    LRESULT OnInput(UINT message, WPARAM wParam, LPARAM lParam);
+    /// By the wheel and Shift, for names that are longer than the tree is wide.
+    void TurnSideways(int turned);
     void OnRightButton(POINT point);
     /// Null beside all names and pictures.
     HTREEITEM ItemAt(POINT point) const;
     bool IsSelected(HTREEITEM item);
+    void OpenMenuAtSelection();
     void ShowMenu(POINT point);
 };
 
