@@ -18,7 +18,7 @@ class Toolkit;
 /// The native window of one form.
 class FormPeer {
 public:
-    enum class Aspect { Caption, Icon, Placement, State, Menu, Enabled };
+    enum class Aspect { Caption, Icon, Placement, State };
 
     virtual ~FormPeer() = default;
     virtual void Update(Aspect aspect) = 0;

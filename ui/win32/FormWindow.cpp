@@ -139,12 +139,6 @@ void FormWindow::Update(Aspect aspect)
         if (form.IsVisible())
             Show();
         break;
-    case Aspect::Menu:
-        if (!menus.IsCurrent(form.MenuBar))
-            ApplyMenu();
-        break;
-    case Aspect::Enabled:
-        break;
     }
 }
 
