@@ -33,7 +33,6 @@ public:
 
     ui::Form& Model() const { return form; }
     HWND Handle() const { return window; }
-    const ui::Form& GetForm() const { return form; }
     /// Whether messages are for the form: no more when it has been closed and its window only waits for its end.
     bool Serves() const { return !ready || form.IsOpen(); }
     int Dpi() const { return dpi; }

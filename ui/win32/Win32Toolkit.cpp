@@ -106,7 +106,7 @@ std::unique_ptr<FormPeer> Win32Toolkit::CreatePeer(Form& form)
 HWND Win32Toolkit::MainWindow() const
 {
     const auto found = std::ranges::find_if(windows, [](const FormWindow* window) {
-        return window->GetForm().GetStyle() == Form::Style::Sizable && IsWindowVisible(window->Handle());
+        return window->Model().GetStyle() == Form::Style::Sizable && IsWindowVisible(window->Handle());
     });
     return found == windows.end() ? nullptr : (*found)->Handle();
 }
@@ -286,7 +286,7 @@ bool Win32Toolkit::IsHeldBack(const MSG& message) const
         return false;
     const HWND top = GetAncestor(message.hwnd, GA_ROOT);
     const auto window = std::ranges::find(windows, top, &FormWindow::Handle);
-    if (window != windows.end() && (*window)->GetForm().GetStyle() == Form::Style::Splash)
+    if (window != windows.end() && (*window)->Model().GetStyle() == Form::Style::Splash)
         return false;
     constexpr WPARAM frame[] = {HTCAPTION, HTCLOSE, HTMINBUTTON, HTMAXBUTTON};
     const bool closes = message.message == WM_SYSKEYDOWN && message.wParam == VK_F4;
@@ -406,7 +406,7 @@ void Win32Toolkit::Attach(FormWindow& window)
 void Win32Toolkit::KeepSplashAbove(HWND window)
 {
     for (const FormWindow* other : windows)
-        if (other->GetForm().GetStyle() == Form::Style::Splash && IsWindowVisible(other->Handle())) {
+        if (other->Model().GetStyle() == Form::Style::Splash && IsWindowVisible(other->Handle())) {
             SetWindowLongPtrW(other->Handle(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(window));
             SetWindowPos(other->Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         }
