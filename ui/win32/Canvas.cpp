@@ -6,21 +6,24 @@
 
 namespace ui::win32 {
 
+bool RegisterPlainClass(const wchar_t* name, UINT style, WNDPROC procedure)
+{
+    WNDCLASSEXW windowClass{};
+    windowClass.cbSize = sizeof(windowClass);
+    windowClass.style = style;
+    windowClass.lpfnWndProc = procedure;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = GetSysColorBrush(COLOR_3DFACE);
+    windowClass.lpszClassName = name;
+    return RegisterClassExW(&windowClass) != 0;
+}
+
 const wchar_t* CanvasClass()
 {
     static const wchar_t* const name = L"TSBrowserCanvas";
-    static const ATOM registered = [] {
-        WNDCLASSEXW windowClass{};
-        windowClass.cbSize = sizeof(windowClass);
-        windowClass.style = CS_HREDRAW | CS_VREDRAW;
-        windowClass.lpfnWndProc = &DefWindowProcW;
-        windowClass.hInstance = GetModuleHandleW(nullptr);
-        windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-        windowClass.hbrBackground = GetSysColorBrush(COLOR_3DFACE);
-        windowClass.lpszClassName = name;
-        return RegisterClassExW(&windowClass);
-    }();
-    return registered != 0 ? name : L"";
+    static const bool registered = RegisterPlainClass(name, CS_HREDRAW | CS_VREDRAW, &DefWindowProcW);
+    return registered ? name : L"";
 }
 
 void DrawNote(HDC context, const std::string& text, HFONT font, RECT room)

@@ -6,6 +6,8 @@
 
 namespace ui::win32 {
 
+/// Registers a window class with the arrow and the colour of dialogs. False when the system does not take it.
+bool RegisterPlainClass(const wchar_t* name, UINT style, WNDPROC procedure);
 /// The window class of controls that draw themselves.
 const wchar_t* CanvasClass();
 /// Writes a text that stands where there is nothing else to show: grey, wrapped and centred from the top of the room.

@@ -1,6 +1,7 @@
 #include "ui/win32/FormWindow.h"
 
 #include "platform/Scoped.h"
+#include "ui/win32/Canvas.h"
 #include "ui/win32/Guarded.h"
 #include "ui/win32/NativeText.h"
 #include "ui/win32/PeerBase.h"
@@ -95,17 +96,8 @@ void FormWindow::TearDown()
 const wchar_t* FormWindow::WindowClass()
 {
     static const wchar_t* const name = L"TSBrowserForm";
-    static const ATOM registered = [] {
-        WNDCLASSEXW windowClass{};
-        windowClass.cbSize = sizeof(windowClass);
-        windowClass.lpfnWndProc = &FormWindow::Procedure;
-        windowClass.hInstance = GetModuleHandleW(nullptr);
-        windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-        windowClass.hbrBackground = GetSysColorBrush(COLOR_3DFACE);
-        windowClass.lpszClassName = name;
-        return RegisterClassExW(&windowClass);
-    }();
-    return registered != 0 ? name : L"";
+    static const bool registered = RegisterPlainClass(name, 0, &FormWindow::Procedure);
+    return registered ? name : L"";
 }
 
 const pictures::win32::ImageLoader& FormWindow::Images() const
