@@ -66,7 +66,7 @@ std::optional<Date> WithZone(const platform::LocalTime& time, Scanner& rest)
     if (!rest.Skip(':'))
         rest.Skip('\'');
     const int minutes = rest.Digits(2).value_or(0);
-    const platform::FileTime offset = (hours * 60 + minutes) * 60 * StepsASecond;
+    const platform::FileTime offset = StepsASecond * 60 * (hours * 60 + minutes);
     return Date{*moment + (east ? -offset : offset)};
 }
 

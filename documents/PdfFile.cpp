@@ -279,9 +279,11 @@ std::optional<PdfFile::Place> PdfFile::FindInStream(const Table& table, std::uin
     std::array<std::uint64_t, 3> widths{};
     Lexer widthWords{Lookup(table.trailer, "/W")};
     widthWords.Next();
-    for (std::uint64_t& width : widths)
-        if ((width = NumberOr(widthWords.Next().text, 9)) > 8)
+    for (std::uint64_t& width : widths) {
+        width = NumberOr(widthWords.Next().text, 9);
+        if (width > 8)
             return std::nullopt;
+    }
     const std::uint64_t entrySize = widths[0] + widths[1] + widths[2];
 
     // How many entries stand before this one.

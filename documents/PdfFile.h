@@ -28,7 +28,7 @@ public:
     /// broken.
     std::string Stream(std::uint64_t number);
 
-    static constexpr std::size_t MostText = 128 * 1024;
+    static constexpr std::size_t MostText = std::size_t{128} * 1024;
 
 private:
     /// One table of places: of the file as it was first written, or of one of its changes.

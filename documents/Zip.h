@@ -18,7 +18,8 @@ public:
     /// broken, encrypted, packed in another way than deflated, or longer than MostBytes.
     std::optional<std::string> Member(std::string_view name) const;
 
-    static constexpr std::size_t MostBytes = 128 * 1024; ///< of a member; what tells properties is far smaller
+    static constexpr std::size_t MostBytes =
+        std::size_t{128} * 1024; ///< of a member; what tells properties is far smaller
 
 private:
     platform::ByteSource& bytes;

@@ -173,10 +173,9 @@ private:
                 return; // a tag that breaks off is none
             if (rest[0] == '>')
                 break;
-            Attribute attribute{.name = rest.substr(0, 1)};
+            const std::string_view name = rest;
             rest.remove_prefix(1); // even a stray "=" is the beginning of a name
-            const std::string_view more = TakeUntil(std::string{Blanks} + "=/>");
-            attribute.name = {attribute.name.data(), 1 + more.size()};
+            Attribute attribute{.name = name.substr(0, 1 + TakeUntil(std::string{Blanks} + "=/>").size())};
             SkipBlanks();
             if (rest.starts_with('=')) {
                 rest.remove_prefix(1);

@@ -23,6 +23,9 @@ NOT_PRODUCT = ("tests", "bench", "fuzz", "build")
 # The analyser takes twice the time of all other checks together; run it by hand.
 CHECKS = "-clang-analyzer-*"
 TOGETHER = 8
+SOURCE = pathlib.Path(__file__).resolve().parent.parent
+# Headers of all that is looked at, and sources in a group, which are headers to clang-tidy.
+FILTER = "^" + str(SOURCE) + "/"
 
 
 def digest(source, entry, rules):
@@ -38,7 +41,7 @@ def digest(source, entry, rules):
 
 
 def tidy(arguments, name, flags=()):
-    run = subprocess.run([TIDY, "--quiet", "--warnings-as-errors=*", *arguments, name, *flags],
+    run = subprocess.run([TIDY, "--quiet", "--warnings-as-errors=*", "--header-filter=" + FILTER, *arguments, name, *flags],
                          capture_output=True, text=True, check=False)
     return run.returncode, run.stdout + (run.stderr if run.returncode else "")
 
@@ -78,10 +81,10 @@ def tidy_group(source, build, number, group):
 
 
 def main():
-    source = pathlib.Path(__file__).resolve().parent.parent
+    source = SOURCE
     build = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else source / "build/native").resolve()
     version = subprocess.run([TIDY, "--version"], capture_output=True, check=True).stdout
-    rules = (source / ".clang-tidy").read_bytes() + version + CHECKS.encode()
+    rules = (source / ".clang-tidy").read_bytes() + version + CHECKS.encode() + FILTER.removeprefix("^" + str(source)).encode()
     stamps = pathlib.Path(os.environ.get("XDG_CACHE_HOME", pathlib.Path.home() / ".cache"), "template-browser", "tidy")
     stamps.mkdir(parents=True, exist_ok=True)
     waiting, stamp_of = {}, {}
