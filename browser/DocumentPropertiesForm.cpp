@@ -1,6 +1,7 @@
 #include "browser/DocumentPropertiesForm.h"
 
 #include "app/base/Captions.h"
+#include "app/base/Mnemonics.h"
 #include "app/base/StringId.h"
 #include "browser/TemplateRow.h"
 #include "documents/Dates.h"
@@ -129,7 +130,7 @@ void DocumentPropertiesForm::cmdCopy_Click()
     const ui::Control* before = nullptr;
     for (const ui::Control* control : Controls()) {
         if (const auto* box = dynamic_cast<const ui::TextBox*>(control); box != nullptr && !box->Text().empty())
-            lines += platform::text::Replaced(before->Caption(), "&", "") + "\t" + box->Text() + "\r\n";
+            lines += app::WithoutMnemonic(before->Caption()) + "\t" + box->Text() + "\r\n";
         before = control;
     }
     if (!program.toolkit.CopyText(lines))

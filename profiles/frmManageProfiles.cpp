@@ -22,10 +22,8 @@ frmManageProfiles::frmManageProfiles(app::Program& program, ProfileManager& prof
     LoadCaptions(*this, program.strings);
     app::AssignMnemonics(*this);
     // The text is a menu's, too; a title bar would show the mark of its mnemonic.
-    std::string title = Caption();
-    std::erase(title, '&');
-    SetCaption(title);
-    lstProfiles.Name = title;
+    SetCaption(app::WithoutMnemonic(Caption()));
+    lstProfiles.Name = Caption();
     Layout(Column(Row(Fill(Least(lstProfiles, ListSize)), Column(btnAdd, btnEdit, btnRename, btnDelete, btnSetDefault)),
                   Row(Fill(chkAutoApply), btnClose)));
     lstProfiles.Click = [this] { EnableButtons(); };

@@ -1,5 +1,6 @@
 #include "search/Criteria.h"
 
+#include "app/base/Mnemonics.h"
 #include "app/base/StringId.h"
 #include "app/base/StringTable.h"
 #include "documents/Dates.h"
@@ -88,7 +89,8 @@ std::string Own(std::uint16_t number)
 
 std::string Plain(std::string label)
 {
-    std::erase_if(label, [](char c) { return c == '&' || c == ':'; });
+    label = app::WithoutMnemonic(std::move(label));
+    std::erase(label, ':');
     return label;
 }
 

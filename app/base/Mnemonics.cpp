@@ -110,4 +110,14 @@ void AssignMnemonics(ui::Form& form)
     matching.Apply();
 }
 
+std::string WithoutMnemonic(std::string caption)
+{
+    constexpr std::size_t bracketed = 4; // "(&X)"
+    for (std::size_t at = 0; (at = caption.find("(&", at)) != std::string::npos; ++at)
+        if (at + bracketed <= caption.size() && caption[at + bracketed - 1] == ')')
+            caption.erase(at, bracketed);
+    std::erase(caption, '&');
+    return caption;
+}
+
 } // namespace app

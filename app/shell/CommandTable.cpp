@@ -1,6 +1,7 @@
 #include "app/shell/CommandTable.h"
 
 #include "app/base/Captions.h"
+#include "app/base/Mnemonics.h"
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -41,7 +42,7 @@ void CommandTable::Fill(ui::Menu& menu, const std::vector<std::string>& entries,
             menu.Add(MakeSeparator()).Name = entry == Separator ? "" : Named(entry.substr(Separator.size())).name;
             continue;
         }
-        if (entry.ends_with('>')) {
+        if (entry.ends_with('>') && Find(entry) == nullptr) { // a web link is named by its text, which may end so, too
             const auto sub = std::ranges::find(subMenus, entry.substr(0, entry.size() - 1), &MenuLayout::name);
             if (sub == subMenus.end())
                 throw std::logic_error{"a menu that there is not: " + entry};
@@ -85,7 +86,7 @@ void CommandTable::FinishToolTips(ui::ToolBar& bar, const StringTable& strings) 
         const Command* command = Find(button.key);
         if (command == nullptr)
             continue;
-        std::string tip = platform::text::Trimmed(platform::text::Replaced(button.toolTip, "&", ""));
+        std::string tip = platform::text::Trimmed(WithoutMnemonic(button.toolTip));
         if (command->key)
             tip += " (" + KeyText(command->key, strings) + ")";
         bar.SetButtonToolTip(i, std::move(tip));
