@@ -12,7 +12,11 @@ namespace library {
 namespace {
 
 namespace path = platform::path;
+using platform::Result;
 using platform::text::EqualIgnoringCase;
+
+/// MAX_PATH without the terminator: the shell deletes nothing whose path is longer.
+constexpr std::size_t LongestShellPath = 259;
 
 bool IsBelowTopLevel(const std::string& category)
 {
@@ -45,24 +49,34 @@ bool FolderRemoval::List(const std::string& category)
     return ListAll(category);
 }
 
-bool FolderRemoval::Remove(const std::string& category)
+Result<> FolderRemoval::Remove(const std::string& category)
 {
     const app::PatientFiles::Operation whole{files};
     if (!List(category))
-        return false;
-    const bool isWhole =
-        std::ranges::none_of(folders, [](const Folder& folder) { return folder.isLink || folder.holdsOthers; });
+        return std::unexpected{platform::error::AccessDenied};
+    const bool isWhole = std::ranges::none_of(
+        folders, [this](const Folder& folder) { return folder.isLink || folder.holdsOthers || IsBeyondShell(folder); });
     if (isWhole && IsOwnFolder(files, templatesPath, category)) {
         const std::string place = DiskPath(templatesPath, category);
         const auto recycled =
             files.Change(place, [place, &recycler = shell](platform::FileSystem&) { return recycler.Recycle(place); });
         if (recycled || recycled.error() != platform::error::NotSupported)
-            return recycled.has_value();
+            return recycled;
     }
     bool isRemoved = true;
     for (const Folder& folder : folders | std::views::reverse)
         isRemoved = DeleteFolderAndContent(folder) && isRemoved;
-    return isRemoved;
+    if (!isRemoved)
+        return std::unexpected{platform::error::AccessDenied};
+    return {};
+}
+
+bool FolderRemoval::IsBeyondShell(const Folder& folder) const
+{
+    const std::size_t place = platform::text::Length(DiskPath(templatesPath, folder.path));
+    return place > LongestShellPath || std::ranges::any_of(folder.doomed, [place](const std::string& name) {
+               return place + 1 + platform::text::Length(name) > LongestShellPath;
+           });
 }
 
 bool FolderRemoval::ListAll(const std::string& category)

@@ -24,10 +24,11 @@ public:
     std::optional<std::size_t> CountTemplates(const std::string& category);
 
     /// `category` is relative to the templates path and lies below a top-level folder. Where the volume has a recycle
-    /// bin, and there is neither a link nor a file of another kind in it, it goes there as one. False when anything of
-    /// it is still there; what could be removed is gone then, but nothing is when a folder could not be listed
-    /// or has a name by which the system finds another one, or when the recycle bin did not take it.
-    bool Remove(const std::string& category);
+    /// bin, and there is neither a link nor a file of another kind in it, it goes there as one. An error when anything
+    /// of it is still there; what could be removed is gone then, but nothing is when a folder could not be listed or
+    /// has a name by which the system finds another one, or when the recycle bin did not take it (error::Declined: the
+    /// user wants to keep it after all).
+    platform::Result<> Remove(const std::string& category);
 
 private:
     struct Folder {
@@ -47,6 +48,8 @@ private:
     bool ListAll(const std::string& category);
     bool ListFolder(std::size_t index);
     bool DeleteFolderAndContent(const Folder& folder);
+    /// Whether the shell would refuse to delete something of it for the length of its path.
+    bool IsBeyondShell(const Folder& folder) const;
     bool IsCalledSo(const Folder& folder) const;
 };
 

@@ -24,7 +24,7 @@ FolderTree::FolderTree(ui::TreeView& tree, const Catalog& catalog) : tree{tree},
 void FolderTree::Show()
 {
     const ui::TreeUpdate update{tree};
-    const std::set<std::string> open = tree.Count() > 0 ? OpenKeys() : toOpen;
+    toOpen = OpenKeys();
     tree.Clear();
     tree.Images.Shrink(treeimage::EBook);
     for (const Catalog::Folder* root : catalog.Roots()) {
@@ -32,13 +32,15 @@ void FolderTree::Show()
             tree.Add(nullptr, "", "", 0, 0); // keeps it apart from the categories
         AddWithChildren(nullptr, *root);
     }
-    for (const std::string& key : open)
+    for (const std::string& key : toOpen)
         if (ui::TreeView::Node* node = tree.Find(key); node != nullptr && !node->children.empty())
             tree.SetExpanded(*node, true);
 }
 
 std::set<std::string> FolderTree::OpenKeys() const
 {
+    if (tree.Count() == 0)
+        return toOpen; // a library that did not answer comes back as it was
     std::set<std::string> open;
     tree.ForEach([&](const ui::TreeView::Node& node) {
         if (node.expanded)

@@ -67,8 +67,8 @@ public:
                                        std::function<void(std::uint32_t exitCode)> ended) = 0;
 
     /// Moves a folder with all that is in it to the recycle bin, as one. error::NotSupported where its volume has none,
-    /// and nothing was done; after every other error the folder is where it was. The caller sees to it that there are
-    /// no links in it.
+    /// and nothing was done; error::Declined when the user, whom the system asks where the bin has no room, wants to
+    /// keep it. After every error the folder is where it was. The caller sees to it that there are no links in it.
     virtual Result<> Recycle(std::string_view folder) = 0;
 
     struct WatchedProgram {

@@ -296,9 +296,13 @@ Result<> Win32Shell::Recycle(std::string_view folder)
     request.wFunc = FO_DELETE;
     request.pFrom = place.c_str();
     // A folder that the bin has no room for is asked about by the system.
-    request.fFlags = FOF_ALLOWUNDO | FOF_NOCONFIRMATION | FOF_NOERRORUI | FOF_SILENT | FOF_WANTNUKEWARNING;
+    request.fFlags = FOF_ALLOWUNDO | FOF_NOCONFIRMATION | FOF_NOERRORUI | FOF_SILENT | FOF_WANTNUKEWARNING |
+                     FOF_NO_CONNECTED_ELEMENTS; // a page beside its folder of pictures stays
     const int failure = InApartment([&] { return SHFileOperationW(&request); });
-    if (failure != 0 || request.fAnyOperationsAborted)
+    constexpr int operationCancelled = 0x75; // DE_OPCANCELLED of the documentation of SHFileOperation; no header has it
+    if (failure == ERROR_CANCELLED || failure == operationCancelled || (failure == 0 && request.fAnyOperationsAborted))
+        return std::unexpected{error::Declined};
+    if (failure != 0)
         return std::unexpected{error::AccessDenied};
     return {};
 }

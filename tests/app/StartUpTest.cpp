@@ -335,12 +335,15 @@ TEST_F(StartUpTest, AnEmptyLibraryLeavesTheWindowOpenAndEmpty)
 {
     SetTemplatesPath("C:\\Empty");
     system.files.AddFolder("C:\\Empty");
+    PutSetting("Browser", "OpenFolders", "Letters");
     toolkit.ExpectMessage(Text(279), Icon::Critical);
     Start();
     EXPECT_TRUE(Main().IsVisible());
     EXPECT_EQ(Main().tvTreeView.Count(), 0u);
     EXPECT_EQ(Main().lvListView.Rows(), 0);
     EXPECT_TRUE(Main().Library().NoFoldersFound);
+    End();
+    EXPECT_EQ(Setting("Browser", "OpenFolders"), "Letters") << "for the day when it answers";
 }
 
 TEST_F(StartUpTest, EveryStartOfAProcessReadsTheSettingsThatTheResourceLibraryNames)
