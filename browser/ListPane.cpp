@@ -191,8 +191,10 @@ void ListPane::Add(TemplateRows piece)
 bool ListPane::GoOn()
 {
     // Painting waits: a list that is filled in a moment would be drawn empty first, and scroll bars come and go.
-    if (toolkit.InputWaits())
+    if (toolkit.InputWaits()) {
+        const app::PatientFiles::Unless others{files};
         toolkit.DoEvents();
+    }
     return served == request;
 }
 

@@ -48,11 +48,16 @@ void FolderOperations::StartRename()
     if (tree.Selected() == nullptr || library.Loading())
         return;
     if (state.FindPaneOpen)
-        messages.Inform(strings.LoadString(app::str::RenameWithFindPane) + "\r" + strings.LoadString(CloseFindPane));
+        RefuseWithFindPane();
     else if (IsTopLevel(library.Tree().Selected()))
         messages.Inform(app::str::RenameTopLevel);
     else
         tree.StartLabelEdit();
+}
+
+void FolderOperations::RefuseWithFindPane()
+{
+    messages.Inform(strings.LoadString(app::str::RenameWithFindPane) + "\r" + strings.LoadString(CloseFindPane));
 }
 
 bool FolderOperations::CanRename(const Catalog::Folder* folder) const
@@ -62,6 +67,8 @@ bool FolderOperations::CanRename(const Catalog::Folder* folder) const
 
 void FolderOperations::Rename(const Catalog::Folder* folder, const std::string& newName)
 {
+    if (state.FindPaneOpen && !IsTopLevel(folder) && newName != path::Name(folder->path))
+        RefuseWithFindPane(); // it was opened while the name was typed
     if (!CanRename(folder))
         return;
     const std::string from = folder->path;
@@ -154,6 +161,8 @@ bool FolderOperations::Move(const std::string& from, const std::string& to)
 
 void FolderOperations::DeleteSelected()
 {
+    if (tree.EditedLabel())
+        return; // the name that is being typed is of the folder that would go
     if (tree.Selected() == nullptr || library.Loading())
         return;
     if (state.FindPaneOpen) {
@@ -171,11 +180,12 @@ void FolderOperations::DeleteSelected()
         return;
     if (ReleaseViews)
         ReleaseViews();
-    const bool isRemoved = removal.Remove(category);
+    const auto removed = removal.Remove(category);
+    const bool isTakenBack = !removed && removed.error() == platform::error::Declined;
     favorites.GetFavoritesFromRegistry(); // those that lay in the folder are gone
     library.FullLoad = true;
-    ReloadAt(path::Parent(category));
-    if (!isRemoved)
+    ReloadAt(isTakenBack ? category : std::string{path::Parent(category)});
+    if (!removed && !isTakenBack)
         messages.Stop(strings.LoadString(app::str::DeleteFailed) + "\r" + strings.LoadString(app::str::CloseTemplates));
 }
 

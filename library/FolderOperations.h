@@ -30,6 +30,7 @@ public:
     void StartRename();
     /// Whether the folder can be given another name at all; says nothing.
     bool CanRename(const Catalog::Folder* folder) const;
+    void RefuseWithFindPane();
     /// Gives the folder the name that the user typed. A refusal, and a failure of the disk, are told, leave everything
     /// as it was, and open the label again with what was typed. A name under which the library would not find the
     /// folder is asked about.

@@ -27,20 +27,24 @@ bool TemplateLibrary::LoadTreeView()
     if (loading)
         return true;
     const platform::Scoped now{loading, true};
-    struct Unlock {
-        TemplateLibrary& library;
-        ~Unlock()
-        {
-            if (library.LockAccess)
-                library.LockAccess(false);
-        }
-    } const unlock{*this};
-    if (LockAccess)
-        LockAccess(true);
+    {
+        struct Unlock {
+            TemplateLibrary& library;
+            ~Unlock()
+            {
+                if (library.LockAccess)
+                    library.LockAccess(false);
+            }
+        } const unlock{*this};
+        if (LockAccess)
+            LockAccess(true);
 
-    do
-        LoadOnce();
-    while (FullLoad && !progress.Cancelled);
+        do
+            LoadOnce();
+        while (FullLoad && !progress.Cancelled);
+    }
+    if (Loaded)
+        Loaded();
     return !NoFoldersFound;
 }
 

@@ -35,6 +35,8 @@ public:
 
     /// Called with true before a load and with false when it has ended, however it ends.
     std::function<void(bool lock)> LockAccess;
+    /// A load has ended.
+    std::function<void()> Loaded;
 
     /// With FullLoad set: folder walk, folder table pass, tree pass; otherwise the tree pass alone. True when at least
     /// one category folder was found, or when a load is under way already (the second one is refused).

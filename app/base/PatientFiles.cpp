@@ -54,6 +54,7 @@ bool PatientFiles::EndsSoon(const Ended& ended)
     if (++momentsInARow == unnoticed) {
         momentsInARow = 0;
         const Held held{toolkit, operation != nullptr};
+        const Unless others{*this};
         toolkit.DoEvents();
     }
     return true;
@@ -65,7 +66,7 @@ Result<> PatientFiles::Comes(const Ended& ended, std::chrono::milliseconds atMos
         return {};
     const auto* const isUnwanted = unless;
     const auto isGivenUp = [&] { return progress.Cancelled || (isUnwanted != nullptr && (*isUnwanted)()); };
-    const platform::Scoped others{unless, static_cast<const std::function<bool()>*>(nullptr)};
+    const Unless others{*this};
     (void)toolkit.WaitUntil([&] { return isGivenUp() || ended({}); }, atMost);
     if (ended({}))
         return {};

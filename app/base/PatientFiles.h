@@ -105,6 +105,8 @@ public:
     class Unless {
     public:
         Unless(PatientFiles& files, const std::function<bool()>& isUnwanted) : scope{files.unless, &isUnwanted} {}
+        /// Around a yield: what the user begins in it is waited for by others.
+        explicit Unless(PatientFiles& files) : scope{files.unless, nullptr} {}
 
     private:
         platform::Scoped<const std::function<bool()>*> scope;

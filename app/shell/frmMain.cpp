@@ -189,6 +189,7 @@ void frmMain::LibraryChanged()
 {
     if (!IsOpen())
         return;
+    const Busy guard{*this};
     favorites.GetFavoritesFromRegistry(); // those whose template has gone
     templateLibrary.FullLoad = true;      // a load that is under way begins once more
     RefreshLibrary();
@@ -248,11 +249,8 @@ void frmMain::WireEvents()
     fileTypeTabStrip.Click = [this] { fileTypeTabStrip_Click(); };
 
     templateLibrary.ClearViews = [this] { ClearViewState(); };
-    templateLibrary.LockAccess = [this](bool lock) {
-        LockTreeViewAccess(lock);
-        if (!lock)
-            find.LibraryLoaded();
-    };
+    templateLibrary.LockAccess = [this](bool lock) { LockTreeViewAccess(lock); };
+    templateLibrary.Loaded = [this] { find.LibraryLoaded(); };
 }
 
 void frmMain::tvTreeView_Click()

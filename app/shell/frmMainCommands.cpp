@@ -33,11 +33,22 @@ void frmMain::AddCommands()
     const auto hasItems = [this] { return list.Templates().Rows() > 0; };
     const auto hasSelection = [this] { return list.Selected() != nullptr; };
 
+    const auto createDocument = [this] {
+        const Busy guard{*this};
+        opener.CreateDocument(list.SelectedPath());
+    };
+    const auto openHelp = [this](std::string_view topic) {
+        return [this, topic] {
+            const Busy guard{*this};
+            help.Open(topic);
+        };
+    };
+
     // clang-format off
     commands.Add({.name = "mnuFileNew", .caption = 102, .toolTip = 141, .image = "new", .key = ui::Ctrl('N'),
-                  .run = [this] { opener.CreateDocument(list.SelectedPath()); }, .enabled = hasSelection});
+                  .run = createDocument, .enabled = hasSelection});
     commands.Add({.name = "mnuFileNewDocument", .caption = 226, .key = ui::Ctrl('N'),
-                  .run = [this] { opener.CreateDocument(list.SelectedPath()); }, .enabled = hasSelection});
+                  .run = createDocument, .enabled = hasSelection});
     commands.Add({.name = "mnuFileNewTemplate", .caption = 227, .run = [this] { lvListView_DblClick(); },
                   .enabled = hasSelection});
     commands.Add({.name = "mnuFileOpen", .caption = 561, .toolTip = 562, .image = "open", .key = ui::Ctrl('O'),
@@ -52,7 +63,10 @@ void frmMain::AddCommands()
     commands.Add({.name = "mnuFileExit", .caption = 104, .image = "exit",
                   .key = {ui::KeyCode::F4, false, false, true}, .run = [this] { Close(); }});
     commands.Add({.name = "mnuRefreshTV", .caption = 105, .toolTip = 105, .image = "refresh",
-                  .key = ui::Plain(ui::KeyCode::F5), .run = [this] { RefreshLibrary(); },
+                  .key = ui::Plain(ui::KeyCode::F5), .run = [this] {
+                      if (!tvTreeView.EditedLabel()) // the name that is being typed would be lost
+                          RefreshLibrary();
+                  },
                   .enabled = [this] { return !templateLibrary.Loading(); }});
     const auto canChangeFolder = [this] {
         return tvTreeView.Selected() != nullptr && values.folderListOn && !templateLibrary.Loading();
@@ -132,8 +146,8 @@ void frmMain::AddCommands()
                           },
                           .checked = [this, key = kind.tab] { return tabs.IsShown(key); }});
     commands.Add({.name = "mnuHelpContents", .caption = 128, .toolTip = 342, .image = "help",
-                  .key = ui::Plain(ui::KeyCode::F1), .run = [this] { help.Open("General HTML"); }});
-    commands.Add({.name = "mnuHelpSearch", .caption = 129, .run = [this] { help.Open("Using Find HTML"); }});
+                  .key = ui::Plain(ui::KeyCode::F1), .run = openHelp("General HTML")});
+    commands.Add({.name = "mnuHelpSearch", .caption = 129, .run = openHelp("Using Find HTML")});
     commands.Add({.name = "mnuHelpAbout", .caption = 130, .toolTip = 443, .image = "about",
                   .run = [this] { mnuHelpAbout_Click(); }});
     commands.Add({.name = "mnuReportABug", .caption = 524, .toolTip = 524, .image = "bug",

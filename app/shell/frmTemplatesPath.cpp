@@ -62,20 +62,23 @@ void frmTemplatesPath::ShowReason()
 
 void frmTemplatesPath::cmdRetry_Click()
 {
-    readable = CanRead(program, program.state.TemplatesPath);
-    if (readable)
-        Close();
-    else
-        cmdRetry.SetFocus();
+    SetReadable(CanRead(program, program.state.TemplatesPath), cmdRetry);
 }
 
 void frmTemplatesPath::cmdNew_Click()
 {
-    readable = ChooseTemplatesPath(program);
+    SetReadable(ChooseTemplatesPath(program), cmdNew);
+}
+
+void frmTemplatesPath::SetReadable(bool value, ui::Button& tried)
+{
+    if (!IsOpen()) // the user has gone on while the drive was waited for
+        return;
+    readable = value;
     if (readable)
         Close();
     else
-        cmdNew.SetFocus();
+        tried.SetFocus();
 }
 
 bool ChooseTemplatesPath(Program& program)

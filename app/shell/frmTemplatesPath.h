@@ -30,6 +30,8 @@ private:
 
     void cmdRetry_Click();
     void cmdNew_Click();
+    /// What became of an attempt: ends the dialog, or leaves the keyboard where it was made.
+    void SetReadable(bool value, ui::Button& tried);
     void ShowReason();
 };
 

@@ -20,7 +20,7 @@ TEST_F(MainWindowTest, AResourceLibraryReachesEveryTextOfTheMenusTheToolbarAndTh
     for (std::uint16_t id = 1; id < 1000; ++id) // but for names of keys and of generations
         if (const auto own = app::StringTable::Own(id);
             own.size() > 2 && id != app::str::SettingsAppName && !own.contains("HKEY"))
-            texts[id] = "#" + std::string{own};
+            texts[id] = "#" + std::string{own} + "(&Q)";
     system.resources.Add("C:\\Program Files\\Template Browser\\TS_RES.dll", texts);
     Start();
     const auto isReached = [](std::string_view name, std::string_view text) {
@@ -34,8 +34,10 @@ TEST_F(MainWindowTest, AResourceLibraryReachesEveryTextOfTheMenusTheToolbarAndTh
     Main().MenuBar.ForEach(check);
     for (ui::Menu* popup : Main().Popups)
         popup->ForEach(check);
-    for (const ui::ToolBar::Button& button : Main().tbToolBar.Buttons())
+    for (const ui::ToolBar::Button& button : Main().tbToolBar.Buttons()) {
         isReached(button.key, button.toolTip);
+        EXPECT_FALSE(button.toolTip.contains("(Q)")) << "a letter for menus";
+    }
     toolkit.OnModal<browser::frmRecentDocuments>("frmRecentDocuments", [&](auto& form) {
         for (const ui::Control* control : form.Controls())
             isReached(control->TypeName(), control->Caption());
@@ -255,13 +257,14 @@ TEST_F(MainWindowTest, HelpDocumentsAndLinksOpenThroughTheLauncher)
     PutSetting("Help", "General HTML", "Help\\en\\index.html");
     PutSetting("Help", "Using Find HTML", "C:\\Gone\\find.htm");
     PutSetting("Options", "Installed Path", "C:\\Desk");
-    PutSetting("Options", "WebLink", "http://tessaly.example/| |http://tessaly.example/news");
+    PutSetting("Options", "WebLink", "http://tessaly.example/| |http://tessaly.example/news|News >");
     system.files.AddFile("C:\\Desk\\Help\\en\\index.html");
     Start();
     Main().UserPresses(ui::Plain(KeyCode::F1));
     toolkit.ExpectMessage(Text(367), Icon::Information);
     Item("mnuHelpSearch").UserClicks();
     Item("mnuWebLink http://tessaly.example/news").UserClicks();
+    EXPECT_EQ(Item("mnuWebLink News >").Caption, "News >");
     EXPECT_EQ(system.shell.Opened(), (Texts{"C:\\Desk\\Help\\en\\index.html", "http://tessaly.example/news"}));
     PutSetting("Help", "General HTML", "https://tessaly.example/help");
     Main().UserPresses(ui::Plain(KeyCode::F1));

@@ -1,5 +1,6 @@
 // Drives that take their time, or never answer: what the user waits for, in a time that passes in steps.
 #include "app/base/StringId.h"
+#include "app/shell/frmTemplatesPath.h"
 #include "app/shell/frmWaiting.h"
 #include "browser/FrmPreview.h"
 #include "packs/frmContentPackManager.h"
@@ -204,6 +205,61 @@ TEST_F(SlowDriveTest, AFolderChosenInTheMiddleOfAFillShowsAlone)
     }
 }
 
+TEST_F(SlowDriveTest, WhoGoesOnWhileTheLibraryIsWaitedForIsHeard)
+{
+    system.files.AddFile("C:\\Other\\Letters\\Memo.swt", "");
+    for (const bool chooses : {true, false}) {
+        bool isHeard = false;
+        delays.Set(Templates, Delays::Never);
+        toolkit.OnModal<app::frmTemplatesPath>("frmTemplatesPath", [&](app::frmTemplatesPath& form) {
+            toolkit.OnYield = [&](int) {
+                if (std::exchange(isHeard, true))
+                    return;
+                if (!chooses)
+                    return form.cmdCancel.UserClicks();
+                toolkit.FolderChoices = {"C:\\Other"};
+                form.cmdNew.UserClicks();
+            };
+            if (!chooses)
+                delays.Set(Templates, 1s); // it comes after the user has gone
+            form.cmdRetry.UserClicks();
+        });
+        Start();
+        toolkit.OnYield = nullptr;
+        toolkit.RunPosted();
+        EXPECT_EQ(browser.Main() != nullptr, chooses);
+        End();
+        PutSetting("Browser", "HDD Templates Path", std::string{Templates});
+    }
+}
+
+TEST_F(SlowDriveTest, ALoadInTheMiddleOfAFillIsNotGivenUpWithIt)
+{
+    AddTemplates({"Letters\\Previews\\Memo.jpg"});
+    Start();
+    const Texts tree = TreeTexts(Main().tvTreeView);
+    End();
+    for (int at = 1; at < 8; ++at) {
+        SCOPED_TRACE(at);
+        Start();
+        Main().LoadThumbnailImages();
+        Main().tvTreeView.UserSelects("Letters\\Formal");
+        delays.Set(Templates, 50ms);
+        delays.Set(InLibrary("Letters"), 0ms);
+        toolkit.OnYield = [&, first = toolkit.Yields() + at](int yield) {
+            if (yield == first) {
+                Main().tvTreeView.UserSelects("Business");
+                Item("mnuRefreshTV").Click();
+            }
+        };
+        Main().tvTreeView.UserSelects("Letters");
+        toolkit.OnYield = nullptr;
+        EXPECT_EQ(TreeTexts(Main().tvTreeView), tree);
+        delays.Set(Templates, 0ms);
+        End();
+    }
+}
+
 TEST_F(SlowDriveTest, ATemplateIsAFavouriteOnceHoweverOftenItIsAdded)
 {
     Start();
@@ -229,7 +285,7 @@ protected:
         std::function<void()> act;
         std::function<bool()> isDone;
     };
-    const std::string formal = InLibrary("Letters\\Formal"), sheet = "C:\\Users\\Ann\\Documents\\Plan.ccw";
+    const std::string formal = InLibrary("Letters\\Formal"), sheet = "C:\\Users\\User\\Documents\\Plan.ccw";
 
     void Delete()
     {
@@ -253,6 +309,17 @@ protected:
         Main().Commands().Run("mnuProfileEdit");
     }
     const std::vector<Row> rows{
+        {"a document is made of a spreadsheet's template", "FileSystem.CopyFile",
+         [this] {
+             Main().tvTreeView.UserSelects("Letters");
+             Main().lvListView.UserSelects(1);
+             system.files.AddFile("C:\\clc.exe");
+             system.registry.PutString(Hive::LocalMachine,
+                                       "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\CLC.EXE", "",
+                                       "C:\\clc.exe");
+             Main().Commands().Run("mnuFileNew");
+         },
+         [this] { return system.files.Exists(sheet); }},
         {"a folder gets another name", "FileSystem.Move",
          [this] {
              Main().tvTreeView.UserSelects("Letters\\Formal");
@@ -297,16 +364,18 @@ protected:
     void Begin(const Row& row, Delays::Time time)
     {
         Delay("", 0ms);
-        for (const char* gone : {"Letters", "Garden"})
-            if (system.files.Exists(InLibrary(gone)))
-                system.files.Remove(InLibrary(gone));
-        AddTemplates({"Letters\\Memo.swt", "Letters\\Formal\\a.swt", "Letters\\Formal\\b.swt", "Garden\\c.swt"});
+        for (const std::string& gone : {InLibrary("Letters"), InLibrary("Garden"), sheet})
+            if (system.files.Exists(gone))
+                system.files.Remove(gone);
+        AddTemplates({"Letters\\Memo.swt", "Letters\\Plan.ccw", "Letters\\Formal\\a.swt", "Letters\\Formal\\b.swt",
+                      "Garden\\c.swt"});
         PutSetting("Content\\Garden", "TemplateFolders", "Garden");
         PutSetting("Browser\\Favorites", "Letters\\Formal\\a.swt", "");
         PutSetting("Options", "Profile Images Path", "C:\\Images");
         PutSetting("Profiles", "DefaultProfile", "Ann");
         system.registry.PutString(Hive::CurrentUser, profiles::ProfileKey("Ann"), "FirstName", "Ann");
-        system.files.AddFolder("C:\\Images");
+        for (const char* folder : {"C:\\Images", "C:\\Users\\User\\Documents"})
+            system.files.AddFolder(folder);
         system.files.AddFile("C:\\new.jpg", "new");
         Start();
         Delay(row.call, time);

@@ -184,10 +184,16 @@ TEST_F(FolderTest, TopLevelFoldersAndAnOpenFindPaneRefuseBoth)
     Select("Letters\\Formal");
     EXPECT_TRUE(Main().lvListView.KeyDown(ui::Plain(ui::KeyCode::F2))); // about the folder, not while in the list
     EXPECT_FALSE(Tree().EditedLabel());
+    Main().UserPresses(ui::Plain(ui::KeyCode::F2));
+    ASSERT_TRUE(Tree().EditedLabel());
+    EXPECT_TRUE(Main().Commands().Run("mnupopDeletefolder") && Main().Commands().Run("mnuRefreshTV"));
+    EXPECT_TRUE(Tree().EditedLabel()) << "what is being typed is in nobody's way";
     Program().state.FindPaneOpen = true;
+    const char* refused = "Cannot rename folders when Find pane is open.\rClose the Find pane and try again.";
+    toolkit.ExpectMessage(refused, Icon::Information);
+    Tree().UserEndsLabelEdit("Other");
     EXPECT_FALSE(Tree().UserStartsLabelEdit("Letters\\Formal"));
-    toolkit.ExpectMessage("Cannot rename folders when Find pane is open.\rClose the Find pane and try again.",
-                          Icon::Information);
+    toolkit.ExpectMessage(refused, Icon::Information);
     Main().UserPresses(ui::Plain(ui::KeyCode::F2));
     toolkit.ExpectMessage("Cannot delete folders when Find pane is open.\rClose the Find pane and try again.",
                           Icon::Information);
@@ -206,6 +212,7 @@ TEST_F(FolderTest, OpenBranchesStayOpenHoweverTheTreeIsBuiltAgain)
     toolkit.ExpectMessage("Enter a folder name.", Icon::Information);
     Rename("Letters\\Formal", "");
     EXPECT_TRUE(isOpen("Business") && isOpen("Letters") && !isOpen("Letters\\Formal"));
+    Tree().UserCancelsLabelEdit();
 
     system.files.SetHeldOpen(InLibrary("Letters\\Formal\\Complaint.swt"));
     system.files.Remove(InLibrary("Business\\Contracts"));
@@ -321,7 +328,8 @@ TEST_F(FolderTest, AFolderGoesToTheRecycleBinAsOneUnlessSomethingInItMustNotGo)
 {
     system.shell.SetRecycleBin();
     AddTemplates({"Letters\\Formal\\Sub\\b.swt", "Letters\\Formal\\Previews\\odd.txt", "Letters\\Mixed\\c.swt",
-                  "Letters\\Mixed\\read.me", "Letters\\Linked\\d.swt"});
+                  "Letters\\Mixed\\read.me", "Letters\\Linked\\d.swt",
+                  "Letters\\Beyond the shell\\" + std::string(230, 'x') + ".swt"});
     system.files.AddFile("C:\\Outside\\precious.swt");
     system.files.AddLink(InLibrary("Letters\\Linked\\Away"), "C:\\Outside");
     library::FolderRemoval removal{Program().files, system.shell, std::string{Templates} + "\\"};
@@ -331,8 +339,24 @@ TEST_F(FolderTest, AFolderGoesToTheRecycleBinAsOneUnlessSomethingInItMustNotGo)
     EXPECT_FALSE(removal.Remove("Letters\\Mixed"));
     EXPECT_TRUE(system.files.Exists(InLibrary("Letters\\Mixed\\read.me")));
     EXPECT_TRUE(removal.Remove("Letters\\Linked"));
+    EXPECT_TRUE(removal.Remove("Letters\\Beyond the shell"));
     EXPECT_TRUE(system.files.Exists("C:\\Outside\\precious.swt"));
     EXPECT_EQ(system.shell.Recycled(), Texts{InLibrary("Letters\\Formal")});
+}
+
+TEST_F(FolderTest, WhoKeepsAFolderThatTheRecycleBinHasNoRoomForIsNotToldThatItFailed)
+{
+    system.shell.SetRecycleBin();
+    Start();
+    Select("Letters\\Formal");
+    ExpectDeleteQuestion("Formal", "1 template");
+    system.faults.OnCall = [this](std::string_view call, std::string_view) {
+        if (call == "Shell.Recycle")
+            system.faults.FailAt(1, platform::error::Declined);
+    };
+    Main().Commands().Run("mnupopDeletefolder");
+    EXPECT_EQ(Selected(), "Letters\\Formal");
+    EXPECT_TRUE(system.files.Exists(InLibrary("Letters\\Formal\\Complaint.swt")));
 }
 
 TEST_F(FolderTest, LinksAreRemovedAndWhatTheyPointAtIsWhole)
