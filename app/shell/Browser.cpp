@@ -126,7 +126,7 @@ bool Browser::LoadMain()
     if (!main->Load() || !main->LoadTemplateBrowser())
         return false;
     program.state.MainLoaded = true;
-    main->EnableItemCommands();
+    main->RefreshCommands();
     program.state.BrowserReady = true;
     indicator.reset();
     main->PostLoad();

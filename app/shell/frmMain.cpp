@@ -3,31 +3,13 @@
 #include "app/base/Captions.h"
 #include "app/base/StringId.h"
 #include "app/base/SupportFiles.h"
-#include "app/shell/WindowPlacement.h"
 #include "app/shell/frmTemplatesPath.h"
 #include "app/shell/frmWaiting.h"
-#include "platform/Path.h"
 #include "platform/Scoped.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace app {
-namespace {
-
-// All lengths in twips.
-constexpr int MinimumWidth = 9700;
-constexpr int LeastUsableHeight = 6600;       ///< bars, some nodes of the tree, and the preview; without the banner
-constexpr int VertSplitterMargin = 300;       ///< never further left
-constexpr int VertSplitterRightMargin = 3000; ///< never closer to the window's right edge
-constexpr int HorzSplitterMargin = 900;       ///< least height of the tree
-constexpr int LeastPreviewHeight = 2700;      ///< the facts, and a picture that shows something
-constexpr int PaneMargin = 60;
-constexpr int FactsLines = 4;          ///< of a template with a short name: the picture keeps its size
-constexpr double FactsShare = 2.0 / 3; ///< of the preview, at most: long names in a narrow pane leave a picture
-constexpr double BannerShare = 0.25;   ///< of the window, at most
-
-} // namespace
 
 frmMain::frmMain(Program& program)
     : Form{program.toolkit, "frmMain", Style::Sizable}, program{program},
@@ -73,9 +55,8 @@ frmMain::frmMain(Program& program)
              }}
 {
     SetCaption(program.state.ProductCaption);
-    Smallest = {MinimumWidth, LeastUsableHeight};
+    LimitSizes();
     lblPreview.PlainText = true; // names of files and folders
-    lblPreview.LeastLines = FactsLines;
     lvListView.SetView(ui::ListView::View::Details);
     AddCommands();
     BuildMenus();
@@ -103,14 +84,6 @@ bool frmMain::Load()
     if (values.bannerOn)
         banner.LoadBrowserBanner();
     return IsOpen();
-}
-
-void frmMain::RestorePlacement()
-{
-    values = ReadWindowValues(program.settings);
-    const int width = std::max(values.width, MinimumWidth); // widened later, it would reach off the screen again
-    SetPlacement(PlacementWithin({values.left, values.top, width, values.height}, program.toolkit.WorkAreas()));
-    SetState(values.isMaximized ? WindowState::Maximized : WindowState::Normal);
 }
 
 bool frmMain::LoadTemplateBrowser()
@@ -292,12 +265,6 @@ bool frmMain::OpenSelectedNode()
     return true;
 }
 
-void frmMain::SelectParent()
-{
-    if (const auto* node = tvTreeView.Selected(); node != nullptr)
-        SelectNode(node->parent);
-}
-
 void frmMain::FillList()
 {
     const Busy guard{*this};
@@ -404,11 +371,6 @@ void frmMain::mnuViewPreviewPane_Click()
     SizeControls();
 }
 
-void frmMain::EnableItemCommands()
-{
-    RefreshCommands();
-}
-
 void frmMain::mnuListViewMode_Click(ui::ListView::View view)
 {
     const Busy guard{*this};
@@ -429,124 +391,6 @@ void frmMain::RefreshCommands()
     for (ui::Menu* popup : Popups)
         commands.Refresh(*popup);
     commands.Refresh(tbToolBar);
-}
-
-bool frmMain::OnKey(const ui::Key& key)
-{
-    if (key.code == ui::KeyCode::F6 && !key.ctrl && !key.alt) {
-        MoveFocus();
-        return true;
-    }
-    if (key.code == ui::KeyCode::Tab && key.ctrl && !key.alt) {
-        tabs.SelectNext(key.shift);
-        return true;
-    }
-    return find.OnKey(key) || commands.Press(key);
-}
-
-bool frmMain::OnTreeKey(const ui::Key& key)
-{
-    if (key == ui::Plain(ui::KeyCode::Delete))
-        return commands.Run("mnupopDeletefolder");
-    if (key == ui::Plain(ui::KeyCode::Enter)) {
-        if (!OpenSelectedNode())
-            ToggleBranch();
-        return true;
-    }
-    return OnAnyPaneKey(key);
-}
-
-bool frmMain::OnAnyPaneKey(const ui::Key& key)
-{
-    if (key != ui::Plain(ui::KeyCode::Backspace))
-        return false;
-    SelectParent();
-    return true;
-}
-
-void frmMain::ToggleBranch()
-{
-    ui::TreeView::Node* node = tvTreeView.Selected();
-    if (node == nullptr || node->children.empty())
-        return;
-    tvTreeView.SetExpanded(*node, !node->expanded);
-    tvTreeView_Expand(*node);
-}
-
-bool frmMain::OnListKey(const ui::Key& key)
-{
-    // F2 and Delete are the folder's in the tree. In the list, where the user looks at a template, F2 must not rename
-    // the folder, and Delete is about the template.
-    if (key == ui::Plain(ui::KeyCode::F2))
-        return true;
-    if (key == ui::Plain(ui::KeyCode::Delete))
-        return commands.Run("mnuPopRemoveFromFavorites");
-    return OnAnyPaneKey(key);
-}
-
-void frmMain::MoveFocus()
-{
-    if (lvListView.HasFocus() && values.folderListOn) {
-        tvTreeView.SetFocus();
-        return;
-    }
-    lvListView.SetFocus();
-}
-
-void frmMain::OnResize()
-{
-    // A frame that the user drags must not run messages.
-    if (!IsVisible())
-        program.progress.Increment();
-    if (const int least = LeastWidth(); State() == WindowState::Normal && Placement().width < least) {
-        ui::Rect wider = Placement();
-        wider.width = least;
-        SetPlacement(wider); // which is heard of here only where it is another size in pixels, too
-    }
-    SizeControls();
-}
-
-Pane frmMain::Panes()
-{
-    const auto folderList = [this] { return values.folderListOn; };
-    const auto previewPane = [this] { return values.previewPaneOn; };
-    // clang-format off
-    return Below(
-        Pane{tbToolBar}.Preferred(),
-        Pane{findControls.Layout()}.Within(PaneMargin).When([this] { return find.IsOpen(); }),
-        Beside(
-            Below(
-                Pane{tvTreeView}.When(folderList)
-                    .UpTo(imgHorzSplitter, values.horzSplitterTop, HorzSplitterMargin, LeastPreviewHeight),
-                Below(imgPreview, Pane{lblPreview}.PreferredUpTo(FactsShare).After(PaneMargin))
-                    .When(previewPane).Within(PaneMargin))
-                .UpTo(imgVertSplitter, values.vertSplitterLeft, VertSplitterMargin, VertSplitterRightMargin,
-                      [this] { return WindowWidth(); }),
-            Below(Pane{fileTypeTabStrip}.Preferred(), lvListView))
-            .After(PaneMargin),
-        Pane{imgBanner}.PreferredUpTo(BannerShare).After(PaneMargin).When([this] { return banner.HasPicture(); }),
-        Pane{sbStatusBar}.Preferred());
-    // clang-format on
-}
-
-int frmMain::LeastWidth()
-{
-    if (!find.IsOpen() || State() != WindowState::Normal)
-        return MinimumWidth;
-    const int frame = Placement().width - ClientSize().width;
-    return std::max(MinimumWidth, ui::Measure(findControls.Layout(), 0).width + 2 * PaneMargin + frame);
-}
-
-int frmMain::WindowWidth() const
-{
-    return State() == WindowState::Maximized ? ClientSize().width : Placement().width;
-}
-
-void frmMain::SizeControls()
-{
-    Smallest.width = LeastWidth();
-    Smallest.height = LeastUsableHeight + (banner.HasPicture() ? imgBanner.Box.height + PaneMargin : 0);
-    panes.Place(ClientSize());
 }
 
 } // namespace app

@@ -70,35 +70,21 @@ public:
     void LoadThumbnailViewForMyFavorites();
     /// Whether the screen has room for the thumbnail view; string 277 when it has not.
     bool GetSystemResolution();
-    /// "Open", "Preview" and "View Thumbnail" follow whether the list holds any items.
-    void EnableItemCommands();
+    /// Menus and tool bar follow what the window shows and has selected.
+    void RefreshCommands();
 
     void tvTreeView_Click();
     void tvTreeView_Expand(ui::TreeView::Node& node);
     void lvListView_Click();
     void lvListView_DblClick();
-    void tvTreeView_Drop(ui::TreeView::Node& node, ui::Control& source);
     void fileTypeTabStrip_Click();
     void mnuViewPreviewPane_Click();
-    void mnupopDeletefolder_Click();
-    void mnuAddToFavorites_Click();
-    void mnuRemoveFromFavorites_Click();
-    /// Shows what the selected template says of itself.
-    void mnuFileProperties_Click();
-    /// Shows which product this is, and of what version.
-    void mnuHelpAbout_Click();
     /// Shows the recent documents.
     void mnuRecentDocuments_Click();
-    /// Asks how long recent documents are remembered.
-    void mnuHistory_Click();
-    /// Lets the user choose another templates path, and shows what is there.
-    void mnuTemplatesPath_Click();
     /// A library without templates may be the wrong folder: asks once for each such path.
     void AskAboutEmptyLibrary();
     /// Invites a new user to enter a profile.
     void PromptForFirstProfile();
-    /// Opens a recent file, 1 to 10.
-    void mnuFile_Click(std::size_t number);
 
     ui::ToolBar tbToolBar{*this};
     search::FindControls findControls{*this};
@@ -179,14 +165,36 @@ private:
     };
 
     void AddCommands();
+    void AddTemplateCommands();
+    void AddFolderCommands();
+    void AddFileCommands();
+    void AddViewCommands();
+    void AddListCommands();
+    void AddHelpCommands();
+    void AddProfileAndPackCommands();
+    void AddPopUpCommands();
     void BuildMenus();
     void WireEvents();
     void WireFolders();
     void WireFind();
     /// For screen readers: no label says what these show.
     void NameControls();
+    void tvTreeView_Drop(ui::TreeView::Node& node, ui::Control& source);
+    void mnupopDeletefolder_Click();
+    void mnuAddToFavorites_Click();
+    void mnuRemoveFromFavorites_Click();
+    /// Shows what the selected template says of itself.
+    void mnuFileProperties_Click();
+    /// Shows which product this is, and of what version.
+    void mnuHelpAbout_Click();
     /// Shows the list's templates one by one in a window of their own.
     void mnuFilePreview_Click();
+    /// Asks how long recent documents are remembered.
+    void mnuHistory_Click();
+    /// Lets the user choose another templates path, and shows what is there.
+    void mnuTemplatesPath_Click();
+    /// Opens a recent file, 1 to 10.
+    void mnuFile_Click(std::size_t number);
     /// Offers the file to other programs on the clipboard.
     void Copy(const std::string& path);
     void ReloadTree(const std::string& category);
@@ -213,7 +221,8 @@ private:
     void MoveFocus();
     void mnuListViewMode_Click(ui::ListView::View view);
     std::shared_ptr<browser::RowSource> SelectedRows();
-    void RefreshCommands();
+    /// Before anything is laid out.
+    void LimitSizes();
     Pane Panes();
     int WindowWidth() const;
     /// Outer width in which everything that is shown has room, twips.

@@ -30,21 +30,26 @@ constexpr ViewCommand viewCommands[] = {
 
 void frmMain::AddCommands()
 {
+    AddTemplateCommands();
+    AddFolderCommands();
+    AddFileCommands();
+    AddViewCommands();
+    AddListCommands();
+    AddHelpCommands();
+    AddProfileAndPackCommands();
+    AddPopUpCommands(); // last: they are copies of others
+}
+
+// clang-format off
+void frmMain::AddTemplateCommands()
+{
     const auto hasItems = [this] { return list.Templates().Rows() > 0; };
     const auto hasSelection = [this] { return list.Selected() != nullptr; };
-
     const auto createDocument = [this] {
         const Busy guard{*this};
         opener.CreateDocument(list.SelectedPath());
     };
-    const auto openHelp = [this](std::string_view topic) {
-        return [this, topic] {
-            const Busy guard{*this};
-            help.Open(topic);
-        };
-    };
 
-    // clang-format off
     commands.Add({.name = "mnuFileNew", .caption = 102, .toolTip = 141, .image = "new", .key = ui::Ctrl('N'),
                   .run = createDocument, .enabled = hasSelection});
     commands.Add({.name = "mnuFileNewDocument", .caption = 226, .key = ui::Ctrl('N'),
@@ -60,8 +65,18 @@ void frmMain::AddCommands()
                   .run = [this] { mnuFilePreview_Click(); }, .enabled = hasItems});
     commands.Add({.name = "mnuEditCopy", .caption = 705, .key = ui::Ctrl('C'),
                   .run = [this] { Copy(list.SelectedPath()); }, .enabled = hasSelection});
-    commands.Add({.name = "mnuFileExit", .caption = 104, .image = "exit",
-                  .key = {ui::KeyCode::F4, false, false, true}, .run = [this] { Close(); }});
+    commands.Add({.name = "mnuAddToFavorites", .caption = 355, .toolTip = 355, .image = "add-favorite",
+                  .key = ui::Ctrl('D'), .run = [this] { mnuAddToFavorites_Click(); }, .enabled = hasSelection,
+                  .visible = [this] { return !FavoritesSelected(); }});
+    commands.Add({.name = "mnuRemoveFromFavorites", .caption = 354, .toolTip = 354, .image = "remove-favorite",
+                  .run = [this] { mnuRemoveFromFavorites_Click(); }, .enabled = hasSelection,
+                  .visible = [this] { return FavoritesSelected(); }});
+}
+
+void frmMain::AddFolderCommands()
+{
+    commands.Add({.name = "mnuEditFind", .caption = 109, .toolTip = 165, .image = "find", .key = ui::Ctrl('F'),
+                  .run = [this] { find.Open(); }, .checked = [this] { return find.IsOpen(); }});
     commands.Add({.name = "mnuRefreshTV", .caption = 105, .toolTip = 105, .image = "refresh",
                   .key = ui::Plain(ui::KeyCode::F5), .run = [this] {
                       if (!tvTreeView.EditedLabel()) // the name that is being typed would be lost
@@ -81,41 +96,35 @@ void frmMain::AddCommands()
     commands.Add({.name = "mnupopDeletefolder", .caption = 525, .toolTip = 525, .image = "delete",
                   .run = [this] { mnupopDeletefolder_Click(); }, .enabled = canChangeFolder,
                   .dimmed = isNoCategory});
-    commands.Add({.name = "mnuAddToFavorites", .caption = 355, .toolTip = 355, .image = "add-favorite",
-                  .key = ui::Ctrl('D'), .run = [this] { mnuAddToFavorites_Click(); }, .enabled = hasSelection,
-                  .visible = [this] { return !FavoritesSelected(); }});
-    commands.Add({.name = "mnuRemoveFromFavorites", .caption = 354, .toolTip = 354, .image = "remove-favorite",
-                  .run = [this] { mnuRemoveFromFavorites_Click(); }, .enabled = hasSelection,
-                  .visible = [this] { return FavoritesSelected(); }});
-    commands.Add({.name = "mnuEditFind", .caption = 109, .toolTip = 165, .image = "find", .key = ui::Ctrl('F'),
-                  .run = [this] { find.Open(); }, .checked = [this] { return find.IsOpen(); }});
+    commands.Add({.name = "mnuTemplatesPath", .caption = 325, .run = [this] { mnuTemplatesPath_Click(); },
+                  .enabled = [this] { return !templateLibrary.Loading() && !program.state.FindPaneOpen; }});
+}
+
+void frmMain::AddFileCommands()
+{
     commands.Add({.name = "mnuRecentDocuments", .caption = 379, .toolTip = 479, .image = "recent",
                   .run = [this] { mnuRecentDocuments_Click(); }});
     commands.Add({.name = "mnuHistory", .caption = 615, .toolTip = 479, .run = [this] { mnuHistory_Click(); }});
-    commands.Add({.name = "mnuTemplatesPath", .caption = 325, .run = [this] { mnuTemplatesPath_Click(); },
-                  .enabled = [this] { return !templateLibrary.Loading() && !program.state.FindPaneOpen; }});
     commands.Add({.name = "mnuRecentSeparator", .visible = [this] { return !recentFiles.List().empty(); }});
     for (std::size_t number = 1; number <= browser::RecentFiles::Limit; ++number)
         commands.Add({.name = "mnuFile" + std::to_string(number), .run = [this, number] { mnuFile_Click(number); },
                       .visible = [this, number] { return number <= recentFiles.List().size(); },
                       .textNow = [this, number] { return recentFiles.MenuText(number); }});
+    commands.Add({.name = "mnuFileExit", .caption = 104, .image = "exit",
+                  .key = {ui::KeyCode::F4, false, false, true}, .run = [this] { Close(); }});
+}
+
+void frmMain::AddViewCommands()
+{
     for (const ViewCommand& view : viewCommands)
         commands.Add({.name = view.name, .caption = view.caption, .toolTip = view.toolTip, .image = view.image,
                       .key = ui::Ctrl(view.digit), .run = [this, mode = view.view] { mnuListViewMode_Click(mode); },
                       // The view that shows is never grey, also where it has nothing to show.
-                      .enabled = [this, mode = view.view, hasItems] {
-                          return mode != View::Thumbnails || hasItems() || lvListView.GetView() == mode;
+                      .enabled = [this, mode = view.view] {
+                          return mode != View::Thumbnails || list.Templates().Rows() > 0 ||
+                                 lvListView.GetView() == mode;
                       },
                       .checked = [this, mode = view.view] { return lvListView.GetView() == mode; }});
-    commands.Add({.name = "mnuViewWithoutPicture", .caption = 610,
-                  .run = [this] {
-                      const bool show = !list.ShowsWithoutPicture().value_or(false);
-                      thumbnails.ShowWithoutPicture = show;
-                      (void)program.settings.SaveFlag("Browser", WithoutPictureSetting, show);
-                      FillList();
-                  },
-                  .enabled = [this] { return list.ShowsWithoutPicture().has_value(); },
-                  .checked = [this] { return list.ShowsWithoutPicture().value_or(false); }});
     commands.Add({.name = "mnuViewFolderList", .caption = 119, .toolTip = 147, .image = "folder-list",
                   .run = [this] {
                       values.folderListOn = !values.folderListOn;
@@ -135,6 +144,19 @@ void frmMain::AddCommands()
                   .visible = [this] { return values.bannerOn; }});
     commands.Add({.name = "mnuShowBanner", .caption = 662, .run = [this] { SwitchBanner(true); },
                   .visible = [this] { return !values.bannerOn; }});
+}
+
+void frmMain::AddListCommands()
+{
+    commands.Add({.name = "mnuViewWithoutPicture", .caption = 610,
+                  .run = [this] {
+                      const bool show = !list.ShowsWithoutPicture().value_or(false);
+                      thumbnails.ShowWithoutPicture = show;
+                      (void)program.settings.SaveFlag("Browser", WithoutPictureSetting, show);
+                      FillList();
+                  },
+                  .enabled = [this] { return list.ShowsWithoutPicture().has_value(); },
+                  .checked = [this] { return list.ShowsWithoutPicture().value_or(false); }});
     for (const library::TemplateKind& kind : library::TemplateKinds)
         if (!kind.tab.empty())
             commands.Add({.name = std::string{kind.tabCommand}, .caption = kind.tabCommandCaption,
@@ -145,6 +167,22 @@ void frmMain::AddCommands()
                               RefreshCommands();
                           },
                           .checked = [this, key = kind.tab] { return tabs.IsShown(key); }});
+    constexpr const char* columnCommands[] = {"mnuColumnFolder", "mnuColumnSize", "mnuColumnModified"};
+    for (std::size_t column = 1; column <= std::size(columnCommands); ++column)
+        commands.Add({.name = columnCommands[column - 1],
+                      .caption = 218 + static_cast<int>(column),
+                      .run = [this, column] { ToggleColumn(column); },
+                      .checked = [this, column] { return lvListView.Columns()[column].width > 0; }});
+}
+
+void frmMain::AddHelpCommands()
+{
+    const auto openHelp = [this](std::string_view topic) {
+        return [this, topic] {
+            const Busy guard{*this};
+            help.Open(topic);
+        };
+    };
     commands.Add({.name = "mnuHelpContents", .caption = 128, .toolTip = 342, .image = "help",
                   .key = ui::Plain(ui::KeyCode::F1), .run = openHelp("General HTML")});
     commands.Add({.name = "mnuHelpSearch", .caption = 129, .run = openHelp("Using Find HTML")});
@@ -153,6 +191,14 @@ void frmMain::AddCommands()
     commands.Add({.name = "mnuReportABug", .caption = 524, .toolTip = 524, .image = "bug",
                   .run = [this] { mnuReportABug_Click(); }, .enabled = [this] { return !bugReport.UnderWay(); },
                   .visible = [this] { return program.settings.Text("Options", "ReportABug") == "1"; }});
+    for (const std::string& link : help.WebLinks())
+        commands.Add({.name = "mnuWebLink " + link,
+                      .text = platform::text::Replaced(link, "&", "&&"),
+                      .run = [this, link] { help.OpenLink(link); }});
+}
+
+void frmMain::AddProfileAndPackCommands()
+{
     const auto withProfiles = [this](void (profiles::ProfileDialogs::*open)()) {
         return [this, open] {
             const Busy guard{*this};
@@ -177,13 +223,11 @@ void frmMain::AddCommands()
                   }});
     commands.Add({.name = "mnuGetNewDesigns", .caption = 394, .toolTip = 388, .image = "more",
                   .run = [this] { solutionPacks.GetMore(); }});
-    // clang-format on
-    constexpr const char* columnCommands[] = {"mnuColumnFolder", "mnuColumnSize", "mnuColumnModified"};
-    for (std::size_t column = 1; column <= std::size(columnCommands); ++column)
-        commands.Add({.name = columnCommands[column - 1],
-                      .caption = 218 + static_cast<int>(column),
-                      .run = [this, column] { ToggleColumn(column); },
-                      .checked = [this, column] { return lvListView.Columns()[column].width > 0; }});
+}
+// clang-format on
+
+void frmMain::AddPopUpCommands()
+{
     // What the list's pop-up menu has in common with the menu bar, by names of its own.
     for (const auto& [popup, command] : {std::pair{"mnuPopUpOpenTemplate", "mnuFileOpen"},
                                          {"mnuPopAddToFavorites", "mnuAddToFavorites"},
@@ -193,10 +237,6 @@ void frmMain::AddCommands()
         same.key = {};
         commands.Add(std::move(same));
     }
-    for (const std::string& link : help.WebLinks())
-        commands.Add({.name = "mnuWebLink " + link,
-                      .text = platform::text::Replaced(link, "&", "&&"),
-                      .run = [this, link] { help.OpenLink(link); }});
 }
 
 void frmMain::BuildMenus()

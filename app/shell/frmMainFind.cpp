@@ -6,8 +6,6 @@
 #include "browser/FrmPreview.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <utility>
 
 namespace app {
 namespace {
@@ -45,15 +43,6 @@ void frmMain::WireFind()
         fileTypeTabStrip_Click();
     };
     lvListView.DragFile = imgPreview.DragFile = [this] { return list.SelectedPath(); };
-}
-
-void frmMain::NameControls()
-{
-    const std::pair<ui::Control&, std::uint16_t> names[] = {{tbToolBar, 708},        {tvTreeView, 147},
-                                                            {fileTypeTabStrip, 709}, {lvListView, 710},
-                                                            {imgPreview, 148},       {imgBanner, 711}};
-    for (const auto& [control, name] : names)
-        control.Name = program.Text(name);
 }
 
 void frmMain::mnuFilePreview_Click()
