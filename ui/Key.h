@@ -12,7 +12,6 @@ enum class KeyCode {
     Enter = 13,
     Escape = 27,
     Letter0 = '0',
-    LetterA = 'A',
     F1 = 256,
     F2,
     F3,

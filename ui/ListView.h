@@ -6,7 +6,6 @@
 #include "ui/Key.h"
 
 #include <functional>
-#include <optional>
 #include <vector>
 
 namespace ui {

@@ -5,7 +5,6 @@
 #include "ui/ToolBar.h"
 
 #include <functional>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>

@@ -2,8 +2,6 @@
 
 #include "platform/win32/SystemLibrary.h"
 
-#include <algorithm>
-
 namespace ui::win32 {
 namespace {
 

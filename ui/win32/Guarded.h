@@ -3,7 +3,6 @@
 #include "ui/win32/WindowsHeader.h"
 
 #include <exception>
-#include <string>
 
 namespace ui::win32 {
 

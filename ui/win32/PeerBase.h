@@ -4,7 +4,6 @@
 #include "ui/Key.h"
 #include "ui/win32/Dpi.h"
 
-#include <memory>
 #include <optional>
 
 namespace ui::win32 {
