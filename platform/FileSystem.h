@@ -71,7 +71,8 @@ public:
     /// A new file with these bytes; error::FileExists when it is there. Of a write that breaks off nothing stays.
     virtual Result<> Write(std::string_view path, std::string_view bytes) = 0;
     /// One rename of a file on one volume that takes the place of a file `to` if there is one: at every moment `to` is
-    /// the old file or the new one. error::AccessDenied when `to` is a folder or write-protected.
+    /// the old file or the new one. error::AccessDenied when `to` is a folder, write-protected, or held open
+    /// by anybody.
     virtual Result<> Replace(std::string_view from, std::string_view to) = 0;
 };
 

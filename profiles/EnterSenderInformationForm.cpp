@@ -2,6 +2,7 @@
 
 #include "app/base/Captions.h"
 #include "app/base/Mnemonics.h"
+#include "platform/Scoped.h"
 #include "platform/Text.h"
 #include "profiles/FieldChecks.h"
 #include "profiles/StringId.h"
@@ -181,9 +182,8 @@ void EnterSenderInformationForm::Check(ui::TextBox& box, bool isAccepted, std::u
 
 void EnterSenderInformationForm::Put(ui::TextBox& box, std::string text)
 {
-    byCode = true;
+    const platform::Scoped now{byCode, true};
     box.SetText(std::move(text));
-    byCode = false;
 }
 
 void EnterSenderInformationForm::FillProfiles(std::string_view wanted)
@@ -268,9 +268,14 @@ bool EnterSenderInformationForm::Saved(const platform::Result<>& result)
     return result.has_value();
 }
 
+bool EnterSenderInformationForm::MayLeave()
+{
+    return SaveProfileToRegistry(selected) || !HasEdits(); // one that nobody may write can still be left
+}
+
 void EnterSenderInformationForm::ProfileCombo_Click()
 {
-    if (!SaveProfileToRegistry(selected)) {
+    if (!MayLeave()) {
         list.Select(selected);
         return;
     }
@@ -284,7 +289,7 @@ bool EnterSenderInformationForm::AddProfile()
     const bool keepsFields = selected.empty() && HasText();
     frmNewProfile form{program, profiles, operations};
     // The copy has the edits of a moment ago, and a dialog that is cancelled has stored nothing.
-    form.Creating = [this] { return SaveProfileToRegistry(selected); };
+    form.Creating = [this] { return MayLeave(); };
     if (keepsFields)
         form.OfferTyped(OfferedName());
     form.ShowModal();
@@ -301,7 +306,7 @@ bool EnterSenderInformationForm::AddProfile()
 void EnterSenderInformationForm::btnManageProfiles_Click()
 {
     // That dialog has the same check box.
-    if (!SaveProfileToRegistry(selected) || !Saved(profiles.SetAppliesDefault(chkAutoApply.Checked())))
+    if (!MayLeave() || !Saved(profiles.SetAppliesDefault(chkAutoApply.Checked())))
         return;
     const bool keepsFields = selected.empty() && HasText();
     const std::string before = selected;

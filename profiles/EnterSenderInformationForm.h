@@ -116,6 +116,8 @@ private:
     bool HasText() const;
     /// Whether something was typed that is not stored.
     bool HasEdits() const;
+    /// Stores the edits of the shown profile. False when some would be lost.
+    bool MayLeave();
     /// Asks what is to become of what was typed. False when the dialog is to stay.
     bool MayClose();
     /// Stores what was typed where nobody can be asked any more, in a new profile when there is none.

@@ -77,13 +77,15 @@ bool FileBatch::IsTemporary(std::string_view name)
             platform::text::EndsWithIgnoringCase(name, oldEnding));
 }
 
-/// Scanners and indexers hold new files open for a moment.
+/// Scanners, indexers and whoever shows a picture hold files open for a moment. `alsoHeld` is what the system says of
+/// that besides.
 template <class Act>
-auto FileBatch::Patiently(const Act& act)
+auto FileBatch::Patiently(const Act& act, platform::Error alsoHeld)
 {
     constexpr std::uint32_t step = 50, most = 1000; // milliseconds
     auto outcome = act();
-    for (; !outcome && outcome.error() == error::SharingViolation && waited < most; outcome = act()) {
+    const auto isHeld = [&] { return outcome.error() == error::SharingViolation || outcome.error() == alsoHeld; };
+    for (; !outcome && isHeld() && waited < most; outcome = act()) {
         (void)files.Ask([&world = clock](platform::FileSystem&) -> Result<> {
             world.Sleep(step);
             return {};
@@ -151,18 +153,24 @@ Result<> FileBatch::Place(Item& item, std::size_t number)
         if (const auto kept = Patiently([&] { return files.CopyFile(item.target, item.backup); }); !kept)
             return kept;
     }
-    return Patiently([&] { return files.Replace(item.temporary, item.target); });
+    return PatientlyReplace(item.temporary, item.target);
+}
+
+Result<> FileBatch::PatientlyReplace(const std::string& from, const std::string& to)
+{
+    return Patiently([&] { return files.Replace(from, to); }, error::AccessDenied);
 }
 
 void FileBatch::Undo()
 {
+    waited = 0; // what was there before is waited for anew, however long it took to get here
     for (Item& item : std::views::reverse(items)) {
         if (!item.placed)
             (void)Discard(item.temporary);
         if (!item.placed && !item.backup.empty())
             (void)Discard(item.backup);
         else if (item.placed && !item.backup.empty())
-            (void)files.Replace(item.backup, item.target);
+            (void)PatientlyReplace(item.backup, item.target);
         else if (item.placed)
             (void)Discard(item.target);
     }

@@ -69,7 +69,8 @@ private:
 
     platform::Result<> Place(Item& item, std::size_t number);
     template <class Act>
-    auto Patiently(const Act& act);
+    auto Patiently(const Act& act, platform::Error alsoHeld = platform::error::SharingViolation);
+    platform::Result<> PatientlyReplace(const std::string& from, const std::string& to);
 };
 
 } // namespace profiles

@@ -49,9 +49,12 @@ ExportOutcome ProfileTransfer::Export(std::string_view location, std::string_vie
         return ExportOutcome::Failed;
     };
     LeftOut leftOut;
-    const auto keys = ReadProfiles(leftOut);
-    if (!keys)
-        return refused(str::EnumerationFailed);
+    std::string reading;
+    const auto keys = ReadProfiles(leftOut, reading);
+    if (!keys) {
+        messages.Stop(str::EnumerationFailed, reading);
+        return ExportOutcome::Failed;
+    }
     const std::string imagesFolder = images.ImagesFolder();
     if (imagesFolder.empty() && HavePictures(*keys)) // they could not come along
         return refused(FileMessage(error::PathNotFound));
@@ -83,7 +86,7 @@ ExportOutcome ProfileTransfer::Export(std::string_view location, std::string_vie
     (void)batch.Finish();
     for (const std::string& sub : emptied)
         (void)files.RemoveFolder(sub); // stays when it holds something else
-    (void)settings.Save("Options", "ExportProfilePath", location);
+    (void)settings.Save("Options", "ExportProfilePath", text::Trimmed(location));
     messages.Inform(WithLeftOut(strings.LoadString(str::Exported) + *folder + ".", leftOut));
     return ExportOutcome::Done;
 }
@@ -130,7 +133,7 @@ std::string ProfileTransfer::RefusalOf(std::string_view folderName) const
     return file_name::IsShortened(folderName) ? strings.LoadString(str::FolderNameEnd) : std::string{};
 }
 
-Result<ExportedKeys> ProfileTransfer::ReadProfiles(LeftOut& leftOut) const
+Result<ExportedKeys> ProfileTransfer::ReadProfiles(LeftOut& leftOut, std::string& reading) const
 {
     ExportedKeys keys(1); // an export without profiles is one all the same
     const auto names = system.registry.SubKeys(Hive::CurrentUser, ProfilesKey);
@@ -143,6 +146,7 @@ Result<ExportedKeys> ProfileTransfer::ReadProfiles(LeftOut& leftOut) const
             leftOut.Add(name);
             continue;
         }
+        reading = name;
         if (const auto read = ReadValues(keys.emplace_back(name), leftOut); !read)
             return std::unexpected{read.error()};
         const auto deeper = system.registry.SubKeys(Hive::CurrentUser, ProfileKey(name));

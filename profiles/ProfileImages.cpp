@@ -100,6 +100,13 @@ Result<std::string> ProfileImages::GetExistingFile(std::string_view profile, Ima
     return "";
 }
 
+bool ProfileImages::IsKeptAs(std::string_view profile, ImageKind kind, std::string_view file) const
+{
+    const std::string folder = FolderOf(profile);
+    return !folder.empty() && path::Same(path::Parent(file), folder) &&
+           text::EqualIgnoringCase(path::WithoutLastFour(path::Name(file)), KindWord(kind));
+}
+
 Result<bool> ProfileImages::IsThere(std::string_view file) const
 {
     const auto entry = files.Stat(file);
@@ -182,6 +189,10 @@ bool ProfileImages::Apply(std::string_view profile, const Changes& changes)
         }
         if (!existing->empty() && !path::Same(*existing, target))
             batch.DeleteAtEnd(*existing);
+        // An import may have left another one beside it.
+        if (const std::string& stored = before[static_cast<std::size_t>(kind)];
+            !path::Same(stored, target) && IsKeptAs(profile, kind, stored))
+            batch.DeleteAtEnd(stored);
         profiles.Current[kind] = std::move(target);
         profiles.Current.unreadImages[static_cast<std::size_t>(kind)] = false;
     }

@@ -45,6 +45,8 @@ public:
     /// The first file of the profile's folder whose name contains the kind's word; "" when there is none, an error
     /// when the folder cannot be read.
     platform::Result<std::string> GetExistingFile(std::string_view profile, ImageKind kind) const;
+    /// Whether a file lies in the profile's folder and is called like its picture of this kind.
+    bool IsKeptAs(std::string_view profile, ImageKind kind, std::string_view file) const;
     /// Whether the file is there; an error when that cannot be told.
     platform::Result<bool> IsThere(std::string_view file) const;
     /// The same, and an error while the file's drive or share is away: the file is not lost then.

@@ -50,7 +50,7 @@ std::string WithoutDefaultSuffix(std::string_view name)
 
 std::string ProfileKey(std::string_view name)
 {
-    return platform::path::Join(ProfilesKey, name);
+    return std::string{ProfilesKey}.append(1, '\\').append(name); // no path: a slash is part of a key's name
 }
 
 bool ProfileManager::ListProfiles()
@@ -181,7 +181,7 @@ Result<> ProfileManager::CopyProfileValues(std::string_view from, std::string_vi
     if (!below)
         return std::unexpected{below.error()};
     for (const std::string& subKey : *below)
-        if (const auto copied = CopyProfileValues(platform::path::Join(from, subKey), platform::path::Join(to, subKey));
+        if (const auto copied = CopyProfileValues(std::string{from} + "\\" + subKey, std::string{to} + "\\" + subKey);
             !copied)
             return copied;
     return {};

@@ -67,7 +67,8 @@ private:
     static constexpr std::uint64_t LargestExport = 16u << 20;
 
     std::expected<std::string, ExportOutcome> ExportFolder(std::string_view location, std::string_view folderName);
-    platform::Result<ExportedKeys> ReadProfiles(LeftOut& leftOut) const;
+    /// `reading` is the profile that could not be read after an error, "" for the list of them.
+    platform::Result<ExportedKeys> ReadProfiles(LeftOut& leftOut, std::string& reading) const;
     platform::Result<> ReadValues(ExportedKey& key, LeftOut& leftOut) const;
     platform::Result<> WriteExport(FileBatch& batch, const ExportedKeys& profiles, const std::string& file);
     /// The pictures that an earlier export has left in the folder and this one does not bring go in the end. Where

@@ -1,22 +1,21 @@
 #include "profiles/RegistryTree.h"
 
-#include "platform/Path.h"
-
 #include <ranges>
 
 namespace profiles {
 
-namespace path = platform::path;
 using platform::Hive;
 using platform::Registry;
 using platform::Result;
 
 namespace {
 
-/// The tree's key, or one below it.
+/// A key below one, or that itself ("" below). No path: a slash is part of a key's name.
 std::string KeyIn(std::string_view tree, std::string_view name)
 {
-    return name.empty() ? std::string{tree} : path::Join(tree, name);
+    if (tree.empty() || name.empty())
+        return std::string{tree}.append(name);
+    return std::string{tree}.append(1, '\\').append(name);
 }
 
 Result<> Read(Registry& registry, std::string_view tree, const std::string& name, RegistryTree& keys)
@@ -36,7 +35,7 @@ Result<> Read(Registry& registry, std::string_view tree, const std::string& name
     if (!below)
         return std::unexpected{below.error()};
     for (const std::string& subKey : *below)
-        if (const auto done = Read(registry, tree, path::Join(name, subKey), keys); !done)
+        if (const auto done = Read(registry, tree, KeyIn(name, subKey), keys); !done)
             return done;
     return {};
 }

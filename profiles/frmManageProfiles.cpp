@@ -110,8 +110,8 @@ void frmManageProfiles::btnDelete_Click()
         return;
     const int row = lstProfiles.Selected();
     const std::string next = list.At(row + 1);
-    if (operations.Delete(list.Selected()))
-        Refill(next.empty() ? list.At(row - 1) : next);
+    const bool isDeleted = operations.Delete(list.Selected());
+    Refill(!isDeleted ? list.Selected() : next.empty() ? list.At(row - 1) : next); // it may have gone without us, too
 }
 
 void frmManageProfiles::btnSetDefault_Click()

@@ -425,7 +425,9 @@ Result<> MemoryFileSystem::Replace(std::string_view from, std::string_view to)
     Node* const old = place->node;
     if (node.entry.IsFolder() || (old && (old->entry.IsFolder() || (old->entry.attributes & attribute::ReadOnly) != 0)))
         return Fail(error::AccessDenied);
-    if (node.heldOpen || (old && old->heldOpen))
+    if (old && old->heldOpen)
+        return Fail(error::AccessDenied);
+    if (node.heldOpen)
         return Fail(error::SharingViolation);
     if (old && old != &node)
         place->parent->Take(*old);

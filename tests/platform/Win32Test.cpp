@@ -186,6 +186,8 @@ TEST_F(Win32Test, FilesHeldOpenByOthersAreNeitherDeletedNorMoved)
     ASSERT_TRUE(held);
     EXPECT_EQ(system.files.DeleteFile(At("open")).error(), error::SharingViolation);
     EXPECT_EQ(system.files.Move(At("open"), At("moved")).error(), error::SharingViolation);
+    under->WriteFile(At("new"), "y");
+    EXPECT_EQ(system.files.Replace(At("new"), At("open")).error(), error::AccessDenied);
     EXPECT_EQ(system.files.Read(At("open"), 9).value(), "x");
 }
 

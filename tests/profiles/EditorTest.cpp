@@ -315,6 +315,22 @@ TEST_F(EditorTest, ProfilesThatCannotBeReadAtFirstLoseNothing)
     EXPECT_EQ(form.SenderFirstNameText.Text() + form.SenderCityText.Text(), "Ann") << "the copy is not written over";
 }
 
+TEST_F(EditorTest, AProfileThatNobodyMayWriteIsLeftUnlessSomethingWasTyped)
+{
+    auto& form = Open();
+    system.faults.OnCall = [this](std::string_view call, std::string_view) {
+        if (call == "Registry.Set")
+            system.faults.FailAt(1, platform::error::AccessDenied);
+    };
+    toolkit.ExpectMessage(Text(173), Icon::Critical);
+    form.ProfileCombo.UserSelects(1);
+    EXPECT_EQ(form.SenderFirstNameText.Text(), "Bob");
+    form.SenderCityText.UserTypes("Oslo");
+    toolkit.ExpectMessage(Text(173), Icon::Critical);
+    form.ProfileCombo.UserSelects(0);
+    EXPECT_EQ(form.SenderFirstNameText.Text(), "Bob");
+}
+
 TEST_F(EditorTest, OneFormatFlagServesAllThePhoneFieldsHoweverTheyAreEdited)
 {
     auto& form = Open();

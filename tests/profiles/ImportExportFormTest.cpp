@@ -54,6 +54,7 @@ TEST_F(ImportExportFormTest, RefusesAtTheFieldThatIsWrongThenExportsAndStays)
     form.btnBrowse.UserClicks();
     form.btnBrowse.UserClicks();
     EXPECT_EQ(form.txtExportPath.Text(), "C:\\Out");
+    form.txtExportPath.SetText(" C:\\Out ");
     form.txtProfileName.SetText(" Set ");
     bool busy = false;
     system.files.AddFile("C:\\Windows\\regedit.exe");

@@ -130,6 +130,9 @@ TEST_F(ProfileTest, DeleteRemovesTheFolderAndNeverFollowsALink)
     Put("Ann\\Deep", "Theirs", "x");
     EXPECT_TRUE(operations.Delete("Ann (default)"));
     EXPECT_FALSE(manager.ProfileExists("Ann"));
+    Put("/", "FirstName", "no path");
+    EXPECT_TRUE(operations.Delete("/"));
+    EXPECT_TRUE(manager.ProfileExists("Bob"));
     EXPECT_TRUE(operations.Delete("Bob"));
     PutPicture("Eve", ImageKind::Logo, ".jpg", "logo");
     system.faults.ChangeBefore(4, [&] { // the listing, after the first look
@@ -170,6 +173,7 @@ TEST_F(PictureTest, SetReplaceAndClearLeaveOnlyWhatIsStored)
 {
     system.files.AddFile("C:\\new.gif", "gif");
     PutPicture("Ann", ImageKind::Logo, ".jpg", "old");
+    PutPicture("Ann", ImageKind::Signature, ".gif", "older"); // an import leaves what stands beside it
     PutPicture("Ann", ImageKind::Signature, ".jpg", "sign");
     ASSERT_TRUE(Apply({"C:\\new.gif", "C:\\new.gif", ""}));
     EXPECT_EQ(system.files.AllPaths(Images),
