@@ -16,7 +16,6 @@ public:
     std::function<void()> OnSleep;
 
     void Set(FileTime time) { now = time; }
-    void Advance(FileTime steps) { now += steps; }
     /// Local time minus UTC; one offset the whole year round.
     void SetOffsetMinutes(int minutes) { offsetMinutes = minutes; }
 

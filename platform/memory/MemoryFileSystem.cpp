@@ -568,20 +568,6 @@ void MemoryFileSystem::SetUnreadable(std::string_view folder, Error error)
     Must(folder).listError = error;
 }
 
-void MemoryFileSystem::SetOrder(std::string_view folder, const std::vector<std::string>& names)
-{
-    const auto rank = [&](const std::unique_ptr<Node>& child) {
-        return std::ranges::find_if(names,
-                                    [&](const auto& name) { return text::EqualIgnoringCase(name, child->entry.name); });
-    };
-    std::ranges::stable_sort(Must(folder).children, {}, rank);
-}
-
-void MemoryFileSystem::RemoveDrive(std::string_view drive)
-{
-    std::erase_if(drives, [&](const auto& d) { return path::Same(d->root.entry.name, drive); });
-}
-
 void MemoryFileSystem::SetDriveReady(std::string_view drive, bool ready)
 {
     if (!DriveOf(drive))

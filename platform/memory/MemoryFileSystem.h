@@ -62,14 +62,11 @@ public:
     void SetHeldOpen(std::string_view path, bool held = true);
     /// Every listing of this folder fails; error{} makes it readable again.
     void SetUnreadable(std::string_view folder, Error error = error::AccessDenied);
-    /// The order in which a folder lists these names; names not given follow in the order of their creation.
-    void SetOrder(std::string_view folder, const std::vector<std::string>& names);
     /// All folders list in the order of their names, as the system's main disk format does, instead of the order of
     /// creation.
     void SetSorted(bool sort = true) { sorted = sort; }
     /// Every write says that it worked, and stores no more than the first half: a disk or a server that lies.
     void SetShortWrites(bool lies = true) { shortWrites = lies; }
-    void RemoveDrive(std::string_view drive);
     void SetDriveReady(std::string_view drive, bool ready);
 
     // What became of it.

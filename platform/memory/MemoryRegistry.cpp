@@ -213,11 +213,6 @@ void MemoryRegistry::RemoveKey(Hive hive, std::string_view key)
         found->parent->subKeys.erase(NameOrderKey(found->name));
 }
 
-bool MemoryRegistry::HasKey(Hive hive, std::string_view key) const
-{
-    return Find(hive, key) != nullptr;
-}
-
 std::string MemoryRegistry::StringAt(Hive hive, std::string_view key, std::string_view name) const
 {
     Key* found = Find(hive, key);

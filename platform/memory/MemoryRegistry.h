@@ -31,7 +31,6 @@ public:
     void AddKey(Hive hive, std::string_view key);
     /// With everything below.
     void RemoveKey(Hive hive, std::string_view key);
-    bool HasKey(Hive hive, std::string_view key) const;
     /// A string value's text; "(none)" when it is not there.
     std::string StringAt(Hive hive, std::string_view key, std::string_view name) const;
     /// Opening this key (not the ones below) fails; error{} opens it again.

@@ -85,7 +85,7 @@ Result<std::uint32_t> MemoryShell::RunAndWait(std::string_view application, std:
         return std::unexpected{*fault};
     if (const auto started = Start(application, commandLine, style); !started)
         return std::unexpected{started.error()};
-    return exitCode;
+    return 0;
 }
 
 Result<Ticket> MemoryShell::RunAndWatch(std::string_view application, std::string_view commandLine, WindowStyle style,

@@ -64,8 +64,6 @@ public:
     /// Stands in for the programs that are started: it does what they do and decides whether they start. Without one
     /// they start and do nothing.
     void OnRun(std::function<Result<>(const Started&)> program) { standIn = std::move(program); }
-    /// The exit code of programs that are waited for.
-    void SetExitCode(std::uint32_t code) { exitCode = code; }
     /// Programs that run and are watched.
     std::size_t Watched() const;
     /// The first of those that were started to be watched, by a process that may be gone by now, ends.
@@ -102,7 +100,6 @@ private:
     std::map<std::string, int> answers;           // by folded target
     std::optional<int> answerToAll;
     std::function<Result<>(const Started&)> standIn;
-    std::uint32_t exitCode{};
     std::deque<Running> running;
     std::uint32_t lastProcess{1000};
     std::map<KnownFolder, Result<std::string>> folders{
