@@ -1,13 +1,10 @@
 // Documents that are zip archives of XML texts: office documents of both families, and e-books.
-#include "documents/Portions.h"
 #include "documents/Readers.h"
-#include "documents/TextOf.h"
 #include "documents/XmlFacts.h"
 #include "documents/XmlScanner.h"
 #include "documents/Zip.h"
+#include "platform/ByteSource.h"
 #include "platform/Text.h"
-
-#include <algorithm>
 
 namespace documents {
 namespace {

@@ -1,13 +1,15 @@
 #include "documents/CompoundFile.h"
 
-#include "documents/Portions.h"
 #include "documents/TextOf.h"
+#include "platform/LittleEndian.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace documents {
 namespace {
+
+using platform::LittleEndian;
 
 constexpr std::string_view Signature = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
 constexpr std::size_t HeaderSize = 512, EntrySize = 128;

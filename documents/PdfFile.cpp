@@ -1,10 +1,12 @@
 #include "documents/PdfFile.h"
 
+#include "documents/Inflater.h"
 #include "documents/PdfSyntax.h"
-#include "documents/Portions.h"
+#include "platform/ByteSource.h"
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <utility>
 
 namespace documents {

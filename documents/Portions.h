@@ -3,9 +3,8 @@
 #include "platform/ByteSource.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
-#include <optional>
-#include <string>
 
 namespace documents {
 
@@ -50,25 +49,5 @@ private:
     std::size_t filled{};
     std::array<char, 4096> portion;
 };
-
-/// As many bytes from `offset` on as there are, up to `count`.
-inline std::string ReadBytes(platform::ByteSource& source, std::uint64_t offset, std::size_t count)
-{
-    std::string text(count, '\0');
-    text.resize(source.Read(offset, text));
-    return text;
-}
-
-/// A whole number, low byte first; 0 where the text has too few bytes.
-template <class Number>
-Number LittleEndian(std::string_view text, std::size_t at)
-{
-    Number value = 0;
-    if (at > text.size() || text.size() - at < sizeof value)
-        return 0;
-    for (std::size_t i = sizeof value; i-- > 0;)
-        value = static_cast<Number>(value << 8 | static_cast<unsigned char>(text[at + i]));
-    return value;
-}
 
 } // namespace documents

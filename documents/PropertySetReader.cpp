@@ -1,14 +1,16 @@
 // The property sets of compound files ([MS-OLEPS]), in which the old office documents tell of themselves.
 #include "documents/CompoundFile.h"
-#include "documents/Portions.h"
 #include "documents/Readers.h"
 #include "documents/TextOf.h"
+#include "platform/LittleEndian.h"
 
 #include <algorithm>
 #include <variant>
 
 namespace documents {
 namespace {
+
+using platform::LittleEndian;
 
 // Kinds of values.
 constexpr std::uint32_t Short = 2, Long = 3, AnsiText = 30, WideText = 31, Moment = 64;

@@ -1,9 +1,9 @@
 #include "documents/Read.h"
 
 #include "documents/MeteredSource.h"
-#include "documents/Portions.h"
 #include "documents/Readers.h"
 #include "documents/TextOf.h"
+#include "platform/ByteSource.h"
 
 #include <algorithm>
 

@@ -2,12 +2,15 @@
 
 #include "documents/Inflater.h"
 #include "documents/Portions.h"
+#include "platform/LittleEndian.h"
 #include "platform/Text.h"
 
 #include <algorithm>
 
 namespace documents {
 namespace {
+
+using platform::LittleEndian;
 
 // The records of an archive: signatures, sizes and offsets as PKWARE's APPNOTE gives them.
 constexpr std::string_view EndSignature{"PK\5\6", 4}, EntrySignature{"PK\1\2", 4}, LocalSignature{"PK\3\4", 4};

@@ -1,5 +1,6 @@
 #include "packs/VersionResource.h"
 
+#include "platform/LittleEndian.h"
 #include "platform/Text.h"
 #include "platform/Utf.h"
 
@@ -26,16 +27,8 @@ constexpr std::size_t MostSections = 96, MostEntries = 4096, MostLanguages = 64,
 
 constexpr std::size_t LongestText = 255; ///< characters: what the text is read into
 
-/// A little-endian number; 0 outside of the bytes.
-std::uint32_t Number(std::string_view bytes, std::size_t at, std::size_t width)
-{
-    if (at > bytes.size() || bytes.size() - at < width)
-        return 0;
-    std::uint32_t number = 0;
-    for (std::size_t i = width; i-- > 0;)
-        number = number << 8 | static_cast<std::uint8_t>(bytes[at + i]);
-    return number;
-}
+constexpr auto Number16 = platform::LittleEndian<std::uint16_t>;
+constexpr auto Number32 = platform::LittleEndian<std::uint32_t>;
 
 /// Four hexadecimal digits.
 std::string Hex(std::uint32_t number)
@@ -76,41 +69,32 @@ private:
     std::vector<Section> sections;
     std::optional<std::uint64_t> resources; ///< where they begin in the file
 
-    /// Fewer bytes, or none, at the end of the file.
-    std::string Part(std::uint64_t offset, std::size_t size) const;
     void ReadHeaders();
     std::optional<std::uint64_t> OffsetOf(std::uint32_t address) const;
     std::vector<Entry> ReadDirectory(std::uint32_t target) const;
     std::optional<std::uint32_t> BelowEntry(const std::vector<Entry>& directory, std::uint32_t number) const;
 };
 
-std::string Executable::Part(std::uint64_t offset, std::size_t size) const
-{
-    std::string bytes(size, '\0');
-    bytes.resize(file.Read(offset, bytes));
-    return bytes;
-}
-
 void Executable::ReadHeaders()
 {
-    const std::string dosHeader = Part(0, DosHeaderSize);
+    const std::string dosHeader = ReadBytes(file, 0, DosHeaderSize);
     if (!dosHeader.starts_with("MZ"))
         return;
-    const std::uint64_t header = Number(dosHeader, HeaderAddressAt, 4);
-    const std::string fileHeader = Part(header, FileHeaderSize);
+    const std::uint64_t header = Number32(dosHeader, HeaderAddressAt);
+    const std::string fileHeader = ReadBytes(file, header, FileHeaderSize);
     if (!fileHeader.starts_with(std::string_view{"PE\0\0", 4}))
         return;
-    const std::size_t optionalSize = Number(fileHeader, OptionalSizeAt, 2);
-    const std::string optional = Part(header + FileHeaderSize, optionalSize);
-    const std::size_t directories = Number(optional, 0, 2) == Is64Bit ? DirectoriesAt64 : DirectoriesAt;
-    if (Number(optional, directories - 4, 4) <= ResourceDirectory)
+    const std::size_t optionalSize = Number16(fileHeader, OptionalSizeAt);
+    const std::string optional = ReadBytes(file, header + FileHeaderSize, optionalSize);
+    const std::size_t directories = Number16(optional, 0) == Is64Bit ? DirectoriesAt64 : DirectoriesAt;
+    if (Number32(optional, directories - 4) <= ResourceDirectory)
         return;
-    const std::size_t count = std::min<std::size_t>(Number(fileHeader, SectionCountAt, 2), MostSections);
-    const std::string table = Part(header + FileHeaderSize + optionalSize, count * SectionSize);
+    const std::size_t count = std::min<std::size_t>(Number16(fileHeader, SectionCountAt), MostSections);
+    const std::string table = ReadBytes(file, header + FileHeaderSize + optionalSize, count * SectionSize);
     for (std::size_t at = 0; at + SectionSize <= table.size(); at += SectionSize)
-        sections.push_back({Number(table, at + SectionAddressAt, 4), Number(table, at + SectionFileSizeAt, 4),
-                            Number(table, at + SectionFileAt, 4)});
-    resources = OffsetOf(Number(optional, directories + ResourceDirectory * DirectorySize, 4));
+        sections.push_back({Number32(table, at + SectionAddressAt), Number32(table, at + SectionFileSizeAt),
+                            Number32(table, at + SectionFileAt)});
+    resources = OffsetOf(Number32(optional, directories + ResourceDirectory * DirectorySize));
 }
 
 std::optional<std::uint64_t> Executable::OffsetOf(std::uint32_t address) const
@@ -124,12 +108,12 @@ std::optional<std::uint64_t> Executable::OffsetOf(std::uint32_t address) const
 std::vector<Executable::Entry> Executable::ReadDirectory(std::uint32_t target) const
 {
     const std::uint64_t place = *resources + (target & ~SubDirectory);
-    const std::string header = Part(place, ResourceHeaderSize);
-    const std::size_t count = Number(header, NamedEntriesAt, 2) + Number(header, NumberedEntriesAt, 2);
-    const std::string table = Part(place + ResourceHeaderSize, std::min(count, MostEntries) * EntrySize);
+    const std::string header = ReadBytes(file, place, ResourceHeaderSize);
+    const std::size_t count = std::size_t{Number16(header, NamedEntriesAt)} + Number16(header, NumberedEntriesAt);
+    const std::string table = ReadBytes(file, place + ResourceHeaderSize, std::min(count, MostEntries) * EntrySize);
     std::vector<Entry> entries;
     for (std::size_t at = 0; at + EntrySize <= table.size(); at += EntrySize)
-        entries.push_back({Number(table, at, 4), Number(table, at + 4, 4)});
+        entries.push_back({Number32(table, at), Number32(table, at + 4)});
     return entries;
 }
 
@@ -152,8 +136,8 @@ std::vector<Executable::Span> Executable::VersionBlocks() const
     for (const Entry& language : ReadDirectory(*languages)) {
         if ((language.target & SubDirectory) != 0 || blocks.size() == MostLanguages)
             continue;
-        const std::string entry = Part(*resources + language.target, ResourceHeaderSize);
-        blocks.push_back({Number(entry, 0, 4), Number(entry, 4, 4)});
+        const std::string entry = ReadBytes(file, *resources + language.target, ResourceHeaderSize);
+        blocks.push_back({Number32(entry, 0), Number32(entry, 4)});
     }
     return blocks;
 }
@@ -162,7 +146,7 @@ std::string Executable::BytesOf(Span span) const
 {
     const auto offset = OffsetOf(span.address);
     const std::size_t size = std::min<std::size_t>(span.size, LongestBlock);
-    std::string bytes = offset ? Part(*offset, size) : std::string{};
+    std::string bytes = offset ? ReadBytes(file, *offset, size) : std::string{};
     return bytes.size() == size ? bytes : std::string{};
 }
 
@@ -179,7 +163,7 @@ std::string TextOf(std::string_view bytes)
 {
     std::u16string text;
     for (std::size_t at = 0; at + 2 <= bytes.size(); at += 2) {
-        const auto unit = static_cast<char16_t>(Number(bytes, at, 2));
+        const auto unit = static_cast<char16_t>(Number16(bytes, at));
         if (unit == 0)
             break;
         text += unit;
@@ -191,17 +175,17 @@ std::string TextOf(std::string_view bytes)
 std::optional<Node> NodeAt(std::string_view block, std::size_t at, std::size_t parentEnd)
 {
     constexpr std::size_t headSize = 6; // length, value's length, value's type
-    if (at + headSize > parentEnd || Number(block, at, 2) < headSize)
+    if (at + headSize > parentEnd || Number16(block, at) < headSize)
         return std::nullopt;
     Node node;
-    node.end = std::min<std::size_t>(at + Number(block, at, 2), parentEnd);
-    const std::size_t unit = Number(block, at + 4, 2) == 1 ? 2 : 1; // texts are measured in characters
+    node.end = std::min<std::size_t>(at + Number16(block, at), parentEnd);
+    const std::size_t unit = Number16(block, at + 4) == 1 ? 2 : 1; // texts are measured in characters
     std::size_t keyEnd = at + headSize;
-    while (keyEnd + 2 <= node.end && Number(block, keyEnd, 2) != 0)
+    while (keyEnd + 2 <= node.end && Number16(block, keyEnd) != 0)
         keyEnd += 2;
     node.key = TextOf(block.substr(at + headSize, keyEnd - at - headSize));
     const std::size_t start = std::min(Aligned(keyEnd + 2), node.end);
-    node.value = block.substr(start, std::min(Number(block, at + 2, 2) * unit, node.end - start));
+    node.value = block.substr(start, std::min(Number16(block, at + 2) * unit, node.end - start));
     node.text = block.substr(start, node.end - start);
     node.children = Aligned(start + node.value.size());
     return node;
@@ -227,7 +211,7 @@ std::optional<std::string> ProductVersionIn(std::string_view block)
     const auto texts = ChildOf(block, root, "StringFileInfo");
     const std::string_view languages = translation->value;
     for (std::size_t at = 0; at + 4 <= languages.size(); at += 4) {
-        const std::string table = Hex(Number(languages, at, 2)) + Hex(Number(languages, at + 2, 2));
+        const std::string table = Hex(Number16(languages, at)) + Hex(Number16(languages, at + 2));
         if (const auto version = ChildOf(block, ChildOf(block, texts, table), "ProductVersion"))
             return std::string{platform::text::Left(TextOf(version->text), LongestText)};
     }

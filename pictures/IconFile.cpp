@@ -1,5 +1,7 @@
 #include "pictures/IconFile.h"
 
+#include "platform/LittleEndian.h"
+
 #include <algorithm>
 #include <tuple>
 
@@ -9,33 +11,27 @@ namespace {
 constexpr std::size_t HeaderSize = 6; ///< bytes; then one entry for each picture
 constexpr std::size_t EntrySize = 16;
 
-/// Reads an unsigned number, low byte first, that lies inside the text.
-std::uint32_t NumberAt(std::string_view text, std::size_t at, std::size_t bytes)
-{
-    std::uint32_t value = 0;
-    while (bytes-- > 0)
-        value = value << 8 | static_cast<std::uint8_t>(text[at + bytes]);
-    return value;
-}
+constexpr auto Number16 = platform::LittleEndian<std::uint16_t>;
+constexpr auto Number32 = platform::LittleEndian<std::uint32_t>;
 
 } // namespace
 
 IconPicture FindIconPicture(std::string_view file, int side)
 {
     // Reserved, then the type: 1 stands for icons, 2 for pointers.
-    if (file.size() < HeaderSize || NumberAt(file, 0, 2) != 0 || NumberAt(file, 2, 2) != 1)
+    if (file.size() < HeaderSize || Number16(file, 0) != 0 || Number16(file, 2) != 1)
         return {};
-    const std::size_t count = std::min<std::size_t>(NumberAt(file, 4, 2), (file.size() - HeaderSize) / EntrySize);
+    const std::size_t count = std::min<std::size_t>(Number16(file, 4), (file.size() - HeaderSize) / EntrySize);
     IconPicture best;
-    std::tuple<int, int, std::uint32_t> bestRank;
+    std::tuple<int, int, std::uint16_t> bestRank;
     for (std::size_t i = 0; i < count; ++i) {
         const std::string_view entry = file.substr(HeaderSize + i * EntrySize, EntrySize);
         const int width = entry[0] == 0 ? 256 : static_cast<std::uint8_t>(entry[0]);
-        const std::size_t size = NumberAt(entry, 8, 4);
-        const std::size_t offset = NumberAt(entry, 12, 4);
+        const std::size_t size = Number32(entry, 8);
+        const std::size_t offset = Number32(entry, 12);
         if (size == 0 || offset > file.size() || size > file.size() - offset)
             continue;
-        const std::tuple rank{width >= side ? 1 : 0, width >= side ? -width : width, NumberAt(entry, 6, 2)};
+        const std::tuple rank{width >= side ? 1 : 0, width >= side ? -width : width, Number16(entry, 6)};
         if (best.side > 0 && rank <= bestRank)
             continue;
         bestRank = rank;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace platform {
@@ -34,5 +35,13 @@ public:
 private:
     std::string_view text;
 };
+
+/// As many bytes from `offset` on as there are, up to `count`.
+inline std::string ReadBytes(ByteSource& source, std::uint64_t offset, std::size_t count)
+{
+    std::string text(count, '\0');
+    text.resize(source.Read(offset, text));
+    return text;
+}
 
 } // namespace platform

@@ -1,5 +1,6 @@
 #include "profiles/RegistryText.h"
 
+#include "platform/LittleEndian.h"
 #include "platform/Text.h"
 #include "platform/Utf.h"
 #include "profiles/ProfileManager.h"
@@ -127,12 +128,8 @@ std::optional<std::string> DataText(const RegistryValue& value, const Encoding& 
     case ValueType::Binary:
         return "hex:" + HexList(value.data);
     case ValueType::Dword:
-        if (value.data.size() == 4) {
-            std::uint32_t number = 0;
-            for (std::size_t i = 4; i-- > 0;)
-                number = number << 8 | static_cast<unsigned char>(value.data[i]);
-            return "dword:" + HexDigits(number, 8);
-        }
+        if (value.data.size() == 4)
+            return "dword:" + HexDigits(platform::LittleEndian<std::uint32_t>(value.data, 0), 8);
         bytes = value.data;
         break;
     default:

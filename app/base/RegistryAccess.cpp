@@ -1,6 +1,7 @@
 #include "app/base/RegistryAccess.h"
 
 #include "app/base/StringId.h"
+#include "platform/LittleEndian.h"
 #include "platform/Text.h"
 
 #include <utility>
@@ -29,14 +30,10 @@ std::optional<RegistryAccess::Value> RegistryAccess::QueryValue(Hive hive, std::
         if (platform::text::Length(stored->data) > QueryBuffer)
             return std::nullopt;
         return stored->data;
-    case ValueType::Dword: {
+    case ValueType::Dword:
         if (stored->data.size() != 4)
             return std::nullopt;
-        std::uint32_t number = 0;
-        for (std::size_t i = 4; i-- > 0;)
-            number = number << 8 | static_cast<std::uint8_t>(stored->data[i]);
-        return number;
-    }
+        return platform::LittleEndian<std::uint32_t>(stored->data, 0);
     case ValueType::Binary:
         if (stored->data.size() > QueryBuffer)
             return std::nullopt;
