@@ -14,8 +14,7 @@ std::string DiskPath(std::string_view templatesPath, std::string_view category)
 
 std::optional<std::string> MovedPath(std::string_view path, std::string_view from, std::string_view to)
 {
-    if (path.size() <= from.size() || path[from.size()] != '\\' ||
-        !EqualIgnoringCase(path.substr(0, from.size()), from))
+    if (!platform::path::IsBelow(path, from))
         return std::nullopt;
     return std::string{to}.append(path.substr(from.size()));
 }

@@ -5,7 +5,6 @@
 #include "library/FolderWalk.h"
 #include "library/TemplateFiles.h"
 #include "platform/Path.h"
-#include "platform/Text.h"
 
 #include <algorithm>
 #include <array>
@@ -17,9 +16,7 @@ namespace {
 
 bool IsWithin(const std::string& path, const std::string& folder)
 {
-    const std::string below = folder.ends_with('\\') ? folder : folder + "\\"; // a drive's root ends in one
-    return platform::text::EqualIgnoringCase(path, folder) ||
-           platform::text::EqualIgnoringCase(std::string_view{path}.substr(0, below.size()), below);
+    return platform::path::Same(path, folder) || platform::path::IsBelow(path, folder);
 }
 
 } // namespace

@@ -38,13 +38,6 @@ bool IsPlainPath(std::string_view normalized)
     return std::ranges::none_of(text::Split(normalized.substr(2), '\\'), file_name::IsReserved);
 }
 
-bool IsBelow(std::string_view path, std::string_view folder)
-{
-    const std::string start = path::Normalized(folder);
-    return path::IsAbsolute(start) && path.size() > start.size() && path[start.size()] == '\\' &&
-           text::EqualIgnoringCase(path.substr(0, start.size()), start);
-}
-
 } // namespace
 
 bool OpenGate::IsHarmlessName(std::string_view name) const
@@ -68,7 +61,10 @@ OpenGate::Verdict OpenGate::Judge(std::string_view target, std::span<const std::
     if (!path::IsAbsolute(target))
         return Verdict::Refused;
     const std::string file = path::Normalized(target);
-    const auto isBelow = [&](const std::string& folder) { return IsBelow(file, folder); };
+    const auto isBelow = [&](const std::string& folder) {
+        const std::string start = path::Normalized(folder);
+        return path::IsAbsolute(start) && path::IsBelow(file, start);
+    };
     if (!IsPlainPath(file) || !IsHarmlessName(path::Name(file)) ||
         (file.starts_with("\\\\") && std::ranges::none_of(ownFolders, isBelow)))
         return Verdict::Refused;

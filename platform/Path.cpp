@@ -97,6 +97,13 @@ bool Same(std::string_view a, std::string_view b)
     return Key(a) == Key(b);
 }
 
+bool IsBelow(std::string_view path, std::string_view folder)
+{
+    folder = WithoutEndingSeparators(folder);
+    return path.size() > folder.size() && path[folder.size()] == '\\' &&
+           text::EqualIgnoringCase(path.substr(0, folder.size()), folder);
+}
+
 std::string Root(std::string_view path)
 {
     if (!IsAbsolute(path))

@@ -32,6 +32,10 @@ std::string Normalized(std::string_view path);
 std::string Key(std::string_view path);
 bool Same(std::string_view a, std::string_view b);
 
+/// Whether the path lies somewhere below the folder, as the two are written: letter case alone does not count. A
+/// separator at the folder's end may be there or not.
+bool IsBelow(std::string_view path, std::string_view folder);
+
 /// "X:\" or "\\server\share" of an absolute path; "" for another one.
 std::string Root(std::string_view path);
 

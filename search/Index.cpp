@@ -2,6 +2,7 @@
 
 #include "platform/Path.h"
 #include "platform/Text.h"
+#include "search/Words.h"
 
 #include <algorithm>
 #include <tuple>
@@ -98,11 +99,9 @@ std::string Index::PathOf(std::uint32_t entry) const
 
 bool Index::IsIn(std::uint32_t entry, std::string_view category) const
 {
-    if (category.empty())
-        return true;
     const std::string& own = folders[entries.at(entry).folder].category;
-    return own.size() >= category.size() && (own.size() == category.size() || own[category.size()] == '\\') &&
-           platform::text::EqualIgnoringCase(std::string_view{own}.substr(0, category.size()), category);
+    return category.empty() || platform::text::EqualIgnoringCase(own, category) ||
+           platform::path::IsBelow(own, category);
 }
 
 const std::vector<std::uint32_t>& Index::InOrder()

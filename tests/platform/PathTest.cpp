@@ -74,6 +74,22 @@ TEST(PathTest, SameIgnoresCaseAndSeparators)
     EXPECT_FALSE(path::Same("\\\\a\\b", "\\a\\b"));
 }
 
+TEST(PathTest, BelowAFolderIsNotBesideIt)
+{
+    const struct {
+        const char *path, *folder;
+        bool isBelow;
+    } rows[] = {
+        // clang-format off
+        {"C:\\a\\b", "C:\\a", true},     {"C:\\a\\b\\c", "C:\\a\\", true}, {"c:\\ÜBER\\b", "C:\\über", true},
+        {"C:\\a", "C:\\", true},         {"Letters\\Old", "letters", true}, {"C:\\a", "C:\\a", false},
+        {"C:\\ab\\c", "C:\\a", false},   {"D:\\a\\b", "C:\\a", false},       {"C:\\", "C:\\a", false},
+        // clang-format on
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(path::IsBelow(row.path, row.folder), row.isBelow) << row.path << " in " << row.folder;
+}
+
 TEST(PathTest, OnlyDrivesAndSharesAreAbsolute)
 {
     for (const char* absolute : {"C:\\", "c:\\a", "C:/a", "\\\\server\\share", "//server/share/a"})
