@@ -4,6 +4,7 @@
 #include "automation/WindowsHeader.h"
 #include "platform/CommandLine.h"
 #include "platform/Utf.h"
+#include "platform/win32/Handle.h"
 
 #include <iterator>
 #include <optional>
@@ -13,6 +14,8 @@
 
 namespace automation {
 namespace {
+
+using platform::win32::KeyHandle;
 
 constexpr wchar_t Classes[] = L"Software\\Classes";
 constexpr wchar_t ProgId[] = L"TSBrowser.clsBrowser";
@@ -30,25 +33,6 @@ constexpr SYSKIND LibraryKind = SYS_WIN32;
 struct Entry {
     std::wstring key;
     std::wstring value;
-};
-
-/// An open registry key.
-class Key {
-public:
-    Key(HKEY parent, const std::wstring& name, REGSAM access)
-    {
-        status = RegOpenKeyExW(parent, name.c_str(), 0, access, &handle);
-    }
-    ~Key()
-    {
-        if (handle)
-            RegCloseKey(handle);
-    }
-    Key(const Key&) = delete;
-    Key& operator=(const Key&) = delete;
-
-    LSTATUS status{};
-    HKEY handle{};
 };
 
 /// The path with the long names of its folders and file, as far as they are there to be asked: an installer may have
@@ -69,6 +53,11 @@ bool EqualPaths(const std::wstring& a, const std::wstring& b)
 HKEY RootOf(Scope scope)
 {
     return scope == Scope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+}
+
+LSTATUS Open(KeyHandle& key, Scope scope, const std::wstring& path, REGSAM access)
+{
+    return RegOpenKeyExW(RootOf(scope), path.c_str(), 0, access, key.Receive());
 }
 
 std::wstring Path(const std::wstring& key)
@@ -126,26 +115,24 @@ std::vector<Entry> Entries()
 
 LSTATUS Write(Scope scope, const Entry& entry)
 {
-    HKEY key = nullptr;
-    LSTATUS status =
-        RegCreateKeyExW(RootOf(scope), Path(entry.key).c_str(), 0, nullptr, 0, KEY_SET_VALUE, nullptr, &key, nullptr);
+    KeyHandle key;
+    const LSTATUS status = RegCreateKeyExW(RootOf(scope), Path(entry.key).c_str(), 0, nullptr, 0, KEY_SET_VALUE,
+                                           nullptr, key.Receive(), nullptr);
     if (status != ERROR_SUCCESS)
         return status;
-    status = RegSetValueExW(key, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(entry.value.c_str()),
-                            static_cast<DWORD>((entry.value.size() + 1) * sizeof(wchar_t)));
-    RegCloseKey(key);
-    return status;
+    return RegSetValueExW(key.Get(), nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(entry.value.c_str()),
+                          static_cast<DWORD>((entry.value.size() + 1) * sizeof(wchar_t)));
 }
 
 std::optional<std::wstring> Read(Scope scope, const std::wstring& name)
 {
-    const Key key{RootOf(scope), Path(name), KEY_QUERY_VALUE};
+    KeyHandle key;
     DWORD bytes = 0;
-    if (key.status != ERROR_SUCCESS ||
-        RegGetValueW(key.handle, nullptr, nullptr, RRF_RT_REG_SZ, nullptr, nullptr, &bytes) != ERROR_SUCCESS)
+    if (Open(key, scope, Path(name), KEY_QUERY_VALUE) != ERROR_SUCCESS ||
+        RegGetValueW(key.Get(), nullptr, nullptr, RRF_RT_REG_SZ, nullptr, nullptr, &bytes) != ERROR_SUCCESS)
         return std::nullopt;
     std::wstring value(bytes / sizeof(wchar_t), L'\0');
-    if (RegGetValueW(key.handle, nullptr, nullptr, RRF_RT_REG_SZ, nullptr, value.data(), &bytes) != ERROR_SUCCESS)
+    if (RegGetValueW(key.Get(), nullptr, nullptr, RRF_RT_REG_SZ, nullptr, value.data(), &bytes) != ERROR_SUCCESS)
         return std::nullopt;
     value.resize(wcslen(value.c_str()));
     return value;
@@ -163,11 +150,12 @@ LSTATUS RemoveEmptyKeys(Scope scope, std::wstring name)
         DWORD keys = 0;
         DWORD values = 0;
         {
-            const Key key{RootOf(scope), Path(name), KEY_QUERY_VALUE};
-            if (key.status != ERROR_SUCCESS)
-                return IsMissing(key.status) ? ERROR_SUCCESS : key.status;
-            const LSTATUS status = RegQueryInfoKeyW(key.handle, nullptr, nullptr, nullptr, &keys, nullptr, nullptr,
-                                                    &values, nullptr, nullptr, nullptr, nullptr);
+            KeyHandle key;
+            LSTATUS status = Open(key, scope, Path(name), KEY_QUERY_VALUE);
+            if (status != ERROR_SUCCESS)
+                return IsMissing(status) ? ERROR_SUCCESS : status;
+            status = RegQueryInfoKeyW(key.Get(), nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values, nullptr,
+                                      nullptr, nullptr, nullptr);
             if (status != ERROR_SUCCESS)
                 return status;
         }
@@ -175,11 +163,12 @@ LSTATUS RemoveEmptyKeys(Scope scope, std::wstring name)
             return ERROR_SUCCESS;
 
         const std::size_t cut = name.rfind(L'\\');
-        const Key parent{RootOf(scope), cut == std::wstring::npos ? Classes : Path(name.substr(0, cut)), KEY_READ};
-        if (parent.status != ERROR_SUCCESS)
-            return parent.status;
+        KeyHandle parent;
+        LSTATUS status = Open(parent, scope, cut == std::wstring::npos ? Classes : Path(name.substr(0, cut)), KEY_READ);
+        if (status != ERROR_SUCCESS)
+            return status;
         const std::wstring last = cut == std::wstring::npos ? name : name.substr(cut + 1);
-        const LSTATUS status = RegDeleteKeyW(parent.handle, last.c_str());
+        status = RegDeleteKeyW(parent.Get(), last.c_str());
         if (status != ERROR_SUCCESS && !IsMissing(status))
             return status;
         if (cut == std::wstring::npos)
@@ -191,8 +180,10 @@ LSTATUS RemoveEmptyKeys(Scope scope, std::wstring name)
 LSTATUS Remove(Scope scope, const Entry& entry)
 {
     if (Read(scope, entry.key) == entry.value) {
-        const Key key{RootOf(scope), Path(entry.key), KEY_SET_VALUE};
-        const LSTATUS status = key.status == ERROR_SUCCESS ? RegDeleteValueW(key.handle, nullptr) : key.status;
+        KeyHandle key;
+        LSTATUS status = Open(key, scope, Path(entry.key), KEY_SET_VALUE);
+        if (status == ERROR_SUCCESS)
+            status = RegDeleteValueW(key.Get(), nullptr);
         if (status != ERROR_SUCCESS)
             return status;
     }
