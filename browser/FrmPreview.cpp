@@ -3,6 +3,7 @@
 #include "app/base/Captions.h"
 #include "app/base/StringId.h"
 #include "library/CategoryPath.h"
+#include "library/TemplateFiles.h"
 
 #include <algorithm>
 #include <utility>
@@ -29,7 +30,7 @@ FrmPreview::FrmPreview(app::Program& program, TemplateRows templates, const Prev
     LoadCaptions(*this, program.strings);
     imgPicture.Name = program.Text(app::str::Preview);
     lblCount.PlainText = true;
-    imgPicture.SetFallback(library::DiskPath(program.state.TemplatesPath, "NF.jpg"),
+    imgPicture.SetFallback(library::DiskPath(program.state.TemplatesPath, library::NoPictureFile),
                            program.strings.LoadString(app::str::NoPreview));
     using ui::Fill;
     Layout(ui::Column(

@@ -19,7 +19,8 @@ void PreviewPane::LoadThePreviewPane(const TemplateRow* row)
         facts.SetCaption({});
         return;
     }
-    picture.SetFallback(library::DiskPath(state.TemplatesPath, "NF.jpg"), strings.LoadString(app::str::NoPreview));
+    picture.SetFallback(library::DiskPath(state.TemplatesPath, library::NoPictureFile),
+                        strings.LoadString(app::str::NoPreview));
     lookUp = FindPicture(*row, [this](const std::string& file) { picture.SetFile(file); });
     if (lookUp)
         picture.SetFile({}); // that of the row before says nothing about this one
@@ -36,7 +37,7 @@ platform::Ticket PreviewPane::FindPicture(const TemplateRow& row,
 {
     const std::string name = platform::text::Trimmed(row.text) + ".jpg";
     const auto look = [file = Join(Join(row.folder, library::PreviewsFolder), name), name,
-                       none = library::DiskPath(state.TemplatesPath, "NF.jpg")](
+                       none = library::DiskPath(state.TemplatesPath, library::NoPictureFile)](
                           platform::FileSystem& disk) -> platform::Result<std::string> {
         const auto entry = disk.Stat(file);
         const bool isThere = entry && !entry->IsFolder() && platform::text::EqualIgnoringCase(entry->name, name);

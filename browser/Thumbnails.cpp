@@ -129,7 +129,7 @@ void Thumbnails::FindBackground()
 
 ui::Thumbnail Thumbnails::Composed(std::string picture, std::string_view frameLocation) const
 {
-    return {std::move(picture), library::DiskPath(state.TemplatesPath, "NF.jpg"),
+    return {std::move(picture), library::DiskPath(state.TemplatesPath, library::NoPictureFile),
             UseThumbnailBackground ? library::DiskPath(frameLocation, BackgroundFile) : std::string{}};
 }
 

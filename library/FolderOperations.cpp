@@ -121,7 +121,8 @@ std::optional<std::string> FolderOperations::RefusalOf(const std::string& catego
         return strings.LoadString(app::str::EnterFolderName);
     if (platform::text::Length(newName) > LongestFolderName)
         return strings.LoadString(app::str::FolderNameTooLong);
-    const std::string forbidden = strings.LoadString(app::str::FolderNameCharacters) + "\r\n\\ / : * ? \" < > |";
+    const std::string forbidden =
+        strings.LoadString(app::str::FolderNameCharacters) + "\r\n" + platform::file_name::ForbiddenShown;
     if (platform::file_name::HasForbiddenCharacter(newName))
         return forbidden;
     if (newName.starts_with('.'))

@@ -80,6 +80,12 @@ const Catalog::Folder* FolderTree::Selected() const
     return tree.Selected() != nullptr ? Of(*tree.Selected()) : nullptr;
 }
 
+bool FolderTree::IsFavoritesSelected() const
+{
+    const Catalog::Folder* folder = Selected();
+    return folder != nullptr && folder->kind == Catalog::Kind::Favorites;
+}
+
 void FolderTree::Select(const Catalog::Folder* folder)
 {
     ui::TreeView::Node* node = folder != nullptr ? tree.Find(folder->key) : nullptr;

@@ -28,6 +28,7 @@ public:
     const Catalog::Folder* Of(const ui::TreeView::Node& node) const { return catalog.FindByKey(node.key); }
     /// The selected node's folder; null when there is none.
     const Catalog::Folder* Selected() const;
+    bool IsFavoritesSelected() const;
     /// Selects the folder's node and brings it into view. Null selects nothing.
     void Select(const Catalog::Folder* folder);
 

@@ -36,6 +36,8 @@ inline constexpr std::array<TemplateKind, 5> TemplateKinds{{
 
 /// A sub-folder of this name holds the pictures of a folder's templates; it is never a category.
 inline constexpr std::string_view PreviewsFolder = "Previews";
+/// The library's picture for a template that has none.
+inline constexpr std::string_view NoPictureFile = "NF.jpg";
 
 enum TemplateType : std::size_t { WordTemplate, SpreadsheetTemplate, PresentationTemplate, PdfTemplate, PhotoTemplate };
 

@@ -123,9 +123,8 @@ void Banner::FetchWebPicture()
         [&web = system.web, &shell = system.shell, &files = system.files,
          address = *address](const platform::Cancelled& cancelled) -> Result<std::string> {
             const auto picture = platform::Fetch(web, address, {HiddenPage::Patience, LargestPicture}, cancelled);
-            constexpr int good = 200;
             // One that fills the room has been cut.
-            if (!picture || picture->status != good || picture->body.size() >= LargestPicture)
+            if (!picture || picture->status != platform::WebReply::Good || picture->body.size() >= LargestPicture)
                 return std::unexpected{picture ? platform::error::FileNotFound : picture.error()};
             auto folder = GetTempFolderPath(shell, files);
             if (!folder)

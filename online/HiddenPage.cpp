@@ -45,13 +45,12 @@ void HiddenPage::Navigate(std::string address)
 
 void HiddenPage::Arrived(platform::Result<platform::WebPage> page)
 {
-    constexpr int good = 200;
     const platform::Ticket over = std::move(underWay);
     locationUrl.clear();
     document = {};
     if (page) {
         document = PageText{PageFromBytes(std::move(page->body), locale)};
-        if (page->status == good)
+        if (page->status == platform::WebReply::Good)
             locationUrl = std::move(page->address);
     }
     if (DocumentComplete)

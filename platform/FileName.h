@@ -7,6 +7,8 @@ namespace platform::file_name {
 
 /// No name holds one of these, nor a control character.
 inline constexpr std::string_view Forbidden = "\\/:*?\"<>|";
+/// The same for a message to the user.
+inline constexpr const char* ForbiddenShown = "\\ / : * ? \" < > |";
 /// What is left of them for a path behind its drive: the separators part its names there.
 inline constexpr std::string_view ForbiddenInPaths = Forbidden.substr(2);
 

@@ -18,7 +18,9 @@ struct WebBounds {
 
 /// What a server answered.
 struct WebReply {
-    int status{};         ///< of HTTP: 200 for a page, 404 for none
+    static constexpr int Good = 200; ///< the status of a page; 404 stands for none
+
+    int status{};         ///< of HTTP
     std::string location; ///< where a redirect leads, as the server writes it
     std::string body;
 };

@@ -16,6 +16,12 @@ constexpr bool IsAsciiDigit(char c)
     return c >= '0' && c <= '9';
 }
 
+/// Whether there is one of ASCII's control characters, the last of them (DEL) included.
+constexpr bool HasControlCharacter(std::string_view text)
+{
+    return std::ranges::any_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; });
+}
+
 /// Letters of the English alphabet and blanks.
 constexpr bool IsStateText(std::string_view text)
 {

@@ -12,7 +12,7 @@ bool AcceptsName(app::Program& program, ProfileManager& profiles, ui::TextBox& b
         return true;
     std::string message = *refusal != str::None ? program.Text(*refusal) : std::string{};
     if (*refusal == str::InvalidProfileName && platform::file_name::HasForbiddenCharacter(box.Text()))
-        message += "\r\n\r\n" + program.Text(str::ProfileNameCharacters) + "\r\n\\ / : * ? \" < > |";
+        message += "\r\n\r\n" + program.Text(str::ProfileNameCharacters) + "\r\n" + platform::file_name::ForbiddenShown;
     if (!message.empty())
         program.messages.Inform(message);
     if (*refusal == str::ProfileNameTaken)

@@ -126,7 +126,7 @@ std::string ProfileTransfer::RefusalOf(std::string_view folderName) const
 {
     namespace file_name = platform::file_name;
     if (file_name::HasForbiddenCharacter(folderName) || file_name::HasControlCharacter(folderName))
-        return strings.LoadString(str::FolderNameCharacters) + "\r\n\\ / : * ? \" < > |";
+        return strings.LoadString(str::FolderNameCharacters) + "\r\n" + file_name::ForbiddenShown;
     // The system would put the export somewhere else than the name says.
     if (file_name::IsDevice(folderName))
         return text::Replaced(strings.LoadString(str::FolderNameDevice), "%1", folderName);

@@ -29,11 +29,6 @@ constexpr std::array<Field, FieldCount> writeOrder{
 /// Of a value that is there and no text.
 constexpr platform::Error ForeignType = error::InvalidParameter;
 
-bool IsControl(char c)
-{
-    return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
-}
-
 std::string Comparable(std::string_view name)
 {
     return text::Folded(text::Trimmed(name));
@@ -209,7 +204,7 @@ std::optional<std::uint16_t> ProfileManager::ValidateProfileName(std::string_vie
         return str::ProfileNameStart;
     // The mark of the default profile would be taken off again; control characters have no place in a folder's name.
     if (text::Length(name) > LongestName || platform::file_name::HasForbiddenCharacter(name) ||
-        name.contains(DefaultSuffix) || std::ranges::any_of(name, IsControl))
+        name.contains(DefaultSuffix) || HasControlCharacter(name))
         return str::InvalidProfileName;
     if (Comparable(name) == Comparable(strings.LoadString(str::BlankProfile)))
         return str::InvalidProfileName;

@@ -3,6 +3,7 @@
 #include "platform/LittleEndian.h"
 #include "platform/Text.h"
 #include "platform/Utf.h"
+#include "profiles/FieldChecks.h"
 #include "profiles/ProfileManager.h"
 
 #include <algorithm>
@@ -101,11 +102,6 @@ std::string HexList(std::string_view bytes)
         result += HexDigits(static_cast<unsigned char>(byte), 2);
     }
     return result;
-}
-
-bool HasControlCharacter(std::string_view characters)
-{
-    return std::ranges::any_of(characters, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; });
 }
 
 /// Nothing when the encoding lacks a character.

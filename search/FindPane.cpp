@@ -67,8 +67,7 @@ void FindPane::Wire()
 
 bool FindPane::InFavorites() const
 {
-    const auto* folder = library.Tree().Selected();
-    return folder != nullptr && folder->kind == library::Catalog::Kind::Favorites;
+    return library.Tree().IsFavoritesSelected();
 }
 
 std::string FindPane::WantedCategory() const
