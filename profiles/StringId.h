@@ -4,25 +4,55 @@
 
 #include <cstdint>
 
-/// Names for the string numbers that the profiles ask for. Captions stand as plain numbers where a control is declared.
+/// Names for the string numbers that the profiles ask for, in the order of the numbers. Captions stand as plain numbers
+/// where a control is declared.
 namespace profiles::str {
 
 // What other parts of the program say as well.
 using namespace app::str;
 
-inline constexpr std::uint16_t None = 0, // an unknown number: nothing to say
-    StateNotAlphabetical = 107, ImportFolderPrompt = 111, ExportFolderPrompt = 112, ZipWithSpecialCharacters = 131,
-                               InvalidProfileName = 134, ProfileNameStart = 135, ProfileNameTaken = 136,
-                               LastProfileStays = 214, DeleteProfileQuestion = 215, InvalidPath = 222,
-                               EmptyDefaultStart = 233, EmptyDefaultEnd = 234, EmptyDefaultReason = 235,
-                               EmptyDefaultQuestion = 236, PictureNotFound = 237, LogoMissing = 239,
-                               PortraitMissing = 240, SignatureMissing = 241, FileUnreadable = 281, BlankProfile = 395,
-                               SelectExportFolder = 406, ExportPathUnreadable = 407, RetypeExportPath = 408,
-                               ExportFolderMissing = 409, Exported = 410, NoProfileData = 411,
-                               SelectCorrectFolder = 412, InvalidRegistryFile = 413, NoProfilesInFile = 414,
-                               NoProfilesInFolder = 415, Imported = 416, LeftOut = 560, ProfileImagesTitle = 456,
-                               SelectImageTitle = 572, ImageFilter = 573, SaveChanges = 581, PictureKind = 584,
-                               ReplaceExport = 585, OverwriteProfiles = 586, ProfileNameCharacters = 587,
-                               NoPicture = 588, NothingToPaste = 721;
+inline constexpr std::uint16_t None = 0; ///< an unknown number: nothing to say
+
+inline constexpr std::uint16_t StateNotAlphabetical = 107;
+inline constexpr std::uint16_t ImportFolderPrompt = 111;
+inline constexpr std::uint16_t ExportFolderPrompt = 112;
+inline constexpr std::uint16_t ZipWithSpecialCharacters = 131;
+inline constexpr std::uint16_t InvalidProfileName = 134;
+inline constexpr std::uint16_t ProfileNameStart = 135;
+inline constexpr std::uint16_t ProfileNameTaken = 136;
+inline constexpr std::uint16_t LastProfileStays = 214;
+inline constexpr std::uint16_t DeleteProfileQuestion = 215;
+inline constexpr std::uint16_t InvalidPath = 222;
+inline constexpr std::uint16_t EmptyDefaultStart = 233;
+inline constexpr std::uint16_t EmptyDefaultEnd = 234;
+inline constexpr std::uint16_t EmptyDefaultReason = 235;
+inline constexpr std::uint16_t EmptyDefaultQuestion = 236;
+inline constexpr std::uint16_t PictureNotFound = 237;
+inline constexpr std::uint16_t LogoMissing = 239;
+inline constexpr std::uint16_t PortraitMissing = 240;
+inline constexpr std::uint16_t SignatureMissing = 241;
+inline constexpr std::uint16_t BlankProfile = 395;
+inline constexpr std::uint16_t SelectExportFolder = 406;
+inline constexpr std::uint16_t ExportPathUnreadable = 407;
+inline constexpr std::uint16_t RetypeExportPath = 408;
+inline constexpr std::uint16_t ExportFolderMissing = 409;
+inline constexpr std::uint16_t Exported = 410;
+inline constexpr std::uint16_t NoProfileData = 411;
+inline constexpr std::uint16_t SelectCorrectFolder = 412;
+inline constexpr std::uint16_t InvalidRegistryFile = 413;
+inline constexpr std::uint16_t NoProfilesInFile = 414;
+inline constexpr std::uint16_t NoProfilesInFolder = 415;
+inline constexpr std::uint16_t Imported = 416;
+inline constexpr std::uint16_t ProfileImagesTitle = 456;
+inline constexpr std::uint16_t LeftOut = 560;
+inline constexpr std::uint16_t SelectImageTitle = 572;
+inline constexpr std::uint16_t ImageFilter = 573;
+inline constexpr std::uint16_t SaveChanges = 581;
+inline constexpr std::uint16_t PictureKind = 584;
+inline constexpr std::uint16_t ReplaceExport = 585;
+inline constexpr std::uint16_t OverwriteProfiles = 586;
+inline constexpr std::uint16_t ProfileNameCharacters = 587;
+inline constexpr std::uint16_t NoPicture = 588;
+inline constexpr std::uint16_t NothingToPaste = 721;
 
 } // namespace profiles::str

@@ -2,47 +2,126 @@
 
 #include <cstdint>
 
-/// Names for the string numbers that the code asks for. Captions stand as plain numbers where a control is declared.
+/// Names for the string numbers that the code asks for, in the order of the numbers. Captions stand as plain numbers
+/// where a control is declared.
 namespace app::str {
 
-inline constexpr std::uint16_t FileNotFound = 126, PreviousInstance = 140, TabAll = 159, TemplateNotFound = 169,
-                               TemplatesAvailable = 170, SetValueFailed = 173, EnumerationFailed = 174,
-                               DeleteValueFailed = 182, NoPreview = 256, Empty = 154, DriveNotAccessible = 272,
-                               TemplatesPathInvalid = 273, UnableToRun = 274, TemplatesNotAccessible = 275,
-                               ResolutionTooLow = 277, ThumbnailsUnavailable = 278, NoTemplateFolders = 279,
-                               HelpFilesMissing = 280, CdPathPrompt = 340, TemplatesPathUnreadable = 336,
-                               CancelQuits = 337, SelectedPathUnreadable = 338, MyFavorites = 365,
-                               HelpUnavailable = 367, TemplatesPath = 321, HddPathPrompt = 319,
-                               PathFileAccessError = 223, Office2K = 368, Office97 = 369, OfficeXp = 370,
-                               Office11 = 533, RecentDocumentsSearch = 377, CreateNew = 385, GetMoreTemplates = 388,
-                               ProductCaption = 360, SettingsAppName = 362, ProductName = 390,
-                               InitSettingsUnreadable = 512, InitSettingsReason = 513, InitSettingsAdvice = 514,
-                               PleaseWait = 491, BrowserLoads = 492, PercentDone = 493, Reinstall = 532, EBook = 534,
-                               ReportABug = 524, InvalidNumber = 106, DeleteTopLevel = 259, DeleteFolderQuestion = 260,
-                               DeleteFolderContents = 261, RenameTopLevel = 262, AlreadyFavorite = 269,
-                               FolderNameTooLong = 284, EnterFolderName = 347, DropRefused = 356,
-                               RemoveFavoriteQuestion = 357, RecentDocumentsKey = 378, LaunchDocumentFailed = 391,
-                               FolderNameCharacters = 397, FolderNameStart = 398, CannotRename = 399,
-                               FolderNameTaken = 400, DragFromPreview = 403, HistoryPeriod = 481, DeleteFailed = 515,
-                               CloseTemplates = 516, RenameFailed = 519, RenameWithFindPane = 521, CloseFindPane = 522,
-                               DeleteWithFindPane = 523, DropOnlyFavorites = 531, NoProperties = 281,
-                               ConfirmTemplateExists = 282, Bytes = 691, NoVersionInfo = 162, Spreadsheet = 698,
-                               PdfConverter = 699, UnableToLaunch = 545, ClearRecentQuestion = 565,
-                               LaunchedNameEnd = 566, NotAbleToLaunchEnd = 571;
-
-inline constexpr std::uint16_t EmptyLibraryQuestion = 600, HiddenNameQuestion = 601, FolderNameEnd = 602,
-                               FolderNameDevice = 603, TemplatesToDelete = 604, TemplateToDelete = 605,
-                               TemplateItselfOpened = 606, TemplateAvailable = 607, WithoutPicture = 608,
-                               MoreWithoutPicture = 609, WithoutPictureAreHidden = 611, OtherTypesHere = 612,
-                               AddedToFavorites = 613, NoFavorites = 614;
-
-inline constexpr std::uint16_t Searching = 178, NothingFound = 179, CriteriaIncomplete = 181, Found = 187,
-                               FoundFrom = 188, FoundFiles = 189, SearchAll = 190, SearchSelected = 191,
-                               NoFindInFavorites = 263, NoFindHere = 371, SearchOtherTypes = 700, PreviewCaption = 243,
-                               PreviewOf = 254, PreviewTemplates = 255, CopyFailed = 706, TextCopyFailed = 712,
-                               Preview = 563;
-
-inline constexpr std::uint16_t CtrlKey = 722, ShiftKey = 723, EnterKey = 724, DeleteKey = 725, NoRecentDocuments = 726,
-                               DoesNotAnswer = 713, FolderDoesNotAnswer = 714, WaitsFor = 715;
+inline constexpr std::uint16_t InvalidNumber = 106;
+inline constexpr std::uint16_t FileNotFound = 126;
+inline constexpr std::uint16_t PreviousInstance = 140;
+inline constexpr std::uint16_t Empty = 154;
+inline constexpr std::uint16_t TabAll = 159;
+inline constexpr std::uint16_t NoVersionInfo = 162;
+inline constexpr std::uint16_t TemplateNotFound = 169;
+inline constexpr std::uint16_t TemplatesAvailable = 170;
+inline constexpr std::uint16_t SetValueFailed = 173;
+inline constexpr std::uint16_t EnumerationFailed = 174;
+inline constexpr std::uint16_t Searching = 178;
+inline constexpr std::uint16_t NothingFound = 179;
+inline constexpr std::uint16_t CriteriaIncomplete = 181;
+inline constexpr std::uint16_t DeleteValueFailed = 182;
+inline constexpr std::uint16_t Found = 187;
+inline constexpr std::uint16_t FoundFrom = 188;
+inline constexpr std::uint16_t FoundFiles = 189;
+inline constexpr std::uint16_t SearchAll = 190;
+inline constexpr std::uint16_t SearchSelected = 191;
+inline constexpr std::uint16_t PathFileAccessError = 223;
+inline constexpr std::uint16_t PreviewCaption = 243;
+inline constexpr std::uint16_t PreviewOf = 254;
+inline constexpr std::uint16_t PreviewTemplates = 255;
+inline constexpr std::uint16_t NoPreview = 256;
+inline constexpr std::uint16_t DeleteTopLevel = 259;
+inline constexpr std::uint16_t DeleteFolderQuestion = 260;
+inline constexpr std::uint16_t DeleteFolderContents = 261;
+inline constexpr std::uint16_t RenameTopLevel = 262;
+inline constexpr std::uint16_t NoFindInFavorites = 263;
+inline constexpr std::uint16_t AlreadyFavorite = 269;
+inline constexpr std::uint16_t DriveNotAccessible = 272;
+inline constexpr std::uint16_t TemplatesPathInvalid = 273;
+inline constexpr std::uint16_t UnableToRun = 274;
+inline constexpr std::uint16_t ResolutionTooLow = 277;
+inline constexpr std::uint16_t ThumbnailsUnavailable = 278;
+inline constexpr std::uint16_t NoTemplateFolders = 279;
+inline constexpr std::uint16_t HelpFilesMissing = 280;
+inline constexpr std::uint16_t NoProperties = 281;
+inline constexpr std::uint16_t ConfirmTemplateExists = 282;
+inline constexpr std::uint16_t FolderNameTooLong = 284;
+inline constexpr std::uint16_t HddPathPrompt = 319;
+inline constexpr std::uint16_t TemplatesPath = 321;
+inline constexpr std::uint16_t TemplatesPathUnreadable = 336;
+inline constexpr std::uint16_t SelectedPathUnreadable = 338;
+inline constexpr std::uint16_t CdPathPrompt = 340;
+inline constexpr std::uint16_t EnterFolderName = 347;
+inline constexpr std::uint16_t DropRefused = 356;
+inline constexpr std::uint16_t RemoveFavoriteQuestion = 357;
+inline constexpr std::uint16_t ProductCaption = 360;
+inline constexpr std::uint16_t SettingsAppName = 362;
+inline constexpr std::uint16_t MyFavorites = 365;
+inline constexpr std::uint16_t HelpUnavailable = 367;
+inline constexpr std::uint16_t Office2K = 368;
+inline constexpr std::uint16_t Office97 = 369;
+inline constexpr std::uint16_t OfficeXp = 370;
+inline constexpr std::uint16_t NoFindHere = 371;
+inline constexpr std::uint16_t RecentDocumentsSearch = 377;
+inline constexpr std::uint16_t RecentDocumentsKey = 378;
+inline constexpr std::uint16_t CreateNew = 385;
+inline constexpr std::uint16_t GetMoreTemplates = 388;
+inline constexpr std::uint16_t ProductName = 390;
+inline constexpr std::uint16_t LaunchDocumentFailed = 391;
+inline constexpr std::uint16_t FolderNameCharacters = 397;
+inline constexpr std::uint16_t FolderNameStart = 398;
+inline constexpr std::uint16_t CannotRename = 399;
+inline constexpr std::uint16_t FolderNameTaken = 400;
+inline constexpr std::uint16_t DragFromPreview = 403;
+inline constexpr std::uint16_t HistoryPeriod = 481;
+inline constexpr std::uint16_t PleaseWait = 491;
+inline constexpr std::uint16_t BrowserLoads = 492;
+inline constexpr std::uint16_t PercentDone = 493;
+inline constexpr std::uint16_t InitSettingsUnreadable = 512;
+inline constexpr std::uint16_t InitSettingsReason = 513;
+inline constexpr std::uint16_t InitSettingsAdvice = 514;
+inline constexpr std::uint16_t DeleteFailed = 515;
+inline constexpr std::uint16_t CloseTemplates = 516;
+inline constexpr std::uint16_t RenameFailed = 519;
+inline constexpr std::uint16_t RenameWithFindPane = 521;
+inline constexpr std::uint16_t CloseFindPane = 522;
+inline constexpr std::uint16_t DeleteWithFindPane = 523;
+inline constexpr std::uint16_t ReportABug = 524;
+inline constexpr std::uint16_t DropOnlyFavorites = 531;
+inline constexpr std::uint16_t Reinstall = 532;
+inline constexpr std::uint16_t Office11 = 533;
+inline constexpr std::uint16_t EBook = 534;
+inline constexpr std::uint16_t UnableToLaunch = 545;
+inline constexpr std::uint16_t Preview = 563;
+inline constexpr std::uint16_t ClearRecentQuestion = 565;
+inline constexpr std::uint16_t LaunchedNameEnd = 566;
+inline constexpr std::uint16_t NotAbleToLaunchEnd = 571;
+inline constexpr std::uint16_t EmptyLibraryQuestion = 600;
+inline constexpr std::uint16_t HiddenNameQuestion = 601;
+inline constexpr std::uint16_t FolderNameEnd = 602;
+inline constexpr std::uint16_t FolderNameDevice = 603;
+inline constexpr std::uint16_t TemplatesToDelete = 604;
+inline constexpr std::uint16_t TemplateToDelete = 605;
+inline constexpr std::uint16_t TemplateItselfOpened = 606;
+inline constexpr std::uint16_t TemplateAvailable = 607;
+inline constexpr std::uint16_t WithoutPicture = 608;
+inline constexpr std::uint16_t MoreWithoutPicture = 609;
+inline constexpr std::uint16_t WithoutPictureAreHidden = 611;
+inline constexpr std::uint16_t OtherTypesHere = 612;
+inline constexpr std::uint16_t AddedToFavorites = 613;
+inline constexpr std::uint16_t NoFavorites = 614;
+inline constexpr std::uint16_t Bytes = 691;
+inline constexpr std::uint16_t Spreadsheet = 698;
+inline constexpr std::uint16_t PdfConverter = 699;
+inline constexpr std::uint16_t SearchOtherTypes = 700;
+inline constexpr std::uint16_t CopyFailed = 706;
+inline constexpr std::uint16_t TextCopyFailed = 712;
+inline constexpr std::uint16_t DoesNotAnswer = 713;
+inline constexpr std::uint16_t FolderDoesNotAnswer = 714;
+inline constexpr std::uint16_t CtrlKey = 722;
+inline constexpr std::uint16_t ShiftKey = 723;
+inline constexpr std::uint16_t EnterKey = 724;
+inline constexpr std::uint16_t DeleteKey = 725;
+inline constexpr std::uint16_t NoRecentDocuments = 726;
 
 } // namespace app::str
