@@ -14,7 +14,7 @@ struct StartUpState {
     std::string MsoVersion;                           ///< accepted Office generation
     std::string TemplatesPath;                        ///< where templates are read from, with a trailing "\"
     std::string HddTemplatesPath, CdromTemplatesPath; ///< as stored
-    std::string ShowPathToggle;
+    std::string ShowPathToggle;                       ///< as stored; nothing depends on it
     bool AccessHddTemplates{};
     bool TemplatesPathError{};
     bool FindPaneOpen{};
