@@ -31,12 +31,6 @@ void ItemControl::Select(int index)
     Changed(Aspect::Selection);
 }
 
-void ItemControl::SelectText(std::string_view text)
-{
-    const auto found = std::ranges::find(items, text);
-    Select(found == items.end() ? -1 : static_cast<int>(found - items.begin()));
-}
-
 void ItemControl::UserSelects(int index)
 {
     const int wanted = Allowed(index);

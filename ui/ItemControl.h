@@ -26,7 +26,6 @@ public:
     /// By code: no event. An index that is not there selects nothing.
     void Select(int index);
     /// The first line of this text; selects nothing when there is none. No event.
-    void SelectText(std::string_view text);
 
     /// The user selected another line.
     std::function<void()> Click;
