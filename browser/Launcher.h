@@ -36,8 +36,10 @@ public:
     /// What is to be kept for as long as something is being opened: the user may act meanwhile.
     std::function<std::shared_ptr<void>()> WhileOpening;
 
-    /// 1 when a failure message was shown, 0 otherwise: success, or a failure that stays silent.
+    /// What became of a launch.
     struct Outcome {
+        /// 1 when a failure message was shown, 0 otherwise: success, or a failure that stays silent; -1 when something
+        /// else is still being opened and nothing was done.
         std::int16_t result{};
         bool opened{};
         /// A new document was asked for, and as the type has no such verb the template itself is open now.

@@ -71,12 +71,6 @@ public:
     {
         return Ask({}, std::move(work));
     }
-    /// Does something about a path that is waited for until it has ended.
-    template <class Work>
-    auto Change(std::string_view about, Work work)
-    {
-        return Do(about, true, std::move(work));
-    }
     /// The same for what can be shown later: calls `done` with the answer, before it returns or from the message loop,
     /// unless the ticket has gone. Where the ticket is empty, it was called. Stands still for a moment at most.
     template <class Work, class Done>
@@ -87,6 +81,12 @@ public:
             return std::move(answer).Tell(std::move(done));
         done(answer.Take());
         return {};
+    }
+    /// Does something about a path that is waited for until it has ended.
+    template <class Work>
+    auto Change(std::string_view about, Work work)
+    {
+        return Do(about, true, std::move(work));
     }
     /// Begins to ask.
     template <class Work>

@@ -43,7 +43,7 @@ protected:
                                 {odd[i].first, odd[i].second});
         PutPicture("Ann", ImageKind::Logo, ".jpg", "logo");
     }
-    /// Takes the profiles away and exports or puts back what an export holds.
+    /// Takes the profiles away.
     void EmptyRegistry() { system.registry.RemoveKey(Hive::CurrentUser, profiles::ProfilesKey); }
     profiles::ExportOutcome Export()
     {
