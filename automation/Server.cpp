@@ -11,7 +11,6 @@
 
 #include <optional>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace automation {

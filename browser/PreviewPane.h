@@ -4,7 +4,6 @@
 #include "app/base/StartUpState.h"
 #include "app/base/StringTable.h"
 #include "browser/TemplateRow.h"
-#include "platform/FileSystem.h"
 #include "ui/Image.h"
 #include "ui/Label.h"
 

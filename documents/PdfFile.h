@@ -1,11 +1,9 @@
 #pragma once
 
-#include "documents/Inflater.h"
 #include "platform/ByteSource.h"
 
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>

@@ -3,10 +3,6 @@
 #include "app/base/Program.h"
 #include "platform/Mail.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <functional>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>

@@ -4,7 +4,6 @@
 #include "platform/Text.h"
 #include "platform/WebAddress.h"
 
-#include <algorithm>
 #include <limits>
 
 namespace online {

@@ -7,7 +7,6 @@
 
 #include <functional>
 #include <memory>
-#include <string>
 
 namespace online {
 

@@ -1,7 +1,6 @@
 #include "platform/NaturalOrder.h"
 
 #include <algorithm>
-#include <string>
 
 namespace platform {
 namespace {

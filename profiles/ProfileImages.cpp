@@ -4,7 +4,6 @@
 #include "platform/FileName.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
-#include "profiles/FieldChecks.h"
 #include "profiles/StringId.h"
 
 #include <algorithm>

@@ -3,7 +3,6 @@
 #include "documents/Facts.h"
 #include "platform/FileSystem.h"
 #include "platform/Locale.h"
-#include "search/Words.h"
 
 #include <cstdint>
 #include <string>

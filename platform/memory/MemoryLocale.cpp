@@ -9,7 +9,6 @@
 #include <iterator>
 #include <tuple>
 #include <utility>
-#include <vector>
 
 namespace platform::memory {
 
