@@ -6,6 +6,9 @@
 
 namespace app {
 
+/// Twips, either way: a stored place or size beyond this is damage.
+inline constexpr int PlaceLimit = 200'000;
+
 /// Where a window with this stored place goes: as it is while it fits the monitors and enough of its title bar can
 /// be reached on one, otherwise moved and shrunk into the nearest work area. A place is that of ui::Form: its corner in
 /// twips of the desktop, its size in those of the monitor that it is on.

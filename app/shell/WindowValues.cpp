@@ -1,5 +1,7 @@
 #include "app/shell/WindowValues.h"
 
+#include "app/shell/WindowPlacement.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <variant>
@@ -8,7 +10,6 @@ namespace app {
 namespace {
 
 constexpr std::string_view Section = "Browser";
-constexpr int Limit = 200'000; ///< a stored number beyond this is damage
 
 /// One remembered value. A number outside its bounds comes back as the nearer of them.
 struct Row {
@@ -23,12 +24,12 @@ struct Row {
 // clang-format off
 const Row rows[] = {
     {"TSMaximized", &WindowValues::isMaximized, false},
-    {"HorzSplitterTop", &WindowValues::horzSplitterTop, 5250, 0, Limit},
-    {"MainLeft", &WindowValues::left, 1000, -Limit, Limit, true},
-    {"MainTop", &WindowValues::top, 1000, -Limit, Limit, true},
-    {"MainWidth", &WindowValues::width, 8750, 1, Limit, true},
-    {"MainHeight", &WindowValues::height, 7200, 1000, Limit, true}, // less is hardly a title bar
-    {"VertSplitterLeft", &WindowValues::vertSplitterLeft, 1965, 0, Limit},
+    {"HorzSplitterTop", &WindowValues::horzSplitterTop, 5250, 0, PlaceLimit},
+    {"MainLeft", &WindowValues::left, 1000, -PlaceLimit, PlaceLimit, true},
+    {"MainTop", &WindowValues::top, 1000, -PlaceLimit, PlaceLimit, true},
+    {"MainWidth", &WindowValues::width, 8750, 1, PlaceLimit, true},
+    {"MainHeight", &WindowValues::height, 7200, 1000, PlaceLimit, true}, // less is hardly a title bar
+    {"VertSplitterLeft", &WindowValues::vertSplitterLeft, 1965, 0, PlaceLimit},
     {"ListViewType", &WindowValues::listView, 0, 0, 3},
     {"ListViewFileColumnSize", &WindowValues::nameColumn, 3000, 300, 30'000},
     {"ListViewFolderColumnSize", &WindowValues::folderColumn, 2550, 0, 30'000}, // these can be hidden
@@ -54,9 +55,9 @@ WindowValues ReadWindowValues(const Settings& settings)
             values.*(*flag) = settings.Flag(Section, row.key, row.otherwise != 0);
             continue;
         }
-        const int stored = settings.Number(Section, row.key, row.otherwise, -Limit - 1, Limit + 1);
+        const int stored = settings.Number(Section, row.key, row.otherwise, -PlaceLimit - 1, PlaceLimit + 1);
         values.*std::get<int WindowValues::*>(row.member) =
-            std::abs(stored) > Limit ? row.otherwise : std::clamp(stored, row.low, row.high);
+            std::abs(stored) > PlaceLimit ? row.otherwise : std::clamp(stored, row.low, row.high);
     }
     return values;
 }

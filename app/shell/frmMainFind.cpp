@@ -16,10 +16,9 @@ struct PlaceValue {
     int ui::Rect::*member;
     int low;
 };
-constexpr int Limit = 200'000; ///< a stored number beyond this is damage
 constexpr PlaceValue previewPlace[] = {
-    {"PreviewWindowLeft", &ui::Rect::left, -Limit},
-    {"PreviewWindowTop", &ui::Rect::top, -Limit},
+    {"PreviewWindowLeft", &ui::Rect::left, -PlaceLimit},
+    {"PreviewWindowTop", &ui::Rect::top, -PlaceLimit},
     {"PreviewWindowWidth", &ui::Rect::width, browser::FrmPreview::LeastSize.width},
     {"PreviewWindowHeight", &ui::Rect::height, browser::FrmPreview::LeastSize.height}};
 
@@ -60,7 +59,7 @@ void frmMain::mnuFilePreview_Click()
                               .copy = [this](const std::string& path) { Copy(path); }}};
     ui::Rect place = FirstPreviewPlace;
     for (const PlaceValue& value : previewPlace)
-        place.*value.member = program.settings.Number("Browser", value.key, place.*value.member, value.low, Limit);
+        place.*value.member = program.settings.Number("Browser", value.key, place.*value.member, value.low, PlaceLimit);
     form.Realize(); // its own size first, which the remembered one then takes the place of
     form.SetIconFile(IconFile());
     form.SetPlacement(WholeWithin(place, program.toolkit.WorkAreas()));

@@ -83,8 +83,7 @@ void frmMain::tvTreeView_Drop(ui::TreeView::Node& node, ui::Control& source)
 
 bool frmMain::FavoritesSelected() const
 {
-    const auto* folder = templateLibrary.Tree().Selected();
-    return folder != nullptr && folder->kind == library::Catalog::Kind::Favorites;
+    return templateLibrary.Tree().IsFavoritesSelected();
 }
 
 void frmMain::mnuAddToFavorites_Click()
