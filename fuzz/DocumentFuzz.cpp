@@ -4,6 +4,7 @@
 #include "documents/Readers.h"
 #include "documents/TextOf.h"
 #include "fuzz/Check.h"
+#include "tests/documents/Containers.h"
 
 #include <malloc.h>
 
@@ -46,14 +47,6 @@ void operator delete(void* block, std::size_t) noexcept
 
 namespace {
 
-std::string Little(std::uint64_t value, int bytes)
-{
-    std::string text;
-    for (; bytes > 0; --bytes, value >>= 8)
-        text += static_cast<char>(value);
-    return text;
-}
-
 std::string AsItIs(std::string_view bytes)
 {
     return std::string{bytes};
@@ -62,53 +55,22 @@ std::string AsItIs(std::string_view bytes)
 /// An archive, not packed, of the files whose names and contents take turns: the fuzzer keeps no lengths right.
 std::string AsMembers(std::string_view bytes)
 {
-    std::string file, directory;
-    std::size_t count = 0;
+    std::vector<documents::Member> members;
     const auto take = [&] {
         const std::string_view text = bytes.substr(0, bytes.find('\x1E'));
         bytes.remove_prefix(std::min(text.size() + 1, bytes.size()));
-        return text;
+        return std::string{text};
     };
-    for (; !bytes.empty() && count < 16; ++count) {
-        const std::string_view name = take(), contents = take();
-        const std::string common = Little(20, 2) + Little(0, 4) + Little(0, 8) + Little(contents.size(), 4) +
-                                   Little(contents.size(), 4) + Little(name.size(), 2);
-        directory += "PK\1\2" + Little(20, 2) + common + Little(0, 12) + Little(file.size(), 4);
-        directory += name;
-        file += "PK\3\4" + common + Little(0, 2);
-        (file += name) += contents;
-    }
-    return file + directory + "PK\5\6" + Little(0, 4) + Little(count, 2) + Little(count, 2) +
-           Little(directory.size(), 4) + Little(file.size(), 4) + Little(0, 2);
+    while (!bytes.empty() && members.size() < 16)
+        members.push_back({take(), take(), false});
+    return documents::Zip(members);
 }
 
 /// A compound file in which both property sets are these bytes.
 std::string AsPropertySet(std::string_view bytes)
 {
-    constexpr std::size_t sector = 4096;
-    constexpr std::uint32_t end = 0xFFFFFFFE, none = 0xFFFFFFFF;
-    const auto entry = [&](std::string_view name, int type, std::uint32_t left, std::uint32_t child) {
-        std::string wide;
-        for (const char c : name)
-            (wide += c) += '\0';
-        const std::size_t nameSize = wide.size() + 2;
-        wide.resize(64);
-        return wide + Little(nameSize, 2) + static_cast<char>(type) + '\1' + Little(left, 4) + Little(none, 4) +
-               Little(child, 4) + std::string(36, '\0') + Little(type == 2 ? 2 : end, 4) + Little(bytes.size(), 8);
-    };
-    const auto whole = [&](std::string text) {
-        text.resize((text.size() + sector - 1) / sector * sector);
-        return text;
-    };
-    const std::string header = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1" + std::string(22, '\0') + Little(12, 2) +
-                               Little(6, 2) + std::string(10, '\0') + Little(1, 4) + Little(1, 4) + Little(0, 8) +
-                               Little(end, 4) + Little(0, 4) + Little(end, 4) + Little(0, 8);
-    std::string table = Little(end, 4) + Little(end, 4);
-    for (std::size_t i = 1; i < sector / 4 - 2; ++i)
-        table += Little(i * sector < bytes.size() ? i + 2 : end, 4);
-    const std::string directory = entry("Root Entry", 5, none, 1) + entry("\5SummaryInformation", 2, 2, none) +
-                                  entry("\5DocumentSummaryInformation", 2, none, none);
-    return whole(header) + whole(table) + whole(directory) + whole(std::string{bytes});
+    constexpr std::size_t mostInMiniSectors = 4095;
+    return documents::Compound(std::string{bytes.substr(0, mostInMiniSectors)}, std::string{bytes});
 }
 
 struct Target {

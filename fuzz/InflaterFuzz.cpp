@@ -1,26 +1,16 @@
 // Deflated streams of any bytes: what comes out, and whether the end is a proper one, is what zlib says.
 #include "documents/Inflater.h"
 #include "fuzz/Check.h"
-
-#include <zlib.h>
+#include "tests/documents/Packed.h"
 
 using fuzz::Check;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {
     constexpr std::size_t limit = 1 << 17;
-    std::string expected(limit, '\0');
-    z_stream stream{};
-    inflateInit2(&stream, -MAX_WBITS);
-    stream.next_in = const_cast<Bytef*>(bytes);
-    stream.avail_in = static_cast<uInt>(size);
-    stream.next_out = reinterpret_cast<Bytef*>(expected.data());
-    stream.avail_out = static_cast<uInt>(expected.size());
-    const bool ended = inflate(&stream, Z_SYNC_FLUSH) == Z_STREAM_END;
-    expected.resize(stream.total_out);
-    inflateEnd(&stream);
-
-    platform::TextSource source{{reinterpret_cast<const char*>(bytes), size}};
+    const std::string_view packed{reinterpret_cast<const char*>(bytes), size};
+    const auto [expected, ended] = documents::Unpacked(packed, limit);
+    platform::TextSource source{packed};
     documents::Inflater inflater{source, 0, size};
     std::string own(limit, '\0');
     own.resize(inflater.Read(own));

@@ -21,30 +21,13 @@ namespace {
 /// Text that is made of what means something in a page more often than of any bytes.
 std::string TakeHtml(FuzzedDataProvider& input)
 {
-    constexpr std::string_view pieces[] = {"<",
-                                           ">",
-                                           "\"",
-                                           "'",
-                                           "=",
-                                           "/",
-                                           " ",
-                                           "<!--",
-                                           "-->",
-                                           "<input ",
-                                           "name=F ",
-                                           "value=",
-                                           "<title>",
-                                           "</title>",
-                                           "<script>",
-                                           "</script",
-                                           "&amp;",
-                                           "&#x41;",
-                                           "<textarea name=F>",
-                                           "</textarea>",
-                                           "<a href=",
-                                           "<img src=",
-                                           "</a>",
-                                           "id=F "};
+    constexpr std::string_view pieces[] = {
+        // clang-format off
+        "<", ">", "\"", "'", "=", "/", " ", "<!--", "-->", "<input ", "name=F ", "value=", "<title>", "</title>",
+        "<script>", "</script", "&amp;", "&#x41;", "<textarea name=F>", "</textarea>", "<a href=", "<img src=", "</a>",
+        "id=F ",
+        // clang-format on
+    };
     std::string html;
     while (input.remaining_bytes() > 0 && html.size() < 4096) {
         const auto next = input.ConsumeIntegral<std::uint8_t>();

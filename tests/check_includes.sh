@@ -29,7 +29,7 @@ automation          platform platform/win32 ui ui/win32 app/shell system
 
 bench               product system
 bench/program       product gtest tests/endtoend tests/prove tests/support/win32 system
-fuzz                product fuzzer zlib system
+fuzz                product fuzzer tests/documents system
 samples/hosts        system
 tools/viewer        product
 tests/support        product gtest
@@ -37,16 +37,16 @@ tests/support/win32  product gtest system
 tests/app            product gtest tests/support
 tests/automation     product gtest tests/support/win32 system
 tests/browser        product gtest tests/support
-tests/documents      product gtest zlib
+tests/documents      product gtest tests/support zlib
 tests/faults         product gtest tests/support tests/packs
 tests/endtoend       product gtest tests/support/win32 system
 tests/library        product gtest tests/support
 tests/online         product gtest tests/support
 tests/packs          product gtest tests/support
-tests/pictures       product gtest
+tests/pictures       product gtest tests/support
 tests/pictures/win32 product gtest tests/pictures tests/support/win32 system
 tests/platform       product gtest tests/support/win32 system
-tests/prove          product gtest tests/endtoend tests/support/win32 system
+tests/prove          product gtest tests/endtoend tests/pictures tests/support/win32 system
 tests/profiles       product gtest tests/support
 tests/profiles/win32 product gtest tests/support tests/support/win32 system
 tests/search         product gtest tests/support

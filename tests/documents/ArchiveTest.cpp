@@ -1,33 +1,10 @@
-#include "tests/documents/Packed.h"
+#include "tests/documents/Containers.h"
 #include "tests/documents/ReadText.h"
 
 #include <vector>
 
 namespace documents {
 namespace {
-
-struct Member {
-    std::string name;
-    std::string contents;
-    bool packed{true};
-};
-
-/// A zip archive of these files.
-std::string Zip(const std::vector<Member>& members, const std::string& before = "", const std::string& comment = "")
-{
-    std::string file = before, directory;
-    for (const Member& member : members) {
-        const std::string data = member.packed ? Packed(member.contents) : member.contents;
-        const std::string common = Short(20) + Short(0) + Short(member.packed ? 8 : 0) + Long(0) + Long(0) +
-                                   Long(data.size()) + Long(member.contents.size()) + Short(member.name.size());
-        directory += "PK\1\2" + Short(20) + common + Short(4) + Short(0) + Short(0) + Short(0) + Long(0) +
-                     Long(file.size() - before.size()) + member.name + "more";
-        file += "PK\3\4" + common + Short(2) + member.name + "xx" + data;
-    }
-    const std::size_t start = file.size() - before.size();
-    return file + directory + "PK\5\6" + Long(0) + Short(members.size()) + Short(members.size()) +
-           Long(directory.size()) + Long(start) + Short(comment.size()) + comment;
-}
 
 const std::string core = "<cp:coreProperties><dc:title>T &amp; t</dc:title><dc:subject>S</dc:subject>"
                          "<dc:creator>Ann</dc:creator><cp:keywords>one, <cp:value>two</cp:value></cp:keywords>"

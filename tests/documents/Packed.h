@@ -1,8 +1,10 @@
 #pragma once
 
-#include <cstdint>
+#include "tests/support/Bytes.h"
+
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <zlib.h>
 
@@ -25,14 +27,23 @@ inline std::string Packed(std::string_view text, bool withHead = false, int leve
     return packed;
 }
 
-/// Numbers with the low byte first.
-inline std::string Number(std::uint64_t value, int bytes)
+/// What zlib makes of a deflated stream: what came out, `most` bytes at the most, and whether it came to its end.
+inline std::pair<std::string, bool> Unpacked(std::string_view packed, std::size_t most)
 {
-    std::string text;
-    for (; bytes > 0; --bytes, value >>= 8)
-        text += static_cast<char>(value);
-    return text;
+    z_stream stream{};
+    inflateInit2(&stream, -MAX_WBITS);
+    std::string text(most, '\0');
+    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(packed.data()));
+    stream.avail_in = static_cast<uInt>(packed.size());
+    stream.next_out = reinterpret_cast<Bytef*>(text.data());
+    stream.avail_out = static_cast<uInt>(text.size());
+    const bool hasEnded = inflate(&stream, Z_SYNC_FLUSH) == Z_STREAM_END;
+    text.resize(stream.total_out);
+    inflateEnd(&stream);
+    return {text, hasEnded};
 }
+
+using tests::Number;
 inline std::string Short(std::uint64_t value)
 {
     return Number(value, 2);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/Bytes.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <string>
@@ -20,13 +22,6 @@ struct PackBuilder {
     bool hasTranslation{true};
     bool is64Bit{};
 
-    static std::string Number(std::uint64_t number, int width)
-    {
-        std::string bytes;
-        for (int i = 0; i < width; ++i, number = number / 256)
-            bytes += static_cast<char>(number % 256);
-        return bytes;
-    }
     static std::string Wide(std::string_view text)
     {
         std::string bytes;

@@ -1,17 +1,14 @@
 #pragma once
 
 #include "pictures/PixelSize.h"
+#include "tests/support/Bytes.h"
 
 #include <string>
 #include <vector>
 
-/// Low byte first.
 inline std::string NumberBytes(int value, int count)
 {
-    std::string bytes;
-    for (auto rest = static_cast<unsigned>(value); count > 0; --count, rest >>= 8)
-        bytes += static_cast<char>(rest & 0xFF);
-    return bytes;
+    return tests::Number(static_cast<std::uint64_t>(value), count);
 }
 
 /// What bitmaps and icons begin with.

@@ -1,24 +1,12 @@
 #pragma once
 
+#include "tests/pictures/FileBytes.h"
 #include "tests/support/win32/Files.h"
 
 #include <string>
 #include <vector>
 
 namespace prove {
-
-/// A bitmap of one shade of grey.
-inline std::string Picture(int width, int height, unsigned char shade)
-{
-    const auto number = [](int value) { return std::string{reinterpret_cast<const char*>(&value), sizeof value}; };
-    constexpr int headers = 54, onePlane24Bits = 1 + (24 << 16);
-    const std::string pixels(static_cast<std::size_t>((width * 3 + 3) / 4 * 4 * height), static_cast<char>(shade));
-    const int size = static_cast<int>(pixels.size());
-    std::string bytes = "BM";
-    for (const int value : {headers + size, 0, headers, 40, width, height, onePlane24Bits, 0, size, 0, 0, 0, 0})
-        bytes += number(value);
-    return bytes + pixels;
-}
 
 /// Folders with templates of four kinds, half of them with a preview picture. Gives what is in the templates: each
 /// holds something else.
@@ -35,7 +23,7 @@ inline std::vector<std::string> FillLibrary(const std::filesystem::path& library
             support::WriteFile(folder / (file.wstring() + endings[i % 4]), contents.back());
             if (i % 2 == 0)
                 support::WriteFile(folder / L"Previews" / (file.wstring() + L".jpg"),
-                                   Picture(200, 150, static_cast<unsigned char>(i * 40)));
+                                   Bitmap({200, 150}, {200, 150}, static_cast<char>(i * 40)));
         }
     return contents;
 }
