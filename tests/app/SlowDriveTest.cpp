@@ -1,13 +1,9 @@
 // Drives that take their time, or never answer: what the user waits for, in a time that passes in steps.
 #include "app/base/StringId.h"
 #include "app/shell/frmTemplatesPath.h"
-#include "app/shell/frmWaiting.h"
 #include "browser/FrmPreview.h"
-#include "packs/frmContentPackManager.h"
 #include "profiles/EnterSenderInformationForm.h"
 #include "profiles/ProfileRecord.h"
-#include "profiles/frmImages.h"
-#include "profiles/frmOptionsImportExport.h"
 #include "tests/support/TestMachine.h"
 
 #include <chrono>
@@ -275,172 +271,9 @@ TEST_F(SlowDriveTest, ATemplateIsAFavouriteOnceHoweverOftenItIsAdded)
     EXPECT_EQ(Main().Favorites().FavoritesList(), Texts{"Letters\\Memo.swt"});
 }
 
-// What the user asks to be changed, or opened.
+// What the user opens.
 
-class SlowChangeTest : public SlowDriveTest {
-protected:
-    struct Row {
-        std::string what;
-        std::string call;
-        std::function<void()> act;
-        std::function<bool()> isDone;
-    };
-    const std::string formal = InLibrary("Letters\\Formal"), sheet = "C:\\Users\\User\\Documents\\Plan.ccw";
-
-    void Delete()
-    {
-        Main().tvTreeView.UserSelects("Letters\\Formal");
-        toolkit.ExpectMessage(Text(260) + "\"Formal\"" + Text(261) + "\r\n\r\n2 templates will be deleted.",
-                              Icon::Question, Answer::Yes);
-        Main().Commands().Run("mnupopDeletefolder");
-    }
-    void SetPicture()
-    {
-        toolkit.OnModal<profiles::EnterSenderInformationForm>("EnterSenderInformationForm", [](auto& form) {
-            form.cmdImages.UserClicks();
-            form.CancelButton.UserClicks();
-        });
-        toolkit.OnModal<profiles::frmImages>("frmImages", [this](auto& form) {
-            toolkit.FileChoices.emplace_back("C:\\new.jpg");
-            form.Logo.btnSet.UserClicks();
-            system.jobs.FinishAll();
-            form.OKButton.UserClicks();
-        });
-        Main().Commands().Run("mnuProfileEdit");
-    }
-    const std::vector<Row> rows{
-        {"a document is made of a spreadsheet's template", "FileSystem.CopyFile",
-         [this] {
-             Main().tvTreeView.UserSelects("Letters");
-             Main().lvListView.UserSelects(1);
-             system.files.AddFile("C:\\clc.exe");
-             system.registry.PutString(Hive::LocalMachine,
-                                       "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\CLC.EXE", "",
-                                       "C:\\clc.exe");
-             Main().Commands().Run("mnuFileNew");
-         },
-         [this] { return system.files.Exists(sheet); }},
-        {"a folder gets another name", "FileSystem.Move",
-         [this] {
-             Main().tvTreeView.UserSelects("Letters\\Formal");
-             Main().Commands().Run("mnupopRenamefolder");
-             Main().tvTreeView.UserEndsLabelEdit("Other");
-         },
-         [this] { return system.files.Exists(InLibrary("Letters\\Other")); }},
-        {"a folder is deleted", "FileSystem.DeleteFile", [this] { Delete(); },
-         [this] { return !system.files.Exists(formal); }},
-        {"a folder goes to the recycle bin", "Shell.Recycle",
-         [this] {
-             system.shell.SetRecycleBin();
-             Delete();
-         },
-         [this] { return !system.files.Exists(formal); }},
-        {"a pack is removed", "FileSystem.RemoveFolder",
-         [this] {
-             toolkit.OnModal<packs::frmContentPackManager>("frmContentPackManager", [this](auto& form) {
-                 toolkit.ExpectMessage(Text(528) + "Garden" + Text(529), Icon::Question, Answer::Yes);
-                 form.lvPacks.UserSelects(0);
-                 form.btnDelete.UserClicks();
-                 form.btnClose.UserClicks();
-             });
-             Main().Commands().Run("mnuSolutionPackManager");
-         },
-         [this] { return !HasSetting("Content\\Garden", "TemplateFolders"); }},
-        {"a picture of a profile is set", "FileSystem.Write", [this] { SetPicture(); },
-         [this] { return system.files.Exists("C:\\Images\\Ann\\Logo.jpg"); }},
-        {"profiles are exported", "Shell.RunAndWait",
-         [this] {
-             toolkit.OnModal<profiles::frmOptionsImportExport>("frmOptionsImportExport", [](auto& form) {
-                 form.txtExportPath.SetText("C:\\Images");
-                 form.txtProfileName.SetText("Mine");
-                 form.btnExport.UserClicks();
-                 form.OKButton.UserClicks();
-             });
-             Main().Commands().Run("mnuProfileImportExport");
-         },
-         [this] { return system.files.Exists("C:\\Images\\Mine\\TSProfile.tspf"); }},
-    };
-
-    void Begin(const Row& row, Delays::Time time)
-    {
-        Delay("", 0ms);
-        for (const std::string& gone : {InLibrary("Letters"), InLibrary("Garden"), sheet})
-            if (system.files.Exists(gone))
-                system.files.Remove(gone);
-        AddTemplates({"Letters\\Memo.swt", "Letters\\Plan.ccw", "Letters\\Formal\\a.swt", "Letters\\Formal\\b.swt",
-                      "Garden\\c.swt"});
-        PutSetting("Content\\Garden", "TemplateFolders", "Garden");
-        PutSetting("Browser\\Favorites", "Letters\\Formal\\a.swt", "");
-        PutSetting("Options", "Profile Images Path", "C:\\Images");
-        PutSetting("Profiles", "DefaultProfile", "Ann");
-        system.registry.PutString(Hive::CurrentUser, profiles::ProfileKey("Ann"), "FirstName", "Ann");
-        for (const char* folder : {"C:\\Images", "C:\\Users\\User\\Documents"})
-            system.files.AddFolder(folder);
-        system.files.AddFile("C:\\new.jpg", "new");
-        Start();
-        Delay(row.call, time);
-        delays.Forget();
-    }
-};
-
-TEST_F(SlowChangeTest, AChangeIsWaitedForAndNothingElseCanBegin)
-{
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.what);
-        Begin(row, 3s);
-        int yields = 0, explained = 0;
-        bool isHeld = true;
-        toolkit.OnHeldYield = [&] {
-            ++yields;
-            explained += toolkit.Find("frmWaiting") != nullptr;
-            toolkit.OnYield = [&](int) { isHeld = false; };
-            for (ui::Form* form : toolkit.Forms())
-                if (form != &Main())
-                    form->UserCloses();
-        };
-        if (row.call == "Shell.RunAndWait")
-            toolkit.ExpectMessage(Text(410) + "C:\\Images\\Mine.", Icon::Information);
-        row.act();
-        toolkit.OnYield = nullptr;
-        EXPECT_GT(yields, 0);
-        EXPECT_GT(explained, 0);
-        EXPECT_TRUE(row.isDone());
-        EXPECT_EQ(toolkit.Find("frmWaiting"), nullptr);
-        EXPECT_FALSE(toolkit.Busy);
-        ExpectFluent(row.what);
-        End();
-    }
-}
-
-TEST_F(SlowChangeTest, TheWindowClosesInTheMiddleOfAChangeAndNothingIsLost)
-{
-    for (const Row& row : rows)
-        for (const Delays::Time time : {Delays::Never, Delays::Time{1min}}) { // what ends after all has its effect
-            SCOPED_TRACE(row.what);
-            Begin(row, time);
-            Delays::Time closed{};
-            toolkit.OnHeldYield = [&] {
-                auto* form = dynamic_cast<app::frmWaiting*>(toolkit.Find("frmWaiting"));
-                if (form == nullptr || closed > 0s)
-                    return;
-                closed = delays.Now();
-                form->cmdClose.UserClicks();
-                EXPECT_FALSE(Main().IsVisible());
-            };
-            row.act();
-            EXPECT_GT(closed, 0s);
-            EXPECT_LE(delays.Now() - closed, 5s);
-            toolkit.RunPosted();
-            EXPECT_EQ(browser.Main(), nullptr);
-            EXPECT_FALSE(time == Delays::Never && row.isDone());
-            for (const char* favourite : {"Letters\\Formal\\a.swt", "Letters\\Other\\a.swt"})
-                EXPECT_TRUE(!system.files.Exists(InLibrary(favourite)) || HasSetting("Browser\\Favorites", favourite));
-            EXPECT_TRUE(HasSetting("Content\\Garden", "TemplateFolders"));
-            ExpectFluent(row.what);
-        }
-}
-
-TEST_F(SlowChangeTest, ADocumentIsOpenedOnceAndAfterTheWindow)
+TEST_F(SlowDriveTest, ADocumentIsOpenedOnceAndAfterTheWindow)
 {
     Delay("", 0ms);
     Start();

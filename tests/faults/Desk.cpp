@@ -55,6 +55,17 @@ void Desk::Start()
     toolkit.FolderChoices.clear();
 }
 
+void Desk::Prepare(const Scenario& scenario)
+{
+    if (scenario.furnish)
+        scenario.furnish(*this);
+    if (!scenario.startsItself) {
+        Start();
+        toolkit.Messages.clear();
+    }
+    system.files.ForgetListings();
+}
+
 void Desk::Settle()
 {
     toolkit.RunPosted();

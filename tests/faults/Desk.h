@@ -6,6 +6,8 @@
 
 namespace tests {
 
+struct Scenario;
+
 /// A machine with something of everything that a user can lose, and a browser on it.
 struct Desk : TestMachine {
     std::optional<app::Browser> browser;
@@ -15,6 +17,8 @@ struct Desk : TestMachine {
     app::frmMain& Main() { return *browser->Main(); }
     bool IsOpen() { return browser && browser->Main() != nullptr && browser->Main()->IsOpen(); }
     void Start();
+    /// Whatever is there, or has happened, before the scenario.
+    void Prepare(const Scenario& scenario);
     /// What was posted and what runs beside comes to its end.
     void Settle();
     /// What the user does in a dialog before he closes it, and the command that opens it.

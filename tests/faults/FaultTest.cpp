@@ -6,17 +6,6 @@
 namespace tests {
 namespace {
 
-void Prepare(Desk& desk, const Scenario& scenario)
-{
-    if (scenario.furnish)
-        scenario.furnish(desk);
-    if (!scenario.startsItself) {
-        desk.Start();
-        desk.toolkit.Messages.clear();
-    }
-    desk.system.files.ForgetListings();
-}
-
 using Param = std::tuple<Scenario, Trouble>;
 class FaultTest : public testing::TestWithParam<Param> {};
 
@@ -24,7 +13,7 @@ TEST_P(FaultTest, TheInvariantsHold)
 {
     const auto& [scenario, trouble] = GetParam();
     Desk good;
-    Prepare(good, scenario);
+    good.Prepare(scenario);
     const Photograph before{good};
     good.system.faults.ForgetCalls();
     scenario.act(good);
@@ -42,7 +31,7 @@ TEST_P(FaultTest, TheInvariantsHold)
         SCOPED_TRACE("call " + std::to_string(n));
         Desk desk;
         desk.trouble = trouble;
-        Prepare(desk, scenario);
+        desk.Prepare(scenario);
         auto& faults = desk.system.faults;
         faults.ForgetCalls();
         FaultRun run{trouble, {}, {}};

@@ -87,6 +87,14 @@ void AddEmptyFolders(Desk& desk)
     desk.system.files.AddFolder(desk.InLibrary("Business\\None\\Deeper")); // each load removes one of them
 }
 
+void AddSpreadsheets(Desk& desk)
+{
+    desk.system.files.AddFile("C:\\clc.exe");
+    desk.system.files.AddFolder("C:\\Users\\User\\Documents");
+    desk.system.registry.PutString(
+        Hive::LocalMachine, "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\CLC.EXE", "", "C:\\clc.exe");
+}
+
 void RenameFolder(Desk& desk)
 {
     Use(desk, {Select("Letters\\Formal"), Choose("mnupopRenamefolder"),
@@ -387,6 +395,8 @@ const std::vector<Scenario> table{ // a row is a scenario
      Activate("Thanks"), Choose("mnuFile2")}); }, quiet},
     {"NewDocument", 6, [](Desk& d) { Use(d, {Select("Business"), SelectRow("Invoice"), Choose("mnuFileNew")}); },
      quiet},
+    {"NewSpreadsheet", 12, [](Desk& d) { Use(d, {Select("Business"), SelectRow("Budget"), Choose("mnuFileNew")}); },
+     Quiet({"C:\\Users\\User\\Documents"}), AddSpreadsheets},
     {"ListsThumbnailsPreview", 35, ShowEverything, quiet},
     {"RenameFolder", 36, RenameFolder, {.touched = {Formal, "C:\\Templates\\Letters\\Casual"}}},
     {"DeleteFolder", 53, [](Desk& d) { Use(d, {Select("Letters\\Formal"), Choose("mnupopDeletefolder")}); },

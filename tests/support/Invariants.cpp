@@ -159,7 +159,8 @@ void Invariants::CheckWhatIsLeft(const TestMachine& machine, const Photograph& n
                     target == "C:\\Windows\\regedit.exe" || target == "C:\\New.exe")
             << target << " was opened";
     for (const auto& program : machine.system.shell.Runs())
-        EXPECT_TRUE(program.application == "C:\\Windows\\regedit.exe" || program.application == "C:\\New.exe")
+        EXPECT_TRUE(program.application == "C:\\Windows\\regedit.exe" || program.application == "C:\\New.exe" ||
+                    program.application == "C:\\clc.exe")
             << program.application << " was started";
 }
 
