@@ -220,8 +220,11 @@ TEST_F(MainWindowTest, EveryCommandIsInTheMenusAndWorks)
 
 TEST_F(MainWindowTest, TheToolBarSwitchesTheTabs)
 {
-    PutSetting("Options", "ReportABug", "1");
     Start();
+    EXPECT_FALSE(Item("mnuReportABug").Visible);
+    PutSetting("Options", "ReportABug", "1");
+    EXPECT_TRUE(Item("mnuReportABug").Visible);
+    Restart();
     Main().tbToolBar.UserClicks("mnuSettingsXL");
     EXPECT_FALSE(Main().fileTypeTabStrip.Has("Excel") || Main().tbToolBar.Find("mnuSettingsXL")->pressed);
     EXPECT_EQ(Main().tbToolBar.Find("mnuSettingsXL")->toolTip, Text(150));
@@ -242,14 +245,6 @@ TEST_F(MainWindowTest, ItemCommandsFollowTheList)
     EXPECT_FALSE(Main().tbToolBar.Find("mnuFileOpen")->enabled);
     EXPECT_FALSE(Item("mnuFileOpen").Enabled);
     EXPECT_EQ(Main().sbStatusBar.Panels()[0], "");
-}
-
-TEST_F(MainWindowTest, ReportABugIsThereOnlyWhenTheSettingSaysSo)
-{
-    Start();
-    EXPECT_FALSE(Item("mnuReportABug").Visible);
-    PutSetting("Options", "ReportABug", "1");
-    EXPECT_TRUE(Item("mnuReportABug").Visible);
 }
 
 TEST_F(MainWindowTest, HelpDocumentsAndLinksOpenThroughTheLauncher)
@@ -330,32 +325,6 @@ TEST_F(MainWindowTest, KeysReachWhatStandsInNoMenuBarAndWhatIsNotInTheTree)
     Main().Commands().Run("mnuViewFolderList");
     Restart();
     EXPECT_TRUE(Main().lvListView.HasFocus());
-}
-
-TEST_F(MainWindowTest, RefreshShowsWhatIsOnTheDiskNowAndKeepsTheFolder)
-{
-    Start();
-    Main().tvTreeView.UserSelects("Letters\\Formal");
-    AddTemplates({"New One\\a.swt", "Letters\\Formal\\Thanks.swt"});
-    system.files.Remove(InLibrary("Business"));
-    EXPECT_TRUE(Main().UserPresses(ui::Plain(KeyCode::F5)));
-    EXPECT_NE(Main().tvTreeView.Find("New One"), nullptr);
-    EXPECT_EQ(Main().tvTreeView.Find("Business"), nullptr);
-    EXPECT_EQ(Main().tvTreeView.Selected()->key, "Letters\\Formal");
-    EXPECT_EQ(ListTexts(Main().lvListView), (Texts{"Complaint", "Thanks"}));
-}
-
-TEST_F(MainWindowTest, ExpandingSelectsTheNodeAndKeepsTheCategorysPicture)
-{
-    Start();
-    Main().tvTreeView.UserSelects("Business");
-    Main().tvTreeView.UserExpands("Letters");
-    EXPECT_EQ(Main().tvTreeView.Selected()->key, "Letters");
-    EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Memo"});
-    EXPECT_EQ(Main().tvTreeView.Find("Letters")->image, 17);
-    Main().tvTreeView.UserSelects("Letters\\Formal");
-    Main().tvTreeView.UserCollapses("Letters");
-    EXPECT_EQ(Main().tvTreeView.Selected()->key, "Letters");
 }
 
 TEST_F(MainWindowTest, ThePreviewShowsTheTemplatesPictureOrTheLibrarysOwn)

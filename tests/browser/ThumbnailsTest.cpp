@@ -149,18 +149,5 @@ TEST_F(ThumbnailsTest, AFolderOfPicturesThatCannotBeReadIsToldAndNothingElseStop
     EXPECT_EQ(Main().lvListView.Rows(), 0);
 }
 
-TEST_F(ThumbnailsTest, AnotherFolderChosenInTheMiddleReplacesTheLoad)
-{
-    AddTemplates({"Letters\\Previews\\Memo.jpg", "Business\\Previews\\Budget.jpg"});
-    ShowThumbnails("Business");
-    const int first = toolkit.Yields();
-    toolkit.OnYield = [&](int yield) {
-        if (yield == first + 2)
-            Main().tvTreeView.UserSelects("Letters");
-    };
-    Main().tvTreeView.UserSelects("Letters\\Formal");
-    EXPECT_EQ(ListTexts(Main().lvListView), Texts{"Memo"});
-}
-
 } // namespace
 } // namespace tests

@@ -153,6 +153,7 @@ TEST_F(LoadTest, ACategoryShowsItsOwnIconAndASubFolderNever)
     for (const auto& [key, image] : {std::pair{"Cards", 19}, {"Letters", 17}}) {
         Main().tvTreeView.UserExpands(key);
         EXPECT_EQ(Node(key).image, image) << key;
+        EXPECT_EQ(Main().tvTreeView.Selected(), &Node(key));
         Main().tvTreeView.UserCollapses(key);
         EXPECT_EQ(Node(key).selectedImage, image) << key;
     }
