@@ -1,4 +1,4 @@
-// What the user asks to be changed, on a drive that takes its time or never answers.
+// Everything that the program does, on drives that take their time or never answer.
 #include "app/shell/frmWaiting.h"
 #include "tests/faults/Desk.h"
 
@@ -77,6 +77,7 @@ TEST_P(SlowChangeTest, LosesNothingWhenTheWindowClosesInTheMiddle)
     Desk fast;
     Prepare(fast);
     const Photograph before{fast};
+    const std::string pack = fast.Setting("Content\\Garden", "TemplateFolders");
     Act(fast, 0ms);
     const Photograph after{fast};
     Scope scope = scenario.scope;
@@ -103,12 +104,53 @@ TEST_P(SlowChangeTest, LosesNothingWhenTheWindowClosesInTheMiddle)
         EXPECT_FALSE(time == Delays::Never && now.disk == after.disk && now.registry == after.registry);
         const FaultRun run{desk.trouble, GetParam().call, {}};
         invariants.CheckWhatIsLeft(desk, now, run);
+        EXPECT_EQ(desk.Setting("Content\\Garden", "TemplateFolders"), pack) << "it can be removed again";
+        for (const Texts* favorites : {&before.favorites, &after.favorites})
+            for (const std::string& file : *favorites)
+                EXPECT_TRUE(!desk.system.files.Exists(desk.InLibrary(file)) ||
+                            desk.HasSetting("Browser\\Favorites", file))
+                    << file;
         desk.browser.reset();
         invariants.CheckNextStart(desk, run, {});
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(Changes, SlowChangeTest, testing::ValuesIn(changes));
+
+/// Everything that the program does, while one place that it may ask about never answers.
+class DeadDriveTest : public testing::TestWithParam<std::tuple<Scenario, const char*>> {};
+
+TEST_P(DeadDriveTest, StopsNothing)
+{
+    const auto& [scenario, dead] = GetParam();
+    Desk desk;
+    desk.trouble = Trouble::NothingWorksFromThereOn;
+    desk.AddTemplates({"Letters\\folder.ico"});
+    desk.Prepare(scenario);
+    auto& delays = desk.system.delays;
+    delays.Set(dead, Delays::Never);
+    delays.Forget();
+    if (scenario.name == std::string_view{"NewSpreadsheet"}) // a copy is a change: it is waited for until the user goes
+        desk.toolkit.OnHeldYield = [&] {
+            if (auto* form = dynamic_cast<app::frmWaiting*>(desk.toolkit.Find("frmWaiting")))
+                form->cmdClose.UserClicks();
+        };
+    const auto before = delays.Now();
+    scenario.act(desk);
+    EXPECT_LE(delays.Now() - before, 31s) << "five for whatever the user wants to see";
+    if (desk.IsOpen())
+        desk.Main().Close();
+    desk.toolkit.RunPosted();
+    EXPECT_FALSE(desk.browser->IsRunning());
+    EXPECT_LE(delays.LongestStretch(), 50ms) << delays.LongestCall();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Scenarios, DeadDriveTest,
+    testing::Combine(testing::ValuesIn(Scenarios()),
+                     testing::Values(R"(C:\Templates)", R"(C:\Templates\Letters)", R"(C:\Templates\Letters\folder.ico)",
+                                     R"(C:\Templates\Letters\Previews)", R"(C:\Templates\Letters\Memo.swt)",
+                                     R"(C:\Images)", R"(C:\Beside)")));
 
 } // namespace
 } // namespace tests
