@@ -24,25 +24,12 @@ constexpr int ActsALife = 250;
 constexpr int ActsADialog = 12;
 constexpr int MostNested = 4; ///< loops inside loops; a user goes no deeper either
 
-const Texts Words{"",
-                  "Memo",
-                  "Größe",
-                  "CON",
-                  "trail.",
-                  "a\\b",
-                  "日本の手紙",
-                  "&Q&A",
-                  "1",
-                  "5551234",
-                  "  ",
-                  "*",
-                  "Letters",
-                  "C:\\Templates",
-                  "no \xFF text",
-                  std::string(300, 'x'),
-                  "Invoice",
-                  "-7",
-                  "http://example.com/"};
+const Texts Words{
+    // clang-format off
+    "", "Memo", "Größe", "CON", "trail.", "a\\b", "日本の手紙", "&Q&A", "1", "5551234", "  ", "*", "Letters",
+    "C:\\Templates", "no \xFF text", std::string(300, 'x'), "Invoice", "-7", "http://example.com/",
+    // clang-format on
+};
 const Texts Folders{"C:\\Templates", "C:\\Templates\\Letters", "C:\\Other", "D:\\", "D:\\More", "C:\\", "X:\\gone", ""};
 const Texts Files{"C:\\Other\\photo.jpg", "C:\\Other\\keep.swt", "C:\\Templates\\Business\\Invoice.swt",
                   "X:\\gone.bmp"};

@@ -165,21 +165,12 @@ TEST_F(SystemContract, SortsNamesAsTheUsersLanguageDoes)
 
 TEST_F(SystemContract, NumbersInNamesCountByTheirValue)
 {
-    const char* inOrder[] = {"",
-                             "1",
-                             "2",
-                             "10",
-                             "a",
-                             "a 2 b",
-                             "a 10 a",
-                             "a 10 b",
-                             "b",
-                             "z2",
-                             "z10",
-                             "z10 2",
-                             "Z010 10",
-                             "z99999999999999999999",
-                             "z100000000000000000000"};
+    const char* inOrder[] = {
+        // clang-format off
+        "", "1", "2", "10", "a", "a 2 b", "a 10 a", "a 10 b", "b", "z2", "z10", "z10 2", "Z010 10",
+        "z99999999999999999999", "z100000000000000000000",
+        // clang-format on
+    };
     for (std::size_t i = 0; i < std::size(inOrder); ++i)
         for (std::size_t j = 0; j < std::size(inOrder); ++j) {
             const int order = CompareNaturally(system.locale, inOrder[i], inOrder[j]);
