@@ -4,7 +4,6 @@
 #include "online/BugReport.h"
 #include "online/PageText.h"
 #include "platform/Text.h"
-#include "platform/Utf.h"
 #include "platform/WebAddress.h"
 
 #include <fuzzer/FuzzedDataProvider.h>

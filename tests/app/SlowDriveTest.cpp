@@ -2,8 +2,6 @@
 #include "app/base/StringId.h"
 #include "app/shell/frmTemplatesPath.h"
 #include "browser/FrmPreview.h"
-#include "profiles/EnterSenderInformationForm.h"
-#include "profiles/ProfileRecord.h"
 #include "tests/support/TestMachine.h"
 
 #include <chrono>

@@ -1,7 +1,5 @@
 #include "tests/support/TestMachine.h"
 
-#include "platform/Path.h"
-
 namespace tests {
 namespace {
 

@@ -1,8 +1,6 @@
 // The three passes that read the library from the disk into the tree.
 #include "tests/support/TestMachine.h"
 
-#include "platform/Path.h"
-
 namespace tests {
 namespace {
 

@@ -16,20 +16,13 @@ TEST(WebAddressTest, AReferenceLeadsToAWebAddressOrNowhere)
 {
     const std::string base = "http://a.example/b/c.asp?d=e/f#g";
     const std::pair<const char*, const char*> rows[] = {
-        {"x.htm", "http://a.example/b/x.htm"},
-        {"/x.htm?y#z", "http://a.example/x.htm?y"},
-        {"?x", "http://a.example/b/c.asp?x"},
-        {"", "http://a.example/b/c.asp?d=e/f"},
-        {"//b.example/x", "http://b.example/x"},
-        {"HTTPS://b.example", "HTTPS://b.example"},
-        {"../x", "http://a.example/b/../x"},
-        {"x:y", ""},
-        {"file:///C:/x.htm", ""},
-        {"javascript:x()", ""},
-        {"http://", ""},
-        {"https:", ""},
-        {"\\\\srv\\share", ""},
-        {"a b", ""},
+        // clang-format off
+        {"x.htm", "http://a.example/b/x.htm"}, {"/x.htm?y#z", "http://a.example/x.htm?y"},
+        {"?x", "http://a.example/b/c.asp?x"}, {"", "http://a.example/b/c.asp?d=e/f"},
+        {"//b.example/x", "http://b.example/x"}, {"HTTPS://b.example", "HTTPS://b.example"},
+        {"../x", "http://a.example/b/../x"}, {"x:y", ""}, {"file:///C:/x.htm", ""}, {"javascript:x()", ""},
+        {"http://", ""}, {"https:", ""}, {"\\\\srv\\share", ""}, {"a b", ""},
+        // clang-format on
     };
     for (const auto& [reference, expected] : rows)
         EXPECT_EQ(web_address::Resolved(base, reference).value_or(""), expected) << reference;

@@ -1,7 +1,5 @@
 #include "tests/profiles/ProfilesFixture.h"
 
-#include "platform/Path.h"
-
 namespace tests {
 namespace {
 
