@@ -23,14 +23,13 @@ constexpr int NoAssociation = 31;
 /// No result of the shell's.
 constexpr std::int16_t NotYet = -1;
 
-/// The program's path from a registered value, which may stand in quotes.
-std::string ProgramOf(const std::string& value)
+} // namespace
+
+std::string ProgramOf(std::string_view value)
 {
     const std::string text = platform::text::Trimmed(value);
     return text.starts_with('"') ? text.substr(1, text.find('"', 1) - 1) : text;
 }
-
-} // namespace
 
 std::string LongExtension(std::string_view target)
 {

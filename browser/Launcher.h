@@ -85,6 +85,9 @@ private:
     std::int16_t Report(int code, const std::string& target);
 };
 
+/// The program's path from a registered value whose variables are replaced; it may stand in quotes.
+std::string ProgramOf(std::string_view value);
+
 /// The file name's text from its first "." on, in lower case: "report.final.pdf" gives ".final.pdf".
 std::string LongExtension(std::string_view target);
 

@@ -49,8 +49,10 @@ void ListPane::TakeSource(std::shared_ptr<RowSource> shown)
     const bool wasRanked = IsRanked();
     arrangements = GetArrangements();
     source = std::move(shown);
-    if (IsRanked() != wasRanked)
+    if (IsRanked() != wasRanked) {
+        Forget(); // as long as the rows stand where they are selected
         Arrange(arrangements.at(IsRanked() ? 1 : 0));
+    }
 }
 
 bool ListPane::IsRanked() const

@@ -149,12 +149,13 @@ void FindPane::FolderChosen()
 {
     if (!IsOpen())
         return;
-    if (rows && controls.OnlySelected() && !InFavorites()) {
+    const auto* folder = library.Tree().Selected();
+    if (rows && controls.OnlySelected() && folder != nullptr && folder->IsCategory()) {
         finder.SetCategory(WantedCategory());
         ShowFound({});
         return;
     }
-    const bool wasRefused = rows && controls.OnlySelected();
+    const bool wasRefused = rows && controls.OnlySelected() && InFavorites();
     returnTo.clear();
     rows = nullptr;
     finder.SetCriteria(std::nullopt);
@@ -195,7 +196,7 @@ void FindPane::FindNow()
     }
     auto criteria = Criteria::Of(controls.SelectedProperty(), controls.SelectedCondition(), controls.txtValue.Text(),
                                  program.platform.locale);
-    if (!criteria && finder.Text().empty()) {
+    if (!criteria && (finder.Text().empty() || !platform::text::Trimmed(controls.txtValue.Text()).empty())) {
         program.messages.Inform(app::str::CriteriaIncomplete);
         controls.txtValue.SetFocus();
         return;

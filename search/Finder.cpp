@@ -48,6 +48,7 @@ void Finder::GoOn()
 void Finder::Stop()
 {
     underWay.Drop();
+    nextToHold = nextToDescribe = 0; // what was being read comes to its turn again
 }
 
 void Finder::SetText(std::string wanted)
@@ -68,8 +69,7 @@ void Finder::SetCriteria(std::optional<Criteria> wanted)
 {
     criteria = std::move(wanted);
     held.clear();
-    nextToHold = 0;
-    underWay.Drop();
+    Stop();
     Begin();
 }
 

@@ -71,10 +71,12 @@ std::vector<frmAbout::Component> frmAbout::Candidates() const
     for (const char* own : {"TSBrowser.exe", "TS_RES.dll"})
         add(own, in(platform::KnownFolder::ProgramFolder, own));
     add("comctl32.dll", in(platform::KnownFolder::Windows, "System32\\comctl32.dll"));
-    add(program.Text(str::Spreadsheet), program.registry.QueryTextByPath(browser::Launcher::SpreadsheetAppPath, ""));
+    const auto registered = [&](std::string_view key) {
+        return browser::ProgramOf(program.platform.shell.Expanded(program.registry.QueryTextByPath(key, "")));
+    };
+    add(program.Text(str::Spreadsheet), registered(browser::Launcher::SpreadsheetAppPath));
     if (const std::string id = program.registry.QueryTextByPath(ConverterClass, ""); !id.empty())
-        add(program.Text(str::PdfConverter),
-            program.registry.QueryTextByPath(std::string{Classes} + id + "\\InprocServer32", ""));
+        add(program.Text(str::PdfConverter), registered(std::string{Classes} + id + "\\InprocServer32"));
     return found;
 }
 

@@ -17,7 +17,7 @@ TEST_F(AboutTest, TellsTheComponentsThatAreThereAndOpensLinksAndHelp)
                              "C:\\Windows\\System32\\comctl32.dll", "C:\\Help\\about.htm", "C:\\Suite\\clc.exe"})
         system.files.AddFile(file, "no program");
     system.registry.PutString(Hive::LocalMachine, "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\CLC.EXE",
-                              "", "C:\\Suite\\clc.exe");
+                              "", "\"C:\\Suite\\clc.exe\"");
     system.registry.PutString(Hive::ClassesRoot, "CDIntf.CDIntf\\CLSID", "", "{1}");
     system.registry.PutString(Hive::ClassesRoot, "CLSID\\{1}\\InprocServer32", "", "C:\\Gone\\converter.dll");
     Start();

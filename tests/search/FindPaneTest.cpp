@@ -158,6 +158,29 @@ TEST_F(FindPaneTest, WhatTheDocumentsSayIsFoundToo)
     toolkit.ExpectMessage(Text(181), Icon::Information);
     Pane().cmdFindNow.UserClicks();
     EXPECT_TRUE(Pane().txtValue.HasFocus());
+    Type("zoe");
+    Ask(7, "Is after", "yesterday");
+    toolkit.ExpectMessage(Text(181), Icon::Information);
+    Pane().cmdFindNow.UserClicks();
+}
+
+TEST_F(FindPaneTest, WhatWasDroppedHalfReadIsReadWhenItIsWantedAgain)
+{
+    AddDocument("Letters\\Plain.swt", "{\\title Annual review}");
+    Start();
+    Main().UserPresses(ui::Ctrl('F'));
+    system.jobs.Finish(); // the folders
+    Pane().txtLookFor.UserTypes("x");
+    EXPECT_TRUE(Press(KeyCode::Escape));
+    Type("annual");
+    EXPECT_EQ(Shown(), Texts{"Plain"});
+
+    Type("");
+    Ask(0, "Contains", "annual");
+    Pane().cmdFindNow.UserClicks();
+    Pane().cmdStop.UserClicks();
+    Type("pla");
+    EXPECT_EQ(Shown(), Texts{"Plain"});
 }
 
 TEST_F(FindPaneTest, ItSearchesTheCategoryAndTheKindsThatAreChosen)
@@ -196,6 +219,12 @@ TEST_F(FindPaneTest, ItSearchesTheCategoryAndTheKindsThatAreChosen)
     Main().tvTreeView.UserSelects("Business\\Contracts");
     EXPECT_EQ(Shown(), Texts{"Lease"});
     EXPECT_EQ(Pane().txtLookFor.Text(), "");
+    Type("memo");
+    Pane().cboFolder.UserSelects(1);
+    Main().tvTreeView.UserSelects("Get More Templates");
+    EXPECT_EQ(Pane().txtLookFor.Text(), "") << "no category to search in";
+    Pane().cboFolder.UserSelects(0);
+    Main().tvTreeView.UserSelects("Business\\Contracts");
     Type("memo");
     Main().tvTreeView.UserClicksAgain(); // on the folder that the tree has shown as selected all along
     EXPECT_EQ(Shown(), Texts{"Lease"});
