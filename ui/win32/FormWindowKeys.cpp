@@ -75,6 +75,8 @@ bool FormWindow::TranslateKey(const MSG& message)
     if (IsEdit(message.hwnd) && (focused == nullptr ? !IsFunctionKey(key) : IsEditingKey(key)))
         return focused != nullptr && focused->UsesKey(key);
 
+    if (focused != nullptr && focused->HasOpenList() && (key == Plain(KeyCode::Enter) || key == Plain(KeyCode::Escape)))
+        return false;
     if (focused != nullptr && focused->UsesKey(key))
         return true;
     if (!form.IsOpen())

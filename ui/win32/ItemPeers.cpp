@@ -21,12 +21,10 @@ ItemControlPeer::ItemControlPeer(ItemControl& peerItems, FormWindow& form, const
 void ItemControlPeer::Sync(Aspect aspect)
 {
     if (aspect == Aspect::Items) {
-        Send(WM_SETREDRAW, FALSE);
+        const DrawnLater drawing{*this};
         Send(messages.clear);
         for (const std::string& item : items.Items())
             Send(messages.add, 0, Fitted(item).c_str());
-        Send(WM_SETREDRAW, TRUE);
-        InvalidateRect(Handle(), nullptr, TRUE);
     }
     if (aspect == Aspect::Items || aspect == Aspect::Selection)
         Send(messages.select, static_cast<WPARAM>(items.Selected()));

@@ -62,6 +62,7 @@ public:
     Size Preferred(int width) const override;
     void DpiChanged() override;
     void OnCommand(int code, int id) override;
+    bool HasOpenList() const override { return Send(CB_GETDROPPEDSTATE) != 0; }
 
 protected:
     int Room() const override;

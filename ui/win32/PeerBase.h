@@ -32,6 +32,8 @@ public:
     virtual std::optional<LRESULT> OnNotify(NMHDR& header);
     /// A key before the native control sees it. True when it was used up.
     virtual bool UsesKey(const Key& key);
+    /// Whether a list hangs from the control, which Enter and Escape close before they do anything else.
+    virtual bool HasOpenList() const { return false; }
     /// Alt and a letter. True when the control has it as a mnemonic and followed it.
     virtual bool UsesMnemonic(wchar_t letter);
     /// What lies behind the parts that the control leaves out when it draws (COLOR_...).
@@ -95,6 +97,22 @@ protected:
         const PeerBase& peer;
     };
     bool IsByCode() const { return byCode > 0; }
+
+    /// The native control is changed in several steps: it draws nothing between them, and all of it once at the end.
+    class DrawnLater {
+    public:
+        explicit DrawnLater(const PeerBase& drawnPeer) : peer{drawnPeer} { peer.Send(WM_SETREDRAW, FALSE); }
+        DrawnLater(const DrawnLater&) = delete;
+        DrawnLater& operator=(const DrawnLater&) = delete;
+        ~DrawnLater()
+        {
+            peer.Send(WM_SETREDRAW, TRUE);
+            InvalidateRect(peer.Handle(), nullptr, TRUE);
+        }
+
+    private:
+        const PeerBase& peer;
+    };
 
     /// A notification is being handled; tells whether the form is gone after the program's handlers ran.
     class Watch {

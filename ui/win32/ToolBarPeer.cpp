@@ -154,7 +154,7 @@ void ToolBarPeer::BuildImages()
 void ToolBarPeer::SyncButtons()
 {
     if (!SameLook()) {
-        Send(WM_SETREDRAW, FALSE);
+        const DrawnLater drawing{*this};
         while (Send(TB_DELETEBUTTON, 0) != 0) {
         }
         BuildImages();
@@ -174,7 +174,6 @@ void ToolBarPeer::SyncButtons()
         Send(TB_ADDBUTTONSW, native.size(), native.data());
         shown = buttons;
         broken.reset();
-        Send(WM_SETREDRAW, TRUE);
     }
     SyncStates();
     if (broken)

@@ -119,13 +119,11 @@ void TreeViewPeer::SyncItems()
         return;
     }
     const auto top = KeyOf(TVGN_FIRSTVISIBLE);
-    Send(WM_SETREDRAW, FALSE);
+    const DrawnLater drawing{*this};
     Rebuild(std::move(wanted));
     SyncSelection(scrolls);
     if (const HTREEITEM item = top && !scrolls ? ItemOf(*top) : nullptr)
         Send(TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(item));
-    Send(WM_SETREDRAW, TRUE);
-    InvalidateRect(Handle(), nullptr, TRUE);
 }
 
 std::optional<std::string> TreeViewPeer::KeyOf(WPARAM which)
@@ -287,6 +285,8 @@ bool TreeViewPeer::ShowDropTarget(POINT onScreen)
     Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
     constexpr UINT anywhereInRow = TVHT_ONITEM | TVHT_ONITEMBUTTON | TVHT_ONITEMINDENT | TVHT_ONITEMRIGHT;
     const Row* row = isInside && (hit.flags & anywhereInRow) != 0 ? RowOf(hit.hItem) : nullptr;
+    if (row != nullptr && row->key.empty())
+        row = nullptr; // the line between nodes takes nothing
     droppedOn = row != nullptr ? row->key : std::string{};
     const ByCode guard{*this};
     Send(TVM_SELECTITEM, TVGN_DROPHILITE, reinterpret_cast<LPARAM>(row != nullptr ? row->item : nullptr));
@@ -325,7 +325,7 @@ std::optional<LRESULT> TreeViewPeer::OnNotify(NMHDR& header)
         OnExpanded(reinterpret_cast<const NMTREEVIEWW&>(header));
         return 0;
     case NM_DBLCLK:
-        if (TreeView::Node* node = tree.Selected(); node != nullptr && tree.DblClick)
+        if (TreeView::Node* node = tree.Selected(); node != nullptr && clickedSelected && tree.DblClick)
             tree.DblClick(*node);
         return 0;
     default:
@@ -461,11 +461,13 @@ std::optional<LRESULT> TreeViewPeer::OnMessage(UINT message, WPARAM wParam, LPAR
 LRESULT TreeViewPeer::OnInput(UINT message, WPARAM wParam, LPARAM lParam)
 {
     const Watch watch{*this};
-    const bool again = message == WM_LBUTTONDOWN && IsSelected(ItemAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}));
+    const bool isClick = message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK;
+    clickedSelected = isClick && IsSelected(ItemAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}));
+    expanding = false; // of a node without branches some systems tell the beginning only
     const LRESULT result = Default(message, wParam, lParam);
     if (!watch.Gone())
         FoldSelection();
-    if (again && !watch.Gone())
+    if (message == WM_LBUTTONDOWN && clickedSelected && !watch.Gone())
         tree.UserClicksAgain();
     AfterNotification(watch);
     return result;
@@ -517,7 +519,9 @@ HTREEITEM TreeViewPeer::ItemAt(POINT point) const
     TVHITTESTINFO hit{};
     hit.pt = point;
     Send(TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
-    return (hit.flags & TVHT_ONITEM) != 0 ? hit.hItem : nullptr;
+    const bool isWholeRow = (GetWindowLongPtrW(Handle(), GWL_STYLE) & TVS_FULLROWSELECT) != 0;
+    const UINT wanted = TVHT_ONITEM | (isWholeRow ? TVHT_ONITEMRIGHT | TVHT_ONITEMINDENT : 0u);
+    return (hit.flags & wanted) != 0 ? hit.hItem : nullptr;
 }
 
 } // namespace ui::win32

@@ -50,6 +50,7 @@ private:
     std::vector<Row> rows;
     std::unordered_map<std::string, std::size_t> byKey;
     bool expanding{};                ///< the selection that moves with a closing branch is told after that
+    bool clickedSelected{};          ///< the click that is being handled is on the selected node
     bool selectionMayMove{};         ///< a branch opened or closed during the message that is being handled
     std::string droppedOn;           ///< key of the marked node
     std::string typedLabel;          ///< waits until the native tree has closed the label
@@ -83,7 +84,7 @@ private:
     /// By the wheel and Shift, for names that are longer than the tree is wide.
     void TurnSideways(int turned);
     void OnRightButton(POINT point);
-    /// Null beside all names and pictures.
+    /// Null where a click selects nothing.
     HTREEITEM ItemAt(POINT point) const;
     bool IsSelected(HTREEITEM item);
     void OpenMenuAtSelection();

@@ -193,9 +193,14 @@ TEST_F(DialogWindowTest, AnOpenDropDownListIsOnlyTriedOut)
     Send(form.cboKind, CB_SHOWDROPDOWN, TRUE);
     Press(VK_DOWN);
     EXPECT_THAT(form.Events, IsEmpty());
+    form.KeyDown = [this](const ui::Key&) {
+        form.Events.push_back("the form's");
+        return true;
+    };
     Press(VK_ESCAPE);
     EXPECT_TRUE(form.IsOpen()) << "the key closed the list";
     EXPECT_THAT(form.Events, IsEmpty());
+    form.KeyDown = nullptr;
     EXPECT_EQ(Send(form.cboKind, CB_GETCURSEL), 0);
     Press(VK_DOWN);
     EXPECT_THAT(form.Events, ElementsAre("combo Home"));

@@ -53,6 +53,25 @@ TEST_F(TreeViewWindowTest, TurnsEachKeyAndButtonIntoOneEvent)
     // clang-format on
 }
 
+TEST_F(TreeViewWindowTest, BesideANameIsOnItWhereRowsAreSelectedWhole)
+{
+    RECT room{};
+    GetClientRect(tree, &room);
+    const auto use = [&](LONG_PTR rows) { // by the system's theme one or the other
+        const LONG_PTR others = GetWindowLongPtrW(tree, GWL_STYLE) & ~LONG_PTR{TVS_HASLINES | TVS_FULLROWSELECT};
+        SetWindowLongPtrW(tree, GWL_STYLE, others | rows);
+        form.Events.clear();
+        RightClick(tree, {room.right - 5, At(Faxes).y});
+    };
+    use(TVS_HASLINES);
+    EXPECT_THAT(form.Events, ElementsAre("context Letters\\Private"));
+    use(TVS_FULLROWSELECT);
+    EXPECT_THAT(form.Events, ElementsAre("select Faxes", "context Faxes"));
+    form.Events.clear();
+    DoubleClick(tree, {room.right - 5, room.bottom - 5});
+    EXPECT_THAT(form.Events, IsEmpty());
+}
+
 TEST_F(TreeViewWindowTest, AsksForItsMenuWhenTheSelectionIsDealtWith)
 {
     form.tvTree.Click = [this] {
