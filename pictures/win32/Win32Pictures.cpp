@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 namespace pictures::win32 {
 namespace {
@@ -124,15 +125,22 @@ PixelBuffer OpenPicture::ScaledPlain(PixelSize size) const
     std::vector<BYTE> plain(stride * most);
     int top = 0;
     int count = 0;
-    const auto load = [&](int first) {
-        top = first;
-        count = std::min(most, Size().height - top);
-        const WICRect rows{0, top, Size().width, count};
-        const std::size_t bytes = stride * static_cast<std::size_t>(count);
-        return SUCCEEDED(frame->CopyPixels(&rows, static_cast<UINT>(stride), static_cast<UINT>(bytes), plain.data()));
+    // Each row is fetched once: a decoder that is asked for an earlier one may begin at the top. The last row stays,
+    // since it is scaled together with the next.
+    const auto load = [&](int y) {
+        const int kept = count > 0 && y == top + count ? 1 : 0;
+        std::memmove(plain.data(), plain.data() + stride * static_cast<std::size_t>(std::max(count - 1, 0)), stride);
+        const int first = kept > 0 ? y : std::max(0, y - 1);
+        const int fresh = std::min(most - kept, Size().height - first);
+        const WICRect rows{0, first, Size().width, fresh};
+        top = first - kept;
+        count = kept + fresh;
+        return SUCCEEDED(frame->CopyPixels(&rows, static_cast<UINT>(stride),
+                                           static_cast<UINT>(stride * static_cast<std::size_t>(fresh)),
+                                           plain.data() + stride * static_cast<std::size_t>(kept)));
     };
     return PixelBuffer::Scaled(Size(), size, PixelBuffer::Channels::Colours, [&](int y) -> const std::uint8_t* {
-        if (y >= top + count && !load(std::max(0, y - 1)))
+        if (y >= top + count && !load(y))
             return nullptr;
         return plain.data() + static_cast<std::size_t>(y - top) * stride;
     });

@@ -47,9 +47,13 @@ FormWindow::FormWindow(Win32Toolkit& windowToolkit, ui::Form& windowForm, HWND o
     : toolkit{windowToolkit}, form{windowForm}, dpi{SystemDpi()}, fonts{dpi}
 {
     const WindowStyle style = StyleOf(form, owner != nullptr);
-    window = CreateWindowExW(style.extended, WindowClass(), ToNative(form.Caption()).c_str(), style.style,
-                             CW_USEDEFAULT, CW_USEDEFAULT, ToPixels(FirstSize.width, dpi),
-                             ToPixels(FirstSize.height, dpi), owner, nullptr, GetModuleHandleW(nullptr), nullptr);
+    // On the owner's monitor, so that everything is measured at its dpi; a pop-up knows no place by default.
+    RECT place{CW_USEDEFAULT, CW_USEDEFAULT, 0, 0};
+    if (owner != nullptr && IsWindowVisible(owner) && !IsIconic(owner))
+        GetWindowRect(owner, &place);
+    window = CreateWindowExW(style.extended, WindowClass(), ToNative(form.Caption()).c_str(), style.style, place.left,
+                             place.top, ToPixels(FirstSize.width, dpi), ToPixels(FirstSize.height, dpi), owner, nullptr,
+                             GetModuleHandleW(nullptr), nullptr);
     SetWindowLongPtrW(Handle(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     try {
         Build();
@@ -246,10 +250,17 @@ void FormWindow::SetToolTip(HWND control, const std::string& text)
         SendMessageW(toolTips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
+bool FormWindow::HoldsInput() const
+{
+    return toolkit.InputHeld() && form.GetStyle() != Form::Style::Splash;
+}
+
 LRESULT FormWindow::OnCommand(WPARAM wParam, LPARAM lParam)
 {
     const int id = LOWORD(wParam);
     const int code = HIWORD(wParam);
+    if (code == BN_CLICKED && HoldsInput())
+        return 0; // pressed by a program for its user: no key and no click that could be held
     PeerBase* peer = PeerBase::Of(reinterpret_cast<HWND>(lParam));
     if (peer == nullptr && id == IDOK)
         peer = DefaultButton();
@@ -303,6 +314,15 @@ std::optional<LRESULT> FormWindow::OnErase(HDC context)
     return TRUE;
 }
 
+void FormWindow::OnColoursChanged()
+{
+    // The system tells windows without an owner or parent only; what is in them keeps the old colours until it hears.
+    for (const Control* control : form.Controls())
+        if (const auto* peer = static_cast<const PeerBase*>(control->Peer()))
+            SendMessageW(peer->Handle(), WM_SYSCOLORCHANGE, 0, 0);
+    InvalidateRect(Handle(), nullptr, TRUE);
+}
+
 void FormWindow::OnMenuPopup(HMENU popup, int index)
 {
     if (form.MenuOpening)
@@ -342,6 +362,9 @@ std::optional<LRESULT> FormWindow::OnMessage(UINT message, WPARAM wParam, LPARAM
         return 0;
     case WM_MOUSEWHEEL:
         return OnMouseWheel(GET_WHEEL_DELTA_WPARAM(wParam));
+    case WM_SYSCOLORCHANGE:
+        OnColoursChanged();
+        return 0;
     case WM_ERASEBKGND:
         return OnErase(reinterpret_cast<HDC>(wParam));
     case WM_SETFOCUS:

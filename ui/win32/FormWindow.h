@@ -48,6 +48,8 @@ public:
     void FocusActiveControl();
     /// The focus moves to `focus`: shows which button Enter presses then.
     void MarkDefaultButton(HWND focus);
+    /// Whether the user can do nothing here but close the window, while something is waited for.
+    bool HoldsInput() const;
     void SetToolTip(HWND control, const std::string& text);
     /// The class of every form's window.
     static const wchar_t* WindowClass();
@@ -73,6 +75,7 @@ private:
     std::optional<LRESULT> OnNotify(NMHDR& header);
     std::optional<LRESULT> OnMouseWheel(int turned);
     std::optional<LRESULT> OnErase(HDC context);
+    void OnColoursChanged();
     void OnMenuPopup(HMENU popup, int index);
     void OnPlaced();
     void OnDpiChanged(int newDpi, const RECT& suggested);

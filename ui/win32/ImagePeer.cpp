@@ -7,9 +7,17 @@
 #include "ui/win32/FormWindow.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace ui::win32 {
+namespace {
+
+/// Pixels; a picture of more is stretched from so many. As bits of the screen it takes 64 MB, of the two gigabytes that
+/// the process has.
+constexpr double MostDecoded = 16.0 * 1024 * 1024;
+
+} // namespace
 
 ImagePeer::ImagePeer(Image& peerImage, FormWindow& form, int id) : PeerBase{peerImage, form}, image{peerImage}
 {
@@ -28,6 +36,7 @@ Size ImagePeer::Preferred(int) const
 void ImagePeer::Sync(Aspect aspect)
 {
     if (aspect == Aspect::Picture) {
+        decoding.Drop(); // what comes late is of the picture before
         asked = false;
         bitmap.reset();
         own = {};
@@ -147,7 +156,8 @@ void ImagePeer::Ask(pictures::PixelSize room)
     decoding = Window().Jobs().Start(
         [decode = std::move(decode)](const platform::Cancelled&) -> platform::Result<Decoded> { return decode(); },
         [this](const platform::Result<Decoded>& decoded) {
-            Show(decoded.value_or(Decoded{}));
+            // A failure keeps the size, or it would be asked for in turns with the one that fits.
+            Show(decoded ? *decoded : Decoded{{}, own});
             InvalidateRect(Handle(), nullptr, TRUE);
         });
 }
@@ -198,7 +208,12 @@ pictures::PixelSize ImagePeer::SizeToDecode(pictures::PixelSize room) const
 {
     if (IsFitted())
         return room;
-    return image.Zoom() < 100 ? ZoomedSize() : own;
+    const pictures::PixelSize wanted = image.Zoom() < 100 ? ZoomedSize() : own;
+    const double total = static_cast<double>(wanted.width) * wanted.height;
+    if (total <= MostDecoded)
+        return wanted;
+    const double part = std::sqrt(MostDecoded / total);
+    return {std::max(1, static_cast<int>(wanted.width * part)), std::max(1, static_cast<int>(wanted.height * part))};
 }
 
 bool ImagePeer::IsLarger() const
@@ -258,7 +273,7 @@ std::optional<LRESULT> ImagePeer::OnTargetMessage(UINT message, WPARAM wParam)
     case WM_DROPFILES: {
         const std::string file = TakeDroppedFile(reinterpret_cast<HDROP>(wParam));
         // What waits behind a dialog or a message takes nothing.
-        if (!file.empty() && IsWindowEnabled(Window().Handle()))
+        if (!file.empty() && IsWindowEnabled(Window().Handle()) && !Window().HoldsInput())
             image.UserDrops(file);
         return 0;
     }
