@@ -1,6 +1,7 @@
 #include "packs/PackInstaller.h"
 
 #include "packs/StringId.h"
+#include "platform/Scoped.h"
 #include "platform/Text.h"
 
 #include <charconv>
@@ -57,7 +58,7 @@ bool PackInstaller::IsRunning()
 
 void PackInstaller::Install()
 {
-    if (looking || IsRunning()) {
+    if (looking || isStarting || IsRunning()) {
         program.messages.Inform(program.Text(str::InstallRuns) + "\r\n" + program.Text(str::WaitForInstall));
         return;
     }
@@ -93,7 +94,10 @@ void PackInstaller::Start(const std::string& file)
 {
     if (!program.settings.Save(Section, program.Text(str::LastPack), file))
         program.messages.Stop(str::SetValueFailed);
-    auto started = program.platform.shell.OpenAndWatch(file, [this](std::uint32_t) { OnEnded(); });
+    auto started = [&] {
+        const platform::Scoped now{isStarting, true}; // the system may ask the user, and messages are handled then
+        return program.platform.shell.OpenAndWatch(file, [this](std::uint32_t) { OnEnded(); });
+    }();
     if (!started) {
         if (started.error() != platform::error::Declined)
             program.messages.Inform(str::CannotLoadPack);

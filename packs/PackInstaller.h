@@ -31,6 +31,7 @@ public:
 private:
     app::Program& program;
     FileVersionInfo versions;
+    bool isStarting{};
     platform::Ticket looking; ///< the job that looks at the chosen file
     platform::Ticket watch;   ///< of the running installer
 

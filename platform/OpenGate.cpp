@@ -13,20 +13,17 @@ namespace platform {
 namespace {
 
 /// Types that start something, whether or not this system's own list has them.
-constexpr std::array<std::string_view, 70> startsSomething{
-    ".ade", ".adp",        ".appinstaller", ".application", ".appref-ms", ".appx",
-    ".asp", ".bas",        ".bat",          ".chm",         ".cmd",       ".com",
-    ".cpl", ".crt",        ".diagcab",      ".dll",         ".exe",       ".gadget",
-    ".hlp", ".hta",        ".img",          ".inf",         ".ins",       ".iso",
-    ".isp", ".its",        ".jar",          ".jnlp",        ".js",        ".jse",
-    ".ksh", ".library-ms", ".lnk",          ".mad",         ".mht",       ".msc",
-    ".msi", ".msix",       ".msp",          ".ocx",         ".pcd",       ".pif",
-    ".pl",  ".ps1",        ".psc1",         ".py",          ".pyw",       ".rdp",
-    ".reg", ".scf",        ".scr",          ".sct",         ".search-ms", ".settingcontent-ms",
-    ".shb", ".shs",        ".sys",          ".theme",       ".themepack", ".url",
-    ".vb",  ".vbe",        ".vbs",          ".vhd",         ".vhdx",      ".website",
-    ".ws",  ".wsc",        ".wsf",          ".wsh",
+// clang-format off
+constexpr std::array<std::string_view, 79> startsSomething{
+    ".ade", ".adp", ".appcontent-ms", ".appinstaller", ".application", ".appref-ms", ".appx", ".asp", ".bas",
+    ".bat", ".chm", ".cmd", ".com", ".cpl", ".crt", ".diagcab", ".dll", ".exe", ".gadget", ".hlp", ".hta", ".img",
+    ".inf", ".ins", ".iqy", ".iso", ".isp", ".its", ".jar", ".jnlp", ".js", ".jse", ".ksh", ".library-ms", ".lnk",
+    ".mad", ".mht", ".msc", ".msi", ".msix", ".msp", ".ocx", ".pcd", ".pif", ".pl", ".ps1", ".ps1xml", ".psc1",
+    ".psm1", ".py", ".pyw", ".rdp", ".reg", ".scf", ".scr", ".sct", ".search-ms", ".settingcontent-ms", ".shb",
+    ".shs", ".slk", ".sys", ".theme", ".themepack", ".udl", ".url", ".vb", ".vbe", ".vbs", ".vhd", ".vhdx",
+    ".website", ".wll", ".ws", ".wsb", ".wsc", ".wsf", ".wsh", ".xll",
 };
+// clang-format on
 
 /// Whether each name of the path stands for itself: no device, no ".." that leads elsewhere, no hidden stream, nothing
 /// that the system would cut off.

@@ -103,10 +103,11 @@ struct ThreadJobs::Shared {
             std::erase(shared->beingDone, entry.cancelled);
             if (shared->post && !*entry.cancelled) {
                 const auto wanted = entry.bell ? Ring(*entry.bell) : Wanted::Told;
-                if (wanted == Wanted::Told)
-                    shared->post([waiter = entry.waiter] { Tell(waiter, {}); });
-                else if (wanted == Wanted::Woken)
-                    shared->post([] {});
+                while (shared->post && !Says(*shared, wanted, entry.waiter)) {
+                    lock.unlock();
+                    std::this_thread::sleep_for(std::chrono::milliseconds{20});
+                    lock.lock();
+                }
             }
             shared->changed.notify_all();
         }
@@ -124,6 +125,20 @@ struct ThreadJobs::Shared {
         return bell.isWaitedForInLoop ? Wanted::Woken : Wanted::Nothing;
     }
 
+    /// False when there was no memory for it.
+    static bool Says(const Shared& shared, Wanted wanted, const std::weak_ptr<Waiter>& waiter)
+    {
+        try {
+            if (wanted == Wanted::Told)
+                shared.post([waiter] { Tell(waiter, {}); });
+            else if (wanted == Wanted::Woken)
+                shared.post([] {});
+            return true;
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
+    }
+
     static void Do(Entry& entry)
     {
         try {
@@ -139,6 +154,7 @@ ThreadJobs::ThreadJobs(Post post, std::function<std::shared_ptr<void>()> enter, 
     : enterThread{std::move(enter)}, patience{patience}, shared{std::make_shared<Shared>()}
 {
     shared->post = std::move(post);
+    shared->beingDone.reserve(Most); // no thread may fail at what it says of itself
 }
 
 ThreadJobs::~ThreadJobs()

@@ -234,6 +234,7 @@ Result<> Win32Shell::RunElevated(std::string_view application, std::string_view 
     SHELLEXECUTEINFOW request{};
     request.cbSize = sizeof request;
     request.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
+    request.hwnd = GetActiveWindow(); // so that the question does not come behind it
     request.lpVerb = L"runas";
     request.lpFile = program->c_str();
     request.lpParameters = parameters.c_str();
@@ -316,6 +317,7 @@ Result<Shell::WatchedProgram> Win32Shell::OpenAndWatch(std::string_view program,
     SHELLEXECUTEINFOW request{};
     request.cbSize = sizeof request;
     request.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC | SEE_MASK_NOCLOSEPROCESS;
+    request.hwnd = GetActiveWindow(); // whatever the system asks of what comes from the web comes before it
     request.lpVerb = L"open";
     request.lpFile = file.c_str();
     request.nShow = SW_SHOWNORMAL;

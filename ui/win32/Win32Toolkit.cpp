@@ -32,7 +32,7 @@ BOOL CALLBACK CollectArea(HMONITOR monitor, HDC, LPRECT, LPARAM areas) noexcept
         return TRUE;
     auto& found = reinterpret_cast<Areas*>(areas)->found;
     const WorkArea area{ToTwips(info.rcWork, SystemDpi()), double{1} * DpiOf(monitor) / SystemDpi()};
-    found.insert((info.dwFlags & MONITORINFOF_PRIMARY) != 0 ? found.begin() : found.end(), area);
+    Guarded([&] { found.insert((info.dwFlags & MONITORINFOF_PRIMARY) != 0 ? found.begin() : found.end(), area); });
     return TRUE;
 }
 
@@ -223,9 +223,10 @@ bool Win32Toolkit::Step()
     MSG message{};
     bool ends = false;
     if (HasTask()) {
-        // What woke the loop for the tasks would stand before painting.
-        while (message.message != WM_QUIT && PeekMessageW(&message, threadMessages, WM_NULL, WM_NULL, PM_REMOVE)) {
-        }
+        // What woke the loop for the tasks would stand before painting. Timers of no window come along with it.
+        while (message.message != WM_QUIT && PeekMessageW(&message, threadMessages, WM_NULL, WM_NULL, PM_REMOVE))
+            if (message.message != WM_NULL && message.message != WM_QUIT)
+                DispatchMessageW(&message);
         if (message.message != WM_QUIT && !PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
             return true;
         ends = message.message == WM_QUIT;
