@@ -44,17 +44,6 @@ TEST_F(EndToEndHostTest, LeavesItsWindowToTheUserUntilHeExits)
     EXPECT_TRUE(IsGone());
 }
 
-TEST_F(EndToEndHostTest, IsNotKeptWaitingByTheQuestionToANewUser)
-{
-    installation.Remove(L"Profiles", L"FirstRun");
-    EXPECT_EQ((Script{Create() + StartWith("") + Release}.OutputAtEnd()), "[]\nreleased\n");
-    const HWND question = Await(Dialog);
-    EXPECT_EQ(TextOf(question), L"Enter Initial Profile");
-    EXPECT_FALSE(IsWindowEnabled(MainWindow()));
-    Press(ButtonOf(question, L"&Close"));
-    EXPECT_TRUE(AwaitGone(question));
-}
-
 TEST_F(EndToEndHostTest, RefusesEverySecondStartAndChangesNothing)
 {
     Script host{Create() + StartWith("First") + StartWith("Second") + "WScript.Echo \"done\"\r\n"};

@@ -32,16 +32,6 @@ ULONG Answer(int which)
     return codes[which];
 }
 
-/// The editor that the mail client is set to, at this moment.
-std::string EditorPreference()
-{
-    DWORD value{};
-    DWORD size = sizeof(value);
-    const auto found = RegGetValueW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Office\\10.0\\Outlook\\Options\\Mail",
-                                    L"EditorPreference", RRF_RT_REG_DWORD, nullptr, &value, &size);
-    return found == ERROR_SUCCESS ? std::to_string(value) : "none";
-}
-
 std::string Text(const char* text)
 {
     return text == nullptr ? "(null)" : text;
@@ -72,7 +62,6 @@ extern "C" __declspec(dllexport) ULONG WINAPI
     Record("text " + Text(message->lpszNoteText));
     Record("to " + Text(message->lpRecips[0].lpszName));
     Record("file " + Text(message->lpFiles[0].lpszPathName) + " at " + std::to_string(message->lpFiles[0].nPosition));
-    Record("editor " + EditorPreference());
     SetCurrentDirectoryW(L"C:\\");
     return Answer(1);
 }

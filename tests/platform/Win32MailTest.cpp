@@ -45,7 +45,7 @@ TEST(Win32MailTest, HandsTheMessageToTheDefaultClient)
         EXPECT_TRUE(under->WaitUntil([&] { return outcome.has_value(); }));
         EXPECT_EQ(outcome, row.outcome);
         const std::string sent = "send 7 8\ntype HTML\nsubject Bug of \xFC\ntext  \nto bugs@x.example\n"
-                                 "file C:\\a.htm at 0\neditor none\nlogoff 7\n";
+                                 "file C:\\a.htm at 0\nlogoff 7\n";
         EXPECT_EQ(ReadFile(record), "logon Outlook 0\n" + (row.sent ? sent : ""));
         EXPECT_EQ(std::filesystem::current_path(), folder);
     }
