@@ -18,11 +18,6 @@ inline HWND Dialog()
 {
     return FindTop(L"TSBrowserForm", [](HWND window) { return !GetMenu(window) && ChildOf(window, WC_BUTTONW); });
 }
-inline HWND ProgressWindow()
-{
-    return FindTop(L"TSBrowserForm", [](HWND window) { return ChildOf(window, PROGRESS_CLASSW) != nullptr; });
-}
-
 /// A fresh installation, and the program run alone from it.
 class BrowserTest : public testing::Test {
 protected:
@@ -32,12 +27,8 @@ protected:
     {
         installation.Remove(L"Customization", L"ApplicationName");
         Start();
-        EXPECT_TRUE(AwaitApplicationName());
+        EXPECT_TRUE(WaitFor([] { return !Installation::Setting(L"Customization", L"ApplicationName").empty(); }));
         return MainWindow();
-    }
-    static bool AwaitApplicationName()
-    {
-        return WaitFor([] { return !Installation::Setting(L"Customization", L"ApplicationName").empty(); });
     }
     void Close()
     {

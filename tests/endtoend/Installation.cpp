@@ -3,11 +3,6 @@
 namespace endtoend {
 namespace {
 
-std::wstring Section(const std::wstring& section)
-{
-    return std::wstring{SettingsKey} + L"\\" + section;
-}
-
 /// The library may hold links, which lead out of it and which Wine cannot remove.
 void Clear(const fs::path& folder)
 {
@@ -40,21 +35,6 @@ Installation::Installation()
 Installation::~Installation()
 {
     Clear(folder);
-}
-
-std::wstring Installation::Setting(const std::wstring& section, const std::wstring& name)
-{
-    return TextAt(HKEY_CURRENT_USER, Section(section), name);
-}
-
-void Installation::Set(const std::wstring& section, const std::wstring& name, const std::wstring& text)
-{
-    SetText(HKEY_CURRENT_USER, Section(section), name, text);
-}
-
-void Installation::Remove(const std::wstring& section, const std::wstring& name)
-{
-    RegDeleteKeyValueW(HKEY_CURRENT_USER, Section(section).c_str(), name.c_str());
 }
 
 bool Installation::Link(const fs::path& link, const fs::path& target)

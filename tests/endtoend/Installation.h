@@ -27,9 +27,18 @@ public:
     const fs::path program;
     const fs::path library;
 
-    static std::wstring Setting(const std::wstring& section, const std::wstring& name);
-    static void Set(const std::wstring& section, const std::wstring& name, const std::wstring& text);
-    static void Remove(const std::wstring& section, const std::wstring& name);
+    static std::wstring Setting(const std::wstring& section, const std::wstring& name)
+    {
+        return TextAt(HKEY_CURRENT_USER, Key(section), name);
+    }
+    static void Set(const std::wstring& section, const std::wstring& name, const std::wstring& text)
+    {
+        SetText(HKEY_CURRENT_USER, Key(section), name, text);
+    }
+    static void Remove(const std::wstring& section, const std::wstring& name)
+    {
+        RegDeleteKeyValueW(HKEY_CURRENT_USER, Key(section).c_str(), name.c_str());
+    }
 
     /// Makes a symbolic link. False where links cannot be made.
     static bool Link(const fs::path& link, const fs::path& target);
@@ -39,6 +48,8 @@ public:
     static std::wstring Recorded(const fs::path& recorder);
 
 private:
+    static std::wstring Key(const std::wstring& section) { return std::wstring{SettingsKey} + L"\\" + section; }
+
     BorrowedKey settings{HKEY_CURRENT_USER, SettingsKey};
 };
 
