@@ -57,8 +57,7 @@ public:
     /// not start without them (error::ElevationRequired).
     virtual Result<> RunElevated(std::string_view application, std::string_view commandLine, WindowStyle style) = 0;
     /// Run, and waits until the program has ended: its exit code. A program that runs for longer than
-    /// `milliseconds` is ended (error::Timeout). Messages that other programs send are answered and windows are painted
-    /// meanwhile; nothing else is handled.
+    /// `milliseconds` is ended (error::Timeout). Handles no messages meanwhile: for jobs.
     virtual Result<std::uint32_t> RunAndWait(std::string_view application, std::string_view commandLine,
                                              WindowStyle style, std::uint32_t milliseconds) = 0;
     /// Run, and `ended` gets the exit code on the window's thread, between two messages, unless the

@@ -16,7 +16,6 @@ namespace {
 
 // Milliseconds.
 constexpr DWORD terminationTime = 2000;
-constexpr DWORD glance = 1000; // who looks for no message in five seconds counts as hung, and is shown so
 
 Result<std::string> DocumentsFolder()
 {
@@ -80,16 +79,6 @@ Result<ObjectHandle> StartProgram(std::string_view application, std::string_view
         return LastError();
     const ObjectHandle threadHandle{process.hThread};
     return ObjectHandle{process.hProcess};
-}
-
-/// Answers other programs' messages, which they wait for, and paints this thread's windows. The user's keys and clicks
-/// wait.
-void AnswerAndPaint()
-{
-    constexpr int most = 100; // a window that cannot be painted asks again and again
-    MSG message;
-    for (int i = 0; i < most && PeekMessageW(&message, nullptr, WM_PAINT, WM_PAINT, PM_REMOVE); ++i)
-        DispatchMessageW(&message);
 }
 
 /// 0 when the system does not tell.
@@ -249,18 +238,7 @@ Result<std::uint32_t> Win32Shell::RunAndWait(std::string_view application, std::
     if (!process)
         return std::unexpected{process.error()};
     const HANDLE handle = process->Get();
-    const ULONGLONG start = GetTickCount64();
-    for (;;) {
-        const ULONGLONG passed = GetTickCount64() - start;
-        const DWORD left = passed < milliseconds ? static_cast<DWORD>(milliseconds - passed) : 0;
-        const DWORD outcome =
-            MsgWaitForMultipleObjects(1, &handle, FALSE, std::min(left, glance), QS_SENDMESSAGE | QS_PAINT);
-        if (outcome == WAIT_OBJECT_0)
-            break;
-        if (outcome == WAIT_OBJECT_0 + 1 || (outcome == WAIT_TIMEOUT && left > glance)) {
-            AnswerAndPaint();
-            continue;
-        }
+    if (const DWORD outcome = WaitForSingleObject(handle, milliseconds); outcome != WAIT_OBJECT_0) {
         const auto failed = outcome == WAIT_TIMEOUT ? error::Timeout : LastError().error();
         // It ends in its own time, and holds its files until then.
         if (TerminateProcess(handle, 1))

@@ -80,39 +80,6 @@ TEST_F(Win32Test, WaitsForAProgramAndEndsOneThatDoesNotEnd)
               Result<std::uint32_t>{std::unexpected{error::Timeout}});
 }
 
-/// Counts what a window is told; paints itself.
-struct Told {
-    int painted{}, posted{};
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
-    {
-        if (auto* const told = reinterpret_cast<Told*>(GetWindowLongPtrW(window, GWLP_USERDATA))) {
-            told->painted += message == WM_PAINT;
-            told->posted += message == WM_APP;
-        }
-        return DefWindowProcW(window, message, wParam, lParam);
-    }
-};
-
-TEST_F(Win32Test, PaintsWhileItWaitsForAProgramAndHandlesNothingElse)
-{
-    WNDCLASSW kind{};
-    kind.lpfnWndProc = Told::Procedure;
-    kind.lpszClassName = L"TSPaintsWhileWaiting";
-    RegisterClassW(&kind);
-    Told told;
-    HWND window = CreateWindowExW(WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, kind.lpszClassName, L"", WS_POPUP | WS_VISIBLE,
-                                  0, 0, 50, 50, nullptr, nullptr, nullptr, nullptr);
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&told));
-    InvalidateRect(window, nullptr, TRUE);
-    PostMessageW(window, WM_APP, 0, 0);
-    const std::string staying = path::Join(path::Parent(CommandInterpreter), "notepad.exe");
-    (void)system.shell.RunAndWait(staying, "notepad.exe", WindowStyle::MinimizedFocus, 300);
-    EXPECT_GE(told.painted, 1);
-    EXPECT_EQ(told.posted, 0);
-    ShowWindow(window, SW_HIDE);
-    DestroyWindow(window);
-}
-
 TEST_F(Win32Test, TimesFollowTheUsersLocale)
 {
     constexpr LCTYPE kinds[] = {LOCALE_S1159, LOCALE_S2359, LOCALE_STIME};
