@@ -72,6 +72,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
         Check(!text.empty() && platform::text::Length(text) <= 1000, "a message is a short text");
         Check(std::ranges::count(text, '\n') < 12, "a message is a low window");
         message->OKButton.UserClicks();
+        machine.system.jobs.FinishAll();
         machine.toolkit.RunPosted();
         for (const std::string& opened : machine.system.shell.Opened())
             Check(platform::web_address::IsWebAddress(opened) || opened == "C:\\Docs\\News.htm",

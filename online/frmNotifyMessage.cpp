@@ -5,6 +5,8 @@
 #include "online/StringId.h"
 #include "platform/OpenGate.h"
 
+#include <utility>
+
 namespace online {
 namespace {
 
@@ -13,6 +15,17 @@ constexpr int Width = 5400; ///< twips
 // The shell's result codes that mean something here.
 constexpr int FileNotFound = 2;
 constexpr int PathNotFound = 3;
+
+/// Opens what the service offers, which may lie on a drive that does not answer; false when there is nothing that may
+/// be opened.
+bool OpenProduct(platform::Shell& shell, platform::FileSystem& files, const std::string& product)
+{
+    // What came from outside opens on its own merits: no type and no folder is trusted.
+    if (platform::OpenGate{shell, files, {}}.Judge(product, {}) != platform::OpenGate::Verdict::Opens)
+        return false;
+    const int code = shell.Open(product, platform::Verb::Open);
+    return code != FileNotFound && code != PathNotFound;
+}
 
 } // namespace
 
@@ -32,6 +45,7 @@ frmNotifyMessage::frmNotifyMessage(app::Program& program, NotifyState& state)
     CancelButton.Click = [this] { Close(); };
     // OK, Cancel, Esc, the title bar's button, and the end of the main window.
     Closing = [this] {
+        opening.Drop();
         this->state.Save(this->program.settings);
         return true;
     };
@@ -39,19 +53,17 @@ frmNotifyMessage::frmNotifyMessage(app::Program& program, NotifyState& state)
 
 void frmNotifyMessage::OKButton_Click()
 {
-    if (!OpenProduct())
-        program.messages.Inform(str::FileNotFound);
-    Close();
-}
-
-bool frmNotifyMessage::OpenProduct()
-{
-    // What came from outside opens on its own merits: no type and no folder is trusted.
-    const platform::OpenGate gate{program.platform.shell, program.platform.files, {}};
-    if (gate.Judge(state.NotifyProductPath, {}) != platform::OpenGate::Verdict::Opens)
-        return false;
-    const int code = program.platform.shell.Open(state.NotifyProductPath, platform::Verb::Open);
-    return code != FileNotFound && code != PathNotFound;
+    state.Save(program.settings);
+    OKButton.SetEnabled(false); // one click, one window
+    opening = program.platform.jobs.Start(
+        [&shell = program.platform.shell, &files = program.platform.files, product = state.NotifyProductPath](
+            const platform::Cancelled&) -> platform::Result<bool> { return OpenProduct(shell, files, product); },
+        [this](const platform::Result<bool>& opened) {
+            const platform::Ticket over = std::move(opening);
+            if (!opened.value_or(false))
+                program.messages.Inform(str::FileNotFound);
+            Close();
+        });
 }
 
 } // namespace online

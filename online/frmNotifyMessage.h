@@ -2,6 +2,7 @@
 
 #include "app/base/Program.h"
 #include "online/NotifyState.h"
+#include "platform/Ticket.h"
 #include "ui/Button.h"
 #include "ui/CheckBox.h"
 #include "ui/Form.h"
@@ -23,9 +24,9 @@ private:
     app::Program& program;
     NotifyState& state;
 
+    platform::Ticket opening; ///< what the service offers
+
     void OKButton_Click();
-    /// Opens what the service offers; false when there is nothing that may be opened.
-    bool OpenProduct();
 };
 
 } // namespace online

@@ -94,13 +94,18 @@ TEST_F(UpdateTest, ShowsTheMessageBesideWhatTheUserDoes)
     EXPECT_EQ(Message()->chkDontShow.Caption(), Text(478));
     Message()->chkDontShow.UserClicks();
     Message()->OKButton.UserClicks();
-    EXPECT_EQ(system.shell.Opened(), Texts{"http://tessaly.example/get?a=1&b=2"});
     EXPECT_EQ(Setting("Options", "NotifyDisabled") + Setting("Options", "NotifyCount"), "True1");
+    EXPECT_TRUE(system.shell.Opened().empty()) << "beside the window";
+    EXPECT_FALSE(Message()->OKButton.Enabled()) << "once";
+    system.jobs.FinishAll();
+    EXPECT_EQ(system.shell.Opened(), Texts{"http://tessaly.example/get?a=1&b=2"});
     EXPECT_EQ(Message(), nullptr);
     StartAnew();
     EXPECT_TRUE(Message()->chkDontShow.Checked());
     Message()->chkDontShow.UserClicks();
+    Message()->OKButton.UserClicks();
     Main().Close();
+    EXPECT_EQ(system.jobs.Count(), 0u);
     EXPECT_EQ(Setting("Options", "NotifyDisabled"), "False") << "closing the main window is no way to lose it";
     EXPECT_EQ(Message(), nullptr);
 }
@@ -160,6 +165,7 @@ TEST_F(UpdateTest, OpensOnlyWhatTheGateLetsThroughWithoutATypeOrFolderOfItsOwn)
         if (!opens)
             toolkit.ExpectMessage(Text(126), Icon::Information);
         Message()->OKButton.UserClicks();
+        system.jobs.FinishAll();
         EXPECT_EQ(system.shell.Opened(), opens || code < 33 ? Texts{target} : Texts{});
         EXPECT_EQ(Message(), nullptr);
     }
