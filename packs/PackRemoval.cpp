@@ -141,9 +141,21 @@ void PackRemoval::Empty(const std::string& folder, const Belongs& isOurs, const 
             continue;
         if (entry.IsFolder() || !isOurs(entry.name))
             kept.push_back(within);
-        else if (!IsGone(files.DeleteFile(path::Join(place, entry.name))))
+        else if (!IsGone(DeleteFile(path::Join(place, entry.name), entry)))
             notRemoved.push_back(within);
     }
+}
+
+platform::Result<> PackRemoval::DeleteFile(const std::string& file, const platform::FileEntry& entry)
+{
+    auto deleted = files.DeleteFile(file);
+    if (deleted || deleted.error() != platform::error::AccessDenied ||
+        (entry.attributes & platform::attribute::ReadOnly) == 0)
+        return deleted;
+    // So it came from a CD.
+    if (const auto writable = files.MakeWritable(file); !writable)
+        return writable;
+    return files.DeleteFile(file);
 }
 
 bool PackRemoval::IsOfPacks(const std::string& folder) const

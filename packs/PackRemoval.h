@@ -62,6 +62,8 @@ private:
     using Belongs = std::function<bool(std::string_view file)>;
     /// Deletes what is the removed packs' own alone.
     void Empty(const std::string& folder, const Belongs& isOurs, const Belongs& isTheirs);
+    /// Read-only files, too.
+    platform::Result<> DeleteFile(const std::string& file, const platform::FileEntry& entry);
     bool IsOfPacks(const std::string& folder) const;
     void RemoveWhenEmpty(const std::string& folder);
 };

@@ -231,6 +231,7 @@ TEST_F(PacksTest, DeleteAllRemovesSharedFoldersAndNamesTheFilesInUse)
     PutPack({"Garden", "Garden"});
     PutPack({"Garden two", "Garden"}); // a shared folder goes with the last of its packs
     system.files.SetHeldOpen(InLibrary("Garden\\Open.swt"));
+    system.files.SetAttributes(InLibrary("Garden\\List.swt"), platform::attribute::ReadOnly); // from a CD
     Start();
     toolkit.ExpectMessage(Text(527), Icon::Question, Answer::Yes);
     toolkit.ExpectMessage(Text(740) + "\r\n\r\nGarden\\Open.swt\r\n\r\n" + Text(643) + "\r\n\r\nGarden\\mine.txt",
