@@ -14,6 +14,21 @@ using platform::Result;
 
 constexpr std::size_t MostNamed = 12; ///< a longer list makes a box that no screen holds
 
+/// A text "1". What an installer stored as another type counts unless it is a plain zero: a pack of the setup is what
+/// must not be deleted by mistake.
+bool IsYes(const platform::RegistryValue& value)
+{
+    switch (value.type) {
+    case platform::ValueType::String:
+    case platform::ValueType::ExpandString:
+        return platform::text::Trimmed(value.data) == "1";
+    case platform::ValueType::Dword:
+        return std::ranges::any_of(value.data, [](char byte) { return byte != 0; });
+    default:
+        return true;
+    }
+}
+
 void AddParagraph(std::string& text, const std::string& paragraph)
 {
     text.append(text.empty() || paragraph.empty() ? "" : "\r\n\r\n").append(paragraph);
@@ -36,17 +51,18 @@ Result<SolutionPack> TemplatePackManager::Read(const std::string& name) const
 {
     const std::string section = platform::path::Join("Content", name);
     SolutionPack pack{.name = name};
-    std::string setUp, folders;
-    for (const auto& [key, value] : {std::pair{"Version", &pack.version},
-                                     {"Description", &pack.description},
-                                     {"PackInstalledBySetUp", &setUp},
-                                     {"TemplateFolders", &folders}}) {
+    std::string folders;
+    for (const auto& [key, value] :
+         {std::pair{"Version", &pack.version}, {"Description", &pack.description}, {"TemplateFolders", &folders}}) {
         auto stored = settings.Read(section, key);
         if (!stored)
             return std::unexpected{stored.error()};
         *value = std::move(*stored);
     }
-    pack.isOfSetup = platform::text::Trimmed(setUp) == "1";
+    const auto setUp = registry.Query(platform::Hive::CurrentUser, settings.KeyOf(section), "PackInstalledBySetUp");
+    if (!setUp && setUp.error() != platform::error::FileNotFound)
+        return std::unexpected{setUp.error()};
+    pack.isOfSetup = setUp && IsYes(*setUp);
     pack.folders = ParsePackFolders(folders);
     return pack;
 }

@@ -144,6 +144,11 @@ TEST_F(PacksTest, DeletesOnePackAndKeepsTheFolderThatIsShown)
         toolkit.ExpectMessage(Text(528) + "Bundled" + Text(529), Icon::Question, Answer::Yes);
         form.btnDelete.UserClicks();
     });
+    PutPack({"By number", "Letters"});
+    system.registry.PutDword(Hive::CurrentUser, std::string{SettingsKey} + "\\Content\\By number",
+                             "PackInstalledBySetUp", 1);
+    toolkit.ExpectMessage(Text(527), Icon::Question, Answer::Yes);
+    InManager([](auto& form) { form.btnDeleteAll.UserClicks(); });
     EXPECT_EQ(Installed(), Texts{});
     EXPECT_FALSE(system.files.Exists(InLibrary("Garden")));
     EXPECT_TRUE(system.files.Exists(InLibrary("Letters\\Memo.swt"))) << "of the product's own setup";
