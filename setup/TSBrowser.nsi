@@ -43,6 +43,7 @@ VIAddVersionKey "ProductVersion" "${VERSION}.0"
 Var ForAll   ; "1": for every user of the machine
 Var Samples  ; where the sample library stands
 Var Previous ; the folder of the version that is there already
+Var GivenFolder ; of /D, which the command line does not show any more
 Var Seconds  ; how long a silent setup waits for the browser to end
 Var OnlyMe
 Var EveryUser
@@ -59,6 +60,7 @@ Page custom ScopePage LeaveScopePage
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !define MUI_FINISHPAGE_RUN "$INSTDIR\TSBrowser.exe"
+!define MUI_PAGE_CUSTOMFUNCTION_SHOW ShowFinishPage
 !insertmacro MUI_PAGE_FINISH
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
@@ -157,7 +159,6 @@ FunctionEnd
 !insertmacro SwitchFunction "un."
 
 Function .onInit
-  SetErrorLevel 0
   UserInfo::GetAccountType
   Pop $R8
 
@@ -184,8 +185,7 @@ Function .onInit
     StrCpy $Seconds $0
   ${EndIf}
 
-  ; /D has set the folder already.
-  StrCpy $R7 $INSTDIR
+  StrCpy $GivenFolder $INSTDIR ; /D has set it already
   Call ChooseScope
   ${If} $R7 != ""
     StrCpy $INSTDIR $R7
@@ -207,7 +207,9 @@ Function ChooseScope
     SetShellVarContext current
   ${EndIf}
   ReadRegStr $Previous SHCTX "${PRODUCT_KEY}" "Installed Path"
-  ${If} $Previous != ""
+  ${If} $GivenFolder != ""
+    StrCpy $INSTDIR $GivenFolder
+  ${ElseIf} $Previous != ""
     StrCpy $INSTDIR $Previous
   ${ElseIf} $ForAll == 1
     StrCpy $INSTDIR "${PROGRAM_FILES}\${PRODUCT}"
@@ -269,12 +271,24 @@ FunctionEnd
 
 ; A setup for all users needs an administrator's rights: the system asks for them.
 Function StartElevated
-  ClearErrors
-  ExecShell "runas" "$EXEPATH" "/ALLUSERS /LANGUAGE=$TextLanguage"
-  ${IfNot} ${Errors}
-    Quit
+  ${GetParameters} $0
+  StrCpy $0 "/ALLUSERS /LANGUAGE=$TextLanguage $0" ; of a switch that is there twice the first one counts
+  ${If} $GivenFolder != ""
+    StrCpy $0 "$0 /D=$GivenFolder"
   ${EndIf}
-  !insertmacro Fail ${CODE_NOT_ALLOWED} "$(NotAllowed)"
+  HideWindow
+  ClearErrors
+  ExecShellWait "runas" "$EXEPATH" "$0"
+  ${If} ${Errors}
+    !insertmacro Fail ${CODE_NOT_ALLOWED} "$(NotAllowed)"
+  ${EndIf}
+  ReadRegStr $0 HKLM "${PRODUCT_KEY}" "Installed Path"
+  ${If} $0 != ""
+  ${AndIf} ${FileExists} "$0\UserSettings.exe"
+    ExecWait '"$0\UserSettings.exe" /S'
+  ${EndIf}
+  SetErrorLevel 0
+  Quit
 FunctionEnd
 
 ; ------------------------------------------------------------------------------------------------------------ pages
@@ -312,6 +326,14 @@ Function LeaveScopePage
     Push $TextLanguage ; chosen a moment ago
     Call ChooseScope
     Pop $TextLanguage
+  ${EndIf}
+FunctionEnd
+
+; After a setup for all users the browser would start with the administrator's rights, and perhaps as another user.
+Function ShowFinishPage
+  ${If} $ForAll == 1
+    ${NSD_Uncheck} $mui.FinishPage.Run
+    ShowWindow $mui.FinishPage.Run ${SW_HIDE}
   ${EndIf}
 FunctionEnd
 
