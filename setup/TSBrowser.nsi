@@ -395,14 +395,18 @@ Function InstallSample
       Return
     ${EndIf}
     Delete "$Samples\$0"
+    ${If} ${Errors} ; somebody has it open: the next setup brings it
+      Return
+    ${EndIf}
   ${ElseIf} $1 != ""
     Return
   ${EndIf}
   ${GetParent} "$Samples\$0" $3
   CreateDirectory $3
-  ClearErrors
-  Rename "$PLUGINSDIR\Library\$0" "$Samples\$0"
-  ${If} ${Errors}
+  ; A copy gets its folder's permissions. Moved there, it would keep those of the administrator's temporary folder.
+  System::Call 'kernel32::CopyFile(t "$PLUGINSDIR\Library\$0", t "$Samples\$0", i 1) i .r2'
+  ${If} $2 = 0
+    DeleteRegValue SHCTX "${LIBRARY_KEY}" "$0" ; without it the next setup does not take it for deleted by the user
     !insertmacro Fail ${CODE_FILES} "$(FilesFailed)"
   ${EndIf}
   Push "$Samples\$0"
