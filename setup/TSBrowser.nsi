@@ -570,13 +570,13 @@ Section
   StrCpy $0 "/PerUser"
   ${If} $ForAll == 1
     StrCpy $0 ""
-    ; The other users get their settings at their next logon.
-    ReadRegDWORD $1 SHCTX "${PRODUCT_KEY}" "Setups"
-    IntOp $1 $1 + 1
-    WriteRegDWORD SHCTX "${PRODUCT_KEY}" "Setups" $1
+    ; The other users get their settings at their next logon. The system compares its number with each user's, part by
+    ; part (each below 65536). The time grows even when this was removed in between; the ones keep it free of leading
+    ; zeros.
+    ${GetTime} "" "LS" $2 $3 $4 $5 $6 $7 $8
     WriteRegStr HKLM "${EACH_USER_KEY}" "" "${PRODUCT}"
     WriteRegStr HKLM "${EACH_USER_KEY}" "StubPath" '"$INSTDIR\UserSettings.exe" /S'
-    WriteRegStr HKLM "${EACH_USER_KEY}" "Version" "${VERSION_COMMAS},$1"
+    WriteRegStr HKLM "${EACH_USER_KEY}" "Version" "$4,1$3$2,1$6$7,1$8"
   ${EndIf}
   ExecWait '"$INSTDIR\TSBrowser.exe" /RegServer $0' $1
   ${If} $1 != 0

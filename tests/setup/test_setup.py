@@ -87,6 +87,11 @@ def registry(machine=False):
     return found
 
 
+def each_user_version(keys):
+    return [int(part) for (key, name), data in keys.items() if "Active Setup" in key and name == "Version"
+            for part in data.split(",")]
+
+
 def files(below=DRIVE):
     """Every file with its bytes' number, where setup or the browser could have put one."""
     ignored = ("windows/", "exported", ".log")
@@ -191,6 +196,8 @@ class SetupTest(unittest.TestCase):
         self.assertFalse((self.folder / "Templates").exists())
         self.assertEqual(windows(share), keys[SETTINGS + r"\Browser", "HDD Templates Path"])
 
+        number = each_user_version(keys)
+
         # Another user logs on.
         wine("reg", "delete", SETTINGS, "/f")
         wine("reg", "delete", OWN, "/f")
@@ -217,6 +224,11 @@ class SetupTest(unittest.TestCase):
         self.assertEqual(set(), {place for place in keys if place[1] and not place[0].startswith(SETTINGS)})
         self.assertEqual(set(), {place for place in keys if place[1] and place[0].endswith(("Options", "Help"))}
                          - {(SETTINGS + r"\Options", "NotifyCount"), (SETTINGS + r"\Options", "NotifyDisabled")})
+
+        # Every user gets the settings of the next setup, too.
+        self.assertEqual(0, setup("/ALLUSERS", folder=self.folder))
+        self.assertGreater(each_user_version(self.added()[0]), number)
+        self.assertTrue(uninstall(self.folder))
 
     def test_refuses_and_changes_nothing(self):
         for code, switch in ((BAD_SWITCH, "/LANGUAGE=xx"), (BAD_SWITCH, "/TEMPLATES=Templates")):
