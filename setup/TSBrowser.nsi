@@ -187,9 +187,6 @@ Function .onInit
 
   StrCpy $GivenFolder $INSTDIR ; /D has set it already
   Call ChooseScope
-  ${If} $R7 != ""
-    StrCpy $INSTDIR $R7
-  ${EndIf}
   ${IfNot} ${Silent}
     Call AskLanguage
     ${If} $ForAll == 1
@@ -269,7 +266,8 @@ Function AskLanguage
   ${EndIf}
 FunctionEnd
 
-; A setup for all users needs an administrator's rights: the system asks for them.
+; A setup for all users needs an administrator's rights: the system asks for them. They may be another account's, and
+; with them that account's settings: the user at the screen gets his own here.
 Function StartElevated
   ${GetParameters} $0
   StrCpy $0 "/ALLUSERS /LANGUAGE=$TextLanguage $0" ; of a switch that is there twice the first one counts
@@ -394,6 +392,7 @@ Function InstallSample
     ${If} $1 != $2
       Return
     ${EndIf}
+    ClearErrors
     Delete "$Samples\$0"
     ${If} ${Errors} ; somebody has it open: the next setup brings it
       Return
@@ -503,7 +502,24 @@ FunctionEnd
 Section
   Call UseLongName
   Call RefuseOlder
+  ${If} $Previous != ""
+    Push $INSTDIR
+    StrCpy $INSTDIR $Previous
+    Call AwaitEnd
+    Pop $INSTDIR
+  ${EndIf}
   Call AwaitEnd
+
+  ; A folder that cannot be written is found out while the program still stands in the other one.
+  ClearErrors
+  SetOutPath "$INSTDIR"
+  GetTempFileName $0 "$INSTDIR"
+  ${If} ${Errors}
+    !insertmacro Fail ${CODE_FILES} "$(FilesFailed)"
+  ${EndIf}
+  Delete $0
+  Call UseLongName ; only a folder that is there has one
+  Call RemovePrevious
 
   ; The library stands beside the program of a single user; of all users, where every one of them may write.
   ReadRegStr $Samples SHCTX "${PRODUCT_KEY}" "Samples Path"
@@ -519,7 +535,6 @@ Section
   ${EndIf}
 
   ClearErrors
-  SetOutPath "$INSTDIR"
   File "${STAGE}/TSBrowser.exe"
   File "${STAGE}/UserSettings.exe"
   File /r "${STAGE}/Support"
@@ -584,7 +599,7 @@ Section
   ${EndIf}
 SectionEnd
 
-; An older version would not know what a newer one has written. One in another folder makes room for this one.
+; An older version would not know what a newer one has written.
 Function RefuseOlder
   ReadRegStr $0 SHCTX "${PRODUCT_KEY}" "Version"
   ${VersionCompare} "$0" "${VERSION}" $1
@@ -592,6 +607,10 @@ Function RefuseOlder
   ${AndIf} $1 == 1
     !insertmacro Fail ${CODE_NEWER} "$(Newer) ($0)"
   ${EndIf}
+FunctionEnd
+
+; A version in another folder makes room for this one.
+Function RemovePrevious
   ${If} $Previous != ""
   ${AndIf} $Previous != $INSTDIR
   ${AndIf} ${FileExists} "$Previous\Uninstall.exe"
@@ -677,6 +696,7 @@ Section un.Uninstall
   Delete "$INSTDIR\TSBrowser.exe"
   Delete "$INSTDIR\TS_RES.dll"
   Delete "$INSTDIR\UserSettings.exe"
+  Delete "$INSTDIR\Report a Bug.htm" ; the browser's own, written over each time
   Delete "$SMPROGRAMS\${PRODUCT}.lnk"
   !insertmacro RemoveProgramFolders
 

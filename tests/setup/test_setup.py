@@ -41,7 +41,7 @@ def wine(*arguments):
 
 
 def setup(*switches, folder=None):
-    at = f"/D={windows(folder)}".split(" ") if folder else []  # never in quotes
+    at = f"/D={folder if isinstance(folder, str) else windows(folder)}".split(" ") if folder else []  # never in quotes
     return wine(SETUP, "/S", *switches, *at)[0]
 
 
@@ -171,12 +171,14 @@ class SetupTest(unittest.TestCase):
         self.assertFalse(deleted.exists())
         self.assertFalse((self.folder / "TS_RES.dll").exists())
 
-        # Into another folder: the program moves, the library stays.
+        # Into another folder, by a short name: the program moves, the library stays.
         moved = self.folder.with_name("Moved here")
-        self.assertEqual(0, setup(folder=moved))
+        self.assertEqual(0, setup(folder=wine("winepath", "-s", windows(moved.parent))[1] + "\\Moved here"))
+        self.assertEqual(windows(moved), registry()[OWN, "Installed Path"])
         self.assertEqual(["Templates"], [path.name for path in self.folder.iterdir()])
         self.assertEqual(windows(templates), registry()[SETTINGS + r"\Browser", "HDD Templates Path"])
 
+        (moved / "Report a Bug.htm").write_text("of the browser")
         short = wine("winepath", "-s", windows(moved))[1]
         self.assertIn("~", short)
         self.assertTrue(uninstall(moved, short))
