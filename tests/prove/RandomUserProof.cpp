@@ -44,12 +44,14 @@ constexpr int Expected[] = {
     106, 107, 131, 257, 258, 565,                               // numbers, packs and recent documents
 };
 
-/// Wine's own dialog of files says it of one that is opened in it.
-constexpr wchar_t OfFileDialog[] = L"There is no Windows program configured to open this type of file.";
+/// What Wine's own dialog of files says of names that are typed in it, and of files that are opened in it.
+constexpr const wchar_t* OfFileDialog[] = {L"There is no Windows program configured to open this type of file.",
+                                           L"File does not exist", L"Path does not exist",
+                                           L"The selection contains a non-folder object"};
 
 bool IsExpected(const std::wstring& message)
 {
-    if (message.starts_with(OfFileDialog))
+    if (std::ranges::any_of(OfFileDialog, [&](const wchar_t* text) { return message.starts_with(text); }))
         return true;
     return std::ranges::any_of(Expected, [&](int number) {
         const auto row = std::ranges::find(Strings, number, &Row::number);
