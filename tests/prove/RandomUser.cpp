@@ -333,9 +333,15 @@ void RandomUser::Act()
 
 void RandomUser::GoHome()
 {
-    const HWND front = Front();
+    HWND front = Front();
     if (front == nullptr)
         return;
+    // A dialog of the system holds all the rest, also what was clicked in front of it since: the window of a load.
+    const auto open = Visible();
+    const auto dialog = std::ranges::find_if(
+        open, [](HWND window) { return ClassOf(window) == SystemDialogClass && IsWindowEnabled(window); });
+    if (dialog != open.end() && *dialog != front)
+        SetForegroundWindow(front = *dialog);
     if (ClassOf(front) == SystemDialogClass && IsMessage(front))
         return Answer(front);
     if (const std::string act = "leaves " + Described(front); History.empty() || History.back() != act)
