@@ -142,8 +142,10 @@ void ListPane::Fill()
         list.Select(0);
     wanted.clear();
     SelectionChanged();
-    if (!read && ShowsThumbnails() && read.error() != platform::error::Timeout)
+    if (!read && ShowsThumbnails() && read.error() != platform::error::Timeout) {
+        const app::PatientFiles::Unless others{files};
         messages.Inform(app::str::ThumbnailsUnavailable);
+    }
 }
 
 std::uint16_t ListPane::WhyUnread(platform::Error failure)

@@ -34,6 +34,9 @@ void Favorites::GetFavoritesFromRegistry()
         for (const std::string& name : names)
             if (!name.empty() && IsGone(disk, DiskPath(templatesPath, name)))
                 found.insert(name);
+        if (!found.empty()) // the system tells of a drive that went meanwhile in the same words
+            if (const auto still = disk.List(DiskPath(templatesPath, "")); !still)
+                return std::unexpected{still.error()};
         return found;
     });
     if (state.TemplatesPath != asked) // they are read again by whoever has changed it

@@ -26,8 +26,8 @@ bool TemplateLibrary::LoadTreeView()
     // The passes yield: a click that asks for a load in the middle of one must not build the tree twice over.
     if (loading)
         return true;
-    const platform::Scoped now{loading, true};
     {
+        const platform::Scoped now{loading, true};
         struct Unlock {
             TemplateLibrary& library;
             ~Unlock()

@@ -56,7 +56,11 @@ ExportOutcome ProfileTransfer::Export(std::string_view location, std::string_vie
         return ExportOutcome::Failed;
     }
     const std::string imagesFolder = images.ImagesFolder();
-    if (imagesFolder.empty() && HavePictures(*keys)) // they could not come along
+    const auto isOutOfReach = [&] { // the system tells of a missing drive in the words of a missing folder
+        const std::string root = path::Root(imagesFolder);
+        return root.empty() || !files.Stat(root);
+    };
+    if (HavePictures(*keys) && isOutOfReach()) // they could not come along, and those of an earlier export would go
         return refused(FileMessage(error::PathNotFound));
     const auto outOfReach = [&](platform::Error failure, const std::string& about) {
         images.TellFiles(failure, about);

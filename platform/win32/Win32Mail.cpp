@@ -58,7 +58,9 @@ std::string AnsiPath(std::string_view path)
     const std::wstring wide = ToUtf16(path);
     wchar_t brief[MAX_PATH]{};
     BOOL lossy = FALSE;
-    WideCharToMultiByte(CP_ACP, 0, wide.data(), static_cast<int>(wide.size()), nullptr, 0, nullptr, &lossy);
+    // A similar letter would name another file.
+    WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, wide.data(), static_cast<int>(wide.size()), nullptr, 0, nullptr,
+                        &lossy);
     const DWORD length = lossy ? GetShortPathNameW(wide.c_str(), brief, MAX_PATH) : 0;
     return Ansi(length > 0 && length < MAX_PATH ? ToUtf8({brief, length}) : std::string{path});
 }

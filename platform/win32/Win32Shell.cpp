@@ -279,9 +279,9 @@ Result<> Win32Shell::Recycle(std::string_view folder)
                      FOF_NO_CONNECTED_ELEMENTS; // a page beside its folder of pictures stays
     const int failure = InApartment([&] { return SHFileOperationW(&request); });
     constexpr int operationCancelled = 0x75; // DE_OPCANCELLED of the documentation of SHFileOperation; no header has it
-    if (failure == ERROR_CANCELLED || failure == operationCancelled || (failure == 0 && request.fAnyOperationsAborted))
+    if (failure == ERROR_CANCELLED || failure == operationCancelled)
         return std::unexpected{error::Declined};
-    if (failure != 0)
+    if (failure != 0 || request.fAnyOperationsAborted) // the system gives up without a word, too, at what is in use
         return std::unexpected{error::AccessDenied};
     return {};
 }

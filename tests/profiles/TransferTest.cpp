@@ -390,6 +390,17 @@ TEST_F(TransferTest, ASecondExportReplacesTheFirstOne)
                      "C:\\Out\\Set\\Other", "C:\\Out\\Set\\Other\\Logo.jpg", "C:\\Out\\Set\\TSProfile.tspf"}));
 }
 
+TEST_F(TransferTest, AnExportWithoutTheDriveOfThePicturesLeavesTheEarlierOneWhole)
+{
+    AddProfiles();
+    ASSERT_EQ(Export(), ExportOutcome::Done);
+    const auto before = system.files.Snapshot("C:\\Out");
+    PutSetting("Options", "Profile Images Path", "H:\\Pictures");
+    toolkit.ExpectMessage(Text(222), Icon::Critical);
+    EXPECT_EQ(transfer.Export("C:\\Out\\", "Set"), ExportOutcome::Failed);
+    EXPECT_EQ(system.files.Snapshot("C:\\Out"), before);
+}
+
 TEST_F(TransferTest, AnExportMayLieAmongThePictures)
 {
     PutPicture("Ann", ImageKind::Logo, ".jpg", "logo");
