@@ -41,6 +41,14 @@ std::string TargetOf(std::string_view relations, std::string_view typeEnding)
     return {};
 }
 
+/// Office programs write what XML has no character for by its number (ST_Xstring): the first half of a line's end.
+std::string WithLineBreaks(std::string xml)
+{
+    for (const char* escaped : {"_x000d_", "_x000D_"})
+        xml = platform::text::Replaced(std::move(xml), escaped, "\r");
+    return xml;
+}
+
 Facts ReadOffice(const ZipArchive& archive, std::string relations)
 {
     relations = XmlText(std::move(relations));
@@ -48,7 +56,7 @@ Facts ReadOffice(const ZipArchive& archive, std::string relations)
     for (const Part& part : parts) {
         const std::string target = TargetOf(relations, part.relation);
         if (auto xml = archive.Member(target.empty() ? part.usual : std::string_view{target}))
-            AddXmlFacts(facts, XmlText(*std::move(xml)), part.fields);
+            AddXmlFacts(facts, WithLineBreaks(XmlText(*std::move(xml))), part.fields);
     }
     return facts;
 }

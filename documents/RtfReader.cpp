@@ -7,6 +7,8 @@
 #include "platform/Utf.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 
 namespace documents {
 namespace {
@@ -52,6 +54,8 @@ public:
         for (int byte; !done && bytes.Position() < MostBytes && (byte = bytes.Get()) >= 0;) {
             switch (byte) {
             case '{':
+                if (depth >= 0 && depth < MostScopes)
+                    outerSizes.at(static_cast<std::size_t>(depth)) = fallbackSize;
                 ++depth;
                 fallback = 0;
                 break;
@@ -88,7 +92,9 @@ private:
     std::uint32_t codePage{WesternCodePage};
     char32_t firstHalf{}; ///< of a character that takes two UTF-16 units
     int fallback{};       ///< characters to pass over: they stand for a Unicode character that was read
-    int fallbackSize{1};  ///< of each Unicode character
+    int fallbackSize{1};  ///< of each Unicode character, up to the end of the group
+    static constexpr int MostScopes = 64;
+    std::array<int, MostScopes> outerSizes{}; ///< of the groups around it
 
     void AddByte(char byte)
     {
@@ -125,6 +131,8 @@ private:
         }
         done = infoDepth != 0 && depth <= infoDepth;
         --depth;
+        if (depth >= 0 && depth < MostScopes)
+            fallbackSize = outerSizes.at(static_cast<std::size_t>(depth));
     }
     void Control()
     {
@@ -165,13 +173,13 @@ private:
     {
         if (word == "bin" && number > 0) {
             bytes.Seek(bytes.Position() + static_cast<std::uint64_t>(number));
+        } else if (word == "uc" && hasNumber) {
+            fallbackSize = std::clamp(number, 0, 16);
         } else if (infoDepth == 0) {
             if (word == "info")
                 infoDepth = depth;
             else if (word == "ansicpg" && number > 0)
                 codePage = static_cast<std::uint32_t>(number);
-            else if (word == "uc" && hasNumber)
-                fallbackSize = std::clamp(number, 0, 16);
             else if (const auto* named = Row(characterSets, word))
                 codePage = *named;
         } else if (itemDepth == 0) {
@@ -217,8 +225,6 @@ private:
             Flush();
             if (shown.size() < 4 * Facts::MostText)
                 AddUnit(*character);
-        } else if (word == "uc") {
-            fallbackSize = std::clamp(number, 0, 16);
         } else if (word == "par" || word == "line") {
             AddByte('\n');
         } else if (word == "tab") {

@@ -1,6 +1,7 @@
 #include "library/DocumentFacts.h"
 
 #include "documents/Read.h"
+#include "platform/ByteSource.h"
 #include "platform/Path.h"
 #include "platform/Text.h"
 
@@ -91,6 +92,8 @@ public:
         const auto bytes = files.Open(path);
         if (!bytes)
             return {}; // and asked for again the next time: another program may have let go of it
+        if (entry.size > 0 && platform::ReadBytes(**bytes, 0, 1).empty())
+            return {}; // the share has gone, or another program reads it alone
         documents::Facts facts = documents::Read(**bytes, [this](std::uint32_t codePage, std::string_view text) {
             return locale.FromCodePage(codePage, text);
         });

@@ -113,7 +113,7 @@ std::optional<Criteria> Criteria::Of(const Property& property, Condition conditi
     if (criteria.value.empty())
         return std::nullopt;
     if (property.date != nullptr) {
-        const auto day = DayOf(value, locale);
+        const auto day = DayOf(criteria.value, locale);
         if (!day)
             return std::nullopt;
         criteria.day = *day;

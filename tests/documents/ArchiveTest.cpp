@@ -8,7 +8,7 @@ namespace {
 
 const std::string core = "<cp:coreProperties><dc:title>T &amp; t</dc:title><dc:subject>S</dc:subject>"
                          "<dc:creator>Ann</dc:creator><cp:keywords>one, <cp:value>two</cp:value></cp:keywords>"
-                         "<dc:description> D </dc:description><cp:lastModifiedBy>Bob</cp:lastModifiedBy>"
+                         "<dc:description> D_x000d_\nE </dc:description><cp:lastModifiedBy>Bob</cp:lastModifiedBy>"
                          "<dcterms:created>2004-03-07T17:07:09Z</dcterms:created><cp:category>K</cp:category>"
                          "<dcterms:modified>2004-03-08T00:00:00Z</dcterms:modified></cp:coreProperties>";
 const std::string extended = "<Properties><Company>C</Company><Manager>M</Manager><Pages>12</Pages></Properties>";
@@ -16,7 +16,7 @@ const Facts officeFacts{.title = "T & t",
                         .subject = "S",
                         .author = "Ann",
                         .keywords = "one, two",
-                        .comments = "D",
+                        .comments = "D\nE",
                         .company = "C",
                         .manager = "M",
                         .category = "K",

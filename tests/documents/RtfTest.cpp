@@ -38,6 +38,8 @@ TEST(RtfTest, DecodesCharactersOfEveryKind)
         {"{\\title {\\u26085 }?y}", "日?y"},
         {"{\\title x\\emdash y\\rquote s\\_z\\u8217\\rquote t}", "x—y’s-z’t"},
         {"{\\upr{\\title ?}{\\*\\ud{\\title \\u26085}}}", "日"},
+        {"\\uc1{\\upr{\\title ? x}{\\*\\ud\\uc0{\\title \\u26085 x}}}", "日x"},
+        {"{\\subject {\\uc2\\u26085 ab}}{\\title \\u26085?xy}", "日xy"},
         {"{\\title one}{\\title two}", "one"},
         {"{\\title \\u55357?a\\u56832?}", "a"},
         {"{\\title a\\~b\\zzz1 c}", "a bc"},
