@@ -58,8 +58,8 @@ if [[ $(cat "$WINEPREFIX/installed" 2>/dev/null) != "$installed" ]]; then
   echo "$installed" >"$WINEPREFIX/installed"
 fi
 if [[ -n $with_pack ]]; then
-  samples/pack/build.sh build/GardenPack.exe
-  wine build/GardenPack.exe /S
+  samples/pack/build.sh build/GardenPack.exe "$([[ $flavour == win32 ]] || echo amd64-unicode)"
+  wine build/GardenPack.exe /S || { say "The pack's installer failed with $?."; exit 1; }
 fi
 wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$dpi" /f >/dev/null
 # Wine's own fonts have no Japanese letters.

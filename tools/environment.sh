@@ -1,6 +1,8 @@
 # What run.sh and test.sh share: installing what is missing, the kind of Wine there is, a display, a prefix.
 # Sourced, never run; expects `set -euo pipefail` and to be in the project's root.
 
+unset WINEPREFIX # the user's own is none of ours
+
 say() { printf '%s\n' "$*" >&2; }
 
 as_root() {
@@ -10,10 +12,10 @@ as_root() {
 apt_updated=""
 apt_install() {
   if [[ -z $apt_updated ]]; then
-    as_root env DEBIAN_FRONTEND=noninteractive apt-get update -qq || say "apt-get update failed; going on with the lists there are."
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300 update -qq || say "apt-get update failed; going on with the lists there are."
     apt_updated=yes
   fi
-  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "$@" >&2
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300 install -y -qq --no-install-recommends "$@" >&2
 }
 
 # Installs those of the packages that are not there.
@@ -36,7 +38,7 @@ choose_flavour() {
   have_wine32 && return
   say "Trying to install 32-bit Wine ..."
   if [[ " $(dpkg --print-foreign-architectures) " != *i386* ]]; then
-    as_root dpkg --add-architecture i386
+    as_root dpkg --add-architecture i386 || { flavour=win64; return 0; }
     apt_updated=""
   fi
   apt_install wine32:i386 >/dev/null 2>&1 || true

@@ -1,6 +1,9 @@
 ; The installer of the sample solution pack, and a pattern for others (docs/PACKS.md explains it):
 ;   makensis -DSOURCE=FOLDER -DOUTFILE=FILE samples/pack/GardenPack.nsi
 ; SOURCE holds the templates as they lie in the library. The pack takes /S (silent) and /UNINSTALL.
+!ifdef TARGET
+  Target ${TARGET}
+!endif
 Unicode true
 SetCompressor /SOLID lzma
 RequestExecutionLevel user ; everything it writes is the user's own
