@@ -278,8 +278,7 @@ Result<> Win32Shell::Recycle(std::string_view folder)
     request.fFlags = FOF_ALLOWUNDO | FOF_NOCONFIRMATION | FOF_NOERRORUI | FOF_SILENT | FOF_WANTNUKEWARNING |
                      FOF_NO_CONNECTED_ELEMENTS; // a page beside its folder of pictures stays
     const int failure = InApartment([&] { return SHFileOperationW(&request); });
-    constexpr int operationCancelled = 0x75; // DE_OPCANCELLED of the documentation of SHFileOperation; no header has it
-    if (failure == ERROR_CANCELLED || failure == operationCancelled)
+    if (failure == ERROR_CANCELLED)
         return std::unexpected{error::Declined};
     if (failure != 0 || request.fAnyOperationsAborted) // the system gives up without a word, too, at what is in use
         return std::unexpected{error::AccessDenied};

@@ -316,7 +316,7 @@ std::optional<LRESULT> FormWindow::OnErase(HDC context)
 
 void FormWindow::OnColoursChanged()
 {
-    // The system tells windows without an owner or parent only; what is in them keeps the old colours until it hears.
+    // The system tells top-level windows only; what is in them keeps the old colours until it hears.
     for (const Control* control : form.Controls())
         if (const auto* peer = static_cast<const PeerBase*>(control->Peer()))
             SendMessageW(peer->Handle(), WM_SYSCOLORCHANGE, 0, 0);

@@ -193,7 +193,7 @@ void ImagePeer::Show(const Decoded& decoded)
     own = decoded.own;
     if (image.Zoom() != Image::FitZoom)
         return;
-    if (!own.Empty())
+    if (!own.Empty() && !shown.Empty())
         image.Fitted(std::max(MulDiv(shown.width, 100, own.width), 1));
     AskAhead();
 }

@@ -463,8 +463,8 @@ LRESULT TreeViewPeer::OnInput(UINT message, WPARAM wParam, LPARAM lParam)
     const Watch watch{*this};
     const bool isClick = message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK;
     clickedSelected = isClick && IsSelected(ItemAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}));
-    expanding = false; // of a node without branches some systems tell the beginning only
     const LRESULT result = Default(message, wParam, lParam);
+    expanding = false; // of a node without branches some systems tell the beginning only
     if (!watch.Gone())
         FoldSelection();
     if (message == WM_LBUTTONDOWN && clickedSelected && !watch.Gone())
