@@ -13,7 +13,7 @@ namespace profiles {
 /// and read back first; what they replace is kept until Finish. At every moment each place holds its old or its new
 /// file, so that a process that dies loses none. What was not finished is undone by the destructor. The files are our
 /// own: write protection does not keep them. A file that another program holds is tried again, for up to a second in
-/// all.
+/// all, and for another one when the batch is undone.
 class FileBatch {
 public:
     FileBatch(app::PatientFiles& files, platform::Clock& clock) : files{files}, clock{clock} {}

@@ -25,7 +25,6 @@ public:
     const std::string& Text() const;
     /// By code: no event. An index that is not there selects nothing.
     void Select(int index);
-    /// The first line of this text; selects nothing when there is none. No event.
 
     /// The user selected another line.
     std::function<void()> Click;
