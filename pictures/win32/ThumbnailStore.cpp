@@ -8,11 +8,11 @@
 namespace pictures::win32 {
 namespace {
 
-/// Pictures that are decoded at a time: as many as there are processors, and one thread stays free for a picture that
-/// the user asked for by itself.
+/// Pictures that are under way at a time. More than there are processors: a job also waits for the disk, and for the
+/// window's thread, which begins no other while it draws the list. No more than a 32-bit process has room for.
 std::size_t MostAtATime()
 {
-    static const std::size_t most = std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, 3);
+    static const std::size_t most = std::clamp<std::size_t>(2 * std::thread::hardware_concurrency(), 2, 4);
     return most;
 }
 
