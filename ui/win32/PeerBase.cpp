@@ -9,8 +9,7 @@
 namespace ui::win32 {
 namespace {
 
-constexpr UINT_PTR SubclassId = 1;
-/// Leads from a control's window to its peer. The 64-bit import library lacks GetWindowSubclass.
+/// Leads from a control's window to its peer, also where others have put themselves before its procedure.
 constexpr wchar_t PeerProperty[] = L"TSBrowserPeer";
 
 bool IsOurs(HWND window)
@@ -18,6 +17,13 @@ bool IsOurs(HWND window)
     DWORD process = 0;
     GetWindowThreadProcessId(window, &process);
     return process == GetCurrentProcessId();
+}
+
+/// What the control's own class makes of a message.
+LRESULT ByClass(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return CallWindowProcW(reinterpret_cast<WNDPROC>(GetClassLongPtrW(window, GCLP_WNDPROC)), window, message, wParam,
+                           lParam);
 }
 
 } // namespace
@@ -30,7 +36,7 @@ PeerBase::~PeerBase()
     if (window == nullptr)
         return;
     RemovePropW(window, PeerProperty);
-    RemoveWindowSubclass(window, &PeerBase::Procedure, SubclassId);
+    SetWindowLongPtrW(window, GWLP_USERDATA, 0); // the procedure stays: others may stand before it
 }
 
 bool PeerBase::IsGone() const
@@ -53,7 +59,10 @@ void PeerBase::Create(const wchar_t* windowClass, DWORD style, DWORD extendedSty
                              GetModuleHandleW(nullptr), nullptr);
     if (window == nullptr)
         return;
-    SetWindowSubclass(window, &PeerBase::Procedure, SubclassId, reinterpret_cast<DWORD_PTR>(this));
+    // Not by SetWindowSubclass: that looks up a property of the window three times a message, and Wine asks its server
+    // for each, hundreds of times for a list that is filled.
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&PeerBase::Procedure));
     SetPropW(window, PeerProperty, this);
     form.SetToolTip(window, control.ToolTipText);
     NameForReaders(window, control.Name);
@@ -148,7 +157,7 @@ std::optional<LRESULT> PeerBase::OnMessage(UINT, WPARAM, LPARAM)
 
 LRESULT PeerBase::Default(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    return DefSubclassProc(window, message, wParam, lParam);
+    return ByClass(window, message, wParam, lParam);
 }
 
 LRESULT PeerBase::Send(UINT message, WPARAM wParam, LPARAM lParam) const
@@ -219,12 +228,11 @@ SIZE PeerBase::Measure(const std::string& text, HFONT font, int width, UINT flag
     return {rect.right - rect.left, rect.bottom - rect.top};
 }
 
-LRESULT CALLBACK PeerBase::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                     DWORD_PTR peer) noexcept
+LRESULT CALLBACK PeerBase::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept
 {
-    auto* self = reinterpret_cast<PeerBase*>(peer);
-    if (self->IsGone())
-        return DefSubclassProc(window, message, wParam, lParam);
+    auto* self = reinterpret_cast<PeerBase*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (self == nullptr || self->IsGone())
+        return ByClass(window, message, wParam, lParam);
     const Form::Use use{self->form.Model()};
     const auto answer = Guarded([&]() -> std::optional<LRESULT> {
         auto result = self->OnMessage(message, wParam, lParam);
@@ -239,7 +247,7 @@ LRESULT CALLBACK PeerBase::Procedure(HWND window, UINT message, WPARAM wParam, L
         }
         return result;
     });
-    return answer ? *answer : DefSubclassProc(window, message, wParam, lParam);
+    return answer ? *answer : ByClass(window, message, wParam, lParam);
 }
 
 } // namespace ui::win32

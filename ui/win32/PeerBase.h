@@ -137,8 +137,7 @@ private:
 
     void Place();
     bool IsGone() const;
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                      DWORD_PTR peer) noexcept;
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 };
 
 } // namespace ui::win32
