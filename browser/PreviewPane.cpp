@@ -26,7 +26,7 @@ void PreviewPane::LoadThePreviewPane(const TemplateRow* row)
         picture.SetFile({}); // that of the row before says nothing about this one
     std::string text = row->text;
     if (!row->inFolder.empty())
-        text += "\r\n" + row->inFolder;
+        text.append("\r\n").append(row->inFolder);
     if (row->hasDetails)
         text += "\r\n" + SizeText(row->size) + "\r\n" + ModifiedText(clock, locale, row->modified);
     facts.SetCaption(std::move(text));

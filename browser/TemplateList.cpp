@@ -16,7 +16,7 @@ void TemplateList::Add(TemplateRows piece)
     if (rows.empty())
         rows = std::move(piece);
     else
-        std::ranges::move(piece, std::back_inserter(rows));
+        rows.insert(rows.end(), std::move_iterator{piece.begin()}, std::move_iterator{piece.end()});
     if (sortColumn >= 0)
         Sort();
 }
@@ -59,7 +59,7 @@ std::string TemplateList::Text(int row, int column) const
     const TemplateRow& item = At(row);
     switch (column) {
     case FolderColumn:
-        return item.inFolder;
+        return std::string{item.inFolder};
     case SizeColumn:
         return item.hasDetails ? SizeText(item.size) : std::string{};
     case ModifiedColumn:

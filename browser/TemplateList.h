@@ -29,7 +29,11 @@ public:
     std::string Text(int row, int column) const override;
     int Icon(int row) const override { return static_cast<int>(At(row).type) + 1; }
     int SmallIcon(int row) const override { return static_cast<int>(At(row).type) + 3; }
-    ui::Thumbnail ThumbnailOf(int row) const override { return At(row).thumbnail; }
+    ui::Thumbnail ThumbnailOf(int row) const override
+    {
+        const auto& thumbnail = At(row).thumbnail;
+        return thumbnail ? *thumbnail : ui::Thumbnail{};
+    }
 
     const TemplateRows& All() const { return rows; }
     const TemplateRow& At(int row) const { return rows.at(static_cast<std::size_t>(row)); }

@@ -7,6 +7,7 @@
 #include "platform/Text.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace browser {
@@ -42,22 +43,27 @@ platform::Result<> TemplateReader::ReadCategory(const std::string& category, std
     if (catalog.FindByPath(category) == nullptr)
         return std::unexpected{platform::error::PathNotFound};
     const std::string place = catalog.PlaceOf(category);
-    const std::string folder = library::DiskPath(state.TemplatesPath, place);
+    const SharedText folder{library::DiskPath(state.TemplatesPath, place)};
+    const SharedText inFolder{place};
     auto listing = catalog.FilesIn(place);
+    std::array<std::vector<platform::FileEntry*>, TemplateExtensions.size()> ofType;
+    if (listing)
+        for (platform::FileEntry& entry : *listing)
+            if (const auto type = TemplateTypeOf(entry.name))
+                ofType[*type].push_back(&entry);
     for (std::size_t type = 0; type < TemplateExtensions.size(); ++type) {
         if (!sink.GoOn())
             return {};
-        if (!listing || !FileTypeTabs::Shows(tab, type))
+        if (!FileTypeTabs::Shows(tab, type))
             continue;
         TemplateRows piece;
-        for (platform::FileEntry& entry : *listing) {
-            if (TemplateTypeOf(entry.name) != type)
-                continue;
-            std::string baseName = text::Trimmed(path::WithoutLastFour(text::Trimmed(entry.name)));
+        piece.reserve(ofType[type].size());
+        for (platform::FileEntry* entry : ofType[type]) {
+            std::string baseName = text::Trimmed(path::WithoutLastFour(text::Trimmed(entry->name)));
             if (IsExcluded(baseName))
                 continue;
-            TemplateRow& row = piece.emplace_back(std::move(baseName), std::exchange(entry.name, {}), folder, type);
-            SetListItemDetails(row, place, entry.size, entry.modified);
+            TemplateRow& row = piece.emplace_back(std::move(baseName), std::move(entry->name), folder, type);
+            SetListItemDetails(row, inFolder, entry->size, entry->modified);
         }
         sink.Add(std::move(piece));
     }
@@ -103,7 +109,7 @@ void TemplateReader::AddDetails(TemplateRows& rows) const
     });
     for (std::size_t i = 0; entries && i < rows.size(); ++i)
         if (const auto& entry = (*entries)[i])
-            SetListItemDetails(rows[i], std::string{rows[i].inFolder}, entry->size, entry->modified);
+            SetListItemDetails(rows[i], rows[i].inFolder, entry->size, entry->modified);
 }
 
 std::string TemplateReader::PlaceOf(const std::string& category) const

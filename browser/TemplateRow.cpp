@@ -4,7 +4,7 @@
 
 namespace browser {
 
-void SetListItemDetails(TemplateRow& row, std::string inFolder, std::uint64_t size, platform::FileTime modified)
+void SetListItemDetails(TemplateRow& row, SharedText inFolder, std::uint64_t size, platform::FileTime modified)
 {
     row.inFolder = std::move(inFolder);
     row.hasDetails = true;

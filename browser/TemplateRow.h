@@ -1,10 +1,12 @@
 #pragma once
 
+#include "browser/SharedText.h"
 #include "platform/Clock.h"
 #include "platform/Locale.h"
 #include "ui/ListView.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -12,20 +14,20 @@ namespace browser {
 
 /// One template as the list shows it.
 struct TemplateRow {
-    std::string text;     ///< base name
-    std::string file;     ///< file name with its ending
-    std::string folder;   ///< full path of its folder
-    std::size_t type{};   ///< position among the template extensions
-    std::string inFolder; ///< what the "In Folder" column shows
-    bool hasDetails{};    ///< size and modified are known
+    std::string text;    ///< base name
+    std::string file;    ///< file name with its ending
+    SharedText folder;   ///< full path of its folder
+    std::size_t type{};  ///< position among the template extensions
+    SharedText inFolder; ///< what the "In Folder" column shows
+    bool hasDetails{};   ///< size and modified are known
     std::uint64_t size{};
     platform::FileTime modified{};
-    ui::Thumbnail thumbnail; ///< only in the thumbnail view
+    std::shared_ptr<const ui::Thumbnail> thumbnail; ///< only in the thumbnail view
 };
 using TemplateRows = std::vector<TemplateRow>;
 
 /// What the columns beside the name show.
-void SetListItemDetails(TemplateRow& row, std::string inFolder, std::uint64_t size, platform::FileTime modified);
+void SetListItemDetails(TemplateRow& row, SharedText inFolder, std::uint64_t size, platform::FileTime modified);
 
 std::string FullPath(const TemplateRow& row);
 /// Bytes in whole kilobytes, cut: 5,000 bytes are "4KB".

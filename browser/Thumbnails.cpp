@@ -127,10 +127,11 @@ void Thumbnails::FindBackground()
     UseThumbnailBackground = entry && !entry->IsFolder();
 }
 
-ui::Thumbnail Thumbnails::Composed(std::string picture, std::string_view frameLocation) const
+std::shared_ptr<const ui::Thumbnail> Thumbnails::Composed(std::string picture, std::string_view frameLocation) const
 {
-    return {std::move(picture), library::DiskPath(state.TemplatesPath, library::NoPictureFile),
-            UseThumbnailBackground ? library::DiskPath(frameLocation, BackgroundFile) : std::string{}};
+    return std::make_shared<const ui::Thumbnail>(
+        std::move(picture), library::DiskPath(state.TemplatesPath, library::NoPictureFile),
+        UseThumbnailBackground ? library::DiskPath(frameLocation, BackgroundFile) : std::string{});
 }
 
 } // namespace browser

@@ -5,6 +5,7 @@
 #include "browser/TemplateReader.h"
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -57,7 +58,7 @@ private:
     /// `previewsFolder` is relative to the templates path.
     void AddThumbnailImage(Load& load, const std::string& previewsFolder, const std::string& fileName) const;
     static std::string PictureOf(const TemplateRow& row);
-    ui::Thumbnail Composed(std::string picture, std::string_view frameLocation) const;
+    std::shared_ptr<const ui::Thumbnail> Composed(std::string picture, std::string_view frameLocation) const;
 };
 
 } // namespace browser

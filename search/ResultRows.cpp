@@ -84,7 +84,7 @@ bool ResultRows::IsShown(std::uint32_t entry, std::string_view tab) const
 browser::TemplateRow ResultRows::RowOf(std::uint32_t number) const
 {
     const Index::Entry& entry = results.index->Entries()[number];
-    const std::string& folder = results.index->Folders()[entry.folder].disk;
+    const browser::SharedText folder{results.index->Folders()[entry.folder].disk};
     browser::TemplateRow row{.text = platform::text::Trimmed(platform::path::WithoutLastFour(entry.file)),
                              .file = entry.file,
                              .folder = folder,
