@@ -27,10 +27,10 @@ bool IsTopLevel(const Catalog::Folder* folder)
 } // namespace
 
 FolderOperations::FolderOperations(ui::TreeView& tree, TemplateLibrary& library, Favorites& favorites,
-                                   app::PatientFiles& files, platform::Shell& shell, app::Settings& settings,
-                                   app::Messages& messages, const app::StringTable& strings,
+                                   app::PatientFiles& files, platform::Shell& shell, platform::Clock& clock,
+                                   app::Settings& settings, app::Messages& messages, const app::StringTable& strings,
                                    const app::StartUpState& state)
-    : tree{tree}, library{library}, favorites{favorites}, files{files}, shell{shell}, settings{settings},
+    : tree{tree}, library{library}, favorites{favorites}, files{files}, shell{shell}, clock{clock}, settings{settings},
       messages{messages}, strings{strings}, state{state}
 {
     tree.BeforeLabelEdit = [this](ui::TreeView::Node& node, std::string& text) {
@@ -149,7 +149,7 @@ bool FolderOperations::Move(const std::string& from, const std::string& to)
     // next start drops those whose file is not there.
     if (!favorites.StoreMoved(from, to))
         return false;
-    const auto moved = files.Move(DiskPath(state.TemplatesPath, from), DiskPath(state.TemplatesPath, to));
+    const auto moved = MoveOnceLetGo(DiskPath(state.TemplatesPath, from), DiskPath(state.TemplatesPath, to));
     if (!moved && moved.error() == platform::error::Cancelled)
         return false; // nobody knows yet
     const bool isMoved = moved.has_value();
@@ -158,6 +158,26 @@ bool FolderOperations::Move(const std::string& from, const std::string& to)
         messages.Inform(strings.LoadString(app::str::RenameFailed) + "\r\n" +
                         strings.LoadString(app::str::CloseTemplates));
     return isMoved;
+}
+
+/// The pictures that are just being read for the views hold the folder for a moment, and so may scanners and indexers.
+platform::Result<> FolderOperations::MoveOnceLetGo(const std::string& from, const std::string& to)
+{
+    constexpr std::uint32_t step = 50, most = 1000; // milliseconds
+    if (ReleaseViews)
+        ReleaseViews();
+    auto moved = files.Move(from, to);
+    const auto isHeld = [&] {
+        return moved.error() == platform::error::SharingViolation || moved.error() == platform::error::AccessDenied;
+    };
+    for (std::uint32_t waited = 0; !moved && isHeld() && waited < most; waited += step) {
+        (void)files.Ask([&world = clock](platform::FileSystem&) -> platform::Result<> {
+            world.Sleep(step);
+            return {};
+        });
+        moved = files.Move(from, to);
+    }
+    return moved;
 }
 
 void FolderOperations::DeleteSelected()

@@ -2,6 +2,7 @@
 
 #include "library/Favorites.h"
 #include "library/TemplateLibrary.h"
+#include "platform/Clock.h"
 #include "ui/TreeView.h"
 
 #include <functional>
@@ -16,10 +17,10 @@ class FolderRemoval;
 class FolderOperations {
 public:
     FolderOperations(ui::TreeView& tree, TemplateLibrary& library, Favorites& favorites, app::PatientFiles& files,
-                     platform::Shell& shell, app::Settings& settings, app::Messages& messages,
+                     platform::Shell& shell, platform::Clock& clock, app::Settings& settings, app::Messages& messages,
                      const app::StringTable& strings, const app::StartUpState& state);
 
-    /// Called before a folder is deleted: whatever shows its files must let go of them.
+    /// Called before a folder is renamed or deleted: whatever shows its files must let go of them.
     std::function<void()> ReleaseViews;
     /// Called to load the tree again (the library says whether from the disk) and to select this category.
     std::function<void(const std::string& category)> Reload;
@@ -47,6 +48,7 @@ private:
     Favorites& favorites;
     app::PatientFiles& files;
     platform::Shell& shell;
+    platform::Clock& clock;
     app::Settings& settings;
     app::Messages& messages;
     const app::StringTable& strings;
@@ -58,6 +60,7 @@ private:
     bool Renames(const std::string& from, const std::string& newName, const std::string& to);
     /// Moves the folder on the disk, and with it the favourites in it. Tells a failure.
     bool Move(const std::string& from, const std::string& to);
+    platform::Result<> MoveOnceLetGo(const std::string& from, const std::string& to);
     /// With the number of templates that would go.
     std::string DeleteQuestion(const std::string& category, FolderRemoval& removal) const;
     void ReloadAt(const std::string& category);

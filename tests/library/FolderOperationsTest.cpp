@@ -143,10 +143,15 @@ TEST_F(FolderTest, AFolderInUseKeepsItsNameAndItsFavourites)
     EXPECT_EQ(Main().Favorites().FavoritesList(), Texts{"Letters\\Formal\\Complaint.swt"});
     EXPECT_EQ(Tree().EditedLabel()->text, "Casual");
 
-    system.files.Remove(InLibrary("Letters\\Formal"));
-    toolkit.ExpectMessage(Text(519) + "\r\n" + Text(516), Icon::Information);
+    system.clock.OnSleep = [&] { system.files.SetHeldOpen(InLibrary("Letters\\Formal\\Complaint.swt"), false); };
     Rename("Letters\\Formal", "Casual");
-    EXPECT_EQ(Tree().Find("Letters\\Formal"), nullptr) << "it is gone, and the tree says so";
+    EXPECT_EQ(Selected(), "Letters\\Casual") << "held for a moment only";
+    EXPECT_EQ(Main().Favorites().FavoritesList(), Texts{"Letters\\Casual\\Complaint.swt"});
+
+    system.files.Remove(InLibrary("Letters\\Casual"));
+    toolkit.ExpectMessage(Text(519) + "\r\n" + Text(516), Icon::Information);
+    Rename("Letters\\Casual", "Formal");
+    EXPECT_EQ(Tree().Find("Letters\\Casual"), nullptr) << "it is gone, and the tree says so";
 }
 
 TEST_F(FolderTest, TheLabelOffersTheFoldersOwnNameAndKeepingItChangesNothing)
