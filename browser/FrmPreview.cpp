@@ -71,8 +71,8 @@ void FrmPreview::ShowRow(int wanted)
     lookUp = pictures.FindPicture(shown, [this](const std::string& file) { imgPicture.SetFile(file); });
     if (lookUp)
         imgPicture.SetFile({});
-    nextLookUp = row < last ? pictures.FindPicture(At(row + 1),
-                                                   [this](const std::string& file) { imgPicture.SetNextFile(file); })
+    nextLookUp = row < last ? pictures.FindPicture(
+                                  At(row + 1), [this](const std::string& file) { imgPicture.SetNextFile(file); })
                             : platform::Ticket{};
     // A button that goes grey must not keep the focus.
     if (row == last && cmdNext.HasFocus())

@@ -18,7 +18,7 @@ class FrmPreview final : public ui::Form {
 public:
     /// What the window's user can do with a template, by its full path.
     struct Actions {
-        std::function<void(const std::string&path)> createDocument, createTemplate, copy;
+        std::function<void(const std::string& path)> createDocument, createTemplate, copy;
     };
 
     /// Outer size in twips: room for the buttons and a little picture.

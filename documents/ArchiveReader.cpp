@@ -82,7 +82,7 @@ void AddOpenFacts(Facts& facts, std::string_view xml)
     AddXmlFacts(facts, xml, openFields);
     AddXmlFacts(facts, xml, lastCreator);
     XmlScanner scanner{xml};
-    std::string Facts::*fact = nullptr;
+    std::string Facts::* fact = nullptr;
     for (auto piece = scanner.Next(); piece != XmlScanner::Piece::End; piece = scanner.Next()) {
         if (piece == XmlScanner::Piece::Text) {
             if (fact != nullptr && (facts.*fact).empty())

@@ -39,8 +39,8 @@ public:
     /// `places` are the offsets of its pieces in the file.
     StreamBytes(platform::ByteSource& source, std::vector<std::uint64_t> places, std::size_t piece,
                 std::uint64_t length)
-        : file{source}, pieces{std::move(places)}, pieceSize{piece}, size{std::min<std::uint64_t>(
-                                                                         length, pieces.size() * piece)}
+        : file{source}, pieces{std::move(places)}, pieceSize{piece},
+          size{std::min<std::uint64_t>(length, pieces.size() * piece)}
     {
     }
     std::uint64_t Size() const override { return size; }

@@ -84,8 +84,8 @@ private:
     int itemDepth{}; ///< of the item that is being read; 0 outside of any
     bool done{};
     bool isUnicodeVersion{}; ///< the item that comes next
-    std::string Facts::*text{};
-    std::optional<Date> Facts::*date{};
+    std::string Facts::* text{};
+    std::optional<Date> Facts::* date{};
     platform::LocalTime time;
     std::string shown;   ///< of the item, as far as it is decoded
     std::string encoded; ///< what follows it

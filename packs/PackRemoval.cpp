@@ -52,8 +52,8 @@ bool PackRemoval::Claim::HasPreview(std::string_view picture) const
 
 PackRemoval::PackRemoval(platform::FileSystem& files, std::string templatesPath,
                          const std::vector<SolutionPack>& removed, const std::vector<SolutionPack>& others)
-    : files{files}, templatesPath{std::move(templatesPath)}, removedClaims{ClaimsOf(removed)}, otherClaims{
-                                                                                                   ClaimsOf(others)}
+    : files{files}, templatesPath{std::move(templatesPath)}, removedClaims{ClaimsOf(removed)},
+      otherClaims{ClaimsOf(others)}
 {
 }
 

@@ -10,8 +10,8 @@
 namespace profiles {
 
 ProfileDialogs::ProfileDialogs(app::Program& program, std::function<void(std::string_view topic)> openHelp)
-    : program{program}, openHelp{std::move(openHelp)}, manager{program.platform.registry, program.registry,
-                                                               program.settings, program.messages, program.strings},
+    : program{program}, openHelp{std::move(openHelp)},
+      manager{program.platform.registry, program.registry, program.settings, program.messages, program.strings},
       images{program.platform, program.files, program.settings, program.messages, manager},
       operations{program.platform.registry, program.files, program.platform.clock, program.messages, manager, images},
       transfer{program.platform, program.files, program.registry, program.settings, program.messages,

@@ -28,8 +28,8 @@ class ProfileImages {
 public:
     ProfileImages(const platform::Platform& system, app::PatientFiles& files, app::Settings& settings,
                   app::Messages& messages, ProfileManager& profiles)
-        : files{files}, clock{system.clock}, shell{system.shell}, settings{settings}, messages{messages}, profiles{
-                                                                                                              profiles}
+        : files{files}, clock{system.clock}, shell{system.shell}, settings{settings}, messages{messages},
+          profiles{profiles}
     {
     }
 

@@ -442,8 +442,7 @@ void LeftOut::Add(std::string_view name)
         return;
     }
     std::string shown{text::Left(name, longest)};
-    std::ranges::replace_if(
-        shown, [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
+    std::ranges::replace_if(shown, [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
     names.push_back(shown.size() < name.size() ? shown + "..." : std::move(shown));
 }
 

@@ -20,8 +20,8 @@ std::string Plain(std::string label);
 /// What can be asked of a document.
 struct Property {
     std::uint16_t name; ///< string number; the text has a mnemonic and a colon, as a label
-    std::string documents::Facts::*text;
-    std::optional<documents::Date> documents::Facts::*date;
+    std::string documents::Facts::* text;
+    std::optional<documents::Date> documents::Facts::* date;
 };
 inline constexpr std::array<Property, 9> Properties{{
     {195, &documents::Facts::title, nullptr},

@@ -20,9 +20,9 @@ constexpr int LeastCombo = 2550;
 FindControls::FindControls(ui::Form& form)
     : lblLookFor{form, ui::Tag{177}}, txtLookFor{form}, lblFolder{form, ui::Tag{232}}, cboFolder{form},
       chkWord{form, ui::Tag{184}}, chkExcel{form, ui::Tag{185}}, chkPowerPoint{form, ui::Tag{186}},
-      lblProperty{form, ui::Tag{175}}, cboProperty{form}, lblCondition{form, ui::Tag{176}},
-      cboCondition{form}, lblValue{form, ui::Tag{707}}, txtValue{form}, lblResult{form}, cmdOtherTypes{form},
-      cmdAllCategories{form}, cmdFindNow{form, ui::Tag{217}}, cmdStop{form, ui::Tag{216}}, cmdClose{form, ui::Tag{499}}
+      lblProperty{form, ui::Tag{175}}, cboProperty{form}, lblCondition{form, ui::Tag{176}}, cboCondition{form},
+      lblValue{form, ui::Tag{707}}, txtValue{form}, lblResult{form}, cmdOtherTypes{form}, cmdAllCategories{form},
+      cmdFindNow{form, ui::Tag{217}}, cmdStop{form, ui::Tag{216}}, cmdClose{form, ui::Tag{499}}
 {
 }
 

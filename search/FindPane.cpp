@@ -21,10 +21,8 @@ FindPane::FindPane(FindControls& controls, app::Program& program, const library:
                    const browser::FileTypeTabs& tabs, browser::ListPane& list, ui::ListView& listView,
                    const library::DocumentFacts& facts)
     : controls{controls}, program{program}, state{program.state}, library{library}, reader{reader},
-      thumbnails{thumbnails}, tabs{tabs}, list{list}, listView{listView}, finder{program.platform.files,
-                                                                                 program.platform.locale,
-                                                                                 program.platform.clock,
-                                                                                 program.platform.jobs, facts}
+      thumbnails{thumbnails}, tabs{tabs}, list{list}, listView{listView},
+      finder{program.platform.files, program.platform.locale, program.platform.clock, program.platform.jobs, facts}
 {
     controls.SetVisible(false);
     Wire();

@@ -24,8 +24,8 @@ struct Finder::Listing {
 
 Finder::Finder(platform::FileSystem& files, platform::Locale& locale, platform::Clock& clock, platform::Jobs& jobs,
                const library::DocumentFacts& facts)
-    : files{files}, locale{locale}, clock{clock}, jobs{jobs}, reader{facts.ForJobs()}, index{std::make_shared<Index>(
-                                                                                           locale)}
+    : files{files}, locale{locale}, clock{clock}, jobs{jobs}, reader{facts.ForJobs()},
+      index{std::make_shared<Index>(locale)}
 {
 }
 

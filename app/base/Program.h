@@ -19,8 +19,8 @@ public:
     Program(platform::Platform systemPlatform, ui::Toolkit& uiToolkit, const pictures::Pictures& decoder)
         : platform{systemPlatform}, toolkit{uiToolkit}, pictures{decoder}, strings{platform.resources},
           messages{toolkit, strings, state}, settings{platform.registry, state},
-          registry{platform.registry, messages, toolkit}, progress{toolkit}, files{platform.files, platform.jobs,
-                                                                                   toolkit, progress}
+          registry{platform.registry, messages, toolkit}, progress{toolkit},
+          files{platform.files, platform.jobs, toolkit, progress}
     {
         messages.Showing = [this] { files.EndNotice(); };
     }

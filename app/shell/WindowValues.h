@@ -21,8 +21,8 @@ struct WindowValues {
     bool bannerOn{};
 
     /// The widths of the list's columns, in their order.
-    static constexpr int WindowValues::*Columns[] = {&WindowValues::nameColumn, &WindowValues::folderColumn,
-                                                     &WindowValues::sizeColumn, &WindowValues::modifiedColumn};
+    static constexpr int WindowValues::* Columns[] = {&WindowValues::nameColumn, &WindowValues::folderColumn,
+                                                      &WindowValues::sizeColumn, &WindowValues::modifiedColumn};
 };
 
 /// What is not stored has its default.

@@ -20,8 +20,8 @@ constexpr std::string_view Classes = "HKEY_CLASSES_ROOT\\CLSID\\";
 } // namespace
 
 frmAbout::frmAbout(Program& program, HelpDocuments& help, const VersionReader& versionOf)
-    : Form{program.toolkit, "frmAbout", Style::Dialog, ui::Tag{443}}, program{program}, help{help}, links{
-                                                                                                        help.WebLinks()}
+    : Form{program.toolkit, "frmAbout", Style::Dialog, ui::Tag{443}}, program{program}, help{help},
+      links{help.WebLinks()}
 {
     lblProduct.Heading = true;
     lblEdition.PlainText = true;

@@ -13,7 +13,7 @@ namespace {
 /// Where the preview window stood, twips; keys of section "Browser".
 struct PlaceValue {
     const char* key;
-    int ui::Rect::*member;
+    int ui::Rect::* member;
     int low;
 };
 constexpr PlaceValue previewPlace[] = {

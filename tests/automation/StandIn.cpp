@@ -81,6 +81,5 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int)
     wchar_t patience[16];
     if (GetEnvironmentVariableW(stand_in::PatienceVariable, patience, 16) != 0)
         options.patience = std::chrono::milliseconds{_wtoi(patience)};
-    return automation::RunProcess(
-        GetCommandLineW(), [] { return std::make_unique<StandIn>(); }, options);
+    return automation::RunProcess(GetCommandLineW(), [] { return std::make_unique<StandIn>(); }, options);
 }

@@ -199,7 +199,7 @@ auto Edit(const std::function<void(EnterSenderInformationForm&)>& act)
     };
 }
 
-auto Manage(ui::Button frmManageProfiles::*button)
+auto Manage(ui::Button frmManageProfiles::* button)
 {
     return [button](Desk& desk) {
         const auto confirm = [](ui::Form& form, ui::TextBox& box, ui::Button& ok) {

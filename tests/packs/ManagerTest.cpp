@@ -205,8 +205,7 @@ TEST_F(PacksTest, RemovesWhatIsThePacksAloneAndNamesTheRest)
                 told += "\r\n" + path;
             toolkit.ExpectMessage(told, Icon::Information);
         }
-        manager.Delete(
-            {"Pack"}, [] {}, [] {});
+        manager.Delete({"Pack"}, [] {}, [] {});
         EXPECT_EQ(InTheLibrary(), expected);
         EXPECT_EQ(Installed(), Texts{"Other"});
     }

@@ -39,8 +39,8 @@ std::string Text(const char* text)
 
 } // namespace
 
-extern "C" __declspec(dllexport) ULONG WINAPI
-    MAPILogon(ULONG_PTR, LPSTR user, LPSTR, FLAGS flags, ULONG, LPLHANDLE session)
+extern "C" __declspec(dllexport) ULONG WINAPI MAPILogon(ULONG_PTR, LPSTR user, LPSTR, FLAGS flags, ULONG,
+                                                        LPLHANDLE session)
 {
     Record("logon " + Text(user) + " " + std::to_string(flags));
     *session = 7;
@@ -53,8 +53,8 @@ extern "C" __declspec(dllexport) ULONG WINAPI MAPILogoff(LHANDLE session, ULONG_
     return SUCCESS_SUCCESS;
 }
 
-extern "C" __declspec(dllexport) ULONG WINAPI
-    MAPISendMail(LHANDLE session, ULONG_PTR, lpMapiMessage message, FLAGS flags, ULONG)
+extern "C" __declspec(dllexport) ULONG WINAPI MAPISendMail(LHANDLE session, ULONG_PTR, lpMapiMessage message,
+                                                           FLAGS flags, ULONG)
 {
     Record("send " + std::to_string(session) + " " + std::to_string(flags));
     Record("type " + Text(message->lpszMessageType));

@@ -177,11 +177,9 @@ TEST(ThreadJobsTest, EndingDoesNotWaitForWorkThatIsStuckNorHearOfIt)
     Ticket stuck;
     {
         Window window;
-        ThreadJobs jobs{window.Poster(),
-                        [ended] {
-                            return std::shared_ptr<void>{nullptr, [ended](std::nullptr_t) { ended->release(); }};
-                        },
-                        0ms};
+        ThreadJobs jobs{
+            window.Poster(),
+            [ended] { return std::shared_ptr<void>{nullptr, [ended](std::nullptr_t) { ended->release(); }}; }, 0ms};
         stuck = jobs.Start([gate](const Cancelled&) { return gate->Pass(); }, [](const Result<>&) { FAIL(); });
         gate->entered.acquire();
     } // the window is gone too: a result that arrived would be written into freed memory

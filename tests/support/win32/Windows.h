@@ -17,8 +17,7 @@ std::wstring TextOf(HWND window);
 /// when that one goes.
 std::vector<HWND> TopWindows(const wchar_t* className);
 /// The first of them that `fits`; null when there is none.
-HWND FindTop(
-    const wchar_t* className, bool (*fits)(HWND) = [](HWND) { return true; });
+HWND FindTop(const wchar_t* className, bool (*fits)(HWND) = [](HWND) { return true; });
 /// A message box or another dialog of the system.
 HWND SystemDialog();
 

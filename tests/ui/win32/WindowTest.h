@@ -61,8 +61,7 @@ public:
     /// Moves the keyboard to the control; what that raises is forgotten.
     void Focus(ui::Control& control);
     /// Does each act and expects its events; looks at what else must hold after each.
-    void Check(
-        EventForm& form, const std::vector<Act>& list, const std::function<void()>& after = [] {});
+    void Check(EventForm& form, const std::vector<Act>& list, const std::function<void()>& after = [] {});
 
     void PostKey(UINT message, WPARAM key, LPARAM repeat = 1);
     void Press(WORD virtualKey) { PostKey(WM_KEYDOWN, virtualKey); }
