@@ -16,6 +16,7 @@ esac
 passed=0
 failed=0
 skipped=0
+trap 'exit 130' INT # a test that ends in its own way when it is interrupted does not end this
 logs=build/test-logs
 rm -rf "$logs"
 mkdir -p "$logs"
@@ -31,7 +32,7 @@ suite() {
   shift 2
   log=$logs/$name.log
   say "== $name"
-  timeout --kill-after=10 "$seconds" "$@" >"$log" 2>&1 </dev/null || status=$?
+  timeout --foreground --kill-after=10 "$seconds" "$@" >"$log" 2>&1 </dev/null || status=$?
   good=$(count "$log" PASSED)
   bad=$(count "$log" FAILED)
   out=$(count "$log" SKIPPED)
@@ -66,11 +67,11 @@ export ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1 UBSAN_OPTIONS=print_st
 
 # The formatter of this version alone: each lays out something in another way.
 well_formatted() {
-  git ls-files --cached --others --exclude-standard -z '*.h' '*.cpp' | xargs -0 -P "$(nproc)" -n 16 clang-format-14 --dry-run -Werror
+  git ls-files --cached --others --exclude-standard -z '*.h' '*.cpp' | xargs -0 -P "$(nproc)" -n 16 clang-format-19 --dry-run -Werror
 }
 
 need cmake make g++ ccache libgtest-dev googletest zlib1g-dev python3 imagemagick fontconfig fonts-dejavu-core \
-  clang-format-14 clang-tidy-19 clang-19 libclang-rt-19-dev
+  clang-format-19 clang-tidy-19 clang-19 libclang-rt-19-dev
 check includes tests/check_includes.sh
 check format well_formatted
 build native

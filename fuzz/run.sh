@@ -16,7 +16,7 @@ build=$root/build/native
 mkdir -p "$root/build/fuzz"
 
 cd "$root"
-{ [ -f "$build/CMakeCache.txt" ] || cmake --preset native; } > build/fuzz/build.log 2>&1 &&
+{ [ -f "$build/Makefile" ] || cmake --preset native; } > build/fuzz/build.log 2>&1 &&
     cmake --build "$build" --parallel "$(nproc)" --target "$@" >> build/fuzz/build.log 2>&1 ||
     { tail -n 40 build/fuzz/build.log >&2; exit 2; }
 work=$root/build/fuzz

@@ -55,13 +55,18 @@ compiler_packages() {
   if [[ $1 == win32 ]]; then echo g++-mingw-w64-i686-posix; else echo g++-mingw-w64-x86-64-posix; fi
 }
 
+# Whether the preset's folder was configured to its end, and for this checkout: a copied or moved one builds elsewhere.
+is_configured() {
+  [[ -f build/$1/Makefile && $(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "build/$1/CMakeCache.txt") -ef . ]]
+}
+
 # build PRESET [TARGET...]: quiet, unless it fails.
 build() {
   local preset=$1 log=build/$1.log
   shift
   mkdir -p build
   say "Building ($preset) ..."
-  if ! { { [[ -f build/$preset/CMakeCache.txt ]] || cmake --preset "$preset"; } &&
+  if ! { { is_configured "$preset" || { rm -rf "build/$preset" && cmake --preset "$preset"; }; } &&
     cmake --build --preset "$preset" --parallel "$(nproc)" ${1:+--target "$@"}; } >"$log" 2>&1; then
     tail -n 60 "$log" >&2
     return 1
