@@ -6,16 +6,32 @@
 #include <oleacc.h>
 
 namespace ui::win32 {
+namespace {
+
+pictures::win32::ComPointer<IAccPropServices> Services()
+{
+    return pictures::win32::CreateComObject<IAccPropServices>(CLSID_AccPropServices, IID_IAccPropServices);
+}
+
+constexpr auto Client = static_cast<DWORD>(OBJID_CLIENT);
+
+} // namespace
 
 void NameForReaders(HWND window, const std::string& name)
 {
     if (name.empty())
         return;
-    const auto services =
-        pictures::win32::CreateComObject<IAccPropServices>(CLSID_AccPropServices, IID_IAccPropServices);
-    if (services)
-        services->SetHwndPropStr(window, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, PROPID_ACC_NAME,
-                                 ToNative(name).c_str());
+    if (const auto services = Services())
+        services->SetHwndPropStr(window, Client, CHILDID_SELF, PROPID_ACC_NAME, ToNative(name).c_str());
+}
+
+void RoleForReaders(HWND window, LONG role)
+{
+    VARIANT value{};
+    value.vt = VT_I4;
+    value.lVal = role;
+    if (const auto services = Services())
+        services->SetHwndProp(window, Client, CHILDID_SELF, PROPID_ACC_ROLE, value);
 }
 
 } // namespace ui::win32

@@ -8,5 +8,7 @@ namespace ui::win32 {
 
 /// Tells screen readers what a window is called. Where the system has no such service, they find their own name.
 void NameForReaders(HWND window, const std::string& name);
+/// Tells them what it is (ROLE_SYSTEM_...), where its class does not say so.
+void RoleForReaders(HWND window, LONG role);
 
 } // namespace ui::win32

@@ -2,36 +2,28 @@
 
 #include "platform/Text.h"
 #include "ui/TextBox.h"
+#include "ui/win32/Accessible.h"
 #include "ui/win32/Canvas.h"
 #include "ui/win32/FormWindow.h"
 #include "ui/win32/NativeText.h"
 
+#include <oleacc.h>
+
 #include <algorithm>
 
 namespace ui::win32 {
-namespace {
-
-constexpr UINT PlainFlags = DT_NOPREFIX | DT_EDITCONTROL;
-
-} // namespace
 
 LabelPeer::LabelPeer(Label& peerLabel, FormWindow& form, int id) : PeerBase{peerLabel, form}, label{peerLabel}
 {
-    // Names are drawn here: the system's own label leaves out whatever does not fit, which may be a whole line.
-    Create(label.PlainText ? CanvasClass() : WC_STATICW, label.PlainText ? 0u : static_cast<DWORD>(SS_LEFT), 0, id);
+    Create(CanvasClass(), 0, 0, id);
+    RoleForReaders(Handle(), ROLE_SYSTEM_STATICTEXT);
 }
 
 Size LabelPeer::Preferred(int width) const
 {
-    const SIZE text = Measure(label.Caption(), Font(), Pixels(width), label.PlainText ? PlainFlags : 0u);
+    const SIZE text = Measure(label.Caption(), Font(), Pixels(width), Flags());
     const int least = label.LeastLines * static_cast<int>(Measure("X", Font()).cy);
     return {Twips(text.cx + 1), Twips(std::max(static_cast<int>(text.cy), least))};
-}
-
-void LabelPeer::DpiChanged()
-{
-    PeerBase::DpiChanged();
-    Send(WM_SETFONT, reinterpret_cast<WPARAM>(Font()), TRUE);
 }
 
 bool LabelPeer::UsesMnemonic(wchar_t letter)
@@ -53,42 +45,61 @@ bool LabelPeer::UsesMnemonic(wchar_t letter)
 void LabelPeer::Sync(Aspect aspect)
 {
     PeerBase::Sync(aspect);
-    if (label.PlainText)
-        InvalidateRect(Handle(), nullptr, TRUE);
+    InvalidateRect(Handle(), nullptr, TRUE);
 }
 
-std::optional<LRESULT> LabelPeer::OnMessage(UINT message, WPARAM, LPARAM)
+std::optional<LRESULT> LabelPeer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (!label.PlainText || message != WM_PAINT)
+    switch (message) {
+    case WM_GETDLGCODE:
+        return DLGC_STATIC;
+    case WM_ENABLE:
+        InvalidateRect(Handle(), nullptr, TRUE);
+        return 0;
+    case WM_UPDATEUISTATE: { // Alt shows the lines under the mnemonics
+        const LRESULT answer = Default(message, wParam, lParam);
+        InvalidateRect(Handle(), nullptr, TRUE);
+        return answer;
+    }
+    case WM_PAINT:
+        Paint();
+        return 0;
+    default:
         return std::nullopt;
-    PaintNames();
-    return 0;
+    }
 }
 
-void LabelPeer::PaintNames() const
+void LabelPeer::Paint() const
 {
     PAINTSTRUCT paint{};
     HDC context = BeginPaint(Handle(), &paint);
     const HGDIOBJ before = SelectObject(context, Font());
     SetBkMode(context, TRANSPARENT);
-    SetTextColor(context, GetSysColor(COLOR_BTNTEXT));
+    SetTextColor(context, GetSysColor(label.Enabled() ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
     RECT room{};
     GetClientRect(Handle(), &room);
+    const bool hidesMnemonics = (SendMessageW(Handle(), WM_QUERYUISTATE, 0, 0) & UISF_HIDEACCEL) != 0;
+    const UINT always = Flags() | DT_EXPANDTABS | (hidesMnemonics ? DT_HIDEPREFIX : 0u);
     const auto draw = [&](const std::string& text, UINT flags) {
         const std::wstring native = ToNative(text);
-        DrawTextW(context, native.c_str(), static_cast<int>(native.size()), &room, flags);
+        DrawTextW(context, native.c_str(), static_cast<int>(native.size()), &room, always | flags);
     };
-    if (Measure(label.Caption(), Font(), std::max(1, static_cast<int>(room.right)), PlainFlags).cy <= room.bottom) {
-        draw(label.Caption(), PlainFlags | DT_WORDBREAK);
+    if (Measure(label.Caption(), Font(), std::max(1, static_cast<int>(room.right)), Flags()).cy <= room.bottom) {
+        draw(label.Caption(), DT_WORDBREAK);
     } else {
         const LONG height = Measure("X", Font()).cy;
         for (const std::string& line : platform::text::Split(label.Caption(), '\n')) {
-            draw(line.substr(0, line.find('\r')), DT_NOPREFIX | DT_SINGLELINE | DT_END_ELLIPSIS);
+            draw(line.substr(0, line.find('\r')), DT_SINGLELINE | DT_END_ELLIPSIS);
             room.top += height;
         }
     }
     SelectObject(context, before);
     EndPaint(Handle(), &paint);
+}
+
+UINT LabelPeer::Flags() const
+{
+    return label.PlainText ? DT_NOPREFIX | DT_EDITCONTROL : 0u;
 }
 
 HFONT LabelPeer::Font() const
