@@ -51,22 +51,27 @@ platform::Result<> TemplateReader::ReadCategory(const std::string& category, std
         for (platform::FileEntry& entry : *listing)
             if (const auto type = TemplateTypeOf(entry.name))
                 ofType[*type].push_back(&entry);
+    std::size_t count = 0;
+    for (std::size_t type = 0; type < TemplateExtensions.size(); ++type) {
+        if (!FileTypeTabs::Shows(tab, type))
+            ofType[type].clear();
+        count += ofType[type].size();
+    }
+    // Handed over at once: with each piece the list would be counted, sorted and searched anew.
+    TemplateRows rows;
+    rows.reserve(count);
     for (std::size_t type = 0; type < TemplateExtensions.size(); ++type) {
         if (!sink.GoOn())
             return {};
-        if (!FileTypeTabs::Shows(tab, type))
-            continue;
-        TemplateRows piece;
-        piece.reserve(ofType[type].size());
         for (platform::FileEntry* entry : ofType[type]) {
             std::string baseName = text::Trimmed(path::WithoutLastFour(text::Trimmed(entry->name)));
             if (IsExcluded(baseName))
                 continue;
-            TemplateRow& row = piece.emplace_back(std::move(baseName), std::move(entry->name), folder, type);
+            TemplateRow& row = rows.emplace_back(std::move(baseName), std::move(entry->name), folder, type);
             SetListItemDetails(row, inFolder, entry->size, entry->modified);
         }
-        sink.Add(std::move(piece));
     }
+    sink.Add(std::move(rows));
     return listing ? platform::Result<>{} : std::unexpected{listing.error()};
 }
 
