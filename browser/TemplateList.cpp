@@ -36,22 +36,22 @@ void TemplateList::SortBy(int column, bool ascending)
 
 void TemplateList::Sort()
 {
-    const auto order = [this](const TemplateRow& a, const TemplateRow& b) -> int {
-        const auto byNumber = [](auto x, auto y) { return x < y ? -1 : (y < x ? 1 : 0); };
-        switch (sortColumn) {
-        case FolderColumn:
-            return platform::CompareNaturally(locale, a.inFolder, b.inFolder);
-        case SizeColumn:
-            return byNumber(a.size, b.size);
-        case ModifiedColumn:
-            return byNumber(a.modified, b.modified);
-        default:
-            return platform::CompareNaturally(locale, a.text, b.text);
-        }
+    const auto byNumber = [this](auto numberOf) {
+        std::ranges::stable_sort(rows, [&](const TemplateRow& a, const TemplateRow& b) {
+            return sortAscending ? a.*numberOf < b.*numberOf : b.*numberOf < a.*numberOf;
+        });
     };
-    std::ranges::stable_sort(rows, [&](const TemplateRow& a, const TemplateRow& b) {
-        return sortAscending ? order(a, b) < 0 : order(b, a) < 0;
-    });
+    const auto byName = [this](auto nameOf) { platform::NaturalOrder{locale}.Sort(rows, nameOf, sortAscending); };
+    switch (sortColumn) {
+    case FolderColumn:
+        return byName(&TemplateRow::inFolder);
+    case SizeColumn:
+        return byNumber(&TemplateRow::size);
+    case ModifiedColumn:
+        return byNumber(&TemplateRow::modified);
+    default:
+        return byName(&TemplateRow::text);
+    }
 }
 
 std::string TemplateList::Text(int row, int column) const

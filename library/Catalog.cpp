@@ -155,10 +155,9 @@ void Catalog::AddIcon(const Contents& made, Folder& category, FolderListings& li
 
 void Catalog::SortChildren(Contents& made) const
 {
+    const platform::NaturalOrder order{locale};
     for (Folder& folder : made.folders)
-        std::ranges::stable_sort(folder.children, [this](const Folder* a, const Folder* b) {
-            return platform::CompareNaturally(locale, a->text, b->text) < 0;
-        });
+        order.Sort(folder.children, &Folder::text);
 }
 
 Catalog::Folder& Catalog::Contents::Add(Folder folder)

@@ -19,8 +19,9 @@ public:
     /// Hours of the 12-hour clock with two digits, minutes, the user's AM/PM text ("Medium Time": "05:07 PM"); where
     /// the user has none, hours of the 24-hour clock ("17:07"). With the user's separator.
     virtual std::string MediumTime(const LocalTime& time) = 0;
-    /// The order in which the user's language sorts names, letter case ignored: negative, 0 or positive.
-    virtual int Compare(std::string_view a, std::string_view b) = 0;
+    /// Bytes in whose order the user's language sorts names, letter case ignored, of any thread. None of nothing; else
+    /// they begin with more than 0, and none are the beginning of others.
+    virtual std::string SortKey(std::string_view text) const = 0;
     /// The text as searching compares it, of any thread: without letter case, accents, points of vowels, and the
     /// difference between wide and narrow characters. Sounds that are letters of their own (those of kana) stay.
     virtual std::string SearchForm(std::string_view text) const = 0;

@@ -1,11 +1,10 @@
 #include "platform/NaturalOrder.h"
 
-#include <algorithm>
-
 namespace platform {
 namespace {
 
 constexpr std::string_view Digits = "0123456789";
+constexpr char End = '\0'; ///< less than what any run begins with
 
 /// Takes the first run of digits, or of other characters, off the text.
 std::string_view TakeRun(std::string_view& text)
@@ -17,30 +16,30 @@ std::string_view TakeRun(std::string_view& text)
     return run;
 }
 
-int CompareNumbers(std::string_view a, std::string_view b)
-{
-    a.remove_prefix(std::min(a.find_first_not_of('0'), a.size()));
-    b.remove_prefix(std::min(b.find_first_not_of('0'), b.size()));
-    if (a.size() != b.size()) // of any length, so it is compared as text
-        return a.size() < b.size() ? -1 : 1;
-    return a.compare(b);
-}
-
 } // namespace
 
-int CompareNaturally(Locale& locale, std::string_view a, std::string_view b)
+NaturalOrder::NaturalOrder(const Locale& locale) : locale{locale}, digits{locale.SortKey("0").front()} {}
+
+std::string NaturalOrder::KeyOf(std::string_view name) const
 {
-    const std::string_view wholeA = a, wholeB = b;
-    while (!a.empty() && !b.empty()) {
-        const bool areNumbers = Digits.contains(a.front()) && Digits.contains(b.front());
-        const std::string_view runA = TakeRun(a), runB = TakeRun(b);
-        const int order = areNumbers ? CompareNumbers(runA, runB) : locale.Compare(runA, runB);
-        if (order != 0)
-            return order;
+    std::string key, zeros;
+    while (!name.empty()) {
+        std::string_view run = TakeRun(name);
+        if (!Digits.contains(run.front())) {
+            key += locale.SortKey(run);
+            continue;
+        }
+        // As a number of any length: the one with more digits is the greater one.
+        const std::size_t leading = std::min(run.find_first_not_of('0'), run.size());
+        run.remove_prefix(leading);
+        key += digits;
+        key += static_cast<char>(run.size() >> 8 & 0xFF);
+        key += static_cast<char>(run.size() & 0xFF);
+        key += run;
+        zeros += static_cast<char>(0xFF - std::min<std::size_t>(leading, 0xFF)); // "01" is not "1", and comes before it
     }
-    if (a.empty() && b.empty())
-        return locale.Compare(wholeA, wholeB); // "1" and "01" are not the same
-    return a.empty() ? -1 : 1;
+    key += End;
+    return key + zeros;
 }
 
 } // namespace platform

@@ -122,27 +122,25 @@ std::string MemoryLocale::MediumTime(const LocalTime& time)
     return TwoDigits(hour) + ':' + TwoDigits(time.minute) + (time.hour < 12 ? " AM" : " PM");
 }
 
-int MemoryLocale::Compare(std::string_view a, std::string_view b)
+std::string MemoryLocale::SortKey(std::string_view text) const
 {
-    const std::string first = text::Folded(a);
-    const std::string second = text::Folded(b);
-    std::strong_ordering accents = std::strong_ordering::equal;
-    std::size_t i = 0, j = 0;
-    while (i < first.size() && j < second.size()) {
-        const utf::Decoded left = utf::Decode(first, i);
-        const utf::Decoded right = utf::Decode(second, j);
-        const Weight one = WeightOf(left.character);
-        const Weight other = WeightOf(right.character);
-        if (const auto order = std::tie(one.kind, one.base) <=> std::tie(other.kind, other.base); order != 0)
-            return order < 0 ? -1 : 1;
-        if (accents == 0)
-            accents = one.accent <=> other.accent;
-        i += left.bytes;
-        j += right.bytes;
+    constexpr char betweenThem = 1;
+    constexpr int first = 2; // kinds of character are greater than what stands between them and the accents
+    std::string bases, accents;
+    const auto append = [](std::string& to, char32_t character) {
+        for (const int shift : {16, 8, 0})
+            to += static_cast<char>(character >> shift & 0xFF);
+    };
+    const std::string folded = text::Folded(text);
+    for (std::size_t i = 0; i < folded.size();) {
+        const utf::Decoded decoded = utf::Decode(folded, i);
+        i += decoded.bytes;
+        const Weight weight = WeightOf(decoded.character);
+        bases += static_cast<char>(first + weight.kind);
+        append(bases, weight.base);
+        append(accents, weight.accent);
     }
-    if (i < first.size() || j < second.size())
-        return i < first.size() ? 1 : -1;
-    return accents < 0 ? -1 : accents > 0 ? 1 : 0;
+    return text.empty() ? std::string{} : bases + betweenThem + accents;
 }
 
 std::string MemoryLocale::FromAnsi(std::string_view bytes)

@@ -9,7 +9,7 @@ class MemoryLocale final : public Locale {
 public:
     std::string ShortDate(const LocalTime& time) override;  ///< "3/7/2004"
     std::string MediumTime(const LocalTime& time) override; ///< "05:07 PM"
-    int Compare(std::string_view a, std::string_view b) override;
+    std::string SortKey(std::string_view text) const override;
     std::string SearchForm(std::string_view text) const override; ///< Latin, Greek, Cyrillic, Hebrew, Arabic, kana
     char DecimalSeparator() override { return '.'; }
     std::string FromAnsi(std::string_view bytes) override; ///< ISO 8859-1, or a double-byte code page

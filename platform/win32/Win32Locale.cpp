@@ -91,13 +91,28 @@ std::string Win32Locale::MediumTime(const LocalTime& time)
         text, GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &moment, format.c_str(), text, static_cast<int>(std::size(text))));
 }
 
-int Win32Locale::Compare(std::string_view a, std::string_view b)
+std::string Win32Locale::SortKey(std::string_view text) const
 {
-    const std::wstring first = ToUtf16(a);
-    const std::wstring second = ToUtf16(b);
-    const int order = CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, first.data(), static_cast<int>(first.size()),
-                                     second.data(), static_cast<int>(second.size()));
-    return order == 0 ? first.compare(second) : order - CSTR_EQUAL;
+    const std::wstring native = ToUtf16(text);
+    if (native.empty())
+        return {};
+    const auto map = [&](char* key, std::size_t bytes) {
+        const int length =
+            LCMapStringW(LOCALE_USER_DEFAULT, LCMAP_SORTKEY | NORM_IGNORECASE, native.data(),
+                         static_cast<int>(native.size()), reinterpret_cast<wchar_t*>(key), static_cast<int>(bytes));
+        return static_cast<std::size_t>(std::max(length, 0));
+    };
+    // Mostly enough, so that the system need not be asked how long the key is.
+    std::string key(native.size() * 4 + 16, '\0');
+    std::size_t length = map(key.data(), key.size());
+    if (length == 0 && GetLastError() == ERROR_INSUFFICIENT_BUFFER) {
+        key.resize(map(nullptr, 0));
+        length = map(key.data(), key.size());
+    }
+    if (length == 0) // what the system cannot sort stands by its bytes
+        return std::string{text}.append(1, '\0');
+    key.resize(length);
+    return key;
 }
 
 char Win32Locale::DecimalSeparator()

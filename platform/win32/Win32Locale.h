@@ -8,7 +8,7 @@ class Win32Locale final : public Locale {
 public:
     std::string ShortDate(const LocalTime& time) override;
     std::string MediumTime(const LocalTime& time) override;
-    int Compare(std::string_view a, std::string_view b) override;
+    std::string SortKey(std::string_view text) const override;
     std::string SearchForm(std::string_view text) const override;
     char DecimalSeparator() override;
     std::string FromAnsi(std::string_view bytes) override;
