@@ -5,6 +5,8 @@
 
 #include <oleacc.h>
 
+#include <iterator>
+
 namespace ui::win32 {
 namespace {
 
@@ -32,6 +34,13 @@ void RoleForReaders(HWND window, LONG role)
     value.lVal = role;
     if (const auto services = Services())
         services->SetHwndProp(window, Client, CHILDID_SELF, PROPID_ACC_ROLE, value);
+}
+
+void ForgetForReaders(HWND window)
+{
+    const MSAAPROPID told[] = {PROPID_ACC_NAME, PROPID_ACC_ROLE};
+    if (const auto services = Services())
+        services->ClearHwndProps(window, Client, CHILDID_SELF, told, static_cast<int>(std::size(told)));
 }
 
 } // namespace ui::win32

@@ -10,5 +10,7 @@ namespace ui::win32 {
 void NameForReaders(HWND window, const std::string& name);
 /// Tells them what it is (ROLE_SYSTEM_...), where its class does not say so.
 void RoleForReaders(HWND window, LONG role);
+/// Before a window goes: the system keeps what it was told until then, and would keep it for good.
+void ForgetForReaders(HWND window);
 
 } // namespace ui::win32

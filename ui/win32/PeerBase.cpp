@@ -230,6 +230,8 @@ SIZE PeerBase::Measure(const std::string& text, HFONT font, int width, UINT flag
 
 LRESULT CALLBACK PeerBase::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept
 {
+    if (message == WM_DESTROY)
+        ForgetForReaders(window);
     auto* self = reinterpret_cast<PeerBase*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (self == nullptr || self->IsGone())
         return ByClass(window, message, wParam, lParam);
