@@ -40,7 +40,7 @@ constexpr int Expected[] = {
     269, 357, 358, 359, 403, 531,                               // favourites
     126, 169, 237, 238, 282, 530, 545, 567, 568, 569, 570, 606, // to be opened
     280, 367,                                                   // help that is not installed here
-    406, 407, 408, 409, 410, 411, 412, 413, 414, 415, 416,      // export and import
+    406, 407, 408, 409, 410, 411, 412, 413, 414, 415, 416, 222, // export and import
     584, 588, 706, 712, 721,                                    // pictures, and what is copied and pasted
     106, 107, 131, 257, 258, 565,                               // numbers, packs and recent documents
 };
