@@ -25,6 +25,12 @@ TEST_P(FaultTest, TheInvariantsHold)
 
     constexpr platform::Error errors[] = {platform::error::AccessDenied, platform::error::NotReady,
                                           platform::error::DiskFull};
+    // Whoever moves a file tries again when access is denied, as to a file that a scanner holds: then nothing fails.
+    const auto errorForGood = [&, calls = good.system.faults.Log()](std::size_t n) {
+        const std::string_view call = n <= calls.size() ? calls[n - 1] : std::string_view{};
+        const bool isMove = call.starts_with("FileSystem.Move ") || call.starts_with("FileSystem.Replace ");
+        return isMove ? errors[1 + n % 2] : errors[n % std::size(errors)];
+    };
     const bool meetsEveryChange = trouble == Trouble::TheWorldChanges && scenario.meetsEveryChange;
     std::size_t turn = 0;
     const auto runAt = [&](std::size_t n) {
@@ -37,7 +43,7 @@ TEST_P(FaultTest, TheInvariantsHold)
         FaultRun run{trouble, {}, {}};
         switch (trouble) {
         case Trouble::OneCallFails:
-            faults.FailAt(n, errors[n % std::size(errors)]);
+            faults.FailAt(n, errorForGood(n));
             break;
         case Trouble::NothingWorksFromThereOn:
             faults.FailFrom(n, errors[n % std::size(errors)]);

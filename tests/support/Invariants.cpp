@@ -241,10 +241,11 @@ void Invariants::CheckMessages(const Photograph& now, const FaultRun& run) const
             });
         return lines;
     };
-    if (failures.empty() && !scope.failsSilently)
+    if (failures.empty() && !scope.failsSilently) {
         EXPECT_EQ(differs(after), "") << "nothing was told, but not all was done";
-    else if (!failures.empty() && scope.isAllOrNothing && run.trouble == Trouble::OneCallFails)
+    } else if (!failures.empty() && scope.isAllOrNothing && run.trouble == Trouble::OneCallFails) {
         EXPECT_TRUE(differs(before).empty() || differs(after).empty()) << "half a change" << differs(before);
+    }
 }
 
 void Invariants::CheckFavorites(const Photograph& now, const FaultRun& run) const
@@ -314,16 +315,18 @@ void Invariants::CheckNextStart(TestMachine& machine, const FaultRun& run, const
     const std::string library = machine.Setting("Browser", "HDD Templates Path");
     for (const auto& [path, line] : machine.system.files.Snapshot(library))
         if (const std::string folder{platform::path::Parent(path)};
-            path.ends_with(".swt") && folder != library && !folder.ends_with("\\Previews"))
+            path.ends_with(".swt") && folder != library && !folder.ends_with("\\Previews")) {
             EXPECT_TRUE(std::ranges::any_of(
                 tree, [&](const std::string& node) { return node.ends_with(platform::path::Name(folder)); }))
                 << folder << " is not shown";
+        }
     for (const std::string& name : browser.Main()->Favorites().FavoritesList())
         EXPECT_TRUE(machine.system.files.Exists(machine.InLibrary(name))) << name << " is a favourite, and not there";
     const Lines registry = machine.system.registry.Snapshot();
     ForEachLine(before.registry, registry, [&](const std::string& line) {
-        if (!line.starts_with(Ours) && !line.starts_with(ProfilesLine) && !IsTouched(line))
+        if (!line.starts_with(Ours) && !line.starts_with(ProfilesLine) && !IsTouched(line)) {
             EXPECT_EQ(At(registry, line), At(before.registry, line)) << line << " is not ours";
+        }
     });
     browser.Main()->Close();
     toolkit.RunPosted();
