@@ -5,6 +5,8 @@
 #include "platform/win32/Native.h"
 #include "platform/win32/Win32FileSystem.h"
 
+#include <span>
+
 namespace pictures::win32 {
 namespace {
 
@@ -23,6 +25,31 @@ int SourceSize(int size)
     return size;
 }
 
+/// Empty when there is none.
+std::span<BYTE> ResourceBytes(HMODULE module, const wchar_t* type, const wchar_t* name)
+{
+    const HRSRC found = FindResourceW(module, name, type);
+    const HGLOBAL loaded = found != nullptr ? LoadResource(module, found) : nullptr;
+    void* const bytes = loaded != nullptr ? LockResource(loaded) : nullptr;
+    if (bytes == nullptr)
+        return {};
+    return {static_cast<BYTE*>(bytes), SizeofResource(module, found)};
+}
+
+/// The best picture of a group of icons, scaled to the size where it has another. Not LoadImage, which ties the icon to
+/// its module: Wine keeps the module's path for each such icon that ever was.
+IconHandle FromGroup(HMODULE module, const wchar_t* name, int size)
+{
+    const auto group = ResourceBytes(module, RT_GROUP_ICON, name);
+    if (group.empty())
+        return nullptr;
+    const int best = LookupIconIdFromDirectoryEx(group.data(), TRUE, size, size, LR_DEFAULTCOLOR);
+    const auto icon = ResourceBytes(module, RT_ICON, MAKEINTRESOURCEW(best));
+    return IconHandle{icon.empty() ? nullptr
+                                   : CreateIconFromResourceEx(icon.data(), static_cast<DWORD>(icon.size()), TRUE,
+                                                              IconVersion, size, size, LR_DEFAULTCOLOR)};
+}
+
 /// Null when the icon cannot be read.
 IconHandle Scaled(HICON icon, int from, int size)
 {
@@ -33,15 +60,12 @@ IconHandle Scaled(HICON icon, int from, int size)
 
 IconHandle ImageLoader::FromResource(const wchar_t* name, int size) const
 {
-    const auto load = [&](int at) {
-        return IconHandle{static_cast<HICON>(LoadImageW(module, name, IMAGE_ICON, at, at, LR_DEFAULTCOLOR))};
-    };
     const int source = SourceSize(size);
-    IconHandle icon = load(source);
+    IconHandle icon = FromGroup(module, name, source);
     if (!icon || source == size)
         return icon;
     IconHandle scaled = Scaled(icon.get(), source, size);
-    return scaled ? std::move(scaled) : load(size);
+    return scaled ? std::move(scaled) : FromGroup(module, name, size);
 }
 
 IconHandle ImageLoader::Named(std::string_view name, int size) const
