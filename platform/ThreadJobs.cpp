@@ -110,6 +110,10 @@ struct ThreadJobs::Shared {
                 }
             }
             shared->changed.notify_all();
+            if (shared->waiting.empty() && shared->threads - shared->beingDone.size() > Idle) {
+                --shared->threads;
+                return;
+            }
         }
     }
 

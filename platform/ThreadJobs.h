@@ -7,11 +7,13 @@
 
 namespace platform {
 
-/// Jobs on threads of this process: a few, begun when they are needed, that live as long as it does.
+/// Jobs on threads of this process, begun when they are needed.
 class ThreadJobs final : public Jobs {
 public:
     /// Threads at most: one folder on a server that does not answer must not hold up everything else.
     static constexpr std::size_t Most = 48;
+    /// Threads that wait for more when there is nothing to do. The others end, since each holds its stack.
+    static constexpr std::size_t Idle = 4;
 
     /// `enter` is called by each new thread and gives what the thread holds until its end; it may be empty.
     explicit ThreadJobs(Post post, std::function<std::shared_ptr<void>()> enter = {},

@@ -85,10 +85,12 @@ struct Gate {
     }
 };
 
-TEST(ThreadJobsTest, DoesSeveralAtOnceAndAllInTheEnd)
+TEST(ThreadJobsTest, DoesSeveralAtOnceAndAllInTheEndAndKeepsAFewThreads)
 {
     Window window;
-    ThreadJobs jobs{window.Poster()};
+    const auto ended = std::make_shared<Signal>(0);
+    ThreadJobs jobs{window.Poster(),
+                    [ended] { return std::shared_ptr<void>{nullptr, [ended](void*) { ended->release(); }}; }};
     Gate gate;
     std::vector<Ticket> tickets;
     int done = 0;
@@ -101,6 +103,9 @@ TEST(ThreadJobsTest, DoesSeveralAtOnceAndAllInTheEnd)
     gate.open.release(count);
     while (done < count)
         window.RunNext();
+    for (std::size_t i = ThreadJobs::Idle; i < ThreadJobs::Most; ++i)
+        ended->acquire();
+    EXPECT_FALSE(ended->try_acquire());
 }
 
 TEST(ThreadJobsTest, WorkLearnsThatNobodyWaitsAndAResultOnItsWayIsDropped)
