@@ -1,5 +1,6 @@
 #include "platform/ThreadJobs.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -85,15 +86,33 @@ struct ThreadJobs::Shared {
     std::deque<Entry> waiting;
     std::vector<std::shared_ptr<Cancelled>> beingDone;
     std::size_t threads{};
+    std::chrono::steady_clock::time_point busy; ///< when more than a few threads were last wanted at once
+    std::chrono::milliseconds linger{};
     Post post; ///< empty once nobody listens any more
+
+    bool IsSpare() const { return threads - beingDone.size() > Idle; }
+
+    /// False when the thread that asks is to end.
+    bool AwaitsWork(std::unique_lock<std::mutex>& lock)
+    {
+        while (waiting.empty() && post) {
+            if (!IsSpare())
+                changed.wait(lock);
+            else if (changed.wait_until(lock, busy + linger);
+                     waiting.empty() && post && IsSpare() && busy + linger <= std::chrono::steady_clock::now())
+                return false;
+        }
+        return post != nullptr;
+    }
 
     static void Serve(const std::shared_ptr<Shared>& shared)
     {
         std::unique_lock lock{shared->mutex};
         for (;;) {
-            shared->changed.wait(lock, [&] { return !shared->waiting.empty() || !shared->post; });
-            if (!shared->post)
+            if (!shared->AwaitsWork(lock)) {
+                --shared->threads;
                 return;
+            }
             Entry entry = std::move(shared->waiting.front());
             shared->waiting.pop_front();
             shared->beingDone.push_back(entry.cancelled);
@@ -109,11 +128,8 @@ struct ThreadJobs::Shared {
                     lock.lock();
                 }
             }
-            shared->changed.notify_all();
-            if (shared->waiting.empty() && shared->threads - shared->beingDone.size() > Idle) {
-                --shared->threads;
-                return;
-            }
+            if (!shared->post) // the end waits for what is being done
+                shared->changed.notify_all();
         }
     }
 
@@ -154,10 +170,12 @@ struct ThreadJobs::Shared {
     }
 };
 
-ThreadJobs::ThreadJobs(Post post, std::function<std::shared_ptr<void>()> enter, std::chrono::milliseconds patience)
+ThreadJobs::ThreadJobs(Post post, std::function<std::shared_ptr<void>()> enter, std::chrono::milliseconds patience,
+                       std::chrono::milliseconds linger)
     : enterThread{std::move(enter)}, patience{patience}, shared{std::make_shared<Shared>()}
 {
     shared->post = std::move(post);
+    shared->linger = linger;
     shared->beingDone.reserve(Most); // no thread may fail at what it says of itself
 }
 
@@ -199,6 +217,8 @@ std::unique_ptr<Pending> ThreadJobs::Begin(Work work)
 bool ThreadJobs::Enlist(Entry entry)
 {
     const std::lock_guard lock{shared->mutex};
+    if (shared->waiting.size() + shared->beingDone.size() >= Idle)
+        shared->busy = std::chrono::steady_clock::now();
     if (shared->waiting.size() + shared->beingDone.size() >= shared->threads && shared->threads < Most) {
         try {
             std::thread{[held = shared, enter = enterThread] {

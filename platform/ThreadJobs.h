@@ -12,12 +12,15 @@ class ThreadJobs final : public Jobs {
 public:
     /// Threads at most: one folder on a server that does not answer must not hold up everything else.
     static constexpr std::size_t Most = 48;
-    /// Threads that wait for more when there is nothing to do. The others end, since each holds its stack.
+    /// Threads that wait for more for as long as it takes. The others end once no more than these were wanted for a
+    /// while: each holds its stack.
     static constexpr std::size_t Idle = 4;
 
-    /// `enter` is called by each new thread and gives what the thread holds until its end; it may be empty.
+    /// `enter` is called by each new thread and gives what the thread holds until its end; it may be empty. `linger` is
+    /// the while after which threads end.
     explicit ThreadJobs(Post post, std::function<std::shared_ptr<void>()> enter = {},
-                        std::chrono::milliseconds patience = std::chrono::seconds{2});
+                        std::chrono::milliseconds patience = std::chrono::seconds{2},
+                        std::chrono::milliseconds linger = std::chrono::seconds{10});
     ThreadJobs(const ThreadJobs&) = delete;
     ThreadJobs& operator=(const ThreadJobs&) = delete;
     /// Drops what waits, and gives the work that is being done `patience` to end. What is stuck for longer goes on by

@@ -90,7 +90,8 @@ TEST(ThreadJobsTest, DoesSeveralAtOnceAndAllInTheEndAndKeepsAFewThreads)
     Window window;
     const auto ended = std::make_shared<Signal>(0);
     ThreadJobs jobs{window.Poster(),
-                    [ended] { return std::shared_ptr<void>{nullptr, [ended](void*) { ended->release(); }}; }};
+                    [ended] { return std::shared_ptr<void>{nullptr, [ended](void*) { ended->release(); }}; },
+                    std::chrono::seconds{2}, std::chrono::milliseconds{0}};
     Gate gate;
     std::vector<Ticket> tickets;
     int done = 0;
