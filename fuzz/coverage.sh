@@ -20,7 +20,7 @@ sources_of() {
   InflaterFuzz) documents Inflater ;;
   TextFuzz) echo platform/Text.cpp platform/CommandLine.cpp ;;
   PathFuzz) echo platform/Path.cpp ;;
-  PageFuzz) echo online/{BannerPage,BugReport,Html,PageText}.cpp platform/WebAddress.cpp ;;
+  PageFuzz) echo online/{BannerPage,Html,PageText}.cpp platform/WebAddress.cpp ;; # and the page of BugReport.cpp
   ReplyFuzz) echo online/{UpdateNotification,frmNotifyMessage,PageText}.cpp platform/WebAddress.cpp ;;
   PhoneFuzz) echo profiles/PhoneFormatter.cpp ;;
   RegistryTextFuzz) echo profiles/RegistryText.cpp ;;
