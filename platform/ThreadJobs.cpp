@@ -1,11 +1,13 @@
 #include "platform/ThreadJobs.h"
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace platform {
@@ -86,20 +88,26 @@ struct ThreadJobs::Shared {
     std::deque<Entry> waiting;
     std::vector<std::shared_ptr<Cancelled>> beingDone;
     std::size_t threads{};
-    std::chrono::steady_clock::time_point busy; ///< when more than a few threads were last wanted at once
+    std::size_t wanted{};            ///< threads at once, at most, in this while
+    std::size_t wantedBefore = Idle; ///< in the one before, and no fewer than are kept anyway
+    std::chrono::steady_clock::time_point whileEnds;
     std::chrono::milliseconds linger{};
     Post post; ///< empty once nobody listens any more
-
-    bool IsSpare() const { return threads - beingDone.size() > Idle; }
 
     /// False when the thread that asks is to end.
     bool AwaitsWork(std::unique_lock<std::mutex>& lock)
     {
         while (waiting.empty() && post) {
-            if (!IsSpare())
+            if (threads <= Idle) {
                 changed.wait(lock);
-            else if (changed.wait_until(lock, busy + linger);
-                     waiting.empty() && post && IsSpare() && busy + linger <= std::chrono::steady_clock::now())
+                continue;
+            }
+            changed.wait_until(lock, whileEnds);
+            if (const auto now = std::chrono::steady_clock::now(); whileEnds <= now) {
+                whileEnds = now + linger;
+                wantedBefore = std::max(Idle, std::exchange(wanted, beingDone.size() + waiting.size()));
+            }
+            if (waiting.empty() && threads > std::max(wantedBefore, wanted))
                 return false;
         }
         return post != nullptr;
@@ -217,9 +225,9 @@ std::unique_ptr<Pending> ThreadJobs::Begin(Work work)
 bool ThreadJobs::Enlist(Entry entry)
 {
     const std::lock_guard lock{shared->mutex};
-    if (shared->waiting.size() + shared->beingDone.size() >= Idle)
-        shared->busy = std::chrono::steady_clock::now();
-    if (shared->waiting.size() + shared->beingDone.size() >= shared->threads && shared->threads < Most) {
+    const std::size_t wanted = shared->waiting.size() + shared->beingDone.size() + 1;
+    shared->wanted = std::max(shared->wanted, wanted);
+    if (wanted > shared->threads && shared->threads < Most) {
         try {
             std::thread{[held = shared, enter = enterThread] {
                 const auto entered = enter ? enter() : nullptr;
