@@ -194,12 +194,22 @@ void FormWindow::Hide()
     const HWND focus = toolkit.EndModal(*this);
     if (!IsWindowVisible(Handle()))
         return;
+    CancelMenu();
     {
         const platform::Scoped guard{byCode, true};
         ShowWindow(Handle(), SW_HIDE);
     }
     if (focus != nullptr && IsWindow(focus))
         SetFocus(focus);
+}
+
+void FormWindow::CancelMenu() const
+{
+    GUITHREADINFO thread{};
+    thread.cbSize = sizeof thread;
+    if (GetGUIThreadInfo(GetCurrentThreadId(), &thread) &&
+        (thread.hwndMenuOwner == Handle() || IsChild(Handle(), thread.hwndMenuOwner)))
+        PostMessageW(Handle(), WM_CANCELMODE, 0, 0);
 }
 
 void FormWindow::ShowPopup(Menu& menu, Point at)

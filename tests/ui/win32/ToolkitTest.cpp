@@ -238,6 +238,36 @@ TEST_F(ToolkitTest, APopUpMenuRunsItsEntryAfterItHasClosed)
     EXPECT_FALSE(modalInside);
 }
 
+TEST_F(ToolkitTest, AWindowThatIsClosedUnderItsMenuTakesItAlong)
+{
+    const auto isInMenu = [] {
+        GUITHREADINFO thread{};
+        thread.cbSize = sizeof thread;
+        return GetGUIThreadInfo(GetCurrentThreadId(), &thread) && thread.hwndMenuOwner != nullptr;
+    };
+    for (const wchar_t letter : {L'\0', L'f'}) { // the bar without an open menu, and with one
+        DemoForm form{toolkit};
+        Open(form);
+        constexpr int most = 200;
+        int waited = 0;
+        bool isOver = false;
+        const auto waitForEnd = [&] {
+            if (++waited == most)
+                PostThreadMessageW(GetCurrentThreadId(), WM_CANCELMODE, 0, 0); // so that the test ends
+            return isOver = waited > most || (!form.IsOpen() && !isInMenu());
+        };
+        acts.Add([&] {
+            if (!isInMenu() || (letter != L'\0' && FindWindowW(L"#32768", nullptr) == nullptr))
+                return false;
+            acts.Add(waitForEnd);
+            return PostMessageW(HandleOf(form), WM_CLOSE, 0, 0) != FALSE;
+        });
+        SendMessageW(HandleOf(form), WM_SYSCOMMAND, SC_KEYMENU, letter);
+        EXPECT_TRUE(PumpUntil([&] { return isOver; }));
+        EXPECT_LT(waited, most);
+    }
+}
+
 TEST_F(ToolkitTest, PostedTasksRunInOrderAndNeverInsideTheHandlerThatPostedThem)
 {
     DemoDialog dialog{toolkit};
