@@ -13,8 +13,8 @@ public:
     /// Threads at most: one folder on a server that does not answer must not hold up everything else.
     static constexpr std::size_t Most = 48;
     /// Threads that wait for more for as long as it takes. The others end once there are more than were wanted at once
-    /// for a while: each holds its stack.
-    static constexpr std::size_t Idle = 4;
+    /// for a while: each holds its stack, and another is begun within less than a millisecond.
+    static constexpr std::size_t Idle = 1;
 
     /// `enter` is called by each new thread and gives what the thread holds until its end; it may be empty. `linger` is
     /// the while after which threads end.
