@@ -13,7 +13,7 @@ public:
     /// Threads at most: one folder on a server that does not answer must not hold up everything else.
     static constexpr std::size_t Most = 48;
     /// Threads that wait for more for as long as it takes. The others end once there are more than were wanted at once
-    /// for a while: each holds its stack, and another is begun within less than a millisecond.
+    /// for a while: each holds its stack, and another begins in about a millisecond.
     static constexpr std::size_t Idle = 1;
 
     /// `enter` is called by each new thread and gives what the thread holds until its end; it may be empty. `linger` is
