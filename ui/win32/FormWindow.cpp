@@ -194,7 +194,7 @@ void FormWindow::Hide()
     const HWND focus = toolkit.EndModal(*this);
     if (!IsWindowVisible(Handle()))
         return;
-    CancelMenu();
+    CancelLoops();
     {
         const platform::Scoped guard{byCode, true};
         ShowWindow(Handle(), SW_HIDE);
@@ -203,13 +203,16 @@ void FormWindow::Hide()
         SetFocus(focus);
 }
 
-void FormWindow::CancelMenu() const
+void FormWindow::CancelLoops() const
 {
     GUITHREADINFO thread{};
     thread.cbSize = sizeof thread;
-    if (GetGUIThreadInfo(GetCurrentThreadId(), &thread) &&
-        (thread.hwndMenuOwner == Handle() || IsChild(Handle(), thread.hwndMenuOwner)))
+    if (!GetGUIThreadInfo(GetCurrentThreadId(), &thread))
+        return;
+    if (thread.hwndMenuOwner == Handle() || IsChild(Handle(), thread.hwndMenuOwner))
         PostMessageW(Handle(), WM_CANCELMODE, 0, 0);
+    if (thread.hwndMoveSize == Handle())
+        PostMessageW(Handle(), WM_KEYDOWN, VK_ESCAPE, 1);
 }
 
 void FormWindow::ShowPopup(Menu& menu, Point at)

@@ -73,9 +73,9 @@ private:
     std::optional<LRESULT> OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnCommand(WPARAM wParam, LPARAM lParam);
     std::optional<LRESULT> OnNotify(NMHDR& header);
-    /// A menu that stayed open would keep its loop, and what follows a window's end, waiting for an input that cannot
-    /// come any more.
-    void CancelMenu() const;
+    /// An open menu, and a window that is being moved or sized, have a loop of the system's that waits for an input.
+    /// Without a window that cannot come any more, and what follows the window's end waits with it.
+    void CancelLoops() const;
     std::optional<LRESULT> OnMouseWheel(int turned);
     std::optional<LRESULT> OnErase(HDC context);
     void OnColoursChanged();
