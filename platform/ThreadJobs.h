@@ -17,7 +17,7 @@ public:
     static constexpr std::size_t Idle = 1;
 
     /// `enter` is called by each new thread and gives what the thread holds until its end; it may be empty. `linger` is
-    /// the while after which threads end.
+    /// the while by which it is counted how many threads are wanted; those to spare end within two of them.
     explicit ThreadJobs(Post post, std::function<std::shared_ptr<void>()> enter = {},
                         std::chrono::milliseconds patience = std::chrono::seconds{2},
                         std::chrono::milliseconds linger = std::chrono::seconds{10});

@@ -85,7 +85,7 @@ struct Gate {
     }
 };
 
-TEST(ThreadJobsTest, DoesSeveralAtOnceAndAllInTheEndAndKeepsAFewThreads)
+TEST(ThreadJobsTest, DoesSeveralAtOnceAndAllInTheEndAndEndsThreadsToSpare)
 {
     Window window;
     const auto ended = std::make_shared<Signal>(0);
